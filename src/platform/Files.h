@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/Handles.h"
+
+enum class FileUse {
+    Read,          // must exist; others may read it meanwhile
+    WriteNew,      // created, or truncated when it exists; others may read
+    WriteInPlace,  // created when missing, never truncated; others may read
+    Append,        // created when missing; the position is at its end
+};
+
+// A file's time of last change: 100-nanosecond steps since 1 January 1601 UTC.
+using FileTime = std::uint64_t;
+
+// Files, by single system calls: partial records are part of the formats that stand on them.
+// A failed call leaves its error code in LastError.
+class FilePort {
+ public:
+    virtual ~FilePort() = default;
+
+    virtual FileHandle Open(const std::wstring& path, FileUse use) = 0;
+    virtual void Close(FileHandle file) = 0;
+    // The number of bytes read, fewer than `size` only at the end of the file; none on an error.
+    virtual std::optional<std::uint32_t> Read(FileHandle file, void* buffer, std::uint32_t size) = 0;
+    // The number of bytes written; none on an error.
+    virtual std::optional<std::uint32_t> Write(FileHandle file, const void* bytes, std::uint32_t size) = 0;
+    // The position in bytes from the start.
+    virtual std::optional<std::int64_t> Tell(FileHandle file) = 0;
+    virtual bool Seek(FileHandle file, std::int64_t position) = 0;
+    virtual std::optional<std::int64_t> Size(FileHandle file) = 0;
+    // Makes the file at least `size` bytes long, so that a full disk shows before anything is overwritten.
+    // The position is not moved; false leaves the old content and length untouched.
+    virtual bool Reserve(FileHandle file, std::int64_t size) = 0;
+
+    // True when a listing of `path` yields a name, be it a file or a directory.
+    virtual bool Exists(const std::wstring& path) = 0;
+    virtual bool IsDirectory(const std::wstring& path) = 0;
+    virtual std::optional<FileTime> ChangeTime(const std::wstring& path) = 0;
+    // The names (without the directory) of the files that match a pattern such as "C:\DIR\*.nxp", sorted.
+    virtual std::vector<std::wstring> List(const std::wstring& pattern) = 0;
+    // The names of the directories inside `directory` without "." and "..", sorted; none when it cannot be
+    // read.
+    virtual std::optional<std::vector<std::wstring>> ListDirectories(const std::wstring& directory) = 0;
+    virtual bool Remove(const std::wstring& path) = 0;
+    // Copies a file; fails when `to` exists unless `replace` is set. A failure leaves no half copy behind.
+    virtual bool Copy(const std::wstring& from, const std::wstring& to, bool replace) = 0;
+    // Creates one directory; its parent must exist.
+    virtual bool MakeDirectory(const std::wstring& path) = 0;
+
+    virtual std::uint32_t LastError() = 0;
+};
+
+// The system's error code for a file that is not there.
+inline constexpr std::uint32_t kErrorFileNotFound = 2;

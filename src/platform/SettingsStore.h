@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+
+// The user's settings of this application: sections of keys, every value a text. Keys and sections are
+// compared without regard to case.
+class SettingsPort {
+ public:
+    virtual ~SettingsPort() = default;
+
+    virtual std::wstring Read(const std::wstring& section, const std::wstring& key,
+                              const std::wstring& absent) = 0;
+    virtual bool Write(const std::wstring& section, const std::wstring& key, const std::wstring& value) = 0;
+    virtual bool DeleteSection(const std::wstring& section) = 0;
+};

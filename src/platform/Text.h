@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+// Text inside the program is std::wstring; std::string is bytes in the system's ANSI code page. This header
+// is the only crossing.
+
+// Characters that the code page does not know become its default character.
+std::string AnsiFromText(std::wstring_view text);
+std::wstring TextFromAnsi(std::string_view bytes);
+// True when nothing of `text` is lost on the way to the code page and back.
+bool FitsAnsi(std::wstring_view text);
+
+// By the rules of the user's language.
+std::wstring UpperCase(std::wstring_view text);
+std::wstring LowerCase(std::wstring_view text);
+// Without regard to case: below 0 when `a` sorts before `b`, 0 when they are equal.
+int CompareNoCase(std::wstring_view a, std::wstring_view b);
+
+// Text without blanks at both ends.
+std::wstring Trim(std::wstring_view text);
+
+// Whole decimal numbers, with a sign and blanks around them; none when the text is no such number or does not
+// fit.
+std::optional<std::int32_t> ParseInt32(std::wstring_view text);
+std::optional<std::int16_t> ParseInt16(std::wstring_view text);
+std::wstring NumberText(std::int64_t number);

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string>
+
+enum class MessageIcon { None, Information, Question, Error };
+
+enum class PointerShape { Normal, Hourglass };
+
+// The person in front of the screen: is told, is asked, sees the status line and the pointer, hears a sound.
+class UserPort {
+ public:
+    virtual ~UserPort() = default;
+
+    // A message box with an OK button. An empty title shows the application's.
+    virtual void Tell(const std::wstring& text, const std::wstring& title = {},
+                      MessageIcon icon = MessageIcon::None) = 0;
+    // A question with Yes and No; `noIsDefault` preselects No. True for Yes.
+    virtual bool Ask(const std::wstring& text, const std::wstring& title, bool noIsDefault) = 0;
+    virtual void Status(const std::wstring& text) = 0;
+    // Shows a pointer and returns the one shown before.
+    virtual PointerShape ShowPointer(PointerShape shape) = 0;
+    virtual void Beep() = 0;
+    // Plays a wave file without waiting for its end; false when it cannot be played.
+    virtual bool PlaySoundFile(const std::wstring& path) = 0;
+};
+
+// Shows the hourglass while it lives and restores the pointer that stood before, on every way out.
+class HourglassScope {
+ public:
+    explicit HourglassScope(UserPort& user)
+        : user_(user), previous_(user.ShowPointer(PointerShape::Hourglass)) {}
+    ~HourglassScope() { user_.ShowPointer(previous_); }
+    HourglassScope(const HourglassScope&) = delete;
+    HourglassScope& operator=(const HourglassScope&) = delete;
+
+ private:
+    UserPort& user_;
+    PointerShape previous_;
+};

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "platform/Handles.h"
+
+using MessageParameter = std::intptr_t;
+
+// The few things that the engine does with windows: its own one's procedure, messages to the next viewer, and
+// which window stands in front.
+class WindowPort {
+ public:
+    virtual ~WindowPort() = default;
+
+    // Replaces a window's procedure; the result is the one it had, None when that failed.
+    virtual ProcedureAddress ExchangeProcedure(WindowHandle window, ProcedureAddress procedure) = 0;
+    virtual MessageParameter CallProcedure(ProcedureAddress procedure, WindowHandle window,
+                                           std::uint32_t message, MessageParameter wParam,
+                                           MessageParameter lParam) = 0;
+    virtual MessageParameter Deliver(WindowHandle window, std::uint32_t message, MessageParameter wParam,
+                                     MessageParameter lParam) = 0;
+
+    virtual WindowHandle Foreground() = 0;
+    virtual void BringToFront(WindowHandle window) = 0;
+    // The first `most` characters of the window's title, cut at its first zero.
+    virtual std::wstring Title(WindowHandle window, int most) = 0;
+    // Puts the window above all others, or back among them, without moving, sizing or activating it.
+    virtual bool SetAlwaysOnTop(WindowHandle window, bool onTop) = 0;
+
+    // Global atoms and hot keys. An atom is 0 when it cannot be added.
+    virtual std::uint16_t AddAtom(const std::string& text) = 0;
+    virtual void DeleteAtom(std::uint16_t atom) = 0;
+    // `modifiers`: 1 ALT, 2 CTRL, 4 SHIFT, 8 WIN; `key` a virtual-key code. False when the combination is
+    // taken or the identifier refused.
+    virtual bool AddHotKey(WindowHandle window, std::int32_t identifier, std::uint32_t modifiers,
+                           std::uint32_t key) = 0;
+    virtual void RemoveHotKey(WindowHandle window, std::int32_t identifier) = 0;
+
+    // Opens a help file with the system's help viewer.
+    virtual bool OpenHelp(WindowHandle window, const std::wstring& file, std::uint32_t command,
+                          std::uintptr_t data) = 0;
+};

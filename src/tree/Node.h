@@ -1,0 +1,79 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <variant>
+#include <vector>
+
+class NodeCollection;
+
+struct NullValue {
+    friend bool operator==(NullValue, NullValue) { return true; }
+};
+
+// A node's picture as the tree keeps and stores it: nothing, or a value of one of the stored types; in
+// practice the key of a picture ("Profile", "Structure", "Clip", "Camera"). Layout on disk:
+// docs/formats/nxclip-nxp.md.
+using ImageValue = std::variant<std::monostate, NullValue, std::int16_t, std::int32_t, std::wstring, bool>;
+
+// One node of the tree: a profile, a folder or a clip. The collection owns it; a reference is good until the
+// node is removed. Setting a property tells the screen.
+class Node {
+ public:
+    Node(const Node&) = delete;
+    Node& operator=(const Node&) = delete;
+
+    const std::wstring& Text() const { return text_; }
+    const std::wstring& Tag() const { return tag_; }
+    const ImageValue& Image() const { return image_; }
+    const ImageValue& SelectedImage() const { return selectedImage_; }
+    const ImageValue& ExpandedImage() const { return expandedImage_; }
+    bool Expanded() const { return expanded_; }
+    // True while the node's children are kept in the order of their texts.
+    bool Sorted() const { return sorted_; }
+
+    void SetText(const std::wstring& text);
+    void SetTag(const std::wstring& tag) { tag_ = tag; }
+    void SetImage(const ImageValue& image);
+    void SetSelectedImage(const ImageValue& image);
+    void SetExpandedImage(const ImageValue& image);
+    // Kept even while the node has no children: they are shown open once they come.
+    void SetExpanded(bool expanded);
+    void SetSorted(bool sorted);
+
+    Node* Parent() const { return parent_; }
+    Node* FirstChild() const { return firstChild_; }
+    Node* LastChild() const { return lastChild_; }
+    Node* Next() const { return next_; }
+    Node* Previous() const { return previous_; }
+    // The number of direct children.
+    int Children() const { return children_; }
+    // The position in the collection, from 1: the order in which the nodes were added.
+    int Index() const { return index_; }
+    // The texts from the root level down to this node, joined with "\".
+    std::wstring FullPath() const;
+
+    // For the screen alone: its item for this node, 0 while there is none.
+    std::uintptr_t viewItem = 0;
+
+ private:
+    friend class NodeCollection;
+    explicit Node(NodeCollection& owner) : owner_(owner) {}
+
+    NodeCollection& owner_;
+    std::wstring text_;
+    std::wstring tag_;
+    ImageValue image_;
+    ImageValue selectedImage_;
+    ImageValue expandedImage_;
+    bool expanded_ = false;
+    bool sorted_ = false;
+    Node* parent_ = nullptr;
+    Node* firstChild_ = nullptr;
+    Node* lastChild_ = nullptr;
+    Node* next_ = nullptr;
+    Node* previous_ = nullptr;
+    int children_ = 0;
+    int index_ = 0;
+};

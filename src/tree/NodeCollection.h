@@ -1,0 +1,109 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tree/Node.h"
+
+// Where a new node goes, seen from the node that is given with it.
+enum class NodeRelation {
+    First,     // first of its siblings
+    Last,      // last of its siblings
+    Next,      // right behind it
+    Previous,  // right in front of it
+    Child,     // its last child
+};
+
+// What the screen is told of the tree, and what only the screen knows. The collection is the tree; a view
+// mirrors it and may make its items late.
+class NodeView {
+ public:
+    virtual ~NodeView() = default;
+
+    // The node stands at its place, with its text and pictures.
+    virtual void NodeAdded(Node& node) = 0;
+    // The node and everything below it are about to go; one call for the whole subtree.
+    virtual void NodeRemoving(Node& node) = 0;
+    virtual void NodeTextChanged(Node& node) = 0;
+    virtual void NodeImageChanged(Node& node) = 0;
+    virtual void NodeExpandedChanged(Node& node) = 0;
+    // The children of `parent` (the root level when null) stand in another order.
+    virtual void ChildrenReordered(Node* parent) = 0;
+    virtual void SelectionChanged(Node* node) = 0;
+    virtual void AllRemoved() = 0;
+
+    // Between these two the collection changes a lot: the screen may wait with showing it. They nest.
+    virtual void BeginBulkChange() = 0;
+    virtual void EndBulkChange() = 0;
+
+    // Scrolls and opens parents until the node is shown.
+    virtual void EnsureVisible(Node& node) = 0;
+    // True when the node lies in opened parents and within the shown area.
+    virtual bool IsVisible(const Node& node) = 0;
+};
+
+// The nodes of the tree control, all of them, in memory. With no view it works all the same.
+class NodeCollection {
+ public:
+    NodeCollection() = default;
+    ~NodeCollection();
+    NodeCollection(const NodeCollection&) = delete;
+    NodeCollection& operator=(const NodeCollection&) = delete;
+
+    // Adds a node at the place that `relation` names, seen from `relative`; a null `relative` means the end
+    // of the root level (its start for First). Below a sorted parent the place follows from the text instead.
+    Node& Add(Node* relative, NodeRelation relation, const std::wstring& text, const ImageValue& image,
+              const ImageValue& selectedImage = {});
+    // Removes the node and everything below it. The selection goes to a neighbour or the parent of what is
+    // removed.
+    void Remove(Node& node);
+    void Clear();
+
+    int Count() const { return static_cast<int>(nodes_.size()); }
+    // 1 to Count(); null outside.
+    Node* Item(int index) const;
+    // The first node at the root level; null when the tree is empty.
+    Node* Root() const { return firstRoot_; }
+    Node* LastRoot() const { return lastRoot_; }
+
+    Node* Selected() const { return selected_; }
+    void Select(Node* node);
+
+    // True while the root level is kept in the order of its texts.
+    bool Sorted() const { return sorted_; }
+    void SetSorted(bool sorted);
+
+    // The screen, or null. Not owned; must be taken away before it dies.
+    void SetView(NodeView* view) { view_ = view; }
+    NodeView* View() const { return view_; }
+
+ private:
+    friend class Node;
+    void Link(Node& node, Node* relative, NodeRelation relation);
+    void Unlink(Node& node);
+    void SortChildren(Node* parent);
+
+    std::vector<std::unique_ptr<Node>> nodes_;
+    Node* firstRoot_ = nullptr;
+    Node* lastRoot_ = nullptr;
+    Node* selected_ = nullptr;
+    NodeView* view_ = nullptr;
+    bool sorted_ = false;
+};
+
+// Tells the view of a bulk change while it lives.
+class BulkChangeScope {
+ public:
+    explicit BulkChangeScope(NodeCollection& nodes) : view_(nodes.View()) {
+        if (view_ != nullptr) view_->BeginBulkChange();
+    }
+    ~BulkChangeScope() {
+        if (view_ != nullptr) view_->EndBulkChange();
+    }
+    BulkChangeScope(const BulkChangeScope&) = delete;
+    BulkChangeScope& operator=(const BulkChangeScope&) = delete;
+
+ private:
+    NodeView* view_;
+};
