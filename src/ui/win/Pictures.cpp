@@ -29,7 +29,8 @@ const std::vector<Picture>& ListPictures() {
     static const std::vector<Picture> pictures = [] {
         std::vector<Picture> all(std::begin(kTreePictures), std::end(kTreePictures));
         for (const Picture& format : kFormatPictures)
-            if (std::none_of(all.begin(), all.end(), [&](const Picture& known) { return known.key == format.key; }))
+            if (std::none_of(all.begin(), all.end(),
+                             [&](const Picture& known) { return known.key == format.key; }))
                 all.push_back(format);
         return all;
     }();
@@ -38,12 +39,15 @@ const std::vector<Picture>& ListPictures() {
 
 }  // namespace
 
-UniqueImageList LoadListPictures(int pixels) { return LoadPictures(ListPictures(), pixels); }
+UniqueImageList LoadListPictures(int pixels) {
+    return LoadPictures(ListPictures(), pixels);
+}
 
 int ListPictureIndex(const std::wstring& key) {
     const std::vector<Picture>& all = ListPictures();
     const auto indexOf = [&](std::wstring_view wanted) {
-        return std::find_if(all.begin(), all.end(), [=](const Picture& known) { return known.key == wanted; });
+        return std::find_if(all.begin(), all.end(),
+                            [=](const Picture& known) { return known.key == wanted; });
     };
     const auto found = indexOf(key);
     return static_cast<int>((found != all.end() ? found : indexOf(L"Help")) - all.begin());
@@ -54,6 +58,10 @@ int ListPictureIndex(const ImageValue& image) {
     return ListPictureIndex(key != nullptr ? *key : std::wstring());
 }
 
-UniqueImageList LoadToolBarPictures(int pixels) { return LoadPictures(kToolbarPictures, pixels); }
+UniqueImageList LoadToolBarPictures(int pixels) {
+    return LoadPictures(kToolbarPictures, pixels);
+}
 
-HICON LoadProgramIcon(int pixels) { return LoadPicture(kApplicationPicture, pixels); }
+HICON LoadProgramIcon(int pixels) {
+    return LoadPicture(kApplicationPicture, pixels);
+}
