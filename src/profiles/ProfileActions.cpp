@@ -205,7 +205,7 @@ bool MakeProfileDirectory(const std::wstring& directory) {
     return false;
 }
 
-ProfileProperties ReadProfileProperties(Node& profile) {
+ProfileProperties ReadProfileProperties(const Node& profile) {
     ReadNodeAttributes(&profile);
     const NodeAttributes read = ReadAttributes();
     const NodeCounts counts = CountBelow(profile);

@@ -59,7 +59,7 @@ struct ProfileProperties {
     std::int32_t clips = 0;
 };
 
-ProfileProperties ReadProfileProperties(Node& profile);
+ProfileProperties ReadProfileProperties(const Node& profile);
 // The OK of that dialog: takes over name, info and global release and saves. False, with a message, when
 // name or info cannot be stored; nothing is changed then.
 bool ApplyProfileProperties(CTreeViewEx& tree, Node& profile, const ProfileProperties& properties);

@@ -146,9 +146,9 @@ void ReadNodeAttributes(const Node* node) {
     }
 }
 
-NodeCounts CountBelow(Node& node) {
+NodeCounts CountBelow(const Node& node) {
     NodeCounts counts;
-    TreeWalk walk(&node);
+    TreeWalk walk(const_cast<Node*>(&node));  // a walk changes nothing
     for (walk.Step(); walk.InSubtree(); walk.Step()) {
         if (IsStructureNode(walk.Current())) ++counts.folders;
         if (IsClipNode(walk.Current())) ++counts.clips;

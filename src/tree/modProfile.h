@@ -69,4 +69,4 @@ struct NodeCounts {
     std::int32_t folders = 0;
     std::int32_t clips = 0;
 };
-NodeCounts CountBelow(Node& node);
+NodeCounts CountBelow(const Node& node);
