@@ -4,24 +4,27 @@
 
 #include <string>
 
-// A dialog window made from a template of the resources, shown in the system's message font. One class per form; the
-// object stays with its window while that lives. Enter presses cb_ok, Escape cb_cancel.
+#include "app/modHelp.h"
+#include "platform/Handles.h"
+
+// A dialog window made from a template of the resources, shown in the system's message font. One class per
+// form; the object stays with its window while that lives. Enter presses cb_ok, Escape cb_cancel.
 class Dialog {
-   public:
+ public:
     Dialog() = default;
     virtual ~Dialog() = default;
     Dialog(const Dialog&) = delete;
     Dialog& operator=(const Dialog&) = delete;
 
-    // Shows the dialog and returns when it has closed: true when it was confirmed. The open-dialog flag is set
-    // meanwhile. A failure to make the window is told to the user and counts as not confirmed.
+    // Shows the dialog and returns when it has closed: true when it was confirmed. The open-dialog flag is
+    // set meanwhile. A failure to make the window is told to the user and counts as not confirmed.
     bool ShowModal(HWND owner, int dialogTemplate);
     // Shows the dialog beside its owner and returns at once; the object must outlive the window.
     HWND ShowModeless(HWND owner, int dialogTemplate);
 
     HWND Window() const { return window_; }
 
-   protected:
+ protected:
     // The controls exist and have their fonts; the window is not shown yet.
     virtual void OnInit() {}
     // A menu, button or notification of a control (`code` is BN_CLICKED, EN_CHANGE, ...).
@@ -51,10 +54,10 @@ class Dialog {
     // Gives the focus the way the dialog manager does, with a text box wholly selected.
     void Focus(int control);
 
-    // The topic that OnHelp opens; a form without one leaves it at the contents page.
-    virtual int HelpTopicNumber() const { return 0; }
+    // The topic that OnHelp opens.
+    virtual HelpTopic Topic() const { return HelpTopic::Contents; }
 
-   private:
+ private:
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     INT_PTR Handle(UINT message, WPARAM wParam, LPARAM lParam);
 
@@ -62,8 +65,17 @@ class Dialog {
     bool modal_ = false;
 };
 
+// A real window as the engine's ports know it, and back.
+inline WindowHandle HandleOf(HWND window) {
+    return static_cast<WindowHandle>(reinterpret_cast<std::uintptr_t>(window));
+}
+inline HWND WindowOf(WindowHandle handle) {
+    return reinterpret_cast<HWND>(static_cast<std::uintptr_t>(handle));
+}
+
 // The text of any window.
 std::wstring WindowText(HWND window);
 
-// Called by the message loop: lets windows that are not modal have their dialog keys. True when the message was used.
+// Called by the message loop: lets windows that are not modal have their dialog keys. True when the message
+// was used.
 bool TranslateModelessMessage(MSG& message);
