@@ -25,8 +25,7 @@ std::shared_ptr<CFormats> CClipBoard::LoadFormatsByHandle(FileHandle file, std::
             continue;
         }
         ++unreadable;
-        ThePlatform().user.Tell(
-            L"LoadFormatsByHandle: Schwerer Fehler beim Lesen der Formate aus der Datei");
+        ThePlatform().user.Tell(L"LoadFormatsByHandle: Schwerer Fehler beim Lesen der Formate aus der Datei");
     }
     return formats;
 }

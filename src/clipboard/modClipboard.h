@@ -59,14 +59,14 @@ void ClearPendingRenderSet();
 // The main window: opens the clipboard and owns it after a restore. None before it is made.
 extern WindowHandle ClipboardWindow;
 
-// Renders every announced format, so that the clipboard's content outlives this program. Does nothing when the
-// clipboard's owner is not the main window.
+// Renders every announced format, so that the clipboard's content outlives this program. Does nothing when
+// the clipboard's owner is not the main window.
 void RenderAllFormats();
 
 // Puts a clip on the clipboard: empties it, announces each of the `count` formats of the file in its order,
-// adds the marker and keeps the formats for later requests. False, after telling the user why, when nothing was
-// announced. Before the file and the clipboard are open nothing is changed; from then on what the clipboard held
-// is gone.
+// adds the marker and keeps the formats for later requests. False, after telling the user why, when nothing
+// was announced. Before the file and the clipboard are open nothing is changed; from then on what the
+// clipboard held is gone.
 bool RestoreClip(CClipBoard& clipBoard, const std::wstring& fileName, std::int16_t count);
 
 // While set and RequestTrace (modMain.h) is on: receives a line for each step of answering a request.
