@@ -1,13 +1,11 @@
 #include "ui/ListUpdate.h"
 
-#include <new>
-
 #include "clipboard/modFileIO.h"
 #include "clipboard/modFormatDesc.h"
-#include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "profiles/ActiveContainer.h"
+#include "tree/modProfile.h"
 #include "tree/modTreeEx.h"
-#include "ui/StoredClip.h"
 
 namespace {
 
@@ -31,13 +29,14 @@ ListEntry FormatEntry(const CFormat& format) {
 void ListFormats(const Node& clipNode, CClipBoard& clipBoard, ListContent& content) {
     content.title = Quoted(L"Formate von", clipNode);
     content.columns = {L"Format", L"Beschreibung", L"Größe (Bytes)"};
-    const StoredClip clip = StoredClipOf(clipNode);
-    ClipFileScope file(OpenClipFile(clip.path, false, true));
+    const std::wstring path = ClipFileOf(&clipNode);
+    ClipFileScope file(OpenClipFile(path, false, true));
     if (!file.IsOpen()) {
-        content.status = L"Datei " + clip.path + L" nicht verfügbar !!!";
+        content.status = L"Datei " + path + L" nicht verfügbar !!!";
         return;
     }
-    const auto formats = clipBoard.LoadFormatsByHandle(file.Handle(), clip.formatCount);
+    ReadNodeAttributes(&clipNode);
+    const auto formats = clipBoard.LoadFormatsByHandle(file.Handle(), ReadAttributes().formatCount);
     if (formats == nullptr || formats->Count() == 0) {
         content.status = L"Keine Formate ermittelt";
         return;
@@ -46,39 +45,18 @@ void ListFormats(const Node& clipNode, CClipBoard& clipBoard, ListContent& conte
         content.entries.push_back(FormatEntry(format));
     }
     content.formats = formats;
-    content.clipFile = clip.path;
+    content.clipFile = path;
     content.status = CountText(content);
 }
 
-int CountChildren(const Node& node, bool (*isOfKind)(const Node*)) {
-    int count = 0;
-    for (const Node* child = node.FirstChild(); child != nullptr; child = child->Next()) {
-        if (isOfKind(child)) ++count;
-    }
-    return count;
-}
-
-const wchar_t* KindPicture(const Node& node) {
-    if (IsProfileNode(&node)) return L"Profile";
-    if (IsStructureNode(&node)) return L"Structure";
-    return IsClipNode(&node) ? L"Clip" : L"";
-}
-
-// A clip whose tag is damaged is listed by its name alone.
-std::vector<std::wstring> ClipDetails(const Node& node) {
-    try {
-        const StoredClip clip = StoredClipOf(node);
-        return {L"", L"", NumberText(clip.formatCount), clip.timeCaptured, clip.info};
-    } catch (const RuntimeError&) {
-        return std::vector<std::wstring>(5);
-    }
-}
-
 std::vector<std::wstring> NodeDetails(const Node& node) {
-    if (IsClipNode(&node)) return ClipDetails(node);
-    const std::wstring info = IsStructureNode(&node) ? ParseStructureTag(node.Tag()) : std::wstring();
-    return {NumberText(CountChildren(node, IsStructureNode)), NumberText(CountChildren(node, IsClipNode)),
-            L"", L"", info};
+    ReadNodeAttributes(&node);
+    const NodeAttributes& attributes = ReadAttributes();
+    if (IsClipNode(&node)) {
+        return {L"", L"", NumberText(attributes.formatCount), attributes.timeCaptured, attributes.info};
+    }
+    const NodeCounts counts = CountBelow(node);
+    return {NumberText(counts.folders), NumberText(counts.clips), L"", L"", attributes.info};
 }
 
 void ListChildren(const Node& node, ListContent& content) {
@@ -86,8 +64,7 @@ void ListChildren(const Node& node, ListContent& content) {
     if (IsStructureNode(&node)) content.title = Quoted(L"Ordner", node);
     content.columns = {L"Name", L"Ordner", L"Clips", L"Formate", L"Erfasst", L"Information"};
     for (const Node* child = node.FirstChild(); child != nullptr; child = child->Next()) {
-        content.entries.push_back(
-            {child->Text(), KindPicture(*child), child->Index(), NodeDetails(*child)});
+        content.entries.push_back({child->Text(), KindImage(child), child->Index(), NodeDetails(*child)});
     }
     content.status = CountText(content);
 }
@@ -97,14 +74,10 @@ void ListChildren(const Node& node, ListContent& content) {
 ListContent BuildListContent(const Node* selected, CClipBoard& clipBoard) {
     ListContent content;
     if (selected == nullptr) return content;
-    try {
-        if (IsClipNode(selected)) {
-            ListFormats(*selected, clipBoard, content);
-        } else {
-            ListChildren(*selected, content);
-        }
-    } catch (const RuntimeError& error) {
-        content.status = error.Description();
+    if (IsClipNode(selected)) {
+        ListFormats(*selected, clipBoard, content);
+    } else {
+        ListChildren(*selected, content);
     }
     return content;
 }

@@ -4,20 +4,19 @@
 #include "clipboard/modClipboard.h"
 #include "clipboard/modViewerHook.h"
 #include "platform/Platform.h"
-#include "platform/RuntimeError.h"
+#include "tree/modProfile.h"
 #include "tree/modTreeEx.h"
-#include "ui/StoredClip.h"
 
 void SetClipFlow::SetClip() {
     const Node* const node = host_.Nodes().Selected();
     if (!IsClipNode(node)) return;
-    try {
-        const StoredClip clip = StoredClipOf(*node);
-        if (clip.path.empty() || !RestoreClip(clipBoard_, clip.path, clip.formatCount)) return;
-    } catch (const RuntimeError& error) {
-        ThePlatform().user.Tell(error.Description());
+    const std::wstring path = ClipFileOf(node);
+    if (path.empty()) {
+        ThePlatform().user.Status(L"Die Datei des Clips konnte nicht ermittelt werden.");
         return;
     }
+    ReadNodeAttributes(node);
+    if (!RestoreClip(clipBoard_, path, ReadAttributes().formatCount)) return;
     if (Options().SetBeep) ThePlatform().user.Beep();
     if (Options().IconAfterSetClip) {
         host_.Minimise();

@@ -45,7 +45,7 @@ class SnapFlow {
     bool running_ = false;
 };
 
-// A clip's name made of its text: up to the first zero, each run of line breaks and other control characters as
-// one blank, none at the ends, and no longer than the options dialog lets the user ask for. Empty when nothing
-// readable is left: the clip keeps its format set's name then.
+// A clip's name made of its text: up to the first zero, each run of line breaks and other control characters
+// as one blank, none at the ends, and no longer than the options dialog lets the user ask for. Empty when
+// nothing readable is left: the clip keeps its format set's name then.
 std::wstring ClipNameOfText(const std::wstring& text);
