@@ -270,7 +270,8 @@ TEST_F(CTreeViewExTest, CopyNode_StopsAtOnceWhenAHandlerCancels) {
     EXPECT_EQ(nodes.Count(), 6);
 
     events.cancelAt = L"b";
-    EXPECT_EQ(tree.CopyNode(At(L"Q"), At(L"S"), true, false, false), At(L"Q")->FirstChild());
+    const Node* copy = tree.CopyNode(At(L"Q"), At(L"S"), true, false, false);
+    EXPECT_EQ(copy, At(L"Q")->FirstChild());
     EXPECT_EQ(Outline(nodes), L"P(S(a b c)) Q(S(a))");
     EXPECT_EQ(events.TakeTold().back(), L"before S/b");
 }
