@@ -15,7 +15,8 @@ add_custom_command(
   COMMENT "Building the help"
   VERBATIM)
 add_custom_target(nxclip_help DEPENDS ${HELP_FILE})
-add_dependencies(nxclip_tests nxclip_help)
-if(TARGET NXClip)
-  add_dependencies(NXClip nxclip_help)
-endif()
+foreach(user NXClip nxclip_tests)
+  if(TARGET ${user})
+    add_dependencies(${user} nxclip_help)
+  endif()
+endforeach()
