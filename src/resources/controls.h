@@ -221,5 +221,12 @@
 
 // Menus and keys
 #define IDM_frmMain 300
-#define IDM_popups 301
+#define m_poptree 301
+#define m_popStruct 302
+#define m_popProfile 303
+#define m_popNoNode 304
+#define IDM_tray 305
+// A submenu has no number of its own; these are the places of the two that the code changes.
+#define m_test 4
+#define mnuListViewMode 3
 #define IDA_frmMain 310

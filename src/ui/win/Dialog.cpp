@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <vector>
 
-#include "app/modHelp.h"
 #include "app/modMain.h"
 #include "platform/Platform.h"
 #include "resources/controls.h"
@@ -137,7 +136,7 @@ bool Dialog::OnMessage(UINT, WPARAM, LPARAM, LRESULT&) {
 }
 
 void Dialog::OnHelp() {
-    ShowHelpTopic(window_, HelpTopicNumber());
+    ShowHelp(HandleOf(window_), Topic());
 }
 
 void Dialog::Close(bool confirmed) {

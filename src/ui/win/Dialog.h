@@ -4,6 +4,9 @@
 
 #include <string>
 
+#include "app/modHelp.h"
+#include "platform/Handles.h"
+
 // A dialog window made from a template of the resources, shown in the system's message font. One class per
 // form; the object stays with its window while that lives. Enter presses cb_ok, Escape cb_cancel.
 class Dialog {
@@ -51,8 +54,8 @@ class Dialog {
     // Gives the focus the way the dialog manager does, with a text box wholly selected.
     void Focus(int control);
 
-    // The topic that OnHelp opens; a form without one leaves it at the contents page.
-    virtual int HelpTopicNumber() const { return 0; }
+    // The topic that OnHelp opens.
+    virtual HelpTopic Topic() const { return HelpTopic::Contents; }
 
  private:
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -61,6 +64,14 @@ class Dialog {
     HWND window_ = nullptr;
     bool modal_ = false;
 };
+
+// A real window as the engine's ports know it, and back.
+inline WindowHandle HandleOf(HWND window) {
+    return static_cast<WindowHandle>(reinterpret_cast<std::uintptr_t>(window));
+}
+inline HWND WindowOf(WindowHandle handle) {
+    return reinterpret_cast<HWND>(static_cast<std::uintptr_t>(handle));
+}
 
 // The text of any window.
 std::wstring WindowText(HWND window);

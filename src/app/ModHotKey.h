@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstdint>
+
+#include "platform/Handles.h"
+
+// The system-wide combination ALT + CTRL + letter that brings the program to the front; the letter is the
+// option KeyActivate.
+
+// Registers the combination for `window`, anew if it was registered before. That another program owns it is
+// not reported: it simply does nothing then.
+void RegisterActivationHotKey(WindowHandle window);
+
+// Frees the combination and the atom that belongs to it. Without a registration nothing happens.
+void UnregisterActivationHotKey(WindowHandle window);
+
+// The identifier registered now, as it comes back in the hot key's message; 0 while there is none.
+std::int32_t ActivationHotKeyIdentifier();

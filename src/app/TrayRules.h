@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+// What the icon in the notification area goes by, apart from the window that stands behind it.
+
+// The message by which the system tells the window of the mouse over the icon.
+inline constexpr std::uint32_t kTrayCallbackMessage = 1125;
+// The bytes of a tip in the notification record, its terminator included.
+inline constexpr std::size_t kTrayTipSize = 64;
+
+enum class TrayMouse { Move, Down, Up, DoubleClick };
+
+struct TrayMouseEvent {
+    TrayMouse kind;
+    std::int16_t button;  // 1 left, 2 right; 0 for a move
+
+    friend bool operator==(const TrayMouseEvent&, const TrayMouseEvent&) = default;
+};
+
+// The event that a mouse message over the icon raises; none for messages other than 512 to 518.
+std::optional<TrayMouseEvent> TrayEventOf(std::uint32_t mouseMessage);
+
+// The tip as it goes into the notification record: ANSI bytes up to the first zero, cut to leave room for the
+// terminator.
+std::string TrayTipBytes(std::wstring_view tip);
+
+// The flags of the notification record: message 1, icon 2, tip 4.
+std::uint32_t TrayFlags(bool hasIcon, std::wstring_view tip);

@@ -1,0 +1,52 @@
+#include "platform/FileBytes.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "platform/Platform.h"
+#include "platform/RuntimeError.h"
+
+namespace {
+
+constexpr std::size_t kMostPerCall = std::numeric_limits<std::uint32_t>::max();
+
+[[noreturn]] void ThrowFileError(const std::wstring& path) {
+    throw FileErrorOf(ThePlatform().files.LastError(), path);
+}
+
+}  // namespace
+
+OpenFile::~OpenFile() {
+    if (IsOpen()) ThePlatform().files.Close(file_);
+}
+
+std::vector<std::uint8_t> ReadWholeFile(const std::wstring& path) {
+    FilePort& files = ThePlatform().files;
+    const OpenFile file(files.Open(path, FileUse::Read));
+    if (!file.IsOpen()) ThrowFileError(path);
+    const std::optional<std::int64_t> size = files.Size(file.Handle());
+    if (!size) ThrowFileError(path);
+    if (static_cast<std::uint64_t>(*size) > kMostPerCall) throw RuntimeError(ErrorNumber::OutOfMemory);
+
+    std::vector<std::uint8_t> bytes;
+    try {
+        bytes.resize(static_cast<std::size_t>(*size));
+    } catch (const std::exception&) {
+        throw RuntimeError(ErrorNumber::OutOfMemory);
+    }
+    const auto read = files.Read(file.Handle(), bytes.data(), static_cast<std::uint32_t>(bytes.size()));
+    if (!read) ThrowFileError(path);
+    bytes.resize(*read);
+    return bytes;
+}
+
+void WriteFileInPlace(const std::wstring& path, const std::vector<std::uint8_t>& image) {
+    if (image.size() > kMostPerCall) throw RuntimeError(ErrorNumber::Overflow);
+    FilePort& files = ThePlatform().files;
+    const OpenFile file(files.Open(path, FileUse::WriteInPlace));
+    if (!file.IsOpen()) ThrowFileError(path);
+    if (!files.Reserve(file.Handle(), static_cast<std::int64_t>(image.size()))) ThrowFileError(path);
+    const auto written = files.Write(file.Handle(), image.data(), static_cast<std::uint32_t>(image.size()));
+    if (!written) ThrowFileError(path);
+    if (*written != image.size()) throw RuntimeError(ErrorNumber::DiskFull);
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "tree/Node.h"
+
+// Which of the main window's commands make sense right now; the menus and the tool bar are greyed by it. What
+// a greyed command would do is refused by the command itself as well.
+struct CommandState {
+    bool snap = false;         // there is a container to take the clip, and nothing locks it
+    bool toClipboard = false;  // a clip is selected
+    bool remove = false;       // something is selected that may go
+    bool rename = false;
+    bool properties = false;
+    bool newFolder = false;  // a profile or folder is selected
+    bool newProfile = false;
+    bool activate = false;  // a profile or folder is selected that is not the active container
+};
+
+CommandState CommandsFor(const Node* selected, const Node* activeContainer, bool locked);
+
+// What a node shows in the tree and the list: the active container its camera, the others their kind.
+ImageValue PictureOf(const Node& node, const Node* activeContainer);
