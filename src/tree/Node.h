@@ -30,7 +30,7 @@ class Node {
     const ImageValue& SelectedImage() const { return selectedImage_; }
     const ImageValue& ExpandedImage() const { return expandedImage_; }
     bool Expanded() const { return expanded_; }
-    // True while the node's children are kept in the order of their texts.
+    // True while the node's children are kept in the order of their texts, without regard to case.
     bool Sorted() const { return sorted_; }
 
     void SetText(const std::wstring& text);
@@ -69,6 +69,7 @@ class Node {
     ImageValue expandedImage_;
     bool expanded_ = false;
     bool sorted_ = false;
+    bool awaitsOrder_ = false;  // its children are put in order at the end of the bulk change
     Node* parent_ = nullptr;
     Node* firstChild_ = nullptr;
     Node* lastChild_ = nullptr;

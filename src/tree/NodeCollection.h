@@ -21,9 +21,11 @@ class NodeView {
  public:
     virtual ~NodeView() = default;
 
-    // The node stands at its place, with its text and pictures.
+    // The node stands at its place, with its text and pictures. During a bulk change its place below a sorted
+    // parent is its last one only after ChildrenReordered.
     virtual void NodeAdded(Node& node) = 0;
-    // The node and everything below it are about to go; one call for the whole subtree.
+    // The node and everything below it are about to go; one call for the whole subtree. None of them is
+    // selected any more.
     virtual void NodeRemoving(Node& node) = 0;
     virtual void NodeTextChanged(Node& node) = 0;
     virtual void NodeImageChanged(Node& node) = 0;
@@ -31,9 +33,11 @@ class NodeView {
     // The children of `parent` (the root level when null) stand in another order.
     virtual void ChildrenReordered(Node* parent) = 0;
     virtual void SelectionChanged(Node* node) = 0;
+    // The collection is empty; nothing is selected any more.
     virtual void AllRemoved() = 0;
 
-    // Between these two the collection changes a lot: the screen may wait with showing it. They nest.
+    // Between these two the collection changes a lot: the screen may wait with showing it. They nest. What
+    // was expanded, collapsed or reordered meanwhile has been told before the outermost end.
     virtual void BeginBulkChange() = 0;
     virtual void EndBulkChange() = 0;
 
@@ -41,6 +45,8 @@ class NodeView {
     virtual void EnsureVisible(Node& node) = 0;
     // True when the node lies in opened parents and within the shown area.
     virtual bool IsVisible(const Node& node) = 0;
+    // Makes the second shown node the first one; the selection stays.
+    virtual void ScrollDown() = 0;
 };
 
 // The nodes of the tree control, all of them, in memory. With no view it works all the same.
@@ -52,11 +58,12 @@ class NodeCollection {
     NodeCollection& operator=(const NodeCollection&) = delete;
 
     // Adds a node at the place that `relation` names, seen from `relative`; a null `relative` means the end
-    // of the root level (its start for First). Below a sorted parent the place follows from the text instead.
+    // of the root level (its start for First). Below a sorted parent the place follows from the text instead,
+    // behind those of the same text; during a bulk change only at its end.
     Node& Add(Node* relative, NodeRelation relation, const std::wstring& text, const ImageValue& image,
               const ImageValue& selectedImage = {});
-    // Removes the node and everything below it. The selection goes to a neighbour or the parent of what is
-    // removed.
+    // Removes the node and everything below it. A selection in there goes to the next sibling, else to the
+    // previous one, else to the parent, while the node is still there.
     void Remove(Node& node);
     void Clear();
 
@@ -74,15 +81,29 @@ class NodeCollection {
     bool Sorted() const { return sorted_; }
     void SetSorted(bool sorted);
 
-    // The screen, or null. Not owned; must be taken away before it dies.
+    // Between these two a lot changes: the screen may wait, and what is sorted is put in order once, at the
+    // outermost end. They nest. Use BulkChangeScope.
+    void BeginBulkChange();
+    void EndBulkChange();
+
+    // The screen, or null. Not owned; must be taken away before it dies, and not be exchanged during a bulk
+    // change.
     void SetView(NodeView* view) { view_ = view; }
     NodeView* View() const { return view_; }
 
  private:
     friend class Node;
+    // The chain of siblings that stand below `parent`, the root level for null.
+    Node*& FirstOf(Node* parent) { return parent != nullptr ? parent->firstChild_ : firstRoot_; }
+    Node*& LastOf(Node* parent) { return parent != nullptr ? parent->lastChild_ : lastRoot_; }
+    bool KeepsSorted(const Node* parent) const { return parent != nullptr ? parent->sorted_ : sorted_; }
     void Link(Node& node, Node* relative, NodeRelation relation);
+    void LinkBefore(Node& node, Node* parent, Node* before);
+    void LinkSorted(Node& node, Node* parent);
     void Unlink(Node& node);
+    void OrderLater(Node* parent);
     void SortChildren(Node* parent);
+    void TextChanged(Node& node);
 
     std::vector<std::unique_ptr<Node>> nodes_;
     Node* firstRoot_ = nullptr;
@@ -90,20 +111,19 @@ class NodeCollection {
     Node* selected_ = nullptr;
     NodeView* view_ = nullptr;
     bool sorted_ = false;
+    bool awaitsOrder_ = false;  // as in Node, for the root level
+    int bulkDepth_ = 0;
+    std::vector<Node*> unsorted_;  // parents (null: the root level) to be put in order after the bulk change
 };
 
-// Tells the view of a bulk change while it lives.
+// A bulk change that lasts as long as the scope.
 class BulkChangeScope {
  public:
-    explicit BulkChangeScope(NodeCollection& nodes) : view_(nodes.View()) {
-        if (view_ != nullptr) view_->BeginBulkChange();
-    }
-    ~BulkChangeScope() {
-        if (view_ != nullptr) view_->EndBulkChange();
-    }
+    explicit BulkChangeScope(NodeCollection& nodes) : nodes_(nodes) { nodes_.BeginBulkChange(); }
+    ~BulkChangeScope() { nodes_.EndBulkChange(); }
     BulkChangeScope(const BulkChangeScope&) = delete;
     BulkChangeScope& operator=(const BulkChangeScope&) = delete;
 
  private:
-    NodeView* view_;
+    NodeCollection& nodes_;
 };

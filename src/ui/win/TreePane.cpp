@@ -324,3 +324,10 @@ bool TreePane::IsVisible(const Node& node) {
     GetClientRect(window_, &client);
     return item.bottom > client.top && item.top < client.bottom;
 }
+
+void TreePane::ScrollDown() {
+    const HTREEITEM first = TreeView_GetFirstVisible(window_);
+    if (first == nullptr) return;
+    const HTREEITEM second = TreeView_GetNextVisible(window_, first);
+    if (second != nullptr) TreeView_Select(window_, second, TVGN_FIRSTVISIBLE);
+}

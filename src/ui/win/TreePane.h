@@ -56,6 +56,7 @@ class TreePane : public NodeView {
     void EndBulkChange() override;
     void EnsureVisible(Node& node) override;
     bool IsVisible(const Node& node) override;
+    void ScrollDown() override;
 
  private:
     static HTREEITEM ItemOf(const Node& node) { return reinterpret_cast<HTREEITEM>(node.viewItem); }

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+#include "platform/Handles.h"
+#include "platform/Windows.h"
+
+// How the program learns of clipboard changes and of requests for what it announced: its main window is
+// subclassed and stands in the clipboard viewer chain.
+
+// All zero while there is no hook.
+extern ProcedureAddress OriginalWndProc;  // of HookedWindow, before it was subclassed
+extern WindowHandle HookedWindow;
+extern WindowHandle OwnViewer;   // what this program put into the chain
+extern WindowHandle NextViewer;  // behind it; None at the chain's end
+// The window in front when the clipboard changed or the hot key was pressed; gets the focus back after the
+// main window was minimised.
+extern WindowHandle PreviousForeground;
+
+// What the main window lends to the hook. Set before SubclassWindow, cleared after UnsubclassWindow.
+struct MainWindowHooks {
+    // Opens the clipboard and owns it after a restore.
+    WindowHandle window = WindowHandle::None;
+    // The window procedure that hands everything to ClipboardWndProc.
+    ProcedureAddress procedure = ProcedureAddress::None;
+    // Another program changed the clipboard while automatic capture (the option AutoSnap) was on.
+    std::function<void()> updateClipBoard;
+    // The hot key was pressed.
+    std::function<void(WindowHandle mainWindow)> hotKeyAction;
+};
+extern MainWindowHooks TheMainWindowHooks;
+
+void SubclassWindow(WindowHandle window);
+void UnsubclassWindow();
+
+// Subclasses the window and puts it into the viewer chain, undoing both first where they stand. Returns
+// NextViewer.
+WindowHandle ConnectViewer(WindowHandle window);
+void DisconnectViewer();
+
+// Gives the focus back to PreviousForeground and forgets it.
+void RestoreForeground();
+
+// The main window's procedure while it is hooked. 0 where nothing else is said.
+MessageParameter ClipboardWndProc(WindowHandle window, std::uint32_t message, MessageParameter wParam,
+                                  MessageParameter lParam);
