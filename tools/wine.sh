@@ -15,9 +15,16 @@ wine32_fetch() {
     mkdir -p "$state/lists/partial" "$state/archives/partial"
     : >"$state/status"
     # The release itself without its update suites: complete at every time, also while a mirror is being refreshed.
-    apt-get indextargets --format '$(ORIGIN) $(REPO_URI) $(RELEASE) $(COMPONENT)' 'Created-By: Packages' | sort -u |
-        awk '$1 == "Debian" && $3 !~ /[-\/]/ { print "deb [arch=i386] " $2 " " $3 " " $4 }' >"$state/sources.list"
-    [ -s "$state/sources.list" ] || { echo "this machine's apt knows no Debian release"; return 1; }
+    local codename
+    codename=$(. /etc/os-release && echo "$VERSION_CODENAME")
+    wine32_sources "$codename" >"$state/sources.list"
+    if [ ! -s "$state/sources.list" ]; then
+        # apt tells its sources only once it has fetched their lists, which images for containers throw away.
+        mkdir -p "$state/own/lists/partial"
+        apt-get -q -o Dir::State="$state/own" -o APT::Sandbox::User=root update
+        wine32_sources "$codename" -o Dir::State="$state/own" >"$state/sources.list"
+    fi
+    [ -s "$state/sources.list" ] || { echo "this machine's apt has no source for $codename"; return 1; }
     cat >"$state/apt.conf" <<EOF
 Dir::State "$state";
 Dir::State::status "$state/status";
@@ -36,6 +43,15 @@ APT::Sandbox::User "root";
 Acquire::Languages "none";
 EOF
     retry wine32_download "$state"
+}
+
+# wine32_sources CODENAME [APT-OPTION...]: the machine's own Debian release, wherever it fetches that from.
+wine32_sources() {
+    local codename=$1
+    shift
+    apt-get "$@" indextargets --format '$(RELEASE) $(COMPONENT) $(REPO_URI) $(ORIGIN)' 'Created-By: Packages' | sort -u |
+        awk -v codename="$codename" '$1 == codename && $2 == "main" && ($4 == "" || $4 == "Debian") {
+            print "deb [arch=i386] " $3 " " $1 " " $2 }'
 }
 
 wine32_download() {
@@ -57,7 +73,7 @@ wine32_tree() {
         >"$tree/usr/lib/i386-linux-gnu/wine/i386-windows/zlib1.dll"
 }
 
-wine32_dir() { printf '%s\n' "$CACHE/wine32-$(recipe wine32_fetch wine32_download wine32_tree)"; }
+wine32_dir() { printf '%s\n' "$CACHE/wine32-$(recipe wine32_fetch wine32_sources wine32_download wine32_tree)"; }
 wine32_build() { with_lock wine32 build_once "$(wine32_dir)" wine32_tree; }
 
 # ---- The environment -------------------------------------------------------------------------------------------
