@@ -91,7 +91,7 @@ class CTreeViewEx {
     // True when `ancestor` is the node itself or stands above it.
     bool IsSubNode(const Node* node, const Node* ancestor) const;
     // The number of all descendants. Throws RuntimeError (Overflow) above 32767; DescendantCount counts on.
-    std::int16_t SubNodeCount(const Node* node) const;
+    std::int16_t SubNodeCount(Node* node) const;
 
     // --- Scrolling ---
 
@@ -140,11 +140,12 @@ class CTreeViewEx {
     void SetActiveContainer(std::int32_t position) { activeContainer_ = position; }
 
  private:
+    // Null when a handler cancels.
     Node* AddCopy(Node* relative, NodeRelation relation, Node& source, bool isMove, bool& cancel);
     void CopyDescendants(Node& source, Node& copy, bool isMove);
-    bool RaiseAction(std::int16_t action, Node& node);
-    void FlattenInto(TreeData& data, Node& start, std::int32_t count) const;
-    Node* BuildNodes(Node* parent);
+    static TreeData Flattened(Node& start, std::int32_t count);
+    bool BuildNodes(Node* parent, Node*& top);
+    Node& AddFromRecord(Node* relative, NodeRelation relation, const TreeNodeRecord& record);
 
     NodeCollection* mvarTreeView = nullptr;
     TreeViewExEvents* events_ = nullptr;
