@@ -13,8 +13,10 @@
 #include "platform/Platform.h"
 #include "platform/Text.h"
 #include "profiles/CProfiles.h"
-#include "profiles/ProfileActions.h"
+#include "profiles/ProfileStore.h"
 #include "resources/controls.h"
+#include "tree/NodeProperties.h"
+#include "tree/StructureLock.h"
 #include "tree/modProfile.h"
 #include "tree/modTreeEx.h"
 #include "ui/MainLayout.h"
@@ -61,13 +63,12 @@ LRESULT CALLBACK HookThunk(HWND window, UINT message, WPARAM wParam, LPARAM lPar
 
 frmMain::frmMain() {
     cTV_.Bind(&nodes_);
-    cTV_.SetEvents(this);
     tvTreeView_.SetListener(this);
+    container_.SetListener([this] { ShowContainer(); });
 }
 
 frmMain::~frmMain() {
     tvTreeView_.Detach();
-    if (popups_ != nullptr) DestroyMenu(popups_);
 }
 
 bool frmMain::Load() {
@@ -179,8 +180,7 @@ bool frmMain::CreateControls() {
                 ClampSplitter(TwipsFromPixels(left, dpi_), TwipsFromPixels(client.right, dpi_)), dpi_);
         },
         [this](int left) { SizeControls(TwipsFromPixels(left, dpi_)); });
-    popups_ = CreatePopupMenu();
-    if (sbStatusBar_ == nullptr || lblTitle_ == nullptr || !splitter || popups_ == nullptr) return false;
+    if (sbStatusBar_ == nullptr || lblTitle_ == nullptr || !splitter) return false;
     ApplyDpi(DpiOfWindow(window_));
     ShowWindow(tbToolBar_.Window(), SW_SHOW);
     return true;
@@ -279,7 +279,6 @@ void frmMain::AddHotKey() {
 }
 
 void frmMain::JoinViewerChain() {
-    TheMainWindowHooks.window = HandleOf(window_);
     TheMainWindowHooks.procedure =
         static_cast<ProcedureAddress>(reinterpret_cast<std::uintptr_t>(&HookThunk));
     TheMainWindowHooks.updateClipBoard = [this] { UpdateClipBoard(); };
@@ -333,14 +332,7 @@ void frmMain::LoadProfiles() {
 }
 
 void frmMain::RestoreActiveContainer() {
-    if (nodes_.Count() == 0) {
-        SetActiveContainer(nullptr);
-        return;
-    }
-    cTV_.SetActiveContainer(
-        ParseInt32(ThePlatform().settings.Read(kSettings, L"ActiveContainer", L"-1")).value_or(-1));
-    Node* const kept = cTV_.NodeAtPosition(cTV_.ActiveContainer());
-    SetActiveContainer(IsNodeOfKind(kept, 3) ? kept : nodes_.Root());
+    container_.Restore();
 }
 
 void frmMain::MinimiseIfWanted() {
@@ -392,8 +384,7 @@ void frmMain::StoreOptions() {
 }
 
 void frmMain::StoreActiveContainer() {
-    cTV_.SetActiveContainer(cTV_.PositionOf(activeContainer_));
-    StoreNumber(L"ActiveContainer", cTV_.ActiveContainer());
+    container_.Store();
 }
 
 void frmMain::StoreProfileList() {
@@ -434,36 +425,39 @@ void frmMain::UpdateListview() {
 }
 
 void frmMain::SetActiveContainer(Node* node) {
-    if (node != nullptr && !IsNodeOfKind(node, kProfileKind | kStructureKind)) return;
-    Node* const previous = std::exchange(activeContainer_, node);
-    RefreshImage(previous);
-    RefreshImage(node);
-    SetWindowTextW(lblTitle_, node != nullptr ? node->Text().c_str() : L"<Keine aktive Ablage>");
+    container_.SetActiveContainer(node);
+}
+
+void frmMain::ShowContainer() {
+    SetWindowTextW(lblTitle_, container_.Title().c_str());
     RefreshCommands();
 }
 
-void frmMain::RefreshImage(Node* node) {
-    if (node != nullptr) node->SetImage(PictureOf(*node, activeContainer_));
-}
-
-void frmMain::RefreshCommands() {
-    const CommandState can = CommandsFor(nodes_.Selected(), activeContainer_, Options().LockEdit);
-    const HMENU menu = GetMenu(window_);
+void frmMain::GreyMenu(HMENU menu) {
+    const CommandState can = CommandsFor(nodes_.Selected(), container_.Get(), Options().LockEdit);
     const auto enable = [&](bool enabled, std::initializer_list<int> entries) {
         for (const int entry : entries)
             EnableMenuItem(menu, static_cast<UINT>(entry), MF_BYCOMMAND | (enabled ? MF_ENABLED : MF_GRAYED));
     };
+    enable(can.snap, {m_edit_insert, m_tray_snap});
+    enable(can.toClipboard, {m_copyToClipboard, m_to_clipboard});
+    enable(can.remove, {m_edit_delete, m_del_profile, m_structDelete, m_delnode});
+    enable(can.rename, {m_edit_rename});
+    enable(can.properties, {mnuFileProperties, m_pp_prop, m_ps_prop, m_clip_prop});
+    enable(can.newFolder, {m_edit_newstruct, m_pop_newstruct, m_substruct_insert, m_pp_substruct_insert});
+    enable(can.newProfile, {mnuFileNew, m_pNN_NewProfil, m_PPNewProfil});
+    enable(can.importProfile, {m_importProfil, m_pNN_insert_profile, m_PP_ImportProfil});
+    enable(can.unlinkProfile, {m_PP_UnlinkProfil});
+    enable(can.activate, {m_activate, m_profile_active, m_struct_active});
+}
+
+void frmMain::RefreshCommands() {
+    const CommandState can = CommandsFor(nodes_.Selected(), container_.Get(), Options().LockEdit);
+    const HMENU menu = GetMenu(window_);
     const auto check = [&](bool checked, int entry) {
         CheckMenuItem(menu, static_cast<UINT>(entry), MF_BYCOMMAND | (checked ? MF_CHECKED : MF_UNCHECKED));
     };
-    enable(can.snap, {m_edit_insert});
-    enable(can.toClipboard, {m_copyToClipboard});
-    enable(can.remove, {m_edit_delete});
-    enable(can.rename, {m_edit_rename});
-    enable(can.properties, {mnuFileProperties});
-    enable(can.newFolder, {m_edit_newstruct});
-    enable(can.newProfile, {mnuFileNew, m_importProfil});
-    enable(can.activate, {m_activate});
+    GreyMenu(menu);
     check(toolBarShown_, mnuViewToolbar);
     check(statusBarShown_, mnuViewStatusBar);
     check(previewShown_, mnuListViewPreview);
@@ -507,15 +501,25 @@ void frmMain::Restore() {
     SetForegroundWindow(window_);
 }
 
-void frmMain::Minimise() { ShowWindow(window_, SW_MINIMIZE); }
+void frmMain::Minimise() {
+    ShowWindow(window_, SW_MINIMIZE);
+}
 
-void frmMain::BringToFront() { Restore(); }
+void frmMain::BringToFront() {
+    Restore();
+}
 
-WindowHandle frmMain::Window() { return HandleOf(window_); }
+WindowHandle frmMain::Window() {
+    return HandleOf(window_);
+}
 
-bool frmMain::LockPressed() { return tbToolBar_.Pressed(tbbLock); }
+bool frmMain::LockPressed() {
+    return tbToolBar_.Pressed(tbbLock);
+}
 
-void frmMain::ScrollIntoView(Node& node) { tvTreeView_.EnsureVisible(node); }
+void frmMain::ScrollIntoView(Node& node) {
+    tvTreeView_.EnsureVisible(node);
+}
 
 void frmMain::SelectAndShow(Node& node) {
     if (nodes_.Selected() == &node)
@@ -524,11 +528,49 @@ void frmMain::SelectAndShow(Node& node) {
         nodes_.Select(&node);
 }
 
-void frmMain::SetProfileChanged(Node& node) { ::SetProfileChanged(node); }
+void frmMain::SetProfileChanged(Node& node) {
+    ::SetProfileChanged(&node);
+}
 
-bool frmMain::SaveAllProfiles() { return ::SaveAllProfiles(cTV_); }
+bool frmMain::SaveAllProfiles() {
+    return ::SaveAllProfiles(cTV_);
+}
 
-void frmMain::EditClipProperties(Node& node) {
-    nodes_.Select(&node);
-    ShowProperties();
+bool frmMain::MayEditLabel(Node& node) {
+    return IsNodeOfKind(&node, kProfileKind | kStructureKind | kClipKind) &&
+           ActionAllowed(EditActionFor(node), &node);
+}
+
+bool frmMain::LabelEdited(Node& node, const std::wstring& text) {
+    if (!RenameNode(cTV_, node, text)) return false;
+    container_.TellListener();
+    return true;
+}
+
+void frmMain::DragStarted(Node&, bool) {}
+
+void frmMain::ShowContextMenu(HWND source, POINT point) {
+    if (source != tvTreeView_.Window()) return;
+    Node* node = nodes_.Selected();
+    if (point.x == -1 && point.y == -1) {
+        point = tvTreeView_.MenuPoint();
+    } else {
+        POINT inTree = point;
+        ScreenToClient(source, &inTree);
+        node = tvTreeView_.NodeAt(inTree);
+        if (node != nullptr) nodes_.Select(node);
+    }
+    const int menu = IsProfileNode(node)     ? m_popProfile
+                     : IsStructureNode(node) ? m_popStruct
+                     : IsClipNode(node)      ? m_poptree
+                                             : m_popNoNode;
+    TrackMenu(menu, point);
+}
+
+void frmMain::TrackMenu(int menu, POINT point) {
+    const HMENU loaded = LoadMenuW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(menu));
+    const HMENU popup = GetSubMenu(loaded, 0);
+    GreyMenu(popup);
+    TrackPopupMenu(popup, TPM_RIGHTBUTTON, point.x, point.y, 0, window_, nullptr);
+    DestroyMenu(loaded);
 }

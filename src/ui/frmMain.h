@@ -5,7 +5,10 @@
 #include <memory>
 
 #include "clipboard/CClipBoard.h"
+#include "profiles/ActiveContainer.h"
+#include "profiles/ProfileActions.h"
 #include "tree/CTreeViewEx.h"
+#include "tree/ClipOperations.h"
 #include "tree/NodeCollection.h"
 #include "ui/ListUpdate.h"
 #include "ui/MainCommands.h"
@@ -57,7 +60,7 @@ class frmMain : public MainWindowHost,
     // Puts the selected clip on the clipboard.
     void PrepareClipboard();
     Node* SearchForNode(Node* start);
-    void ImportProfileDirect(const std::wstring& directory);
+    Node* ImportProfileDirect(const std::wstring& directory);
     // The new profile's top node, or null.
     Node* BuildNewprofile(const std::wstring& name, const std::wstring& directory,
                           const std::wstring& templateFile);
@@ -68,7 +71,7 @@ class frmMain : public MainWindowHost,
 
     WindowHandle Window() override;
     NodeCollection& Nodes() override { return nodes_; }
-    Node* ActiveContainer() override { return activeContainer_; }
+    Node* ActiveContainer() override { return container_.Get(); }
     bool LockPressed() override;
     void ScrollIntoView(Node& node) override;
     void SelectAndShow(Node& node) override;
@@ -86,8 +89,14 @@ class frmMain : public MainWindowHost,
     LRESULT OnNotify(NMHDR& header);
     void ShowContextMenu(HWND source, POINT point);
     void ShowStatus(const std::wstring& text);
+    // Pops up one of the context menus at a point of the screen.
+    void TrackMenu(int menu, POINT point);
+    void GreyMenu(HMENU menu);
     void RefreshCommands();
-    void RefreshImage(Node* node);
+    // The active container changed or got another name.
+    void ShowContainer();
+    // Runs a change of the tree and shows what it left behind.
+    void AfterTreeChange(Node* selected);
     // The window back from the tray or the task bar, in front of the others.
     void Restore();
 
@@ -122,11 +131,6 @@ class frmMain : public MainWindowHost,
     void DragStarted(Node& node, bool rightButton) override;
     void NodeActivated(Node& node) override;
 
-    // The tree wrapper's events.
-    void BeforeNodeCopy(Node* newParent, Node& sourceNode, bool isMove, bool& cancel) override;
-    void AfterNodeCopy(Node& newNode, Node& sourceNode, bool isMove) override;
-    void DoAction(std::int16_t action, Node& node, bool& cancel) override;
-
     // Runs the command of a menu entry, key or tool-bar button.
     void RunCommand(int command);
     // Enter or a double click on a row of the list does what it does in the tree.
@@ -139,6 +143,8 @@ class frmMain : public MainWindowHost,
     void NewFolder();
     void RenameSelected();
     void ShowProperties();
+    // True when the dialog was confirmed.
+    bool ShowPropertiesOf(Node& node);
     void Activate();
     void Search(bool again);
     void SetListMode(ListMode mode);
@@ -156,7 +162,6 @@ class frmMain : public MainWindowHost,
     HWND window_ = nullptr;
     HWND sbStatusBar_ = nullptr;
     HWND lblTitle_ = nullptr;
-    HMENU popups_ = nullptr;
     HACCEL keys_ = nullptr;
     UniqueFont font_;
     UniqueFont titleFont_;
@@ -165,6 +170,9 @@ class frmMain : public MainWindowHost,
 
     NodeCollection nodes_;
     CTreeViewEx cTV_;
+    ::ActiveContainer container_{cTV_};
+    ClipOperations operations_{cTV_, container_};
+    ProfileActions profiles_{cTV_, container_};
     TreePane tvTreeView_{nodes_};
     ListPane lvListView_;
     MainToolBar tbToolBar_;
@@ -182,5 +190,4 @@ class frmMain : public MainWindowHost,
     CClipBoard clipBoard_;
     SnapFlow snap_{*this, clipBoard_};
     SetClipFlow setClip_{*this, clipBoard_};
-    Node* activeContainer_ = nullptr;
 };

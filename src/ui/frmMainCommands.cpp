@@ -9,18 +9,27 @@
 #include "platform/Platform.h"
 #include "profiles/ProfileActions.h"
 #include "resources/controls.h"
+#include "tree/NodeProperties.h"
+#include "tree/StructureLock.h"
 #include "tree/modProfile.h"
 #include "tree/modTreeEx.h"
+#include "ui/Search.h"
 #include "ui/frmAbout.h"
+#include "ui/frmClipProp.h"
 #include "ui/frmMain.h"
+#include "ui/frmProfileProp.h"
+#include "ui/frmStructProp.h"
 #include "ui/win/Dialog.h"
 
 namespace {
 
 // A command without an action of its own.
-void NotYet() { ThePlatform().user.Tell(L"Noch nicht implementiert"); }
+void NotYet() {
+    ThePlatform().user.Tell(L"Noch nicht implementiert");
+}
 
-constexpr std::array<ListMode, 4> kListModes{ListMode::Large, ListMode::Small, ListMode::List, ListMode::Details};
+constexpr std::array<ListMode, 4> kListModes{ListMode::Large, ListMode::Small, ListMode::List,
+                                             ListMode::Details};
 
 }  // namespace
 
@@ -128,12 +137,17 @@ void frmMain::RunCommand(int command) {
     }
 }
 
-void frmMain::PrepareClipboard() { setClip_.SetClip(); }
+void frmMain::PrepareClipboard() {
+    setClip_.SetClip();
+}
 
-void frmMain::UpdateClipBoard() { snap_.UpdateClipBoard(); }
+void frmMain::UpdateClipBoard() {
+    snap_.UpdateClipBoard();
+}
 
 void frmMain::Activate() {
-    if (Node* const node = nodes_.Selected(); IsNodeOfKind(node, kProfileKind | kStructureKind)) SetActiveContainer(node);
+    if (Node* const node = nodes_.Selected(); IsNodeOfKind(node, kProfileKind | kStructureKind))
+        SetActiveContainer(node);
 }
 
 void frmMain::SetListMode(ListMode mode) {
@@ -184,17 +198,104 @@ void frmMain::ExitHook() {
     UnsubclassWindow();
 }
 
-void frmMain::About() { frmAbout().ShowModal(window_, IDD_frmAbout); }
+void frmMain::About() {
+    frmAbout().ShowModal(window_, IDD_frmAbout);
+}
 
-void frmMain::NewProfile() { NotYet(); }
-void frmMain::ImportProfile() { NotYet(); }
-void frmMain::UnlinkProfile() { NotYet(); }
-void frmMain::DeleteSelected() { NotYet(); }
-void frmMain::NewFolder() { NotYet(); }
-void frmMain::ShowProperties() { NotYet(); }
-void frmMain::Search(bool) { NotYet(); }
-void frmMain::ShowOptions() { NotYet(); }
-void frmMain::ShowFormatSets() { NotYet(); }
+// Whatever changed the tree has told it to the screen; the list and the title follow here.
+void frmMain::AfterTreeChange(Node* selected) {
+    if (selected != nullptr)
+        SelectAndShow(*selected);
+    else
+        UpdateListview();
+}
+
+void frmMain::NewProfile() {
+    if (!ActionAllowed(TreeAction::NewProfile, nullptr)) return;
+    frmProfileProp dialog(cTV_);
+    if (!dialog.ShowModal(window_, IDD_frmProfileProp)) return;
+    Node* const profile = BuildNewprofile(dialog.Name(), dialog.Directory(), dialog.TemplateFile());
+    if (profile == nullptr) return;
+    ProfileProperties properties = ReadProfileProperties(*profile);
+    if (!dialog.Info().empty()) properties.info = dialog.Info();
+    properties.globalFree = dialog.GlobalFree();
+    ApplyProfileProperties(cTV_, *profile, properties);
+    AfterTreeChange(profile);
+}
+
+Node* frmMain::BuildNewprofile(const std::wstring& name, const std::wstring& directory,
+                               const std::wstring& templateFile) {
+    return profiles_.BuildNewprofile(name, directory, templateFile);
+}
+
+void frmMain::ImportProfile() {
+    NotYet();
+}
+
+Node* frmMain::ImportProfileDirect(const std::wstring& directory) {
+    return profiles_.ImportProfileDirect(directory);
+}
+
+void frmMain::UnlinkProfile() {
+    Node* const profile = nodes_.Selected();
+    if (!ActionAllowed(TreeAction::UnlinkProfile, profile)) return;
+    if (profiles_.UnlinkProfile(profile)) AfterTreeChange(nodes_.Selected());
+}
+
+void frmMain::DeleteSelected() {
+    if (Node* const node = nodes_.Selected(); node != nullptr && operations_.Delete(node))
+        AfterTreeChange(nodes_.Selected());
+}
+
+void frmMain::NewFolder() {
+    Node* container = nodes_.Selected();
+    if (IsNodeOfKind(container, kClipKind)) container = container->Parent();
+    if (container == nullptr || !ActionAllowed(TreeAction::NewFolder, container)) return;
+    Node* folder = nullptr;
+    frmStructProp dialog(L"Neuer Ordner", L"", [&](const std::wstring& name, const std::wstring& info) {
+        folder = ::NewFolder(cTV_, container, name, info);
+        return folder != nullptr;
+    });
+    if (dialog.ShowModal(window_, IDD_frmStructProp)) AfterTreeChange(folder);
+}
+
+void frmMain::ShowProperties() {
+    Node* const node = nodes_.Selected();
+    if (!IsNodeOfKind(node, kProfileKind | kStructureKind | kClipKind) ||
+        !ActionAllowed(EditActionFor(*node), node))
+        return;
+    if (ShowPropertiesOf(*node)) AfterTreeChange(node);
+}
+
+bool frmMain::ShowPropertiesOf(Node& node) {
+    if (IsClipNode(&node)) return frmClipProp(cTV_, node).ShowModal(window_, IDD_frmClipProp);
+    if (IsProfileNode(&node)) return frmProfileProp(cTV_, node).ShowModal(window_, IDD_frmProfileProp);
+    const FolderProperties folder = ReadFolderProperties(node);
+    return frmStructProp(folder.name, folder.info,
+                         [&](const std::wstring& name, const std::wstring& info) {
+                             return ApplyFolderProperties(cTV_, node, name, info);
+                         })
+        .ShowModal(window_, IDD_frmStructProp);
+}
+
+void frmMain::EditClipProperties(Node& node) {
+    if (ShowPropertiesOf(node)) AfterTreeChange(&node);
+}
+
+void frmMain::Search(bool) {
+    NotYet();
+}
+void frmMain::ShowOptions() {
+    NotYet();
+}
+void frmMain::ShowFormatSets() {
+    NotYet();
+}
+void frmMain::FirstStartAction() {}
+
+Node* frmMain::SearchForNode(Node* start) {
+    return ::SearchForNode(cTV_, TheSearchCriteria(), start);
+}
 
 void frmMain::RenameSelected() {
     if (Node* const node = nodes_.Selected(); node != nullptr) tvTreeView_.EditLabel(*node);

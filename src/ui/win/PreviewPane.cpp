@@ -1,5 +1,7 @@
 #include "ui/win/PreviewPane.h"
 
+// The rich-text box and the tab need <windows.h> in front of them.
+#include <commctrl.h>
 #include <richedit.h>
 #include <richole.h>
 

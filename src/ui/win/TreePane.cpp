@@ -112,6 +112,15 @@ Node* TreePane::NodeAt(POINT point) const {
     return item != nullptr && (hit.flags & TVHT_ONITEM) != 0 ? NodeOfItem(item) : nullptr;
 }
 
+POINT TreePane::MenuPoint() const {
+    RECT area{};
+    const Node* const node = nodes_.Selected();
+    if (node != nullptr && node->viewItem != 0) TreeView_GetItemRect(window_, ItemOf(*node), &area, TRUE);
+    POINT point{area.left, area.bottom};
+    ClientToScreen(window_, &point);
+    return point;
+}
+
 void TreePane::EditLabel(Node& node) {
     MakeItemsDownTo(node);
     SetFocus(window_);

@@ -26,6 +26,8 @@ class TreePane : public NodeView {
 
     // The node under a point of the control in pixels; null when there is none.
     Node* NodeAt(POINT point) const;
+    // Where the keyboard's context menu belongs: below the selected node, in screen pixels.
+    POINT MenuPoint() const;
     // Starts renaming a node in place.
     void EditLabel(Node& node);
     // Shows the place where something dragged would go: on a node, in front of it, or nowhere (null).
