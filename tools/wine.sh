@@ -213,29 +213,33 @@ lane_keep() {
     echo $BASHPID >"$dir/keeper"
     export WINEPREFIX=$dir
     cd "$dir/scratch" || exit 1
-    case $look in
-    x11 | null) set -- cmd ;;
-    *) set -- explorer.exe /desktop=Default cmd ;;
-    esac
-    if [ "$look" = null ]; then unset DISPLAY; fi
-    # An open pipe as its input keeps the command interpreter waiting for ever.
+    # An open pipe as its input keeps the command interpreter waiting for ever. Its greeting says that it runs; of
+    # the virtual desktop the window is the sign.
     exec 7<>"$dir/hold"
-    "$dir/bin/wine" "$@" <&7 >"$dir/resident.out" 2>&1 7>&- &
-    if [ "$1" != cmd ]; then lane_desktop_ready "$dir"; fi
+    case $look in
+    null)
+        unset DISPLAY
+        "$dir/bin/wine" cmd <&7 >"$dir/resident.out" 2>&1 7>&- &
+        ;;
+    x11) "$dir/bin/wine" cmd <&7 >"$dir/resident.out" 2>&1 7>&- & ;;
+    *)
+        "$dir/bin/wine" explorer.exe /desktop=Default cmd <&7 >/dev/null 2>&1 7>&- &
+        lane_desktop_ready && echo ready >"$dir/resident.out"
+        ;;
+    esac
     while [ -e "$dir/keeper" ] && { [ "$owner" = 0 ] || kill -0 "$owner" 2>/dev/null; }; do
         sleep 0.5
     done
     if [ -e "$dir/keeper" ]; then lane_stop "$dir"; fi
 }
 
-# The virtual desktop's resident says nothing on its output; its window is the sign.
 lane_desktop_ready() {
     local tries
-    for ((tries = 0; tries < 400; tries++)); do
-        xdotool search --name 'Wine desktop' >/dev/null 2>&1 && break
+    for ((tries = 0; tries < 500; tries++)); do
+        xdotool search --name 'Wine desktop' >/dev/null 2>&1 && return 0
         sleep 0.05
     done
-    echo ready >>"$1/resident.out"
+    return 1
 }
 
 lane_stop() {
