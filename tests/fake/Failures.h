@@ -1,0 +1,88 @@
+#pragma once
+
+#include <map>
+
+// Every call of a port that can fail. The fakes ask here, once per call, whether this one is to fail.
+enum class Operation {
+    ClipboardOpen,
+    ClipboardEmpty,
+    ClipboardData,
+    ClipboardAnnounce,
+    ClipboardPut,
+    ClipboardRegisterName,
+    MemoryAllocate,
+    MemoryLock,
+    MetafilesBitsSize,
+    MetafilesGetBits,
+    MetafilesCreate,
+    MetafilesEnhancedBitsSize,
+    MetafilesGetEnhancedBits,
+    MetafilesCreateEnhanced,
+    FilesOpen,
+    FilesRead,
+    FilesWrite,
+    FilesTell,
+    FilesSeek,
+    FilesSize,
+    FilesReserve,
+    FilesExists,
+    FilesIsDirectory,
+    FilesChangeTime,
+    FilesList,
+    FilesListDirectories,
+    FilesRemove,
+    FilesCopy,
+    FilesMakeDirectory,
+    SettingsWrite,
+    SettingsDeleteSection,
+    UserPlaySound,
+    WindowsExchangeProcedure,
+    WindowsSetAlwaysOnTop,
+    WindowsAddAtom,
+    WindowsAddHotKey,
+    WindowsOpenHelp,
+};
+
+// How a write that is made to fail leaves the file.
+enum class WriteFailure {
+    DiskFullWithPart,  // half of the bytes stand in the file, the call fails
+    Nothing,           // the call fails and leaves no byte
+    Short,             // half of the bytes stand in the file, and the call says so without failing
+};
+
+// How a read that is made to fail answers.
+enum class ReadFailure {
+    Error,
+    Short,  // half of the bytes, as if the file had shrunk
+};
+
+// Makes one call fail, to be used in a loop: n = 1, 2, ... until a run ends without the failure having fired.
+class Failures {
+ public:
+    // The n-th call of `operation` from now on fails; n = 1 is the next one. Replaces what was planned
+    // before.
+    void FailNth(Operation operation, int n);
+    // The n-th call from now on of whatever operation fails.
+    void FailNthOfAny(int n);
+    // Every call of `operation` from now on fails.
+    void FailAlways(Operation operation);
+    void FailNone();
+    // True when a planned failure has happened since it was planned.
+    bool Fired() const { return fired_; }
+    // The calls of an operation so far, those that failed included.
+    int Calls(Operation operation) const;
+
+    WriteFailure writeFailure = WriteFailure::DiskFullWithPart;
+    ReadFailure readFailure = ReadFailure::Error;
+
+    // For the fakes: counts a call and says whether it fails.
+    bool Strikes(Operation operation);
+
+ private:
+    enum class Plan { None, OneOfAKind, OneOfAny, AllOfAKind };
+    Plan plan_ = Plan::None;
+    Operation planned_ = Operation::ClipboardOpen;
+    int callsLeft_ = 0;
+    bool fired_ = false;
+    std::map<Operation, int> calls_;
+};

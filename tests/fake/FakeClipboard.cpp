@@ -1,0 +1,392 @@
+#include "fake/FakeClipboard.h"
+
+#include <algorithm>
+
+#include "fake/AsciiCase.h"
+#include "fake/SynthesisedFormats.h"
+
+namespace {
+
+constexpr FormatNumber kBitmap = 2, kPicture = 3, kPalette = 9, kEnhancedMetafile = 14, kLocale = 16;
+constexpr FormatNumber kDisplayBitmap = 130, kDisplayEnhancedMetafile = 142;
+constexpr FormatNumber kFirstRegistered = 0xC000, kLastRegistered = 0xFFFF;
+constexpr std::size_t kLongestName = 255;
+
+constexpr std::uint32_t kRenderFormatMessage = 0x0305, kDrawClipboardMessage = 0x0308,
+                        kChangeChainMessage = 0x030D;
+
+constexpr std::uint32_t kErrorAccessDenied = 5, kErrorInvalidHandle = 6, kErrorOutOfMemory = 14,
+                        kErrorInvalidParameter = 87, kErrorInvalidName = 123, kErrorNotFound = 1168,
+                        kErrorNotOpen = 1418;
+
+ResourceKind KindOf(FormatNumber format) {
+    switch (format) {
+        case kBitmap:
+        case kPalette:
+        case kDisplayBitmap:
+            return ResourceKind::GdiObject;
+        case kEnhancedMetafile:
+        case kDisplayEnhancedMetafile:
+            return ResourceKind::EnhancedMetafile;
+        default:
+            return ResourceKind::Block;
+    }
+}
+
+Ledger::Number NumberOf(DataHandle data) {
+    return static_cast<Ledger::Number>(data);
+}
+
+MessageParameter ParameterOf(WindowHandle window) {
+    return static_cast<MessageParameter>(window);
+}
+
+}  // namespace
+
+FakeClipboard::FakeClipboard(Ledger& ledger, Failures& failures, FakeMemory& memory, FakeMetafiles& metafiles,
+                             FakeWindows& windows)
+    : ledger_(ledger), failures_(failures), memory_(memory), metafiles_(metafiles), windows_(windows) {
+    otherProgram = windows_.AddWindow(L"Anderes Programm");
+}
+
+bool FakeClipboard::Fail(std::uint32_t error) {
+    lastError_ = error;
+    return false;
+}
+
+bool FakeClipboard::Open(WindowHandle owner) {
+    if (failures_.Strikes(Operation::ClipboardOpen)) return Fail(kErrorAccessDenied);
+    if (busyOpens_ > 0) {
+        --busyOpens_;
+        return Fail(kErrorAccessDenied);
+    }
+    if (openFor_ && *openFor_ != owner) return Fail(kErrorAccessDenied);
+    openFor_ = owner;
+    if (owner != otherProgram) ledger_.ClipboardOpened();
+    return true;
+}
+
+void FakeClipboard::Close() {
+    if (!openFor_) {
+        ledger_.Complain("the clipboard: closed although it is not open");
+        lastError_ = kErrorNotOpen;
+        return;
+    }
+    openFor_.reset();
+    ledger_.ClipboardClosed();
+    ledger_.EndLoans();
+    if (!changed_) return;
+    changed_ = false;
+    if (synthesise) AddSynthesised();
+    TellViewers();
+}
+
+bool FakeClipboard::Empty() {
+    if (failures_.Strikes(Operation::ClipboardEmpty)) return Fail(kErrorAccessDenied);
+    if (!openFor_) return Fail(kErrorNotOpen);
+    FreeContent();
+    owner_ = *openFor_;
+    changed_ = true;
+    return true;
+}
+
+FormatNumber FakeClipboard::NextFormat(FormatNumber previous) {
+    if (!openFor_) {
+        lastError_ = kErrorNotOpen;
+        return 0;
+    }
+    lastError_ = 0;
+    auto next = content_.begin();
+    if (previous != 0) {
+        next = std::find_if(content_.begin(), content_.end(),
+                            [&](const Entry& entry) { return entry.format == previous; });
+        if (next != content_.end()) ++next;
+    }
+    return next == content_.end() ? 0 : next->format;
+}
+
+DataHandle FakeClipboard::Data(FormatNumber format) {
+    if (failures_.Strikes(Operation::ClipboardData)) {
+        lastError_ = kErrorOutOfMemory;
+        return DataHandle::None;
+    }
+    if (!openFor_) {
+        lastError_ = kErrorNotOpen;
+        return DataHandle::None;
+    }
+    const DataHandle data = DataOf(format);
+    if (data == DataHandle::None) {
+        lastError_ = kErrorNotFound;
+        return data;
+    }
+    ledger_.Lend(NumberOf(data));
+    if (format == kPicture) {
+        const std::string block = memory_.Bytes(data);
+        if (block.size() >= metafiles_.PictureBlockSize())
+            ledger_.Lend(static_cast<std::uint32_t>(metafiles_.ReadPicture(block.data()).metafile));
+    }
+    return data;
+}
+
+bool FakeClipboard::Announce(FormatNumber format) {
+    if (failures_.Strikes(Operation::ClipboardAnnounce)) return Fail(kErrorAccessDenied);
+    if (!MayPut()) return Fail(kErrorNotOpen);
+    if (format == 0) return Fail(kErrorInvalidParameter);
+    Store(format, DataHandle::None);
+    return true;
+}
+
+bool FakeClipboard::Put(FormatNumber format, DataHandle data) {
+    if (failures_.Strikes(Operation::ClipboardPut)) return Fail(kErrorAccessDenied);
+    if (!MayPut()) return Fail(kErrorNotOpen);
+    if (format == 0) return Fail(kErrorInvalidParameter);
+    if (!ledger_.Knows(KindOf(format), NumberOf(data))) {
+        ledger_.Complain("the clipboard: format " + std::to_string(format) +
+                         " put with a handle of another kind");
+        return Fail(kErrorInvalidHandle);
+    }
+    ledger_.HandOver(NumberOf(data));
+    if (format == kPicture) {
+        const std::string block = memory_.Bytes(data);
+        if (block.size() >= metafiles_.PictureBlockSize())
+            ledger_.HandOver(static_cast<std::uint32_t>(metafiles_.ReadPicture(block.data()).metafile));
+    }
+    Store(format, data);
+    return true;
+}
+
+bool FakeClipboard::Holds(FormatNumber format) {
+    return Find(format) != nullptr;
+}
+
+FormatNumber FakeClipboard::RegisterName(const std::string& name) {
+    if (failures_.Strikes(Operation::ClipboardRegisterName)) {
+        lastError_ = kErrorOutOfMemory;
+        return 0;
+    }
+    const std::string cut = name.substr(0, name.find('\0'));
+    if (cut.empty() || cut.size() > kLongestName) {
+        lastError_ = cut.empty() ? kErrorInvalidName : kErrorInvalidParameter;
+        return 0;
+    }
+    for (const auto& [format, known] : names_)
+        if (EqualNoAsciiCase(known, cut)) return format;
+    names_[++lastName_] = cut;
+    return lastName_;
+}
+
+std::optional<std::string> FakeClipboard::RegisteredName(FormatNumber format, int most) {
+    if (format < kFirstRegistered || format > kLastRegistered || most <= 0) return std::nullopt;
+    const auto found = names_.find(format);
+    if (found == names_.end()) return std::nullopt;
+    return found->second.substr(0, static_cast<std::size_t>(most));
+}
+
+WindowHandle FakeClipboard::JoinChain(WindowHandle window) {
+    const WindowHandle next = firstViewer_;
+    firstViewer_ = window;
+    // A new viewer is told of the content that is there, before it knows its successor.
+    windows_.Deliver(window, kDrawClipboardMessage, ParameterOf(owner_), 0);
+    return next;
+}
+
+void FakeClipboard::LeaveChain(WindowHandle window, WindowHandle next) {
+    if (firstViewer_ == window) {
+        firstViewer_ = next;
+    } else if (firstViewer_ != WindowHandle::None) {
+        windows_.Deliver(firstViewer_, kChangeChainMessage, ParameterOf(window), ParameterOf(next));
+    }
+}
+
+FakeClipboard::Offer FakeClipboard::Bytes(FormatNumber format, std::string bytes) {
+    return {format, [bytes](FakeClipboard& clipboard) { return clipboard.memory_.MakeForClipboard(bytes); }};
+}
+
+FakeClipboard::Offer FakeClipboard::Picture(std::string bits, std::int32_t mode, std::int32_t xExtent,
+                                            std::int32_t yExtent) {
+    return {kPicture, [=](FakeClipboard& clipboard) {
+                MetafilePicture picture{mode, xExtent, yExtent, clipboard.metafiles_.MakeForClipboard(bits)};
+                std::string block(clipboard.metafiles_.PictureBlockSize(), '\0');
+                clipboard.metafiles_.WritePicture(picture, block.data());
+                return clipboard.memory_.MakeForClipboard(block);
+            }};
+}
+
+FakeClipboard::Offer FakeClipboard::Enhanced(std::string bits) {
+    return {kEnhancedMetafile,
+            [bits](FakeClipboard& clipboard) { return clipboard.metafiles_.MakeEnhancedForClipboard(bits); }};
+}
+
+FakeClipboard::Offer FakeClipboard::GdiObject(FormatNumber format) {
+    return {format, [](FakeClipboard& clipboard) {
+                const Ledger::Number object = clipboard.ledger_.Take(ResourceKind::GdiObject);
+                clipboard.ledger_.HandOver(object);
+                return static_cast<DataHandle>(object);
+            }};
+}
+
+FakeClipboard::Offer FakeClipboard::Late(Offer offer) {
+    offer.late = true;
+    return offer;
+}
+
+FakeClipboard::Offer FakeClipboard::Refused(FormatNumber format) {
+    return {format, [](FakeClipboard&) { return DataHandle::None; }, true};
+}
+
+void FakeClipboard::OtherProgramCopies(const std::vector<Offer>& offers) {
+    if (openFor_) {
+        ledger_.Complain("the clipboard: another program wants to copy while it is open");
+        return;
+    }
+    FreeContent();
+    owner_ = otherProgram;
+    for (const Offer& offer : offers)
+        content_.push_back({offer.format, offer.late ? DataHandle::None : offer.make(*this), offer.make, 0});
+    if (synthesise) AddSynthesised();
+    TellViewers();
+}
+
+std::optional<std::string> FakeClipboard::OtherProgramReads(FormatNumber format) {
+    if (openFor_) {
+        ledger_.Complain("the clipboard: another program wants to read while it is open");
+        return std::nullopt;
+    }
+    openFor_ = otherProgram;
+    const DataHandle data = DataOf(format);
+    openFor_.reset();
+    ledger_.EndLoans();
+    if (data == DataHandle::None) return std::nullopt;
+    return BytesOf(format, data);
+}
+
+std::vector<FormatNumber> FakeClipboard::Formats() const {
+    std::vector<FormatNumber> formats;
+    for (const Entry& entry : content_)
+        formats.push_back(entry.format);
+    return formats;
+}
+
+bool FakeClipboard::IsPending(FormatNumber format) const {
+    const Entry* entry = Find(format);
+    return entry != nullptr && entry->data == DataHandle::None;
+}
+
+std::string FakeClipboard::Content(FormatNumber format) const {
+    const Entry* entry = Find(format);
+    return entry == nullptr ? std::string() : BytesOf(format, entry->data);
+}
+
+// Whoever has it open may put; while another program waits for a format, so may the owner.
+bool FakeClipboard::MayPut() const {
+    return openFor_.has_value() || rendering_ > 0;
+}
+
+const FakeClipboard::Entry* FakeClipboard::Find(FormatNumber format) const {
+    const auto found = std::find_if(content_.begin(), content_.end(),
+                                    [&](const Entry& entry) { return entry.format == format; });
+    return found == content_.end() ? nullptr : &*found;
+}
+
+FakeClipboard::Entry* FakeClipboard::Find(FormatNumber format) {
+    return const_cast<Entry*>(static_cast<const FakeClipboard*>(this)->Find(format));
+}
+
+void FakeClipboard::Store(FormatNumber format, DataHandle data) {
+    if (rendering_ == 0) changed_ = true;
+    if (Entry* entry = Find(format)) {
+        FreeData(*entry);
+        *entry = {format, data, {}, 0};
+    } else {
+        content_.push_back({format, data, {}, 0});
+    }
+}
+
+DataHandle FakeClipboard::DataOf(FormatNumber format) {
+    const Entry* entry = Find(format);
+    if (entry == nullptr) return DataHandle::None;
+    if (entry->data == DataHandle::None) {
+        Render(format);
+        entry = Find(format);
+    }
+    return entry == nullptr ? DataHandle::None : entry->data;
+}
+
+void FakeClipboard::Render(FormatNumber format) {
+    const Entry entry = *Find(format);
+    DataHandle data = DataHandle::None;
+    if (entry.madeFrom != 0) {
+        const DataHandle source = entry.madeFrom == kLocale ? DataHandle::None : DataOf(entry.madeFrom);
+        if (source == DataHandle::None && entry.madeFrom != kLocale) return;
+        const Offer made =
+            KindOf(format) == ResourceKind::GdiObject
+                ? GdiObject(format)
+                : Bytes(format, SynthesisedBytes(format, entry.madeFrom, BytesOf(entry.madeFrom, source)));
+        data = made.make(*this);
+    } else if (entry.make) {
+        rendered.push_back(format);
+        data = entry.make(*this);
+    } else {
+        // The owner answers this with a Put of its own.
+        rendered.push_back(format);
+        ++rendering_;
+        windows_.Deliver(owner_, kRenderFormatMessage, format, 0);
+        --rendering_;
+        return;
+    }
+    if (Entry* stored = Find(format)) stored->data = data;
+}
+
+std::string FakeClipboard::BytesOf(FormatNumber format, DataHandle data) const {
+    if (KindOf(format) == ResourceKind::EnhancedMetafile) return metafiles_.EnhancedBits(data);
+    const std::string block = memory_.Bytes(data);
+    if (format != kPicture || block.size() < metafiles_.PictureBlockSize()) return block;
+    return metafiles_.Bits(metafiles_.ReadPicture(block.data()).metafile);
+}
+
+void FakeClipboard::FreeData(const Entry& entry) {
+    if (entry.data == DataHandle::None) return;
+    switch (KindOf(entry.format)) {
+        case ResourceKind::EnhancedMetafile:
+            metafiles_.FreeEnhancedBySystem(entry.data);
+            return;
+        case ResourceKind::GdiObject:
+            ledger_.FreeBySystem(NumberOf(entry.data));
+            return;
+        default:
+            break;
+    }
+    if (entry.format == kPicture) {
+        const std::string block = memory_.Bytes(entry.data);
+        if (block.size() >= metafiles_.PictureBlockSize())
+            metafiles_.FreeBySystem(metafiles_.ReadPicture(block.data()).metafile);
+    }
+    memory_.FreeBySystem(entry.data);
+}
+
+void FakeClipboard::FreeContent() {
+    for (const Entry& entry : content_)
+        FreeData(entry);
+    content_.clear();
+}
+
+void FakeClipboard::AddSynthesised() {
+    std::vector<FormatNumber> real;
+    for (const Entry& entry : content_)
+        if (entry.madeFrom == 0) real.push_back(entry.format);
+    for (auto entry = content_.begin(); entry != content_.end();) {
+        if (entry->madeFrom != 0) {
+            FreeData(*entry);
+            entry = content_.erase(entry);
+        } else {
+            ++entry;
+        }
+    }
+    for (const SynthesisedFormat& made : SynthesisedFormatsOf(real))
+        content_.push_back({made.format, DataHandle::None, {}, made.madeFrom});
+}
+
+void FakeClipboard::TellViewers() {
+    if (firstViewer_ != WindowHandle::None)
+        windows_.Deliver(firstViewer_, kDrawClipboardMessage, ParameterOf(owner_), 0);
+}

@@ -1,0 +1,113 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "fake/Failures.h"
+#include "fake/FakeClock.h"
+#include "fake/Ledger.h"
+#include "platform/Files.h"
+
+// Drives, directories and files in memory. Paths are those of Windows: separated by "\" or "/", compared
+// without regard to case; those without a drive stand on C:. There is a drive C: at first, and nothing on it.
+class FakeFiles : public FilePort {
+ public:
+    FakeFiles(Ledger& ledger, Failures& failures, FakeClock& clock);
+
+    FileHandle Open(const std::wstring& path, FileUse use) override;
+    void Close(FileHandle file) override;
+    std::optional<std::uint32_t> Read(FileHandle file, void* buffer, std::uint32_t size) override;
+    std::optional<std::uint32_t> Write(FileHandle file, const void* bytes, std::uint32_t size) override;
+    std::optional<std::int64_t> Tell(FileHandle file) override;
+    bool Seek(FileHandle file, std::int64_t position) override;
+    std::optional<std::int64_t> Size(FileHandle file) override;
+    bool Reserve(FileHandle file, std::int64_t size) override;
+    bool Exists(const std::wstring& path) override;
+    bool IsDirectory(const std::wstring& path) override;
+    std::optional<FileTime> ChangeTime(const std::wstring& path) override;
+    std::vector<std::wstring> List(const std::wstring& pattern) override;
+    std::optional<std::vector<std::wstring>> ListDirectories(const std::wstring& directory) override;
+    bool Remove(const std::wstring& path) override;
+    bool Copy(const std::wstring& from, const std::wstring& to, bool replace) override;
+    bool MakeDirectory(const std::wstring& path) override;
+    std::uint32_t LastError() override { return lastError_; }
+
+    // What follows arranges and looks at the files; none of it is a call of the port.
+
+    // Puts a file there, with the directories above it, or replaces its content.
+    void SetBytes(const std::wstring& path, std::string_view bytes);
+    // A file's content; none when there is no such file.
+    std::optional<std::string> Bytes(const std::wstring& path) const;
+    // Makes a directory and those above it.
+    void AddDirectory(const std::wstring& path);
+    void AddDrive(const std::wstring& drive) { drives_.insert(drive); }
+    // Everything on the drive ("D:") is gone; open files of it can only be closed.
+    void UnplugDrive(const std::wstring& drive);
+    // Cuts a file, even while it is open.
+    void Truncate(const std::wstring& path, std::size_t size);
+    void SetReadOnly(const std::wstring& path, bool readOnly);
+    void SetChangeTime(const std::wstring& path, FileTime time);
+    // Nobody may open, list, remove or create `path` or, if it is a directory, what is in it.
+    void Deny(const std::wstring& path);
+    void Allow(const std::wstring& path);
+    // Another program has the file open; for writing it keeps everybody else from opening it.
+    void LockByOther(const std::wstring& path) { lockedByOther_.insert(FullPath(path)); }
+    void UnlockByOther(const std::wstring& path) { lockedByOther_.erase(FullPath(path)); }
+    bool Has(const std::wstring& path) const { return FindFile(path) != nullptr; }
+    bool HasDirectory(const std::wstring& path) const;
+    // The full paths of all files, in upper case and sorted.
+    std::vector<std::wstring> AllFiles() const;
+
+    // The bytes that all files may have together; none for no limit.
+    std::optional<std::int64_t> capacity;
+
+ private:
+    struct Content {
+        std::vector<std::uint8_t> bytes;
+        FileTime changed = 0;
+        bool readOnly = false;
+        bool gone = false;  // its drive is unplugged
+        int readers = 0;
+        int writers = 0;
+    };
+    struct Entry {
+        std::wstring name;                 // as it was written when it was made
+        std::shared_ptr<Content> content;  // none for a directory
+    };
+    struct OpenFile {
+        std::shared_ptr<Content> content;
+        FileUse use;
+        std::int64_t position = 0;
+    };
+
+    static std::wstring FullPath(const std::wstring& path);
+    static std::wstring ParentOf(const std::wstring& fullPath);
+    const Entry* Find(const std::wstring& path) const;
+    const Content* FindFile(const std::wstring& path) const;
+    std::shared_ptr<Content> ContentAt(const std::wstring& path) const;
+    bool IsDirectoryAt(const std::wstring& fullPath) const;
+    bool IsDenied(const std::wstring& fullPath) const;
+    bool IsInUse(const std::wstring& fullPath, const Content& content) const;
+    std::uint32_t MissingError(const std::wstring& fullPath) const;
+    std::uint32_t OpenError(const std::wstring& path, const std::wstring& fullPath, FileUse use) const;
+    OpenFile* FindOpen(FileHandle file, const char* operation);
+    std::int64_t Room() const;
+    std::vector<std::wstring> NamesIn(const std::wstring& directory, bool directories) const;
+    bool Fail(std::uint32_t error);
+
+    Ledger& ledger_;
+    Failures& failures_;
+    FakeClock& clock_;
+    std::set<std::wstring> drives_{L"C:"};
+    std::map<std::wstring, Entry> entries_;  // by full path in upper case
+    std::map<FileHandle, OpenFile> open_;
+    std::set<std::wstring> denied_;
+    std::set<std::wstring> lockedByOther_;
+    std::uint32_t lastError_ = 0;
+};

@@ -1,0 +1,41 @@
+#include "fake/FakeSettings.h"
+
+#include "platform/Text.h"
+
+std::wstring FakeSettings::Read(const std::wstring& section, const std::wstring& key,
+                                const std::wstring& absent) {
+    return Value(section, key).value_or(absent);
+}
+
+bool FakeSettings::Write(const std::wstring& section, const std::wstring& key, const std::wstring& value) {
+    if (failures_.Strikes(Operation::SettingsWrite)) return false;
+    Set(section, key, value);
+    return true;
+}
+
+bool FakeSettings::DeleteSection(const std::wstring& section) {
+    if (failures_.Strikes(Operation::SettingsDeleteSection)) return false;
+    sections_.erase(UpperCase(section));
+    return true;
+}
+
+std::optional<std::wstring> FakeSettings::Value(const std::wstring& section, const std::wstring& key) const {
+    const auto foundSection = sections_.find(UpperCase(section));
+    if (foundSection == sections_.end()) return std::nullopt;
+    const auto found = foundSection->second.find(UpperCase(key));
+    if (found == foundSection->second.end()) return std::nullopt;
+    return found->second;
+}
+
+void FakeSettings::Set(const std::wstring& section, const std::wstring& key, const std::wstring& value) {
+    sections_[UpperCase(section)][UpperCase(key)] = value.substr(0, value.find(L'\0'));
+}
+
+bool FakeSettings::HasSection(const std::wstring& section) const {
+    return sections_.contains(UpperCase(section));
+}
+
+std::size_t FakeSettings::KeyCount(const std::wstring& section) const {
+    const auto found = sections_.find(UpperCase(section));
+    return found == sections_.end() ? 0 : found->second.size();
+}

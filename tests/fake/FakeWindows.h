@@ -1,0 +1,88 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "fake/Failures.h"
+#include "platform/Windows.h"
+
+// Windows as a title and a procedure, in this and in other programs.
+class FakeWindows : public WindowPort {
+ public:
+    using Procedure = std::function<MessageParameter(WindowHandle window, std::uint32_t message,
+                                                     MessageParameter wParam, MessageParameter lParam)>;
+    struct HotKey {
+        WindowHandle window;
+        std::int32_t identifier;
+        std::uint32_t modifiers;
+        std::uint32_t key;
+    };
+    struct Help {
+        WindowHandle window;
+        std::wstring file;
+        std::uint32_t command;
+        std::uintptr_t data;
+    };
+
+    explicit FakeWindows(Failures& failures) : failures_(failures) {}
+
+    ProcedureAddress ExchangeProcedure(WindowHandle window, ProcedureAddress procedure) override;
+    MessageParameter CallProcedure(ProcedureAddress procedure, WindowHandle window, std::uint32_t message,
+                                   MessageParameter wParam, MessageParameter lParam) override;
+    MessageParameter Deliver(WindowHandle window, std::uint32_t message, MessageParameter wParam,
+                             MessageParameter lParam) override;
+    WindowHandle Foreground() override { return foreground; }
+    void BringToFront(WindowHandle window) override;
+    std::wstring Title(WindowHandle window, int most) override;
+    bool SetAlwaysOnTop(WindowHandle window, bool onTop) override;
+    std::uint16_t AddAtom(const std::string& text) override;
+    void DeleteAtom(std::uint16_t atom) override;
+    bool AddHotKey(WindowHandle window, std::int32_t identifier, std::uint32_t modifiers,
+                   std::uint32_t key) override;
+    void RemoveHotKey(WindowHandle window, std::int32_t identifier) override;
+    bool OpenHelp(WindowHandle window, const std::wstring& file, std::uint32_t command,
+                  std::uintptr_t data) override;
+
+    // A new window; without a procedure it answers every message with 0.
+    WindowHandle AddWindow(const std::wstring& title = {}, Procedure procedure = {});
+    void RemoveWindow(WindowHandle window);
+    void SetTitle(WindowHandle window, const std::wstring& title);
+    // A procedure that a window can be given by ExchangeProcedure.
+    ProcedureAddress AddProcedure(Procedure procedure);
+    // The procedure that a window has now; None for a window that there is not.
+    ProcedureAddress ProcedureOf(WindowHandle window) const;
+    bool IsAlwaysOnTop(WindowHandle window) const;
+    // Presses the keys of a hot key: its window gets the message. False when nobody has it.
+    bool PressHotKey(std::uint32_t modifiers, std::uint32_t key);
+    // Another program takes a combination.
+    void TakeHotKey(std::uint32_t modifiers, std::uint32_t key);
+    // How often the text was added as an atom and not deleted.
+    int AtomUses(const std::string& text) const;
+    const std::vector<HotKey>& HotKeys() const { return hotKeys_; }
+
+    WindowHandle foreground = WindowHandle::None;
+    std::vector<Help> helps;
+
+ private:
+    struct Window {
+        std::wstring title;
+        ProcedureAddress procedure;
+        bool onTop = false;
+    };
+    struct Atom {
+        std::string text;  // as it was added first; atoms are compared without regard to case
+        int uses;
+    };
+
+    Failures& failures_;
+    std::map<WindowHandle, Window> windows_;
+    std::map<ProcedureAddress, Procedure> procedures_;
+    std::map<std::uint16_t, Atom> atoms_;
+    std::vector<HotKey> hotKeys_;
+    std::uintptr_t lastWindow_ = 0x20000;
+    std::uintptr_t lastProcedure_ = 0x400000;
+    std::uint16_t lastAtom_ = 0xC000;
+};
