@@ -1,13 +1,15 @@
 enable_language(RC)
+include(cmake/pictures.cmake)
+configure_file(src/resources/version.h.in ${CMAKE_CURRENT_BINARY_DIR}/version.h @ONLY)
 file(GLOB_RECURSE RC_FRAGMENTS CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/src/*.rc)
-file(GLOB_RECURSE PICTURES CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/src/resources/*)
+file(GLOB RESOURCES CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/src/resources/*.*)
 set(TOP_RC ${CMAKE_CURRENT_SOURCE_DIR}/src/resources/NXClip.rc)
 
 add_executable(NXClip WIN32 ${WINDOW_SOURCES} ${TOP_RC})
 target_link_libraries(NXClip PRIVATE nxclip_ports)
 target_include_directories(NXClip PRIVATE ${CMAKE_CURRENT_BINARY_DIR})
 set_source_files_properties(${TOP_RC} PROPERTIES
-  OBJECT_DEPENDS "${RC_FRAGMENTS};${PICTURES}"
-  COMPILE_OPTIONS "-I${CMAKE_CURRENT_SOURCE_DIR}/src;-c65001")
+  OBJECT_DEPENDS "${RC_FRAGMENTS};${RESOURCES};${ICONS};${CMAKE_CURRENT_BINARY_DIR}/version.h"
+  COMPILE_OPTIONS "-I${CMAKE_CURRENT_SOURCE_DIR}/src;-I${CMAKE_CURRENT_BINARY_DIR};-c65001")
 target_link_options(NXClip PRIVATE -municode $<$<CONFIG:Release>:-s>)
 target_compile_options(NXClip PRIVATE -municode)

@@ -88,15 +88,22 @@ class CFormat {
  private:
     bool ReadHeader(FileHandle file);
     bool ReadData(FileHandle file);
-    bool WriteHeader(FileHandle file, std::int32_t size);
+    bool ReadBytes(FileHandle file, void* buffer, std::size_t size);
+    bool SaveFromClipboard(FileHandle file);
+    bool WriteHeader(FileHandle file, std::size_t size);
     bool WriteBlock(FileHandle file, DataHandle block);
     bool WriteMetafilePicture(FileHandle file, DataHandle block);
     bool WriteEnhancedMetafile(FileHandle file, DataHandle metafile);
     bool WriteBytes(FileHandle file, const void* bytes, std::size_t size);
+    // False when the record could not be addressed by the file's 32-bit positions later.
+    bool FitsIntoFile(FileHandle file, std::size_t nameSize, std::size_t size);
     bool PutMetafilePicture();
     bool PutEnhancedMetafile();
+    std::int32_t MetafileFromBlock();
     void Reset();
 
     // What the clipboard received was made from the block: the block itself is still ours to free.
     bool clipboardHasCopy_ = false;
+    // The system code of the last failed reading.
+    std::uint32_t readError_ = 0;
 };

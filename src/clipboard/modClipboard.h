@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "clipboard/CClipBoard.h"
 #include "clipboard/CFormats.h"
 #include "platform/Clipboard.h"
 #include "platform/Handles.h"
@@ -55,9 +56,18 @@ extern std::wstring RenderFileName;
 // From now on no request is answered.
 void ClearPendingRenderSet();
 
-// Makes the clipboard's owner render every announced format, so that the content outlives this program. Does
-// nothing when `mainWindow` (the one of MainWindowHooks) is not the owner.
+// The main window: opens the clipboard and owns it after a restore. None before it is made.
+extern WindowHandle ClipboardWindow;
+
+// Renders every announced format, so that the clipboard's content outlives this program. Does nothing when
+// the clipboard's owner is not the main window.
 void RenderAllFormats();
+
+// Puts a clip on the clipboard: empties it, announces each of the `count` formats of the file in its order,
+// adds the marker and keeps the formats for later requests. False, after telling the user why, when nothing
+// was announced. Before the file and the clipboard are open nothing is changed; from then on what the
+// clipboard held is gone.
+bool RestoreClip(CClipBoard& clipBoard, const std::wstring& fileName, std::int16_t count);
 
 // While set and RequestTrace (modMain.h) is on: receives a line for each step of answering a request.
 extern std::function<void(const std::wstring& line)> RequestTraceSink;

@@ -10,9 +10,6 @@ struct FormatDescription {
     std::wstring Description;
 };
 
-// The highest index of the whole table.
-inline constexpr std::int16_t kLastFormatDescription = 16;
-
 // At start-up: the table holds nothing but row 0, for unknown formats.
 void InitFormatDescriptions();
 // When the main window loads: all rows.

@@ -20,8 +20,6 @@ extern WindowHandle PreviousForeground;
 
 // What the main window lends to the hook. Set before SubclassWindow, cleared after UnsubclassWindow.
 struct MainWindowHooks {
-    // Opens the clipboard and owns it after a restore.
-    WindowHandle window = WindowHandle::None;
     // The window procedure that hands everything to ClipboardWndProc.
     ProcedureAddress procedure = ProcedureAddress::None;
     // Another program changed the clipboard while automatic capture (the option AutoSnap) was on.

@@ -86,8 +86,3 @@ bool IsKeptUnknownFormat(const std::wstring& formatName);
 std::wstring BuildFormatSetKey(std::vector<FormatSetEntry>& entries);
 // The key of a clipboard's formats.
 std::wstring FormatsKey(const CFormats& formats);
-
-// The file's bytes for a list, and a list from them. Encoding throws RuntimeError (Overflow) when a text is
-// too long. Decoding adds the sets to `list` as they are read whole; it throws RuntimeError on damaged bytes.
-std::vector<std::uint8_t> EncodeFormatSets(const FormatSetList& list);
-void DecodeFormatSets(const std::vector<std::uint8_t>& bytes, FormatSetList& list);

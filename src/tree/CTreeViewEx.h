@@ -91,7 +91,7 @@ class CTreeViewEx {
     // True when `ancestor` is the node itself or stands above it.
     bool IsSubNode(const Node* node, const Node* ancestor) const;
     // The number of all descendants. Throws RuntimeError (Overflow) above 32767; DescendantCount counts on.
-    std::int16_t SubNodeCount(const Node* node) const;
+    std::int16_t SubNodeCount(Node* node) const;
 
     // --- Scrolling ---
 
@@ -111,6 +111,9 @@ class CTreeViewEx {
     // Flattens the subtree of `node`, or the whole tree when it is null, into TreeData. False for an empty
     // tree (Count is 0 then) and when the subtree cannot be flattened; TreeData stays as it was in that case.
     bool BuildTreeData(Node* node);
+    // Takes the records of `without`, a node somewhere below `top`, out of TreeData, which holds the subtree
+    // of `top`: what is about to be removed can be left out of the file first.
+    void LeaveOutOfTreeData(Node& top, Node& without);
     // Makes nodes from TreeData, the first one as a child of `parent`, or at the root level when that is
     // null. Returns the node of the first record. A depth that jumps or is negative, and any other error, is
     // told to the user and ends it; the nodes made so far stay.
@@ -140,11 +143,12 @@ class CTreeViewEx {
     void SetActiveContainer(std::int32_t position) { activeContainer_ = position; }
 
  private:
+    // Null when a handler cancels.
     Node* AddCopy(Node* relative, NodeRelation relation, Node& source, bool isMove, bool& cancel);
     void CopyDescendants(Node& source, Node& copy, bool isMove);
-    bool RaiseAction(std::int16_t action, Node& node);
-    void FlattenInto(TreeData& data, Node& start, std::int32_t count) const;
-    Node* BuildNodes(Node* parent);
+    static TreeData Flattened(Node& start, std::int32_t count);
+    bool BuildNodes(Node* parent, Node*& top);
+    Node& AddFromRecord(Node* relative, NodeRelation relation, const TreeNodeRecord& record);
 
     NodeCollection* mvarTreeView = nullptr;
     TreeViewExEvents* events_ = nullptr;

@@ -60,6 +60,7 @@ class Node {
  private:
     friend class NodeCollection;
     explicit Node(NodeCollection& owner) : owner_(owner) {}
+    void SetPicture(ImageValue& picture, const ImageValue& value);
 
     NodeCollection& owner_;
     std::wstring text_;

@@ -93,16 +93,20 @@ class NodeCollection {
 
  private:
     friend class Node;
-    // The chain of siblings that stand below `parent`, the root level for null.
+    // The chain of the children of `parent`; null is the root level, here and below.
     Node*& FirstOf(Node* parent) { return parent != nullptr ? parent->firstChild_ : firstRoot_; }
     Node*& LastOf(Node* parent) { return parent != nullptr ? parent->lastChild_ : lastRoot_; }
     bool KeepsSorted(const Node* parent) const { return parent != nullptr ? parent->sorted_ : sorted_; }
+    bool& AwaitsOrder(Node* parent) { return parent != nullptr ? parent->awaitsOrder_ : awaitsOrder_; }
     void Link(Node& node, Node* relative, NodeRelation relation);
     void LinkBefore(Node& node, Node* parent, Node* before);
     void LinkSorted(Node& node, Node* parent);
     void Unlink(Node& node);
+    // Sorts the children of `parent` now, or at the end of a bulk change.
+    void PutInOrder(Node* parent);
     void OrderLater(Node* parent);
     void SortChildren(Node* parent);
+    static Node* Merge(Node* a, Node* b);
     void TextChanged(Node& node);
 
     std::vector<std::unique_ptr<Node>> nodes_;
@@ -113,7 +117,7 @@ class NodeCollection {
     bool sorted_ = false;
     bool awaitsOrder_ = false;  // as in Node, for the root level
     int bulkDepth_ = 0;
-    std::vector<Node*> unsorted_;  // parents (null: the root level) to be put in order after the bulk change
+    std::vector<Node*> unsorted_;  // parents to be put in order at the end of the bulk change
 };
 
 // A bulk change that lasts as long as the scope.

@@ -44,12 +44,27 @@ std::wstring WithBackslash(const std::wstring& directory);
 // The full path of the tree data file in a profile's directory.
 std::wstring TreeDataFilePath(const std::wstring& directory);
 
-// Steps through the tree: a node, its children, then its next sibling. They take null and give null for
-// "none".
-Node* NextInTree(const Node* node);
-// The first node behind the whole subtree of `node`.
-Node* NextBehindSubtree(const Node* node);
 // The number of all descendants, 0 for null.
-std::int32_t DescendantCount(const Node* node);
+std::int32_t DescendantCount(Node* node);
 // The level of a node: 1 at the root level, 0 for null.
 std::int32_t LevelOf(const Node* node);
+
+// A way through the tree from `start` on: a node, its children, then its next sibling. Without recursion,
+// since a damaged file can nest nodes very deeply. Nodes may be added on the way.
+class TreeWalk {
+ public:
+    explicit TreeWalk(Node* start) : node_(start), inSubtree_(start != nullptr) {}
+
+    // Null behind the last node of the tree.
+    Node* Current() const { return node_; }
+    // The level below the start.
+    int Depth() const { return depth_; }
+    // False once the way has left the subtree of the start.
+    bool InSubtree() const { return inSubtree_; }
+    void Step();
+
+ private:
+    Node* node_;
+    int depth_ = 0;
+    bool inSubtree_;
+};

@@ -10,12 +10,11 @@ struct CommandState {
     bool remove = false;       // something is selected that may go
     bool rename = false;
     bool properties = false;
-    bool newFolder = false;  // a profile or folder is selected
+    bool newFolder = false;  // something is selected: a clip stands for the container that it lies in
     bool newProfile = false;
+    bool importProfile = false;
+    bool unlinkProfile = false;
     bool activate = false;  // a profile or folder is selected that is not the active container
 };
 
-CommandState CommandsFor(const Node* selected, const Node* activeContainer, bool locked);
-
-// What a node shows in the tree and the list: the active container its camera, the others their kind.
-ImageValue PictureOf(const Node& node, const Node* activeContainer);
+CommandState CommandsFor(const Node* selected, const Node* activeContainer, bool lockEdit);

@@ -36,7 +36,7 @@ class SnapFlow {
     ClipFile NewClipFile(Node& container);
     std::optional<Choice> ChooseFormats(const CFormats& formats);
     Saved SaveFormats(CFormats& formats, const Choice& choice, FileHandle file, Node& node);
-    void FinishNode(Node& node, const ClipFile& clip, const Saved& saved);
+    void TagNode(Node& node, const ClipFile& clip, std::int16_t formatCount);
     void SayWhatIsMissing(const Saved& saved, const std::wstring& path);
 
     MainWindowHost& host_;
@@ -45,7 +45,7 @@ class SnapFlow {
     bool running_ = false;
 };
 
-// A clip's name made of its text: up to the first zero, each run of blanks and control characters as one
-// blank, none at the ends, and no longer than the options dialog lets the user ask for. Empty when nothing
-// readable is left: the clip keeps its format set's name then.
+// A clip's name made of its text: up to the first zero, each run of line breaks and other control characters
+// as one blank, none at the ends, and no longer than the options dialog lets the user ask for. Empty when
+// nothing readable is left: the clip keeps its format set's name then.
 std::wstring ClipNameOfText(const std::wstring& text);

@@ -23,9 +23,12 @@ void frmAbout::OnCommand(int control, int code) {
 
 void frmAbout::cbSysInfo_Click() {
     // A result up to 32 is an error by the call's own rule.
-    const HINSTANCE started = ShellExecuteW(Window(), L"open", L"msinfo32.exe", nullptr, nullptr, SW_SHOWNORMAL);
+    const HINSTANCE started =
+        ShellExecuteW(Window(), L"open", L"msinfo32.exe", nullptr, nullptr, SW_SHOWNORMAL);
     if (reinterpret_cast<INT_PTR>(started) <= 32)
         ThePlatform().user.Tell(L"Die Systeminformationen konnten nicht gestartet werden !!!");
 }
 
-void frmAbout::OnClosed() { DestroyIcon(logo_); }
+void frmAbout::OnClosed() {
+    DestroyIcon(logo_);
+}

@@ -30,4 +30,6 @@ bool frmSplash::OnMessage(UINT message, WPARAM wParam, LPARAM, LRESULT&) {
     return true;
 }
 
-void frmSplash::OnClosed() { DestroyIcon(logo_); }
+void frmSplash::OnClosed() {
+    DestroyIcon(logo_);
+}

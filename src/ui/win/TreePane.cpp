@@ -33,8 +33,13 @@ bool TreePane::Create(HWND parent, int control) {
                               0, 0, 0, 0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(control)),
                               GetModuleHandleW(nullptr), nullptr);
     if (window_ == nullptr) return false;
-    nodes_.SetView(this);
+    Attach(window_);
     return true;
+}
+
+void TreePane::Attach(HWND control) {
+    window_ = control;
+    nodes_.SetView(this);
 }
 
 void TreePane::Detach() {
@@ -110,6 +115,15 @@ Node* TreePane::NodeAt(POINT point) const {
     hit.pt = point;
     const HTREEITEM item = TreeView_HitTest(window_, &hit);
     return item != nullptr && (hit.flags & TVHT_ONITEM) != 0 ? NodeOfItem(item) : nullptr;
+}
+
+POINT TreePane::MenuPoint() const {
+    RECT area{};
+    const Node* const node = nodes_.Selected();
+    if (node != nullptr && node->viewItem != 0) TreeView_GetItemRect(window_, ItemOf(*node), &area, TRUE);
+    POINT point{area.left, area.bottom};
+    ClientToScreen(window_, &point);
+    return point;
 }
 
 void TreePane::EditLabel(Node& node) {

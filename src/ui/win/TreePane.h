@@ -17,6 +17,8 @@ class TreePane : public NodeView {
 
     // Makes the control as a child of `parent` and becomes the collection's view.
     bool Create(HWND parent, int control);
+    // Takes over a control that a dialog template made.
+    void Attach(HWND control);
     // Takes the view away from the collection; the control itself goes with its parent.
     void Detach();
     HWND Window() const { return window_; }
@@ -26,6 +28,8 @@ class TreePane : public NodeView {
 
     // The node under a point of the control in pixels; null when there is none.
     Node* NodeAt(POINT point) const;
+    // Where the keyboard's context menu belongs: below the selected node, in screen pixels.
+    POINT MenuPoint() const;
     // Starts renaming a node in place.
     void EditLabel(Node& node);
     // Shows the place where something dragged would go: on a node, in front of it, or nowhere (null).

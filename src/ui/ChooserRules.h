@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/Paths.h"
+
+// The rules of the choosers for directories and files.
+
+// The drive that a chooser stands on after the user chose `drive` (such as "a:") and it proved `readable` or
+// not. An unreadable one is told to the user, and it is "c:" then.
+std::wstring DriveAfterChange(const std::wstring& drive, bool readable);
+
+// True when a file name matches one of the patterns, which are separated by ";" and hold "*" and "?". Case
+// does not matter.
+bool MatchesPattern(const std::wstring& name, const std::wstring& patterns);
+// The names of the files in a directory that match, sorted.
+std::vector<std::wstring> FilesMatching(const std::wstring& directory, const std::wstring& patterns);
+
+// Makes the directory `name` inside `parent` and returns its full path; empty after a failure, which is told
+// to the user.
+std::wstring MakeDirectoryIn(const std::wstring& parent, const std::wstring& name);

@@ -1,0 +1,25 @@
+#include "ui/SetClipFlow.h"
+
+#include "app/modOption.h"
+#include "clipboard/modClipboard.h"
+#include "clipboard/modViewerHook.h"
+#include "platform/Platform.h"
+#include "tree/modProfile.h"
+#include "tree/modTreeEx.h"
+
+void SetClipFlow::SetClip() {
+    const Node* const node = host_.Nodes().Selected();
+    if (!IsClipNode(node)) return;
+    const std::wstring path = ClipFileOf(node);
+    if (path.empty()) {
+        ThePlatform().user.Status(L"Die Datei des Clips konnte nicht ermittelt werden.");
+        return;
+    }
+    ReadNodeAttributes(node);
+    if (!RestoreClip(clipBoard_, path, ReadAttributes().formatCount)) return;
+    if (Options().SetBeep) ThePlatform().user.Beep();
+    if (Options().IconAfterSetClip) {
+        host_.Minimise();
+        RestoreForeground();
+    }
+}
