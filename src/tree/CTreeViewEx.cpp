@@ -259,6 +259,17 @@ TreeData CTreeViewEx::Flattened(Node& start, std::int32_t count) {
     return data;
 }
 
+void CTreeViewEx::LeaveOutOfTreeData(Node& top, Node& without) {
+    std::int32_t position = 1;
+    for (TreeWalk walk(&top); walk.Current() != &without; walk.Step(), ++position) {
+        if (!walk.InSubtree()) return;
+    }
+    const std::int32_t count = DescendantCount(&without) + 1;
+    const auto first = data_.Nodes.begin() + position;
+    data_.Nodes.erase(first, first + count);
+    data_.Count -= count;
+}
+
 Node* CTreeViewEx::BuildSubTreeFromData(Node* parent) {
     if (mvarTreeView == nullptr) return nullptr;
     UserPort& user = ThePlatform().user;
