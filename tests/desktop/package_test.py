@@ -95,9 +95,10 @@ def run_and_quit(directory, shot):
         drive.ask("run", windows_path(directory / "NXClip.exe"))
         wait_for("the main window", lambda: drive.sees("NXClipMain "))
         subprocess.run(["import", "-window", "root", str(SHOTS / f"{shot}.png")], check=False)
-        drive.ask("close")
-    # The format sets are written last, beside the program: it came up, went down in order, and may write there.
-    wait_for("the format-set file", (directory / "NXClip.nxf").exists)
+        wine("taskkill", "/IM", "NXClip.exe")
+        # The format sets are written last, beside the program: it went down in order, and may write there.
+        wait_for("the format-set file", (directory / "NXClip.nxf").exists)
+        wait_for("the main window to go", lambda: not drive.sees("NXClipMain "))
 
 
 # ---- The cases ---------------------------------------------------------------------------------------------------
