@@ -449,7 +449,8 @@ void frmMain::UpdateListview() {
     preview_.Clear();
     ShowStatus(L"");
     content_ = BuildListContent(nodes_.Selected(), clipBoard_);
-    SetWindowTextW(lblTitle_, content_.title.c_str());
+    const std::wstring& title = content_.title;
+    SetWindowTextW(lblTitle_, title.empty() ? container_.Title().c_str() : title.c_str());
     lvListView_.ShowContent(content_);
     ShowStatus(content_.status);
     preview_.Show(content_);
