@@ -36,7 +36,7 @@
 class frmMain : public MainWindowHost,
                 private MainWindowSteps,
                 private TreePane::Listener,
-                private TreeViewExEvents {
+                private TreeDragHost {
  public:
     frmMain();
     ~frmMain() override;
