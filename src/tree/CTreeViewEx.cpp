@@ -293,8 +293,6 @@ bool CTreeViewEx::BuildNodes(Node* parent, Node*& top) {
     Node* current = parent;
     std::int32_t depth = -1;
     for (std::int32_t i = 1; i <= data_.Count; ++i) {
-        if (static_cast<std::size_t>(i) >= data_.Nodes.size())
-            throw RuntimeError(ErrorNumber::IndexOutOfRange);
         const TreeNodeRecord& record = data_.Nodes[static_cast<std::size_t>(i)];
         // A negative depth would put the node beside or above `parent`, outside the subtree that is built.
         if (record.Depth < 0 || record.Depth > depth + 1) return false;
