@@ -22,6 +22,8 @@ add_library(menuspy MODULE ${DESKTOP}/tools/menuspy.cpp)
 set_target_properties(menuspy PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
 target_include_directories(menuspy PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/tests)
 target_link_libraries(menuspy PRIVATE nxclip_flags user32)
+# The 32-bit compiler would add the size of the arguments to the exported name.
+target_link_options(menuspy PRIVATE -Wl,--kill-at)
 add_dependencies(desktop_tools menuspy)
 
 if(TARGET GTest::gtest)

@@ -160,9 +160,12 @@ HTREEITEM TreeControl::Find(std::wstring_view path) const {
 }
 
 void TreeControl::Select(std::wstring_view path) const {
-    HTREEITEM item = Find(path);
+    Select(Find(path));
+}
+
+void TreeControl::Select(HTREEITEM item) const {
     window_.Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(item));
-    if (Next(nullptr, TVGN_CARET) != item) throw DriverError("the tree does not select " + Utf8(path));
+    if (Next(nullptr, TVGN_CARET) != item) throw DriverError("the tree does not select the item");
 }
 
 void TreeControl::Expand(std::wstring_view path, bool open) const {

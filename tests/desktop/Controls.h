@@ -36,6 +36,7 @@ class TreeControl {
     // Selects, or opens and closes, the item with this path, its texts joined with "\". Opens what leads
     // there.
     void Select(std::wstring_view path) const;
+    void Select(HTREEITEM item) const;
     void Expand(std::wstring_view path, bool open = true) const;
     std::wstring SelectedPath() const;
     // In pixels of the screen: the middle of the item's text, after scrolling it into view.

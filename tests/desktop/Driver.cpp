@@ -178,19 +178,43 @@ void Driver::SetAutoDetect(bool on) const {
     WaitFor("the automatic capture's button", [&] { return ToolBar().Pressed(tbbAutoDetect) == on; });
 }
 
-void Driver::Snap() const {
-    const auto count = [&] {
-        const TreeControl tree = Tree();
-        tree.ExpandAll();
-        return tree.Lines().size();
-    };
-    const std::size_t before = count();
+std::set<HTREEITEM> Driver::Items() const {
+    const TreeControl tree = Tree();
+    tree.ExpandAll();
+    std::set<HTREEITEM> items;
+    for (const TreeLine& line : tree.Lines())
+        items.insert(line.item);
+    return items;
+}
+
+TreeLine Driver::WaitForNewClip(const std::set<HTREEITEM>& before) const {
+    // The clip's item is there before its content is: other programs may be asked for that, and this question
+    // is answered meanwhile. It is selected when everything is on disk.
+    TreeLine found;
+    WaitFor("a new clip in the tree", [&] {
+        for (const TreeLine& line : Tree().Lines()) {
+            if (!line.selected || before.contains(line.item)) continue;
+            found = line;
+            return true;
+        }
+        return false;
+    });
+    return found;
+}
+
+TreeLine Driver::Snap() const {
+    const std::set<HTREEITEM> before = Items();
     Command(m_edit_insert);
-    WaitFor("a new clip in the tree", [&] { return count() > before; });
+    return WaitForNewClip(before);
+}
+
+void Driver::PutOnClipboard() const {
+    Command(m_copyToClipboard);
+    WaitForStatus(L"Clipboard erfolgreich gesetzt ...");
 }
 
 void Driver::PutOnClipboard(std::wstring_view path) const {
+    // Selecting clears the status bar.
     Tree().Select(path);
-    Command(m_copyToClipboard);
-    WaitForStatus(L"Clipboard erfolgreich gesetzt ...");
+    PutOnClipboard();
 }

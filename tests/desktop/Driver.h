@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -81,9 +82,14 @@ class Driver {
     void MakeProfile(const std::wstring& name) const;
     // Presses the tool bar's button until it is as wanted.
     void SetAutoDetect(bool on) const;
-    // Takes the clipboard by command and waits until the tree has one item more.
-    void Snap() const;
-    // Selects a clip, puts it on the clipboard by command and waits for the success.
+    // The items of the whole tree, for WaitForNewClip.
+    std::set<HTREEITEM> Items() const;
+    // Waits until a clip that is not among `before` has been taken; it is selected then. Its line in the tree.
+    TreeLine WaitForNewClip(const std::set<HTREEITEM>& before) const;
+    // Takes the clipboard by command and waits for the clip.
+    TreeLine Snap() const;
+    // Puts the selected clip on the clipboard by command and waits for the success.
+    void PutOnClipboard() const;
     void PutOnClipboard(std::wstring_view path) const;
 
  private:

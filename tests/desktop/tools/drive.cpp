@@ -9,8 +9,10 @@
 //   autodetect 0|1              automatic capture by the tool bar
 //   expand                      opens the whole tree
 //   tree | list | title | status    what the window shows
-//   select PATH                 selects an item of the tree
-//   put PATH                    puts a clip on the clipboard and waits for the success
+//   watch                       remembers the tree's items
+//   newclip                     waits for a clip that came after that; answers a number that names it
+//   select CLIP                 selects the clip with such a number
+//   put                         puts the selected clip on the clipboard and waits for the success
 //   command NUMBER              posts a menu command
 //   quit                        ends NXClip by its menu; answers the exit code
 //   run COMMANDLINE             starts another program
@@ -21,6 +23,7 @@
 #include <algorithm>
 #include <iostream>
 #include <memory>
+#include <set>
 #include <vector>
 
 #include "desktop/Driver.h"
@@ -34,6 +37,8 @@ using Fields = std::vector<std::wstring>;
 
 std::unique_ptr<Driver> nxclip;
 std::unique_ptr<Process> other;
+std::set<HTREEITEM> known;
+std::vector<HTREEITEM> clips;
 
 const std::wstring& Field(const Fields& fields, std::size_t index) {
     if (index >= fields.size()) throw std::runtime_error("a field is missing");
@@ -92,8 +97,13 @@ std::wstring Do(const Fields& fields) {
     if (verb == L"list") return Program().List().Outline();
     if (verb == L"title") return Program().Title();
     if (verb == L"status") return Program().StatusBar().Text();
-    if (verb == L"select") return Program().Tree().Select(Field(fields, 1)), L"";
-    if (verb == L"put") return Program().PutOnClipboard(Field(fields, 1)), L"";
+    if (verb == L"watch") return known = Program().Items(), L"";
+    if (verb == L"newclip") {
+        clips.push_back(Program().WaitForNewClip(known).item);
+        return std::to_wstring(clips.size() - 1);
+    }
+    if (verb == L"select") return Program().Tree().Select(clips.at(std::stoul(Field(fields, 1)))), L"";
+    if (verb == L"put") return Program().PutOnClipboard(), L"";
     if (verb == L"command") return Program().Command(std::stoi(Field(fields, 1))), L"";
     if (verb == L"quit") return std::to_wstring(Program().Quit());
     if (verb == L"run") {
