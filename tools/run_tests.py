@@ -18,7 +18,7 @@ from pathlib import Path
 REPO = Path(__file__).resolve().parent.parent
 LOGS = REPO / "build" / "logs"
 FUZZ_SECONDS = 10
-BUILD_LIMIT, TEST_LIMIT, DESKTOP_LIMIT = 1200, 600, 300
+BUILD_LIMIT, TEST_LIMIT, DESKTOP_LIMIT = 1200, 600, 600
 WORKERS = max(2, min(4, os.cpu_count() or 2))
 COUNTS = re.compile(r"^(\d+) passed, (\d+) failed, (\d+) skipped$")
 
@@ -126,18 +126,18 @@ def build(preset):
     return work
 
 
-def googletest(command, directory, environment=None):
+def googletest(command, directory, environment=None, limit=TEST_LIMIT):
     """The whole test program in one process; what a crash keeps from being written is read from the output."""
     def work(step):
         report = directory / f"{step.log.stem}.json"
         report.unlink(missing_ok=True)
         arguments = ["--gtest_brief=0", "--gtest_color=no", f"--gtest_output=json:{report.name}"]
-        code = run([*command, *arguments], step.log, TEST_LIMIT, environment, directory)
+        code = run([*command, *arguments], step.log, limit, environment, directory)
         if report.exists():
             result = read_report(report)
             if code != 0 and result.failed == 0:
                 result.failed = 1
-                result.notes = [f"all tests passed, and still {said(code, TEST_LIMIT)}"] + telling(step.log)
+                result.notes = [f"all tests passed, and still {said(code, limit)}"] + telling(step.log)
             if result.passed + result.failed == 0:
                 result.failed = 1
                 result.notes.append("the program contains no tests")
@@ -145,7 +145,7 @@ def googletest(command, directory, environment=None):
         output = step.log.read_text(errors="replace").splitlines()
         passed = sum(line.startswith("[       OK ]") for line in output)
         last = next((line[13:] for line in reversed(output) if line.startswith("[ RUN      ]")), "the first test")
-        return Result(passed, 1, 0, [f"{said(code, TEST_LIMIT)} in or after {last}"] + telling(step.log))
+        return Result(passed, 1, 0, [f"{said(code, limit)} in or after {last}"] + telling(step.log))
     return work
 
 
@@ -210,15 +210,29 @@ def desktop_scripts():
     return sorted(path for path in folder.glob("*_test.*") if path.suffix in (".py", ".sh") and os.access(path, os.X_OK))
 
 
-def desktop(script, bits):
+def desktop_environment(name, bits):
+    exe = program(bits)
+    shots = REPO / "build" / "shots" / f"{name}-{bits}"
+    shutil.rmtree(shots, ignore_errors=True)
+    shots.mkdir(parents=True)
+    return {"NXCLIP_EXE": str(exe), "NXCLIP_TOOLS": str(exe.parent / "desktop"), "NXCLIP_SHOTS": str(shots)}
+
+
+def desktop_tests(bits):
+    """The GoogleTest program that drives the finished program from outside."""
+    def work(step):
+        exe = program(bits).parent / "desktop" / "nxclip_desktop_tests.exe"
+        command = [REPO / "tools/desktop-session", f"--{bits}", "--timeout", DESKTOP_LIMIT - 30, "wine", exe]
+        environment = desktop_environment("nxclip_desktop_tests", bits)
+        return googletest(command, program(bits).parent, environment, DESKTOP_LIMIT)(step)
+    return work
+
+
+def desktop_script(script, bits):
     """Exit code 0 passed, 77 skipped, anything else failed. A script of several cases may end in a line of counts."""
     def work(step):
-        exe = program(bits)
-        shots = REPO / "build" / "shots" / f"{script.stem}-{bits}"
-        shots.mkdir(parents=True, exist_ok=True)
-        code = run([REPO / "tools/desktop-session", f"--{bits}", "--timeout", DESKTOP_LIMIT, script, exe], step.log,
-                   DESKTOP_LIMIT + 60, {"NXCLIP_EXE": str(exe), "NXCLIP_TOOLS": str(exe.parent / "desktop"),
-                                        "NXCLIP_SHOTS": str(shots)})
+        code = run([REPO / "tools/desktop-session", f"--{bits}", "--timeout", DESKTOP_LIMIT - 30, script, program(bits)],
+                   step.log, DESKTOP_LIMIT, desktop_environment(script.stem, bits))
         match = next(filter(None, (COUNTS.match(line.strip()) for line in reversed(tail(step.log, 5)))), None)
         result = Result(*map(int, match.groups())) if match else \
             Result(passed=int(code == 0), skipped=int(code == 77))
@@ -277,10 +291,13 @@ def all_steps():
     for name in fuzz_targets():
         steps.append(Step(name.replace("_fuzz", " fuzz"), fuzz(name), [fuzzing]))
     # The desktop tests watch a real program in real time: they begin when no compiler runs any more.
-    for script in desktop_scripts():
-        for bits in (32, 64):
-            if wine_available(bits):
-                steps.append(Step(f"{script.stem} win{bits}", desktop(script, bits), [win[bits]], builds))
+    for bits in (32, 64):
+        if not wine_available(bits):
+            continue
+        if any((REPO / "tests" / "desktop").glob("*_test.cpp")):
+            steps.append(Step(f"desktop win{bits}", desktop_tests(bits), [win[bits]], builds))
+        for script in desktop_scripts():
+            steps.append(Step(f"{script.name} win{bits}", desktop_script(script, bits), [win[bits]], builds))
     return steps
 
 

@@ -34,7 +34,8 @@ void RegisterActivationHotKey(WindowHandle window) {
     atom = ThePlatform().windows.AddAtom("CLIPATOM");
     identifier = static_cast<std::int16_t>(atom);
     if (identifier != 0 && TryIdentifier(window, identifier)) return;
-    // The system may refuse an identifier outside the applications' range; a taken combination fails here again.
+    // The system may refuse an identifier outside the applications' range; a taken combination fails here
+    // again.
     if (TryIdentifier(window, ApplicationIdentifier(atom))) identifier = ApplicationIdentifier(atom);
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "profiles/CProfile.h"
+#include "tree/NodeCollection.h"
 
 // The attached profiles in their order. Positions count from 1; the key of an entry is its directory in upper
 // case, so that a directory is attached only once.
@@ -40,10 +41,7 @@ class CProfiles {
     CProfile* ProfileOf(const ::Node* node) const;
 
     // Puts the entries in the order of their top nodes at the root level; those without a node go last.
-    void OrderAsInTree();
-
-    // Takes over the entries of another list, which is empty then.
-    void Swap(CProfiles& other) { entries_.swap(other.entries_); }
+    void OrderAsInTree(const NodeCollection& nodes);
 
  private:
     std::vector<std::unique_ptr<CProfile>> entries_;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 
 #include "profiles/ActiveContainer.h"
@@ -14,8 +13,9 @@ class ProfileActions {
     ProfileActions(CTreeViewEx& tree, ActiveContainer& container) : tree_(tree), container_(container) {}
 
     // Makes a profile in an existing directory, empty or from the template file that is given with its full
-    // path, and saves it at once. Returns its top node; null after a failure, which has been told and leaves
-    // tree, list and directory as they were. The first profile of all becomes the active container.
+    // path, and saves it at once. What a template's top node says of directory and name gives way to the ones
+    // given here. Returns the top node; null after a failure, which has been told and leaves tree, list and
+    // directory as they were. The first profile of all becomes the active container.
     Node* BuildNewprofile(const std::wstring& name, const std::wstring& directory,
                           const std::wstring& templateFile);
 
@@ -29,7 +29,7 @@ class ProfileActions {
     Node* BuildEmptyProfile(const std::wstring& name, const std::wstring& directory);
     Node* BuildFromTemplate(const std::wstring& name, const std::wstring& directory,
                             const std::wstring& templateFile);
-    Node* Attached(Node& profile, const std::wstring& directory);
+    void Attach(Node& profile, const std::wstring& directory);
     void TakeOut(Node& profile);
 
     CTreeViewEx& tree_;
@@ -44,8 +44,9 @@ std::wstring NewProfileRefusal(const std::wstring& name, const std::wstring& dir
 
 // Makes a directory and those above it that are missing. A failure is told to the user.
 bool MakeProfileDirectory(const std::wstring& directory);
-// The question that is put before a missing directory is made.
+// The question that is put before a missing directory is made, and its title.
 std::wstring MissingDirectoryQuestion(const std::wstring& directory);
+inline constexpr const wchar_t* kMissingDirectoryTitle = L"Verzeichnis existiert nicht";
 
 // What the dialog for an existing profile shows.
 struct ProfileProperties {

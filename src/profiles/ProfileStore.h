@@ -19,7 +19,7 @@ void LoadListedProfiles(CTreeViewEx& tree);
 // Writes one profile's tree data file, without the subtree of `without` if that is given: what is about to be
 // removed is removed on disk first. The profile counts as unchanged after a full save. False after an error,
 // which leaves the file as it was unless the disk itself fails in the write.
-bool SaveProfile(CTreeViewEx& tree, Node& profile, const Node* without = nullptr);
+bool SaveProfile(CTreeViewEx& tree, Node& profile, Node* without = nullptr);
 
 // Writes every changed profile. One that fails does not keep the others from being written; it stays changed.
 bool SaveAllProfiles(CTreeViewEx& tree);

@@ -259,6 +259,17 @@ TreeData CTreeViewEx::Flattened(Node& start, std::int32_t count) {
     return data;
 }
 
+void CTreeViewEx::LeaveOutOfTreeData(Node& top, Node& without) {
+    std::int32_t position = 1;
+    for (TreeWalk walk(&top); walk.Current() != &without; walk.Step(), ++position) {
+        if (!walk.InSubtree()) return;
+    }
+    const std::int32_t count = DescendantCount(&without) + 1;
+    const auto first = data_.Nodes.begin() + position;
+    data_.Nodes.erase(first, first + count);
+    data_.Count -= count;
+}
+
 Node* CTreeViewEx::BuildSubTreeFromData(Node* parent) {
     if (mvarTreeView == nullptr) return nullptr;
     UserPort& user = ThePlatform().user;
@@ -282,8 +293,6 @@ bool CTreeViewEx::BuildNodes(Node* parent, Node*& top) {
     Node* current = parent;
     std::int32_t depth = -1;
     for (std::int32_t i = 1; i <= data_.Count; ++i) {
-        if (static_cast<std::size_t>(i) >= data_.Nodes.size())
-            throw RuntimeError(ErrorNumber::IndexOutOfRange);
         const TreeNodeRecord& record = data_.Nodes[static_cast<std::size_t>(i)];
         // A negative depth would put the node beside or above `parent`, outside the subtree that is built.
         if (record.Depth < 0 || record.Depth > depth + 1) return false;

@@ -111,6 +111,9 @@ class CTreeViewEx {
     // Flattens the subtree of `node`, or the whole tree when it is null, into TreeData. False for an empty
     // tree (Count is 0 then) and when the subtree cannot be flattened; TreeData stays as it was in that case.
     bool BuildTreeData(Node* node);
+    // Takes the records of `without`, a node somewhere below `top`, out of TreeData, which holds the subtree
+    // of `top`: what is about to be removed can be left out of the file first.
+    void LeaveOutOfTreeData(Node& top, Node& without);
     // Makes nodes from TreeData, the first one as a child of `parent`, or at the root level when that is
     // null. Returns the node of the first record. A depth that jumps or is negative, and any other error, is
     // told to the user and ends it; the nodes made so far stay.

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -48,6 +47,7 @@ class ClipOperations : public TreeViewExEvents {
     void cTV_BeforeNodeCopy(bool& cancel);
     void cTV_AfterNodeCopy(Node& newNode, Node& sourceNode, bool isMove);
     void cTV_DoAction(std::int16_t action, Node& node);
+    void CopyClipData(Node& newNode, const Node& sourceNode, const std::wstring& from);
 
     std::vector<std::wstring> FilesBelow(Node& node);
     void RemoveFiles(const std::vector<std::wstring>& files);

@@ -10,9 +10,9 @@
 
 // OK is enabled: the name is not blank.
 bool NameCanBeConfirmed(const std::wstring& name);
-// Why a name or an info text cannot be stored; empty when it can. `tag` is the whole tag that the info makes.
+// Why a name or an info text cannot be stored; empty when it can. `tag` is the whole tag with the info text.
 std::wstring NameRefusal(const std::wstring& name);
-std::wstring TagRefusal(const std::wstring& tag);
+std::wstring InfoRefusal(const std::wstring& info, const std::wstring& tag);
 
 struct ClipProperties {
     std::wstring name;

@@ -20,11 +20,11 @@ const Node* GetTopNode(const Node* node);
 // The profile that owns `node`; null when the root of its branch is none, which is told if `showError`.
 Node* GetProfileNode(Node* node, bool showError);
 
-// The directory in the tag of a profile node, as it stands there; empty for any other node. It does not look
-// for the owning profile.
+// The directory in the tag of a profile node, as it stands there; empty for any other node and for a tag
+// whose counter is no number. It does not look for the owning profile.
 std::wstring GetProfileDirectory(const Node* node);
-// Rewrites the directory in the tag of a profile node; any other node is left alone. A counter that is no
-// number starts again at 0. The profile list is not touched.
+// Rewrites the directory in the tag of a profile node; any other node is left alone. The profile list is not
+// touched. Throws RuntimeError (TypeMismatch) for a counter that is no number.
 void SetProfileDirectory(Node* node, const std::wstring& directory);
 
 // The full path of the data file for a new clip at or below `node`, and its number. Empty when `node` is null
@@ -33,8 +33,14 @@ void SetProfileDirectory(Node* node, const std::wstring& directory);
 // that is no number, Overflow when there are no numbers left.
 std::wstring NewClipFileName(Node* node, bool commit, std::int32_t& clipNumber);
 
+// Makes the clip counter of a profile node at least `number`, so that the next clip gets a higher one.
+// Throws like SetProfileDirectory.
+void RaiseClipCounter(Node& profile, std::int32_t number);
+
 // The full path of a clip data file.
 std::wstring ClipFilePath(const std::wstring& directory, std::int32_t clipNumber);
+// The number in a clip node's tag; 0 for a node that is no clip and for a damaged tag.
+std::int32_t ClipNumberOf(const Node* clip);
 // The full path of a clip node's data file; empty for a node that is no clip, has no profile or whose tag is
 // damaged.
 std::wstring ClipFileOf(const Node* clip);

@@ -107,7 +107,6 @@ std::wstring TreeDataFilePath(const std::wstring& directory) {
 std::int32_t DescendantCount(Node* node) {
     std::int32_t count = 0;
     TreeWalk walk(node);
-    if (node == nullptr) return count;
     for (walk.Step(); walk.InSubtree(); walk.Step())
         ++count;
     return count;
@@ -122,7 +121,6 @@ std::int32_t LevelOf(const Node* node) {
 
 void TreeWalk::Step() {
     if (node_ == nullptr) return;
-    atStart_ = false;
     if (node_->FirstChild() != nullptr) {
         node_ = node_->FirstChild();
         ++depth_;
@@ -133,4 +131,5 @@ void TreeWalk::Step() {
         --depth_;
     }
     if (node_ != nullptr) node_ = node_->Next();
+    if (depth_ <= 0) inSubtree_ = false;
 }

@@ -53,18 +53,18 @@ std::int32_t LevelOf(const Node* node);
 // since a damaged file can nest nodes very deeply. Nodes may be added on the way.
 class TreeWalk {
  public:
-    explicit TreeWalk(Node* start) : node_(start) {}
+    explicit TreeWalk(Node* start) : node_(start), inSubtree_(start != nullptr) {}
 
     // Null behind the last node of the tree.
     Node* Current() const { return node_; }
-    // The level below the start; 0 and less outside its subtree, but for the start itself.
+    // The level below the start.
     int Depth() const { return depth_; }
     // False once the way has left the subtree of the start.
-    bool InSubtree() const { return node_ != nullptr && (depth_ > 0 || atStart_); }
+    bool InSubtree() const { return inSubtree_; }
     void Step();
 
  private:
     Node* node_;
     int depth_ = 0;
-    bool atStart_ = true;
+    bool inSubtree_;
 };

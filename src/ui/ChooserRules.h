@@ -3,20 +3,13 @@
 #include <string>
 #include <vector>
 
+#include "platform/Paths.h"
+
 // The rules of the choosers for directories and files.
 
 // The drive that a chooser stands on after the user chose `drive` (such as "a:") and it proved `readable` or
 // not. An unreadable one is told to the user, and it is "c:" then.
 std::wstring DriveAfterChange(const std::wstring& drive, bool readable);
-
-// The directory with "\" in between where it does not end in one, and the name.
-std::wstring JoinDirectory(const std::wstring& directory, const std::wstring& name);
-// The directory above; the root of a drive stays itself.
-std::wstring DirectoryAbove(const std::wstring& directory);
-// The part behind the last "\".
-std::wstring LastPartOf(const std::wstring& path);
-// The part before the last "\", a drive's root with its "\".
-std::wstring DirectoryOf(const std::wstring& path);
 
 // True when a file name matches one of the patterns, which are separated by ";" and hold "*" and "?". Case
 // does not matter.

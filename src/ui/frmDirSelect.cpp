@@ -26,6 +26,12 @@ void frmDirSelect::OnCommand(int control, int code) {
         Dialog::OnCommand(control, code);
 }
 
+bool frmDirSelect::OnMessage(UINT message, WPARAM wParam, LPARAM, LRESULT& result) {
+    if (message != WM_VKEYTOITEM) return false;
+    result = directories_.KeyPressed(LOWORD(wParam));
+    return true;
+}
+
 void frmDirSelect::cbNew_Click() {
     frmTextInput input;
     if (!input.ShowModal(Window(), IDD_frmTextInput) || input.Text().empty()) return;

@@ -18,6 +18,7 @@ class frmDirSelect : public Dialog {
  private:
     void OnInit() override;
     void OnCommand(int control, int code) override;
+    bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
     void OnOk() override;
     HelpTopic Topic() const override { return HelpTopic::DirectoryChooser; }
 

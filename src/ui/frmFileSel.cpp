@@ -22,7 +22,6 @@ void frmFileSel::FillFiles() {
     for (const std::wstring& name : directories_.Content().files)
         if (chosen < 0 || MatchesPattern(name, filters_.Item(chosen + 1).Pattern))
             SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
-    Enable(cb_ok, false);
 }
 
 std::wstring frmFileSel::SelectedFile() const {
@@ -43,12 +42,16 @@ void frmFileSel::OnCommand(int control, int code) {
         FillFiles();
     else if (control == lstDir && code == LBN_DBLCLK)
         directories_.EntryActivated();
-    else if (control == lstFile && code == LBN_SELCHANGE)
-        Enable(cb_ok, !SelectedFile().empty());
     else if (control == lstFile && code == LBN_DBLCLK)
         OnOk();
     else
         Dialog::OnCommand(control, code);
+}
+
+bool frmFileSel::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
+    if (message != WM_VKEYTOITEM || reinterpret_cast<HWND>(lParam) != Control(lstDir)) return false;
+    result = directories_.KeyPressed(LOWORD(wParam));
+    return true;
 }
 
 void frmFileSel::OnOk() {

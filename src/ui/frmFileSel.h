@@ -19,6 +19,7 @@ class frmFileSel : public Dialog {
  private:
     void OnInit() override;
     void OnCommand(int control, int code) override;
+    bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
     void OnOk() override;
     HelpTopic Topic() const override { return HelpTopic::FileChooser; }
 

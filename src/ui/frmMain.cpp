@@ -153,10 +153,12 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
                 loaded_ = false;
                 UnloadMainWindow(*this);
             }
+            cSysTray1_.SetInTray(false);
             tvTreeView_.Detach();
             PostQuitMessage(0);
             return 0;
         default:
+            if (message == taskBarCreated_ && taskBarCreated_ != 0) cSysTray1_.TaskBarCreated();
             return DefWindowProcW(window_, message, wParam, lParam);
     }
 }
@@ -183,7 +185,33 @@ bool frmMain::CreateControls() {
     if (sbStatusBar_ == nullptr || lblTitle_ == nullptr || !splitter) return false;
     ApplyDpi(DpiOfWindow(window_));
     ShowWindow(tbToolBar_.Window(), SW_SHOW);
+    return CreateTray();
+}
+
+bool frmMain::CreateTray() {
+    constexpr std::int16_t kLeft = 1;
+    constexpr std::int16_t kRight = 2;
+    cSysTray::Events events;
+    events.MouseDblClick = [this](std::int16_t button, std::int32_t) {
+        if (button == kLeft) Restore();
+    };
+    events.MouseUp = [this](std::int16_t button, std::int32_t) {
+        if (button == kRight) ShowTrayMenu();
+    };
+    if (!cSysTray1_.Create(window_, std::move(events))) return false;
+    trayIcon_ = LoadTrayIcon(GetSystemMetrics(SM_CXSMICON));
+    cSysTray1_.SetTrayIcon(trayIcon_);
+    taskBarCreated_ = RegisterWindowMessageW(L"TaskbarCreated");
     return true;
+}
+
+void frmMain::ShowTrayMenu() {
+    POINT point;
+    GetCursorPos(&point);
+    // Without the foreground the menu would not go away by a click beside it.
+    SetForegroundWindow(window_);
+    TrackMenu(IDM_tray, point);
+    PostMessageW(window_, WM_NULL, 0, 0);
 }
 
 void frmMain::ApplyDpi(UINT dpi) {
@@ -339,9 +367,13 @@ void frmMain::MinimiseIfWanted() {
     if (Options().StartAsIcon) showCommand_ = SW_SHOWMINIMIZED;
 }
 
-void frmMain::ShowTrayIconIfWanted() {}
+void frmMain::ShowTrayIconIfWanted() {
+    cSysTray1_.SetInTray(Options().ShowInTray);
+}
 
-void frmMain::CloseFormatQuery() {}
+void frmMain::CloseFormatQuery() {
+    if (formatQuery_.Window() != nullptr) DestroyWindow(formatQuery_.Window());
+}
 
 void frmMain::RenderWhatIsPromised() {
     RenderAllFormats();
@@ -481,6 +513,9 @@ void frmMain::SetOptions() {
     tbToolBar_.Press(tbbLock, Options().LockEdit);
     tbToolBar_.ShowToolTips(Options().ShowTooltips);
     SetTopless(HandleOf(window_), Options().TopWindow);
+    cSysTray1_.SetInTray(Options().ShowInTray);
+    // Without its icon in the notification area a hidden window could not be reached any more.
+    if (loaded_ && !Options().ShowInTray && !IsWindowVisible(window_)) ShowWindow(window_, SW_SHOWMINIMIZED);
     RefreshCommands();
 }
 
@@ -571,6 +606,7 @@ void frmMain::TrackMenu(int menu, POINT point) {
     const HMENU loaded = LoadMenuW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(menu));
     const HMENU popup = GetSubMenu(loaded, 0);
     GreyMenu(popup);
+    CheckMenuItem(popup, m_tray_autosnap, MF_BYCOMMAND | (Options().AutoSnap ? MF_CHECKED : MF_UNCHECKED));
     TrackPopupMenu(popup, TPM_RIGHTBUTTON, point.x, point.y, 0, window_, nullptr);
     DestroyMenu(loaded);
 }

@@ -4,7 +4,9 @@
 
 #include <memory>
 
+#include "app/cSysTray.h"
 #include "clipboard/CClipBoard.h"
+#include "clipboard/frmDiagnose.h"
 #include "profiles/ActiveContainer.h"
 #include "profiles/ProfileActions.h"
 #include "tree/CTreeViewEx.h"
@@ -16,6 +18,7 @@
 #include "ui/MainWindowOrder.h"
 #include "ui/SetClipFlow.h"
 #include "ui/SnapFlow.h"
+#include "ui/frmErrorMsg.h"
 #include "ui/win/ListPane.h"
 #include "ui/win/MainToolBar.h"
 #include "ui/win/PreviewPane.h"
@@ -83,6 +86,8 @@ class frmMain : public MainWindowHost,
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
     bool CreateControls();
+    bool CreateTray();
+    void ShowTrayMenu();
     void ApplyDpi(UINT dpi);
     void Form_Resize(WPARAM kind);
     void EnforceMinimumSize();
@@ -156,6 +161,9 @@ class frmMain : public MainWindowHost,
     void ToggleStretch();
     void ToggleLock();
     void SwitchAutoDetect(bool on);
+    void ShowFirstStart();
+    void ShowDiagnosis();
+    void ShowFormatQuery();
     void ExitHook();
     void About();
 
@@ -190,4 +198,9 @@ class frmMain : public MainWindowHost,
     CClipBoard clipBoard_;
     SnapFlow snap_{*this, clipBoard_};
     SetClipFlow setClip_{*this, clipBoard_};
+    frmDiagnose diagnosis_{clipBoard_, [this] { return snap_.LastUpdate(); }};
+    frmErrorMsg formatQuery_{clipBoard_};
+    cSysTray cSysTray1_;
+    HICON trayIcon_ = nullptr;
+    UINT taskBarCreated_ = 0;
 };

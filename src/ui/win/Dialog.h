@@ -62,6 +62,7 @@ class Dialog {
     virtual HelpTopic Topic() const { return HelpTopic::Contents; }
 
  private:
+    HWND CreateBeside(HWND owner, int dialogTemplate);
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     INT_PTR Handle(UINT message, WPARAM wParam, LPARAM lParam);
 

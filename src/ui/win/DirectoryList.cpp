@@ -97,3 +97,17 @@ bool DirectoryList::EntryActivated() {
     GoTo(chosen);
     return true;
 }
+
+LRESULT DirectoryList::KeyPressed(UINT key) {
+    constexpr LRESULT kDone = -2;
+    constexpr LRESULT kDefault = -1;
+    if (key == VK_RIGHT) {
+        EntryActivated();
+        return kDone;
+    }
+    if (key == VK_LEFT) {
+        if (DirectoryAbove(directory_) != directory_) GoTo(DirectoryAbove(directory_));
+        return kDone;
+    }
+    return kDefault;
+}

@@ -26,6 +26,9 @@ class DirectoryList {
     void DriveChosen();
     // The chosen entry was activated by a double click or by Enter. False when that leads nowhere.
     bool EntryActivated();
+    // A key in the list of directories: Right opens the chosen one, Left goes up. The result is that of
+    // WM_VKEYTOITEM.
+    LRESULT KeyPressed(UINT key);
     // The directory that the list's selection names.
     std::wstring Selected() const;
 

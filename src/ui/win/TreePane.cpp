@@ -33,8 +33,13 @@ bool TreePane::Create(HWND parent, int control) {
                               0, 0, 0, 0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(control)),
                               GetModuleHandleW(nullptr), nullptr);
     if (window_ == nullptr) return false;
-    nodes_.SetView(this);
+    Attach(window_);
     return true;
+}
+
+void TreePane::Attach(HWND control) {
+    window_ = control;
+    nodes_.SetView(this);
 }
 
 void TreePane::Detach() {

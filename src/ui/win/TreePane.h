@@ -17,6 +17,8 @@ class TreePane : public NodeView {
 
     // Makes the control as a child of `parent` and becomes the collection's view.
     bool Create(HWND parent, int control);
+    // Takes over a control that a dialog template made.
+    void Attach(HWND control);
     // Takes the view away from the collection; the control itself goes with its parent.
     void Detach();
     HWND Window() const { return window_; }

@@ -1,0 +1,6 @@
+#include "ui/SearchCriteria.h"
+
+SearchCriteria& TheSearchCriteria() {
+    static SearchCriteria criteria;
+    return criteria;
+}
