@@ -10,7 +10,7 @@
 #include "platform/win32/Win32User.h"
 #include "platform/win32/Win32Windows.h"
 
-// The machine itself. Made once at start-up, put in force by UsePlatform(&win32.ports), and kept to the end.
+// The machine itself. Made once at start-up, put in force by UsePlatform(&win32.platform), and kept to the end.
 struct Win32Platform {
     Win32Platform();
     Win32Platform(const Win32Platform&) = delete;
@@ -25,5 +25,5 @@ struct Win32Platform {
     Win32Windows windows;
     Win32Clock clock;
 
-    Platform ports{clipboard, memory, metafiles, files, settings, user, windows, clock};
+    Platform platform{clipboard, memory, metafiles, files, settings, user, windows, clock};
 };

@@ -53,11 +53,11 @@ bool Win32Windows::SetAlwaysOnTop(WindowHandle window, bool onTop) {
                         SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE) != FALSE;
 }
 
-std::uint16_t Win32Windows::AddAtom(const std::string& text) {
+std::uint16_t Win32Windows::AddGlobalAtom(const std::string& text) {
     return GlobalAddAtomA(text.c_str());
 }
 
-void Win32Windows::DeleteAtom(std::uint16_t atom) {
+void Win32Windows::DeleteGlobalAtom(std::uint16_t atom) {
     GlobalDeleteAtom(atom);
 }
 
