@@ -1,4 +1,10 @@
+# `cmake --build --preset bench --target bench` builds the benchmarks and runs them.
 find_package(benchmark REQUIRED)
 file(GLOB BENCH_SOURCES CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/bench/*_bench.cpp)
+if(NOT BENCH_SOURCES)
+  message(STATUS "There are no benchmarks in bench/")
+  return()
+endif()
 add_executable(nxclip_bench ${BENCH_SOURCES})
 target_link_libraries(nxclip_bench PRIVATE nxclip_fakes benchmark::benchmark_main)
+add_custom_target(bench COMMAND nxclip_bench USES_TERMINAL)

@@ -8,13 +8,14 @@
 #include "platform/Platform.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "ui/SearchCriteria.h"
 
 namespace {
 
 constexpr const wchar_t* kSection = L"Settings";
 
-// Where an option lives, and what its key counts as when the store does not have it. What it is reset to stands
-// with the values themselves.
+// Where an option lives, and what its key counts as when the store does not have it. What it is reset to
+// stands with the values themselves.
 template <typename Value, typename Default = Value>
 struct Slot {
     Value OptionValues::*field;
@@ -71,6 +72,10 @@ std::wstring StoredText(std::int32_t value) {
     return NumberText(value);
 }
 std::wstring StoredText(const std::wstring& value) {
+    return value;
+}
+// Without this one a default text would count as a flag.
+std::wstring StoredText(const wchar_t* value) {
     return value;
 }
 
@@ -134,7 +139,8 @@ void SetDefaultOptions() {
 void LoadOptions() {
     LogDebug(L"LoadOptions ...");
     try {
-        for (const Option& option : kOptions) Read(option, Options());
+        for (const Option& option : kOptions)
+            Read(option, Options());
         if (Options().KeyActivate.size() != 1) Options().KeyActivate = L"L";
         LogDebug(L"LoadOptions beendet");
     } catch (const RuntimeError& error) {
@@ -148,4 +154,8 @@ bool SaveOptions() {
         if (!Write(option, Options())) allWritten = false;
     }
     return allWritten;
+}
+
+void InitSearchOptions() {
+    TheSearchCriteria() = SearchCriteria();
 }

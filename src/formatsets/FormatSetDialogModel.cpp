@@ -52,8 +52,8 @@ bool FormatSetDialogModel::AddFromClipboard(const CFormats* formats) {
         return false;
     }
     if (const int known = FindFormatSet(copy_, formats); known != 0) {
-        Tell(L"Der im Clipboard gefundene Formatsatz ist schon unter dem Namen\r\n\r\n" + copy_.Item(known).Name +
-             L"\r\n\r\nverzeichnet.");
+        Tell(L"Der im Clipboard gefundene Formatsatz ist schon unter dem Namen\r\n\r\n" +
+             copy_.Item(known).Name + L"\r\n\r\nverzeichnet.");
         return false;
     }
     const int added = CanBeStored(*formats) ? AddFormatSet(copy_, formats, L"<unbekannt>") : -1;

@@ -91,7 +91,7 @@ void InitDefaultFormatSets() {
     // The name is deliberate: users know the set by it.
     FormatSets().Append(MakeSet(L"Paintprush-Bild", {{L"Bitmap", true}, {L"DIB", false}}));
     FormatSets().Append(
-        MakeSet(L"Text", {{L"Text", true}, {L"OemText", true}, {L"Unicode", true}, {L"<???>", false}}));
+        MakeSet(L"Text", {{L"Text", true}, {L"OemText", true}, {L"Unicode", true}, {L"<\?\?\?>", false}}));
     FormatSetsChanged = true;
 }
 
@@ -140,9 +140,8 @@ bool IsKeptUnknownFormat(const std::wstring& formatName) {
 }
 
 std::wstring BuildFormatSetKey(std::vector<FormatSetEntry>& entries) {
-    std::stable_sort(entries.begin(), entries.end(), [](const FormatSetEntry& a, const FormatSetEntry& b) {
-        return a.Name < b.Name;
-    });
+    std::stable_sort(entries.begin(), entries.end(),
+                     [](const FormatSetEntry& a, const FormatSetEntry& b) { return a.Name < b.Name; });
     std::vector<std::wstring> names;
     for (const FormatSetEntry& entry : entries) {
         names.push_back(entry.Name);
@@ -156,9 +155,9 @@ std::wstring FormatsKey(const CFormats& formats) {
         names.push_back(format.FormatName);
     }
     if (names.size() < 2) return Joined(names);
-    // The names are deliberately taken apart at every comma before they are sorted, so a format whose own name
-    // has a comma gives another key here than in a set; such a clipboard is never recognised, and the sets
-    // in existing files depend on the key being built in this way.
+    // Deliberate: the names are taken apart at every comma before they are sorted, while a set's key keeps a
+    // name with a comma whole. Such a clipboard is not recognised; the rule for unknown formats decides on
+    // it.
     std::vector<std::wstring> parts = Split(Joined(names));
     std::sort(parts.begin(), parts.end());
     return Joined(parts);

@@ -203,7 +203,7 @@ bool CTreeViewEx::IsSubNode(const Node* node, const Node* ancestor) const {
     return node != nullptr;
 }
 
-std::int16_t CTreeViewEx::SubNodeCount(Node* node) const {
+std::int16_t CTreeViewEx::SubNodeCount(const Node* node) const {
     return In16Bits(DescendantCount(node));
 }
 
@@ -239,7 +239,7 @@ bool CTreeViewEx::BuildTreeData(Node* node) {
     });
 }
 
-TreeData CTreeViewEx::Flattened(Node& start, std::int32_t count) {
+TreeData CTreeViewEx::Flattened(const Node& start, std::int32_t count) {
     TreeData data;
     data.Nodes.resize(static_cast<std::size_t>(count) + 1);
     TreeWalk walk(&start);
@@ -293,8 +293,6 @@ bool CTreeViewEx::BuildNodes(Node* parent, Node*& top) {
     Node* current = parent;
     std::int32_t depth = -1;
     for (std::int32_t i = 1; i <= data_.Count; ++i) {
-        if (static_cast<std::size_t>(i) >= data_.Nodes.size())
-            throw RuntimeError(ErrorNumber::IndexOutOfRange);
         const TreeNodeRecord& record = data_.Nodes[static_cast<std::size_t>(i)];
         // A negative depth would put the node beside or above `parent`, outside the subtree that is built.
         if (record.Depth < 0 || record.Depth > depth + 1) return false;

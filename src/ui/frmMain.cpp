@@ -15,6 +15,7 @@
 #include "profiles/CProfiles.h"
 #include "profiles/ProfileStore.h"
 #include "resources/controls.h"
+#include "tree/DropRules.h"
 #include "tree/NodeProperties.h"
 #include "tree/StructureLock.h"
 #include "tree/modProfile.h"
@@ -153,10 +154,13 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
                 loaded_ = false;
                 UnloadMainWindow(*this);
             }
+            cSysTray1_.SetInTray(false);
+            StopDropping(tvTreeView_);
             tvTreeView_.Detach();
             PostQuitMessage(0);
             return 0;
         default:
+            if (message == taskBarCreated_ && taskBarCreated_ != 0) cSysTray1_.TaskBarCreated();
             return DefWindowProcW(window_, message, wParam, lParam);
     }
 }
@@ -183,7 +187,35 @@ bool frmMain::CreateControls() {
     if (sbStatusBar_ == nullptr || lblTitle_ == nullptr || !splitter) return false;
     ApplyDpi(DpiOfWindow(window_));
     ShowWindow(tbToolBar_.Window(), SW_SHOW);
+    // Without it the tree works all the same, only not by dragging.
+    AcceptDrops(tvTreeView_, *this);
+    return CreateTray();
+}
+
+bool frmMain::CreateTray() {
+    constexpr std::int16_t kLeft = 1;
+    constexpr std::int16_t kRight = 2;
+    cSysTray::Events events;
+    events.MouseDblClick = [this](std::int16_t button, std::int32_t) {
+        if (button == kLeft) Restore();
+    };
+    events.MouseUp = [this](std::int16_t button, std::int32_t) {
+        if (button == kRight) ShowTrayMenu();
+    };
+    if (!cSysTray1_.Create(window_, std::move(events))) return false;
+    trayIcon_ = LoadTrayIcon(GetSystemMetrics(SM_CXSMICON));
+    cSysTray1_.SetTrayIcon(trayIcon_);
+    taskBarCreated_ = RegisterWindowMessageW(L"TaskbarCreated");
     return true;
+}
+
+void frmMain::ShowTrayMenu() {
+    POINT point;
+    GetCursorPos(&point);
+    // Without the foreground the menu would not go away by a click beside it.
+    SetForegroundWindow(window_);
+    TrackMenu(IDM_tray, point);
+    PostMessageW(window_, WM_NULL, 0, 0);
 }
 
 void frmMain::ApplyDpi(UINT dpi) {
@@ -339,9 +371,13 @@ void frmMain::MinimiseIfWanted() {
     if (Options().StartAsIcon) showCommand_ = SW_SHOWMINIMIZED;
 }
 
-void frmMain::ShowTrayIconIfWanted() {}
+void frmMain::ShowTrayIconIfWanted() {
+    cSysTray1_.SetInTray(Options().ShowInTray);
+}
 
-void frmMain::CloseFormatQuery() {}
+void frmMain::CloseFormatQuery() {
+    if (formatQuery_.Window() != nullptr) DestroyWindow(formatQuery_.Window());
+}
 
 void frmMain::RenderWhatIsPromised() {
     RenderAllFormats();
@@ -417,7 +453,8 @@ void frmMain::UpdateListview() {
     preview_.Clear();
     ShowStatus(L"");
     content_ = BuildListContent(nodes_.Selected(), clipBoard_);
-    SetWindowTextW(lblTitle_, content_.title.c_str());
+    const std::wstring& title = content_.title;
+    SetWindowTextW(lblTitle_, title.empty() ? container_.Title().c_str() : title.c_str());
     lvListView_.ShowContent(content_);
     ShowStatus(content_.status);
     preview_.Show(content_);
@@ -481,6 +518,9 @@ void frmMain::SetOptions() {
     tbToolBar_.Press(tbbLock, Options().LockEdit);
     tbToolBar_.ShowToolTips(Options().ShowTooltips);
     SetTopless(HandleOf(window_), Options().TopWindow);
+    cSysTray1_.SetInTray(Options().ShowInTray);
+    // Without its icon in the notification area a hidden window could not be reached any more.
+    if (loaded_ && !Options().ShowInTray && !IsWindowVisible(window_)) ShowWindow(window_, SW_SHOWMINIMIZED);
     RefreshCommands();
 }
 
@@ -547,7 +587,32 @@ bool frmMain::LabelEdited(Node& node, const std::wstring& text) {
     return true;
 }
 
-void frmMain::DragStarted(Node&, bool) {}
+void frmMain::DragStarted(Node& node) {
+    if (ActionAllowed(TreeAction::DragAndDrop, &node)) DragNode(tvTreeView_, node);
+}
+
+Node* frmMain::DraggedNodeOf(const DraggedNode& payload) {
+    const auto ownTree = static_cast<std::int32_t>(reinterpret_cast<std::intptr_t>(tvTreeView_.Window()));
+    return DraggedNodeIn(nodes_, payload, ownTree);
+}
+
+bool frmMain::DropsInto(Node& source, Node* target, bool move, int offset, int rowHeight) {
+    return DropsAsChild(cTV_, &source, target, move, offset, rowHeight);
+}
+
+bool frmMain::MayDrop(Node& source, Node* target, bool into, bool move) {
+    return DropPermitted(cTV_, &source, target, into, move);
+}
+
+void frmMain::DraggedOver(int y, int height) {
+    cTV_.DragOver(DragState::Over, static_cast<float>(TwipsFromPixels(y, dpi_)),
+                  static_cast<float>(TwipsFromPixels(height, dpi_)));
+}
+
+void frmMain::Dropped(Node* source, Node* target, bool into, bool move) {
+    if (Node* const placed = operations_.Drop(target, source, into, move); placed != nullptr)
+        AfterTreeChange(placed);
+}
 
 void frmMain::ShowContextMenu(HWND source, POINT point) {
     if (source != tvTreeView_.Window()) return;
@@ -571,6 +636,7 @@ void frmMain::TrackMenu(int menu, POINT point) {
     const HMENU loaded = LoadMenuW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(menu));
     const HMENU popup = GetSubMenu(loaded, 0);
     GreyMenu(popup);
+    CheckMenuItem(popup, m_tray_autosnap, MF_BYCOMMAND | (Options().AutoSnap ? MF_CHECKED : MF_UNCHECKED));
     TrackPopupMenu(popup, TPM_RIGHTBUTTON, point.x, point.y, 0, window_, nullptr);
     DestroyMenu(loaded);
 }

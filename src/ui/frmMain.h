@@ -4,7 +4,9 @@
 
 #include <memory>
 
+#include "app/cSysTray.h"
 #include "clipboard/CClipBoard.h"
+#include "clipboard/frmDiagnose.h"
 #include "profiles/ActiveContainer.h"
 #include "profiles/ProfileActions.h"
 #include "tree/CTreeViewEx.h"
@@ -16,11 +18,13 @@
 #include "ui/MainWindowOrder.h"
 #include "ui/SetClipFlow.h"
 #include "ui/SnapFlow.h"
+#include "ui/frmErrorMsg.h"
 #include "ui/win/ListPane.h"
 #include "ui/win/MainToolBar.h"
 #include "ui/win/PreviewPane.h"
 #include "ui/win/Splitter.h"
 #include "ui/win/SystemFont.h"
+#include "ui/win/TreeDrag.h"
 #include "ui/win/TreePane.h"
 
 // The main window: owns the tree, the list, the bars and the menus, and ties the flows to them. It lives from
@@ -32,7 +36,7 @@
 class frmMain : public MainWindowHost,
                 private MainWindowSteps,
                 private TreePane::Listener,
-                private TreeViewExEvents {
+                private TreeDragHost {
  public:
     frmMain();
     ~frmMain() override;
@@ -83,6 +87,8 @@ class frmMain : public MainWindowHost,
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
     bool CreateControls();
+    bool CreateTray();
+    void ShowTrayMenu();
     void ApplyDpi(UINT dpi);
     void Form_Resize(WPARAM kind);
     void EnforceMinimumSize();
@@ -128,8 +134,15 @@ class frmMain : public MainWindowHost,
     void TreeSelectionChanged(Node* node) override;
     bool MayEditLabel(Node& node) override;
     bool LabelEdited(Node& node, const std::wstring& text) override;
-    void DragStarted(Node& node, bool rightButton) override;
+    void DragStarted(Node& node) override;
     void NodeActivated(Node& node) override;
+
+    // Dragging in the tree.
+    Node* DraggedNodeOf(const DraggedNode& payload) override;
+    bool DropsInto(Node& source, Node* target, bool move, int offset, int rowHeight) override;
+    bool MayDrop(Node& source, Node* target, bool into, bool move) override;
+    void DraggedOver(int y, int height) override;
+    void Dropped(Node* source, Node* target, bool into, bool move) override;
 
     // Runs the command of a menu entry, key or tool-bar button.
     void RunCommand(int command);
@@ -156,6 +169,9 @@ class frmMain : public MainWindowHost,
     void ToggleStretch();
     void ToggleLock();
     void SwitchAutoDetect(bool on);
+    void ShowFirstStart();
+    void ShowDiagnosis();
+    void ShowFormatQuery();
     void ExitHook();
     void About();
 
@@ -190,4 +206,9 @@ class frmMain : public MainWindowHost,
     CClipBoard clipBoard_;
     SnapFlow snap_{*this, clipBoard_};
     SetClipFlow setClip_{*this, clipBoard_};
+    frmDiagnose diagnosis_{clipBoard_, [this] { return snap_.LastUpdate(); }};
+    frmErrorMsg formatQuery_{clipBoard_};
+    cSysTray cSysTray1_;
+    HICON trayIcon_ = nullptr;
+    UINT taskBarCreated_ = 0;
 };

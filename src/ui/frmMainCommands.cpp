@@ -2,22 +2,30 @@
 
 #include <array>
 
+#include "app/ModHotKey.h"
+#include "app/frmOption.h"
 #include "app/modHelp.h"
 #include "app/modMain.h"
 #include "app/modOption.h"
 #include "clipboard/modViewerHook.h"
+#include "formatsets/frmFormatSets.h"
 #include "platform/Platform.h"
 #include "profiles/ProfileActions.h"
+#include "profiles/Templates.h"
+#include "profiles/frmFirstStart.h"
+#include "profiles/frmProfileProp.h"
 #include "resources/controls.h"
 #include "tree/NodeProperties.h"
 #include "tree/StructureLock.h"
 #include "tree/modProfile.h"
 #include "tree/modTreeEx.h"
+#include "ui/ChooserRules.h"
 #include "ui/Search.h"
 #include "ui/frmAbout.h"
 #include "ui/frmClipProp.h"
+#include "ui/frmFileSel.h"
 #include "ui/frmMain.h"
-#include "ui/frmProfileProp.h"
+#include "ui/frmSearch.h"
 #include "ui/frmStructProp.h"
 #include "ui/win/Dialog.h"
 
@@ -115,6 +123,15 @@ void frmMain::RunCommand(int command) {
             return SwitchAutoDetect(!Options().AutoSnap);
         case m_extra_fs:
             return ShowFormatSets();
+        case m_ext_act_format:
+        case m_ext_fa:
+        case m_test_askformat:
+            return ShowFormatQuery();
+        case m_ext_diag:
+        case m_copy_info:
+            return ShowDiagnosis();
+        case m_quickstart:
+            return ShowFirstStart();
         case m_test_exithook:
             return ExitHook();
         case mnuHelpContents:
@@ -282,16 +299,52 @@ void frmMain::EditClipProperties(Node& node) {
     if (ShowPropertiesOf(node)) AfterTreeChange(&node);
 }
 
-void frmMain::Search(bool) {
-    NotYet();
+void frmMain::Search(bool again) {
+    SearchCommand(
+        cTV_, again, [this] { return frmSearch().ShowModal(window_, IDD_frmSearch); },
+        [this](Node& found) {
+            ScrollIntoView(found);
+            SelectAndShow(found);
+        });
 }
+
 void frmMain::ShowOptions() {
-    NotYet();
+    if (!frmOption().ShowModal(window_, IDD_frmOption)) return;
+    UnregisterActivationHotKey(HandleOf(window_));
+    RegisterActivationHotKey(HandleOf(window_));
+    SetOptions();
 }
+
 void frmMain::ShowFormatSets() {
-    NotYet();
+    frmFormatSets(clipBoard_).ShowModal(window_, IDD_frmFormatSets);
 }
-void frmMain::FirstStartAction() {}
+
+void frmMain::FirstStartAction() {
+    if (FirstStartPending) ShowFirstStart();
+}
+
+void frmMain::ShowFirstStart() {
+    frmFirstStart dialog;
+    if (!dialog.ShowModal(window_, IDD_frmFirstStart)) return;
+    if (Node* const profile =
+            InstallFirstStartTemplates(cTV_, container_, dialog.Templates(), dialog.BoxChecked());
+        profile != nullptr)
+        AfterTreeChange(profile);
+}
+
+void frmMain::ShowDiagnosis() {
+    if (diagnosis_.Window() == nullptr)
+        diagnosis_.ShowModeless(window_, IDD_frmDiagnose);
+    else
+        SetForegroundWindow(diagnosis_.Window());
+}
+
+void frmMain::ShowFormatQuery() {
+    if (formatQuery_.Window() == nullptr)
+        formatQuery_.ShowModeless(window_, IDD_frmErrorMsg);
+    else
+        SetForegroundWindow(formatQuery_.Window());
+}
 
 Node* frmMain::SearchForNode(Node* start) {
     return ::SearchForNode(cTV_, TheSearchCriteria(), start);

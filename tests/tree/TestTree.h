@@ -1,11 +1,13 @@
 #pragma once
 
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "tree/NodeCollection.h"
+#include "tree/modTreeEx.h"
 
 // Trees as text: a node's text, then its children in brackets, blanks between siblings: "P(S(C1) C2) Q".
 
@@ -57,6 +59,24 @@ inline void Grow(NodeCollection& nodes, std::wstring_view outline) {
         }
     }
     finishNode();
+}
+
+// Adds a profile of `count` nodes: folders of 99 clips each, as a diligent user would have it. Returns it.
+inline Node& GrowProfile(NodeCollection& nodes, int count) {
+    Node& profile = nodes.Add(nullptr, NodeRelation::Last, L"Große Sammlung", L"Profile");
+    profile.SetTag(MakeProfileTag(count, L"D:\\Clips", false, L""));
+    Node* folder = nullptr;
+    for (int i = 1; i < count; ++i) {
+        const auto number = std::to_wstring(i);
+        if (i % 100 == 1) {
+            folder = &nodes.Add(&profile, NodeRelation::Child, L"Ordner " + number, L"Structure");
+            folder->SetTag(MakeStructureTag(L""));
+        } else {
+            Node& clip = nodes.Add(folder, NodeRelation::Child, L"Ein Clip mit Namen " + number, L"Clip");
+            clip.SetTag(MakeClipTag(i, 5, L"15.11.1999 13:10:00", L""));
+        }
+    }
+    return profile;
 }
 
 // The first node with this text.

@@ -54,17 +54,26 @@ bool Dialog::ShowModal(HWND owner, int dialogTemplate) {
 }
 
 HWND Dialog::ShowModeless(HWND owner, int dialogTemplate) {
-    modal_ = false;
-    const std::vector<std::byte> bytes = DialogTemplateInSystemFont(dialogTemplate);
-    if (bytes.empty()) return nullptr;
-    const HWND window = CreateDialogIndirectParamW(GetModuleHandleW(nullptr),
-                                                   reinterpret_cast<const DLGTEMPLATE*>(bytes.data()), owner,
-                                                   &Dialog::Procedure, reinterpret_cast<LPARAM>(this));
+    const HWND window = CreateBeside(owner, dialogTemplate);
     if (window != nullptr) {
         ModelessWindows().push_back(window);
         ShowWindow(window, SW_SHOW);
     }
     return window;
+}
+
+HWND Dialog::CreatePage(HWND parent, int dialogTemplate) {
+    page_ = true;
+    return CreateBeside(parent, dialogTemplate);
+}
+
+HWND Dialog::CreateBeside(HWND owner, int dialogTemplate) {
+    modal_ = false;
+    const std::vector<std::byte> bytes = DialogTemplateInSystemFont(dialogTemplate);
+    if (bytes.empty()) return nullptr;
+    return CreateDialogIndirectParamW(GetModuleHandleW(nullptr),
+                                      reinterpret_cast<const DLGTEMPLATE*>(bytes.data()), owner,
+                                      &Dialog::Procedure, reinterpret_cast<LPARAM>(this));
 }
 
 INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -85,7 +94,7 @@ INT_PTR Dialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     }
     switch (message) {
         case WM_INITDIALOG:
-            CentreOver(window, GetWindow(window, GW_OWNER));
+            if (!page_) CentreOver(window, GetWindow(window, GW_OWNER));
             OnInit();
             return TRUE;
         case WM_COMMAND:

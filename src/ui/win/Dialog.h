@@ -22,6 +22,9 @@ class Dialog {
     // Shows the dialog beside its owner and returns at once; the object must outlive the window.
     HWND ShowModeless(HWND owner, int dialogTemplate);
 
+    // Makes the dialog a page inside another one; not shown yet. The object must outlive the window.
+    HWND CreatePage(HWND parent, int dialogTemplate);
+
     HWND Window() const { return window_; }
 
  protected:
@@ -44,7 +47,8 @@ class Dialog {
 
     void Close(bool confirmed);
 
-    HWND Control(int control) const { return GetDlgItem(window_, control); }
+    // A form whose controls stand on pages looks there.
+    virtual HWND Control(int control) const { return GetDlgItem(window_, control); }
     std::wstring Text(int control) const;
     void SetText(int control, const std::wstring& text);
     bool Checked(int control) const;
@@ -58,11 +62,13 @@ class Dialog {
     virtual HelpTopic Topic() const { return HelpTopic::Contents; }
 
  private:
+    HWND CreateBeside(HWND owner, int dialogTemplate);
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     INT_PTR Handle(UINT message, WPARAM wParam, LPARAM lParam);
 
     HWND window_ = nullptr;
     bool modal_ = false;
+    bool page_ = false;
 };
 
 // A real window as the engine's ports know it, and back.

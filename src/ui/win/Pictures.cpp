@@ -65,3 +65,7 @@ UniqueImageList LoadToolBarPictures(int pixels) {
 HICON LoadProgramIcon(int pixels) {
     return LoadPicture(kApplicationPicture, pixels);
 }
+
+HICON LoadTrayIcon(int pixels) {
+    return LoadPicture(kTrayPicture, pixels);
+}

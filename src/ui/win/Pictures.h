@@ -28,3 +28,5 @@ UniqueImageList LoadToolBarPictures(int pixels);
 
 // The program's icon at a size in pixels; the caller destroys it.
 HICON LoadProgramIcon(int pixels);
+// The one for the notification area.
+HICON LoadTrayIcon(int pixels);

@@ -1,14 +1,19 @@
-#include "ui/frmProfileProp.h"
+#include "profiles/frmProfileProp.h"
 
 #include "profiles/ProfileActions.h"
+#include "profiles/frmSelectTemplate.h"
 #include "resources/controls.h"
 #include "tree/NodeProperties.h"
+#include "ui/ChooserRules.h"
+#include "ui/frmDirSelect.h"
+#include "ui/win/ToolTips.h"
 
 void frmProfileProp::OnInit() {
     if (profile_ != nullptr)
         InitExisting();
     else
         InitNew();
+    ShowToolTips(Window(), {{chkGlobalFree, L"Freigabe aller Strukturänderungen"}});
     tbName_Change();
 }
 
@@ -50,9 +55,17 @@ void frmProfileProp::tbName_Change() {
     Enable(cb_ok, NameCanBeConfirmed(Text(tbName)));
 }
 
-void frmProfileProp::cbDir_Click() {}
+void frmProfileProp::cbDir_Click() {
+    frmDirSelect dialog(L"Verzeichnis auswählen", Text(tbDir));
+    if (dialog.ShowModal(Window(), IDD_frmDirSelect)) SetText(tbDir, dialog.Directory());
+}
 
-void frmProfileProp::cb_template_Click() {}
+void frmProfileProp::cb_template_Click() {
+    frmSelectTemplate dialog;
+    if (!dialog.ShowModal(Window(), IDD_frmSelectTemplate)) return;
+    templateFile_ = dialog.TemplateFile();
+    SetText(tbTemplate, LastPartOf(templateFile_));
+}
 
 void frmProfileProp::OnOk() {
     name_ = Text(tbName);
