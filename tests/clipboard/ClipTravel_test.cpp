@@ -13,17 +13,19 @@ class ClipTravelTest : public ClipboardTest {
           content{FakeClipboard::Bytes(13, std::string("a\0b\0\0\0", 6)),
                   FakeClipboard::Picture("metafile bits"),
                   FakeClipboard::Late(FakeClipboard::Bytes(richText, "{\\rtf1}")),
-                  FakeClipboard::Enhanced("enhanced bits"), FakeClipboard::Bytes(1, std::string("text\0junk", 9))} {}
+                  FakeClipboard::Enhanced("enhanced bits"),
+                  FakeClipboard::Bytes(1, std::string("text\0junk", 9))} {}
 
     // What another program gets of each format now.
     std::vector<std::optional<std::string>> ReadAll() {
         std::vector<std::optional<std::string>> all;
-        for (const FormatNumber format : {FormatNumber{13}, FormatNumber{3}, richText, FormatNumber{14}, FormatNumber{1}})
+        for (const FormatNumber format :
+             {FormatNumber{13}, FormatNumber{3}, richText, FormatNumber{14}, FormatNumber{1}})
             all.push_back(fake.clipboard.OtherProgramReads(format));
         return all;
     }
-    const std::vector<std::optional<std::string>> whole = {std::string("a\0b\0\0\0", 6), "metafile bits", "{\\rtf1}",
-                                                           "enhanced bits", std::string("text\0", 5)};
+    const std::vector<std::optional<std::string>> whole = {
+        std::string("a\0b\0\0\0", 6), "metafile bits", "{\\rtf1}", "enhanced bits", std::string("text\0", 5)};
 
     FormatNumber richText;
     Offers content;
@@ -33,7 +35,7 @@ class ClipTravelTest : public ClipboardTest {
 
 TEST_F(ClipTravelTest, Clip_ComesBackWhole) {
     ASSERT_EQ(Capture(content), 5);
-    ASSERT_TRUE(RestoreClip(clipBoard, kClip, 5));
+    ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 5));
     EXPECT_EQ(ReadAll(), whole);
     EXPECT_TRUE(fake.user.messages.empty());
 }
@@ -58,7 +60,7 @@ TEST_F(ClipTravelTest, Restore_WithAnyOperationFailingKeepsTheClipReadable) {
     for (int n = 1; n == 1 || fake.Fired(); ++n) {
         SCOPED_TRACE(n);
         fake.FailNthOfAny(n);
-        const bool restored = RestoreClip(clipBoard, kClip, count);
+        const bool restored = RestoreClip(clipBoard, mainWindow, kClip, count);
         const bool failed = fake.Fired();
         fake.failures.FailNone();
         EXPECT_FALSE(fake.clipboard.IsOpen());
@@ -80,7 +82,7 @@ TEST_F(ClipTravelTest, Request_WithAnyOperationFailingIsAnsweredTheNextTime) {
         fake.failures.readFailure = failure;
         for (int n = 1;; ++n) {
             SCOPED_TRACE(n);
-            ASSERT_TRUE(RestoreClip(clipBoard, kClip, count));
+            ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, count));
             fake.FailNthOfAny(n);
             ReadAll();
             const bool failed = fake.Fired();
