@@ -80,8 +80,8 @@ TEST_F(ClipBoardTest, LoadFormatsByHandle_TakesNothingFromDamagedRecords) {
         const char* damage;
         std::string bytes;
     } cases[] = {
-        {"negative name length", std::string("\x01\0\0\0\xFF\xFF", 6)},
-        {"most negative name length", std::string("\x01\0\0\0\0\x80", 6)},
+        {"negative name length", std::string("\x01\0\0\0\xFF\xFF", 6) + std::string(60, '\0')},
+        {"most negative name length", std::string("\x01\0\0\0\0\x80", 6) + std::string(60, '\0')},
         {"name longer than the file", std::string("\x01\0\0\0\xFF\x7F", 6) + "Text"},
         {"negative data size", std::string("\x01\0\0\0\x04\0Text\xFF\xFF\xFF\xFF", 14)},
         {"data of two thousand million bytes", std::string("\x01\0\0\0\x04\0Text\0\x94\x35\x77", 14) + "abc"},

@@ -77,11 +77,15 @@ TEST_F(ClipboardUnitTest, RestoreClip_AnnouncesEveryFormatAndTheMarkerWithoutRea
 }
 
 TEST_F(ClipboardUnitTest, RestoreClip_WithoutReadableFormatsEmptiesTheClipboardAndSaysSo) {
+    StoreClip();
+    ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 2));
     fake.clipboard.OtherProgramCopies({FakeClipboard::Bytes(1, "old")});
     fake.files.SetBytes(kClip, "");
     EXPECT_FALSE(RestoreClip(clipBoard, mainWindow, kClip, 0));
     EXPECT_EQ(fake.user.LastMessage(), L"Keine Formate ermittelt");
     EXPECT_TRUE(fake.clipboard.Formats().empty());
+    // The clip before does not answer any more.
+    EXPECT_EQ(RenderFormats, nullptr);
     EXPECT_FALSE(RestoreClip(clipBoard, mainWindow, kClip, 1));
     EXPECT_EQ(fake.user.LastMessage(), L"Keine Formate ermittelt");
 }

@@ -167,10 +167,14 @@ TEST_F(ViewerHookTest, ClipboardWndProc_RendersAllBeforeTheWindowGoes) {
     EXPECT_EQ(fake.clipboard.Content(1), "abc");
 }
 
-TEST_F(ViewerHookTest, ClipboardWndProc_SurvivesARestoreDuringTheMessageOfARequest) {
-    StoreAndRestoreText();
-    fake.user.duringMessage = [this] { ClearPendingRenderSet(); };
-    fake.files.LockByOther(kClip);
-    EXPECT_EQ(fake.clipboard.OtherProgramReads(1), std::nullopt);
-    EXPECT_EQ(fake.user.LastMessage(), L"CreateFile fehlgeschlagen mit Fehlercode: 32");
+TEST_F(ViewerHookTest, ClipboardWndProc_SurvivesTheEndOfThePendingClipDuringItsMessage) {
+    fake.files.SetBytes(kClip, RecordBytes(3, "Metafile", std::string(16, '\0') + "no metafile"));
+    ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 1));
+    // The window is closed, or another clip selected, while the message stands.
+    fake.user.duringMessage = [this] {
+        ClearPendingRenderSet();
+        clipBoard = {};
+    };
+    EXPECT_EQ(fake.clipboard.OtherProgramReads(3), std::nullopt);
+    EXPECT_EQ(fake.user.LastMessage(), L"SetToClipboard: SetMetaFileBitsEx2 fehlgeschlagen");
 }

@@ -246,9 +246,11 @@ TEST_F(SnapTest, Snap_OnAFullDiskKeepsWhatFitsReadable) {
     // The beginning of the picture's record does not stand in the way of the text's.
     EXPECT_EQ(StoredData(*LastClip()), (std::vector<std::string>{"first", std::string("text\0", 5)}));
     EXPECT_EQ(fake.user.LastStatus().find(L"Der Clip ist unvollständig: "), 0u);
+}
 
-    // Without a way back to where the record began, nothing more is written.
-    fake.files.capacity = 4000;
+TEST_F(SnapTest, Snap_WithoutAWayBackToARecordsStartWritesNothingMore) {
+    Options().UnknownFormats = 255;
+    Copy({FakeClipboard::Bytes(13, "first"), FakeClipboard::Refused(8), FakeClipboard::Bytes(1, "last")});
     fake.failures.FailAlways(Operation::FilesSeek);
     flow.Snap();
     fake.failures.FailNone();
