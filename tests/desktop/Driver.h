@@ -84,7 +84,8 @@ class Driver {
     void SetAutoDetect(bool on) const;
     // The items of the whole tree, for WaitForNewClip.
     std::set<HTREEITEM> Items() const;
-    // Waits until a clip that is not among `before` has been taken; it is selected then. Its line in the tree.
+    // Waits until a clip that is not among `before` has been taken; it is selected then. Its line in the
+    // tree.
     TreeLine WaitForNewClip(const std::set<HTREEITEM>& before) const;
     // Takes the clipboard by command and waits for the clip.
     TreeLine Snap() const;
