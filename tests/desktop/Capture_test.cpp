@@ -14,7 +14,7 @@ TEST_F(Capture, Snap_KeepsEveryFormatInItsOrder) {
         {Private(), std::string(200000, '\xA5')},
         {FormatNumber(L"Rich Text Format"), std::string("{\\rtf1 x}\0rest", 14)}};
     SnapOf(offers);
-    EXPECT_EQ(TreeOutline(), L"Profil [Camera] open\n  Clip [Clip] selected\n");
+    EXPECT_EQ(TreeOutline(), L"Profil [Camera] open\n  Clip [Clip]\n");
     EXPECT_EQ(nxclip_.Title(), L"Formate von \"Profil\\Clip\"");
 
     const std::vector<ClipRecord> records = ReadClipFile(ClipFileAt(1));
@@ -73,7 +73,7 @@ TEST_F(Capture, Automatic_WaitsWhileADialogIsOpenOrTheLockIsPressed) {
     EXPECT_EQ(before.size(), 1u);
     PutFormats({{Private(), "frei"}});
     nxclip_.WaitForNewClip(before);
-    EXPECT_EQ(TreeOutline(), L"Profil [Camera] open\n  Clip [Clip] selected\n");
+    EXPECT_EQ(TreeOutline(), L"Profil [Camera] open\n  Clip [Clip]\n");
 }
 
 TEST_F(Capture, Snap_WithoutAContainerIsToldToTheUser) {
@@ -92,7 +92,7 @@ TEST_F(Capture, Snap_OffersTheClipsPropertiesWhereTheOptionSaysSo) {
     dialog.SetText(tbName, L"Süßes");
     dialog.Press(cb_ok);
     Driver::WaitUntilGone(dialog);
-    nxclip_.WaitForTree(L"Profil [Camera] open\n  Süßes [Clip] selected\n");
+    nxclip_.WaitForTree(L"Profil [Camera] open\n  Süßes [Clip]\n");
 }
 
 TEST_F(Capture, UnknownFormats_AreKeptByTheMaskAndTextNamesTheClip) {
@@ -100,7 +100,7 @@ TEST_F(Capture, UnknownFormats_AreKeptByTheMaskAndTextNamesTheClip) {
     WriteSetting(L"Settings", L"NewTextMode", L"1");
     StartWithProfile();
     SnapOf({{CF_TEXT, std::string("Ein Name\0unsichtbar", 19)}, {Private(), "weg"}});
-    EXPECT_EQ(TreeOutline(), L"Profil [Camera] open\n  Ein Name [Clip] selected\n");
+    EXPECT_EQ(TreeOutline(), L"Profil [Camera] open\n  Ein Name [Clip]\n");
     const std::vector<ClipRecord> records = ReadClipFile(ClipFileAt(1));
     ASSERT_EQ(records.size(), 1u);
     EXPECT_EQ(records[0], (ClipRecord{CF_TEXT, "Text", std::string("Ein Name\0", 9)}));

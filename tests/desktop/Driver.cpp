@@ -153,7 +153,7 @@ void Driver::WaitForTree(std::wstring_view outline) const {
     WaitFor("the tree\n" + Utf8(outline), [&] {
         const TreeControl tree = Tree();
         tree.ExpandAll();
-        return tree.Outline() == outline;
+        return tree.Outline(false) == outline;
     });
 }
 

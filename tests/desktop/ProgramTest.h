@@ -27,9 +27,10 @@ class ProgramTest : public testing::Test {
     std::filesystem::path ClipFileAt(int number) const {
         return nxclip_.ProfileDirectory() / (L"C" + std::to_wstring(number) + L".nxc");
     }
+    // The whole tree, opened, without the selection: that also follows the focus.
     std::wstring TreeOutline() const {
         nxclip_.Tree().ExpandAll();
-        return nxclip_.Tree().Outline();
+        return nxclip_.Tree().Outline(false);
     }
     // By menu and dialog, below what is selected.
     void MakeFolder(const std::wstring& name) {

