@@ -31,7 +31,7 @@ bool TryIdentifier(WindowHandle window, std::int32_t candidate) {
 
 void RegisterActivationHotKey(WindowHandle window) {
     UnregisterActivationHotKey(window);
-    atom = ThePlatform().windows.AddAtom("CLIPATOM");
+    atom = ThePlatform().windows.AddGlobalAtom("CLIPATOM");
     identifier = static_cast<std::int16_t>(atom);
     if (identifier != 0 && TryIdentifier(window, identifier)) return;
     // The system may refuse an identifier outside the applications' range; a taken combination fails here
@@ -41,7 +41,7 @@ void RegisterActivationHotKey(WindowHandle window) {
 
 void UnregisterActivationHotKey(WindowHandle window) {
     if (identifier != 0) ThePlatform().windows.RemoveHotKey(window, identifier);
-    if (atom != 0) ThePlatform().windows.DeleteAtom(atom);
+    if (atom != 0) ThePlatform().windows.DeleteGlobalAtom(atom);
     identifier = 0;
     atom = 0;
 }

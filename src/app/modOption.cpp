@@ -74,6 +74,10 @@ std::wstring StoredText(std::int32_t value) {
 std::wstring StoredText(const std::wstring& value) {
     return value;
 }
+// Without this one a default text would count as a flag.
+std::wstring StoredText(const wchar_t* value) {
+    return value;
+}
 
 template <typename Number>
 Number Converted(const std::optional<Number>& number) {

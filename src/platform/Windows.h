@@ -29,8 +29,8 @@ class WindowPort {
     virtual bool SetAlwaysOnTop(WindowHandle window, bool onTop) = 0;
 
     // Global atoms and hot keys. An atom is 0 when it cannot be added.
-    virtual std::uint16_t AddAtom(const std::string& text) = 0;
-    virtual void DeleteAtom(std::uint16_t atom) = 0;
+    virtual std::uint16_t AddGlobalAtom(const std::string& text) = 0;
+    virtual void DeleteGlobalAtom(std::uint16_t atom) = 0;
     // `modifiers`: 1 ALT, 2 CTRL, 4 SHIFT, 8 WIN; `key` a virtual-key code. False when the combination is
     // taken or the identifier refused.
     virtual bool AddHotKey(WindowHandle window, std::int32_t identifier, std::uint32_t modifiers,

@@ -19,6 +19,15 @@ namespace {
 // For a walk over what is deleted.
 constexpr std::int16_t kDeleteAction = 1;
 
+// The description of what went wrong, empty when the file is gone. It is not asked beforehand whether the
+// file exists: the answer to that may be wrong when the disk is in trouble, and data would be taken for
+// deleted.
+std::wstring RemoveIfThere(const std::wstring& file) {
+    FilePort& files = ThePlatform().files;
+    if (files.Remove(file) || files.LastError() == kErrorFileNotFound) return {};
+    return FileErrorOf(files.LastError(), file).Description();
+}
+
 bool AskToDelete(const wchar_t* question, const wchar_t* title) {
     return ThePlatform().user.Ask(question, title, true);
 }
@@ -167,10 +176,9 @@ bool ClipOperations::DeleteProfile(Node& profile) {
         return false;
     }
     // With its tree data file the profile is gone; clips without it are only files.
-    FilePort& files = ThePlatform().files;
-    const std::wstring treeFile = TreeDataFilePath(directory);
-    if (files.Exists(treeFile) && !files.Remove(treeFile)) {
-        ThePlatform().user.Tell(FileErrorOf(files.LastError(), treeFile).Description());
+    const std::wstring failure = RemoveIfThere(TreeDataFilePath(directory));
+    if (!failure.empty()) {
+        ThePlatform().user.Tell(failure);
         return false;
     }
     const std::vector<std::wstring> clipFiles = FilesBelow(profile);
@@ -211,11 +219,10 @@ void ClipOperations::RemoveFiles(const std::vector<std::wstring>& files) {
     // A paste after the delete still gets what was put on the clipboard before it.
     if (std::any_of(files.begin(), files.end(), isAnnounced)) RenderAllFormats();
 
-    FilePort& port = ThePlatform().files;
     std::wstring firstFailure;
     for (const std::wstring& file : files) {
-        if (!port.Exists(file) || port.Remove(file) || !firstFailure.empty()) continue;
-        firstFailure = FileErrorOf(port.LastError(), file).Description();
+        const std::wstring failure = RemoveIfThere(file);
+        if (firstFailure.empty()) firstFailure = failure;
     }
     if (!firstFailure.empty()) ThePlatform().user.Tell(firstFailure);
 }
@@ -248,7 +255,7 @@ void ClipOperations::cTV_AfterNodeCopy(Node& newNode, Node& sourceNode, bool isM
     const std::wstring failure =
         L"Fehler beim Kopieren der Datei " + (from.empty() ? sourceNode.Text() : from);
     try {
-        if (from.empty() || !ThePlatform().files.Exists(from)) throw RuntimeError(ErrorNumber::FileNotFound);
+        if (from.empty()) throw RuntimeError(ErrorNumber::FileNotFound);
         CopyClipData(newNode, sourceNode, from);
     } catch (const RuntimeError& error) {
         copyFailed_ = true;

@@ -2,42 +2,12 @@
 
 #include <algorithm>
 
+#include "platform/NamePattern.h"
 #include "platform/Platform.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
 
 namespace {
-
-// Both in upper case. Goes back to the last "*" only, so that a long name of many of them costs no more than
-// its length for each.
-bool MatchesOne(const std::wstring& name, const std::wstring& pattern) {
-    std::size_t n = 0;
-    std::size_t p = 0;
-    std::size_t star = std::wstring::npos;
-    std::size_t nameAtStar = 0;
-    while (n < name.size()) {
-        if (p < pattern.size() && pattern[p] == L'*') {
-            star = p++;
-            nameAtStar = n;
-        } else if (p < pattern.size() && (pattern[p] == L'?' || pattern[p] == name[n])) {
-            ++n;
-            ++p;
-        } else if (star != std::wstring::npos) {
-            p = star + 1;
-            n = ++nameAtStar;
-        } else {
-            return false;
-        }
-    }
-    while (p < pattern.size() && pattern[p] == L'*')
-        ++p;
-    return p == pattern.size();
-}
-
-// "*.*" means all files, also those without a dot.
-bool MeansAll(const std::wstring& pattern) {
-    return pattern == L"*.*" || pattern == L"*";
-}
 
 bool IsDirectoryName(const std::wstring& name) {
     return !name.empty() && name != L"." && name != L".." &&
@@ -53,12 +23,11 @@ std::wstring DriveAfterChange(const std::wstring& drive, bool readable) {
 }
 
 bool MatchesPattern(const std::wstring& name, const std::wstring& patterns) {
-    const std::wstring upperName = UpperCase(name);
     std::size_t begin = 0;
     while (begin <= patterns.size()) {
         const std::size_t end = std::min(patterns.find(L';', begin), patterns.size());
-        const std::wstring pattern = UpperCase(Trim(patterns.substr(begin, end - begin)));
-        if (!pattern.empty() && (MeansAll(pattern) || MatchesOne(upperName, pattern))) return true;
+        const std::wstring pattern = Trim(patterns.substr(begin, end - begin));
+        if (!pattern.empty() && MatchesNamePattern(name, pattern)) return true;
         begin = end + 1;
     }
     return false;

@@ -15,6 +15,7 @@
 #include "profiles/CProfiles.h"
 #include "profiles/ProfileStore.h"
 #include "resources/controls.h"
+#include "tree/DropRules.h"
 #include "tree/NodeProperties.h"
 #include "tree/StructureLock.h"
 #include "tree/modProfile.h"
@@ -154,6 +155,7 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
                 UnloadMainWindow(*this);
             }
             cSysTray1_.SetInTray(false);
+            StopDropping(tvTreeView_);
             tvTreeView_.Detach();
             PostQuitMessage(0);
             return 0;
@@ -185,6 +187,8 @@ bool frmMain::CreateControls() {
     if (sbStatusBar_ == nullptr || lblTitle_ == nullptr || !splitter) return false;
     ApplyDpi(DpiOfWindow(window_));
     ShowWindow(tbToolBar_.Window(), SW_SHOW);
+    // Without it the tree works all the same, only not by dragging.
+    AcceptDrops(tvTreeView_, *this);
     return CreateTray();
 }
 
@@ -449,7 +453,8 @@ void frmMain::UpdateListview() {
     preview_.Clear();
     ShowStatus(L"");
     content_ = BuildListContent(nodes_.Selected(), clipBoard_);
-    SetWindowTextW(lblTitle_, content_.title.c_str());
+    const std::wstring& title = content_.title;
+    SetWindowTextW(lblTitle_, title.empty() ? container_.Title().c_str() : title.c_str());
     lvListView_.ShowContent(content_);
     ShowStatus(content_.status);
     preview_.Show(content_);
@@ -582,7 +587,32 @@ bool frmMain::LabelEdited(Node& node, const std::wstring& text) {
     return true;
 }
 
-void frmMain::DragStarted(Node&, bool) {}
+void frmMain::DragStarted(Node& node) {
+    if (ActionAllowed(TreeAction::DragAndDrop, &node)) DragNode(tvTreeView_, node);
+}
+
+Node* frmMain::DraggedNodeOf(const DraggedNode& payload) {
+    const auto ownTree = static_cast<std::int32_t>(reinterpret_cast<std::intptr_t>(tvTreeView_.Window()));
+    return DraggedNodeIn(nodes_, payload, ownTree);
+}
+
+bool frmMain::DropsInto(Node& source, Node* target, bool move, int offset, int rowHeight) {
+    return DropsAsChild(cTV_, &source, target, move, offset, rowHeight);
+}
+
+bool frmMain::MayDrop(Node& source, Node* target, bool into, bool move) {
+    return DropPermitted(cTV_, &source, target, into, move);
+}
+
+void frmMain::DraggedOver(int y, int height) {
+    cTV_.DragOver(DragState::Over, static_cast<float>(TwipsFromPixels(y, dpi_)),
+                  static_cast<float>(TwipsFromPixels(height, dpi_)));
+}
+
+void frmMain::Dropped(Node* source, Node* target, bool into, bool move) {
+    if (Node* const placed = operations_.Drop(target, source, into, move); placed != nullptr)
+        AfterTreeChange(placed);
+}
 
 void frmMain::ShowContextMenu(HWND source, POINT point) {
     if (source != tvTreeView_.Window()) return;

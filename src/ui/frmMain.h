@@ -24,6 +24,7 @@
 #include "ui/win/PreviewPane.h"
 #include "ui/win/Splitter.h"
 #include "ui/win/SystemFont.h"
+#include "ui/win/TreeDrag.h"
 #include "ui/win/TreePane.h"
 
 // The main window: owns the tree, the list, the bars and the menus, and ties the flows to them. It lives from
@@ -35,7 +36,7 @@
 class frmMain : public MainWindowHost,
                 private MainWindowSteps,
                 private TreePane::Listener,
-                private TreeViewExEvents {
+                private TreeDragHost {
  public:
     frmMain();
     ~frmMain() override;
@@ -133,8 +134,15 @@ class frmMain : public MainWindowHost,
     void TreeSelectionChanged(Node* node) override;
     bool MayEditLabel(Node& node) override;
     bool LabelEdited(Node& node, const std::wstring& text) override;
-    void DragStarted(Node& node, bool rightButton) override;
+    void DragStarted(Node& node) override;
     void NodeActivated(Node& node) override;
+
+    // Dragging in the tree.
+    Node* DraggedNodeOf(const DraggedNode& payload) override;
+    bool DropsInto(Node& source, Node* target, bool move, int offset, int rowHeight) override;
+    bool MayDrop(Node& source, Node* target, bool into, bool move) override;
+    void DraggedOver(int y, int height) override;
+    void Dropped(Node* source, Node* target, bool into, bool move) override;
 
     // Runs the command of a menu entry, key or tool-bar button.
     void RunCommand(int command);

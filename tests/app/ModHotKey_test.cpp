@@ -25,8 +25,8 @@ TEST_F(ModHotKeyTest, Register_TakesTheAtomWithItsSignAsIdentifier) {
     EXPECT_EQ(hotKey.key, static_cast<std::uint32_t>('L'));
     EXPECT_EQ(hotKey.identifier, ActivationHotKeyIdentifier());
     EXPECT_LT(hotKey.identifier, 0);
-    EXPECT_EQ(hotKey.identifier, static_cast<std::int16_t>(fake.windows.AddAtom("CLIPATOM")));
-    fake.windows.DeleteAtom(static_cast<std::uint16_t>(hotKey.identifier));
+    EXPECT_EQ(hotKey.identifier, static_cast<std::int16_t>(fake.windows.AddGlobalAtom("CLIPATOM")));
+    fake.windows.DeleteGlobalAtom(static_cast<std::uint16_t>(hotKey.identifier));
 }
 
 TEST_F(ModHotKeyTest, Register_WithANewLetter_FreesTheOldCombination) {

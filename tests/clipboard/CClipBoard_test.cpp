@@ -54,7 +54,8 @@ TEST_F(ClipBoardTest, LoadFormatsByHandle_ReadsHeadersOnlyAndKnowsWhereTheDataLi
 }
 
 TEST_F(ClipBoardTest, LoadFormatsByHandle_ReadsNoDataOfLargeFormats) {
-    fake.files.SetBytes(kClip, RecordBytes(8, "DIB", std::string(1'000'000, 'x')) + RecordBytes(1, "Text", "a"));
+    fake.files.SetBytes(kClip,
+                        RecordBytes(8, "DIB", std::string(1'000'000, 'x')) + RecordBytes(1, "Text", "a"));
     ClipFileScope file(OpenClipFile(kClip, false, true));
     clipBoard.LoadFormatsByHandle(file.Handle(), 2);
     for (const CFormat& format : *clipBoard.Formats())
@@ -100,7 +101,8 @@ TEST_F(ClipBoardTest, LoadFormatsByHandle_TakesNothingFromDamagedRecords) {
 }
 
 TEST_F(ClipBoardTest, LoadFormatsByHandle_SurvivesAFileCutAnywhere) {
-    const std::string whole = RecordBytes(1, "Text", "abc") + RecordBytes(3, "Metafile", std::string(20, 'm'));
+    const std::string whole =
+        RecordBytes(1, "Text", "abc") + RecordBytes(3, "Metafile", std::string(20, 'm'));
     for (std::size_t size = 0; size < whole.size(); ++size) {
         const auto formats = Headers(whole.substr(0, size), 2);
         EXPECT_EQ(formats->Count(), size < 17 ? 0 : 1) << size;

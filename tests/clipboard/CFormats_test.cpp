@@ -79,8 +79,8 @@ TEST_F(RequestTest, SearchFormatIdByName_MatchesTheNameThatTheNumberHasNow) {
     stored.FormatId = html;  // its number in another run
     formats.Add(Named(L"Rich Text Format"));
 
-    EXPECT_EQ(Traced(richText), std::to_wstring(richText) +
-                                    L": Rich Text Format|   Rich Text Format: Format vorhanden.|");
+    EXPECT_EQ(Traced(richText),
+              std::to_wstring(richText) + L": Rich Text Format|   Rich Text Format: Format vorhanden.|");
     EXPECT_EQ(found, &stored);
     EXPECT_EQ(Traced(html), std::to_wstring(html) + L": HTML Format|   " + std::to_wstring(html) +
                                 L": Format nicht vorhanden.|");

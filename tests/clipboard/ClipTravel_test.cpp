@@ -63,7 +63,9 @@ TEST_F(ClipTravelTest, Restore_WithAnyOperationFailingKeepsTheClipReadable) {
         fake.failures.FailNone();
         EXPECT_FALSE(fake.clipboard.IsOpen());
         EXPECT_EQ(ClipBytes(), bytes);
-        if (!restored) EXPECT_FALSE(fake.user.statuses.empty() && fake.user.messages.empty());
+        if (!restored) {
+            EXPECT_FALSE(fake.user.statuses.empty() && fake.user.messages.empty());
+        }
         if (!failed) {
             EXPECT_TRUE(restored);
             EXPECT_EQ(ReadAll(), whole);

@@ -21,7 +21,9 @@ TEST_F(ClipboardUnitTest, FormatNameOf_NamesStandardRegisteredAndUnknownFormats)
     EXPECT_EQ(FormatNameOf(1), L"Text");
     EXPECT_EQ(FormatNameOf(17), L"MAX");
     EXPECT_EQ(FormatNameOf(142), L"DSPENHMETAFILE");
-    EXPECT_EQ(FormatNameOf(Registered("Größe")), L"Größe");
+    EXPECT_EQ(FormatNameOf(Registered("Gr\xF6\xDF"
+                                      "e")),
+              L"Größe");
     for (const FormatNumber unknown : {0, -5, 18, 0x0200, 0xC777, 0xBF00}) {
         EXPECT_EQ(FormatNameOf(unknown), L"<unbekannt>") << unknown;
     }

@@ -52,7 +52,7 @@ bool FakeWindows::SetAlwaysOnTop(WindowHandle window, bool onTop) {
     return true;
 }
 
-std::uint16_t FakeWindows::AddAtom(const std::string& text) {
+std::uint16_t FakeWindows::AddGlobalAtom(const std::string& text) {
     if (failures_.Strikes(Operation::WindowsAddAtom) || text.empty() || text.size() > kLongestAtom) return 0;
     for (auto& [number, atom] : atoms_)
         if (EqualNoAsciiCase(atom.text, text)) {
@@ -63,7 +63,7 @@ std::uint16_t FakeWindows::AddAtom(const std::string& text) {
     return lastAtom_;
 }
 
-void FakeWindows::DeleteAtom(std::uint16_t atom) {
+void FakeWindows::DeleteGlobalAtom(std::uint16_t atom) {
     const auto found = atoms_.find(atom);
     if (found != atoms_.end() && --found->second.uses == 0) atoms_.erase(found);
 }

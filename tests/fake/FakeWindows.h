@@ -38,8 +38,8 @@ class FakeWindows : public WindowPort {
     void BringToFront(WindowHandle window) override;
     std::wstring Title(WindowHandle window, int most) override;
     bool SetAlwaysOnTop(WindowHandle window, bool onTop) override;
-    std::uint16_t AddAtom(const std::string& text) override;
-    void DeleteAtom(std::uint16_t atom) override;
+    std::uint16_t AddGlobalAtom(const std::string& text) override;
+    void DeleteGlobalAtom(std::uint16_t atom) override;
     bool AddHotKey(WindowHandle window, std::int32_t identifier, std::uint32_t modifiers,
                    std::uint32_t key) override;
     void RemoveHotKey(WindowHandle window, std::int32_t identifier) override;

@@ -135,7 +135,7 @@ TEST(TreeWalkTest, Step_GoesInTreeOrderAndKnowsTheDepth) {
         way += walk.Current()->Text() + (walk.InSubtree() ? L" " : L"- ");
     EXPECT_EQ(way, L"S C1 C2 S2- Q- C3- ");
 
-    EXPECT_FALSE(TreeWalk(nullptr).InSubtree());
+    EXPECT_FALSE(TreeWalk<Node>(nullptr).InSubtree());
     EXPECT_EQ(DescendantCount(nullptr), 0);
     EXPECT_EQ(DescendantCount(nodes.Root()), 4);
 }

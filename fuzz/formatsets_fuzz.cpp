@@ -1,0 +1,49 @@
+// The reader of the format-set file on any bytes: it never holds more than the file can, tells of an error
+// exactly once, and what it read comes back the same when it is saved and loaded.
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+
+#include "app/modMain.h"
+#include "fake/FakePlatform.h"
+#include "formatsets/modFormatSet.h"
+
+namespace {
+
+void Expect(bool condition) {
+    if (!condition) std::abort();
+}
+
+// The least that the list takes on disk.
+std::size_t StoredSize(const FormatSetList& list) {
+    std::size_t size = 0;
+    for (int index = 1; index <= list.Count(); ++index) {
+        const FormatSet& set = list.Item(index);
+        size += 6 + set.Name.size() + set.Key.size();
+        for (const FormatSetEntry& entry : set.Formats)
+            size += 4 + entry.Name.size();
+    }
+    return size;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    FakePlatform fake;
+    InitFormatSets();
+    FormatSetFile = L"C:\\given.nxf";
+    fake.files.SetBytes(FormatSetFile, std::string_view(reinterpret_cast<const char*>(data), size));
+    const bool loaded = LoadFormatSets();
+    Expect(fake.user.messages.size() == (loaded ? 0u : 1u));
+    Expect(!FormatSetsChanged);
+    Expect(StoredSize(FormatSets()) <= size);
+
+    const FormatSetList list = FormatSets();
+    FormatSetFile = L"C:\\saved.nxf";
+    FormatSetsChanged = true;
+    Expect(SaveFormatSets() && LoadFormatSets());
+    Expect(FormatSets() == list);
+    return 0;
+}

@@ -1,0 +1,87 @@
+// The system's part of platform/Text.h.
+
+#include <windows.h>
+
+#include <limits>
+#include <stdexcept>
+
+#include "platform/Text.h"
+
+namespace {
+
+int LengthOf(std::size_t size) {
+    if (size > static_cast<std::size_t>(std::numeric_limits<int>::max())) throw std::length_error("text");
+    return static_cast<int>(size);
+}
+
+// In UTF-8 every character has bytes, and the call takes no flags.
+bool CodePageIsUtf8() {
+    return GetACP() == CP_UTF8;
+}
+
+// `lost` tells whether the default character had to stand in for another one.
+std::string AnsiFromText(std::wstring_view text, bool& lost) {
+    lost = false;
+    if (text.empty()) return {};
+    // Without the flag a letter would silently become a similar one.
+    const DWORD flags = CodePageIsUtf8() ? 0 : WC_NO_BEST_FIT_CHARS;
+    BOOL usedDefault = FALSE;
+    BOOL* const reportDefault = CodePageIsUtf8() ? nullptr : &usedDefault;
+    const int length = LengthOf(text.size());
+    const int needed = WideCharToMultiByte(CP_ACP, flags, text.data(), length, nullptr, 0, nullptr, nullptr);
+    std::string bytes(static_cast<std::size_t>(needed), '\0');
+    WideCharToMultiByte(CP_ACP, flags, text.data(), length, bytes.data(), needed, nullptr, reportDefault);
+    lost = usedDefault != FALSE;
+    return bytes;
+}
+
+std::wstring WithCase(std::wstring_view text, DWORD change) {
+    if (text.empty()) return {};
+    std::wstring changed(text.size(), L'\0');
+    const int length = LengthOf(text.size());
+    if (LCMapStringW(LOCALE_USER_DEFAULT, change, text.data(), length, changed.data(), length) == 0)
+        return std::wstring(text);
+    return changed;
+}
+
+}  // namespace
+
+std::string AnsiFromText(std::wstring_view text) {
+    bool lost;
+    return AnsiFromText(text, lost);
+}
+
+std::wstring TextFromAnsi(std::string_view bytes) {
+    if (bytes.empty()) return {};
+    const int length = LengthOf(bytes.size());
+    const int needed = MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, nullptr, 0);
+    std::wstring text(static_cast<std::size_t>(needed), L'\0');
+    MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, text.data(), needed);
+    return text;
+}
+
+bool FitsAnsi(std::wstring_view text) {
+    bool lost;
+    const std::string bytes = AnsiFromText(text, lost);
+    return !lost && TextFromAnsi(bytes) == text;
+}
+
+std::wstring UpperCase(std::wstring_view text) {
+    return WithCase(text, LCMAP_UPPERCASE);
+}
+
+std::wstring LowerCase(std::wstring_view text) {
+    return WithCase(text, LCMAP_LOWERCASE);
+}
+
+int CompareNoCase(std::wstring_view a, std::wstring_view b) {
+    const std::wstring upperA = UpperCase(a), upperB = UpperCase(b);
+    if (upperA == upperB) return 0;
+    // The language's order takes some different texts for equal, such as those with a sharp s and with two s;
+    // names must still be told apart.
+    const int order = CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE, a.data(), LengthOf(a.size()),
+                                     b.data(), LengthOf(b.size()));
+    if (order == CSTR_LESS_THAN) return -1;
+    if (order == CSTR_GREATER_THAN) return 1;
+    return upperA < upperB ? -1 : 1;
+}

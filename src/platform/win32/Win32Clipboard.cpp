@@ -1,0 +1,94 @@
+#include "platform/win32/Win32Clipboard.h"
+
+#include <string>
+
+#include "platform/win32/SystemHandles.h"
+
+namespace {
+
+constexpr FormatNumber kFirstRegistered = 0xC000;
+constexpr FormatNumber kLastRegistered = 0xFFFF;
+
+}  // namespace
+
+// Keeps the error code of a failed call before anything else can replace it.
+bool Win32Clipboard::Noted(bool succeeded) {
+    if (!succeeded) lastError_ = GetLastError();
+    return succeeded;
+}
+
+bool Win32Clipboard::Open(WindowHandle owner) {
+    return Noted(OpenClipboard(SystemWindow(owner)));
+}
+
+void Win32Clipboard::Close() {
+    Noted(CloseClipboard());
+}
+
+bool Win32Clipboard::Empty() {
+    return Noted(EmptyClipboard());
+}
+
+FormatNumber Win32Clipboard::NextFormat(FormatNumber previous) {
+    const UINT next = EnumClipboardFormats(static_cast<UINT>(previous));
+    Noted(next != 0);
+    return static_cast<FormatNumber>(next);
+}
+
+DataHandle Win32Clipboard::Data(FormatNumber format) {
+    const HANDLE data = GetClipboardData(static_cast<UINT>(format));
+    if (!Noted(data != nullptr) && lastError_ == 0) lastError_ = ERROR_NOT_FOUND;
+    return EngineData(data);
+}
+
+bool Win32Clipboard::Announce(FormatNumber format) {
+    // The empty handle is also what a success returns; only the error code tells.
+    SetLastError(ERROR_SUCCESS);
+    SetClipboardData(static_cast<UINT>(format), nullptr);
+    return Noted(GetLastError() == ERROR_SUCCESS);
+}
+
+bool Win32Clipboard::Put(FormatNumber format, DataHandle data) {
+    if (data == DataHandle::None) {
+        lastError_ = ERROR_INVALID_HANDLE;
+        return false;
+    }
+    return Noted(SetClipboardData(static_cast<UINT>(format), SystemData(data)) != nullptr);
+}
+
+bool Win32Clipboard::Holds(FormatNumber format) {
+    return IsClipboardFormatAvailable(static_cast<UINT>(format)) != FALSE;
+}
+
+FormatNumber Win32Clipboard::RegisterName(const std::string& name) {
+    const UINT format = RegisterClipboardFormatA(name.c_str());
+    Noted(format != 0);
+    return static_cast<FormatNumber>(format);
+}
+
+std::optional<std::string> Win32Clipboard::RegisteredName(FormatNumber format, int most) {
+    // Below that range the same table holds numbers as names.
+    if (format < kFirstRegistered || format > kLastRegistered || most <= 0) return std::nullopt;
+    std::string name(static_cast<std::size_t>(most) + 1, '\0');
+    const int length =
+        GetClipboardFormatNameA(static_cast<UINT>(format), name.data(), static_cast<int>(name.size()));
+    if (!Noted(length > 0)) return std::nullopt;
+    name.resize(static_cast<std::size_t>(most));
+    return name.substr(0, name.find('\0'));
+}
+
+WindowHandle Win32Clipboard::Owner() {
+    return EngineWindow(GetClipboardOwner());
+}
+
+WindowHandle Win32Clipboard::FirstViewer() {
+    return EngineWindow(GetClipboardViewer());
+}
+
+WindowHandle Win32Clipboard::JoinChain(WindowHandle window) {
+    return EngineWindow(SetClipboardViewer(SystemWindow(window)));
+}
+
+void Win32Clipboard::LeaveChain(WindowHandle window, WindowHandle next) {
+    ChangeClipboardChain(SystemWindow(window), SystemWindow(next));
+}

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "platform/Clock.h"
+
+class Win32Clock : public ClockPort {
+ public:
+    FileTime Now() override;
+    std::wstring DateText(FileTime time) override;
+    void Pause(std::chrono::milliseconds duration) override;
+};

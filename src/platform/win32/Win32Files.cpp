@@ -1,0 +1,251 @@
+#include "platform/win32/Win32Files.h"
+
+#include <algorithm>
+
+#include "platform/NamePattern.h"
+#include "platform/Text.h"
+#include "platform/win32/SystemHandles.h"
+#include "platform/win32/SystemPath.h"
+
+namespace {
+
+constexpr int kMostCopyNames = 100;
+
+HANDLE SystemFile(FileHandle file) {
+    return reinterpret_cast<HANDLE>(file);
+}
+
+struct OpenWay {
+    DWORD access;
+    DWORD disposition;
+};
+
+OpenWay WayOf(FileUse use) {
+    switch (use) {
+        case FileUse::WriteNew:
+            return {GENERIC_WRITE, CREATE_ALWAYS};
+        case FileUse::WriteInPlace:
+        case FileUse::Append:
+            return {GENERIC_WRITE, OPEN_ALWAYS};
+        case FileUse::Read:
+            break;
+    }
+    return {GENERIC_READ, OPEN_EXISTING};
+}
+
+bool EndsInSeparator(const std::wstring& path) {
+    return path.ends_with(L'\\') || path.ends_with(L'/');
+}
+
+struct SplitPath {
+    std::wstring directory;  // with its separator, empty when there is none
+    std::wstring name;
+};
+
+SplitPath Split(const std::wstring& path) {
+    const std::size_t end = path.find_last_of(L"\\/:") + 1;  // npos + 1 is 0
+    return {path.substr(0, end), path.substr(end)};
+}
+
+DWORD AttributesOf(const std::wstring& path) {
+    return GetFileAttributesW(SystemPath(path).c_str());
+}
+
+}  // namespace
+
+// Keeps the error code of a failed call before anything else can replace it.
+bool Win32Files::Noted(bool succeeded) {
+    if (!succeeded) lastError_ = GetLastError();
+    return succeeded;
+}
+
+bool Win32Files::Fail(std::uint32_t error) {
+    lastError_ = error;
+    return false;
+}
+
+FileHandle Win32Files::Open(const std::wstring& path, FileUse use) {
+    const OpenWay way = WayOf(use);
+    UniqueFile file(CreateFileW(SystemPath(path).c_str(), way.access, FILE_SHARE_READ, nullptr,
+                                way.disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!Noted(file.IsSet())) return FileHandle::None;
+    if (use == FileUse::Append && !Noted(SetFilePointerEx(file.Get(), LARGE_INTEGER{}, nullptr, FILE_END)))
+        return FileHandle::None;
+    return static_cast<FileHandle>(reinterpret_cast<std::uintptr_t>(file.Release()));
+}
+
+void Win32Files::Close(FileHandle file) {
+    if (file != FileHandle::None) CloseHandle(SystemFile(file));
+}
+
+std::optional<std::uint32_t> Win32Files::Read(FileHandle file, void* buffer, std::uint32_t size) {
+    DWORD count = 0;
+    if (!Noted(ReadFile(SystemFile(file), buffer, size, &count, nullptr))) return std::nullopt;
+    return count;
+}
+
+std::optional<std::uint32_t> Win32Files::Write(FileHandle file, const void* bytes, std::uint32_t size) {
+    DWORD count = 0;
+    if (!Noted(WriteFile(SystemFile(file), bytes, size, &count, nullptr))) return std::nullopt;
+    return count;
+}
+
+std::optional<std::int64_t> Win32Files::Tell(FileHandle file) {
+    LARGE_INTEGER position;
+    if (!Noted(SetFilePointerEx(SystemFile(file), LARGE_INTEGER{}, &position, FILE_CURRENT)))
+        return std::nullopt;
+    return position.QuadPart;
+}
+
+bool Win32Files::Seek(FileHandle file, std::int64_t position) {
+    LARGE_INTEGER target;
+    target.QuadPart = position;
+    return Noted(SetFilePointerEx(SystemFile(file), target, nullptr, FILE_BEGIN));
+}
+
+std::optional<std::int64_t> Win32Files::Size(FileHandle file) {
+    LARGE_INTEGER size;
+    if (!Noted(GetFileSizeEx(SystemFile(file), &size))) return std::nullopt;
+    return size.QuadPart;
+}
+
+bool Win32Files::Reserve(FileHandle file, std::int64_t size) {
+    const std::optional<std::int64_t> length = Size(file);
+    if (!length) return false;
+    if (size <= *length) return true;
+    const std::optional<std::int64_t> position = Tell(file);
+    if (!position || !HasRoomFor(file, size - *length) || !Seek(file, size)) return false;
+    const bool longer = Noted(SetEndOfFile(SystemFile(file)));
+    const std::uint32_t error = lastError_;
+    const bool positioned = Seek(file, *position);
+    if (!longer) lastError_ = error;
+    return longer && positioned;
+}
+
+// Not every file system sets the room aside when a file is made longer, so the free space is asked for as
+// well. Where it cannot be asked for, making the file longer decides alone.
+bool Win32Files::HasRoomFor(FileHandle file, std::int64_t more) {
+    const DWORD needed = GetFinalPathNameByHandleW(SystemFile(file), nullptr, 0, VOLUME_NAME_DOS);
+    if (needed == 0) return true;
+    std::wstring path(needed, L'\0');
+    path.resize(GetFinalPathNameByHandleW(SystemFile(file), path.data(), needed, VOLUME_NAME_DOS));
+    ULARGE_INTEGER free;
+    if (!GetDiskFreeSpaceExW(Split(path).directory.c_str(), &free, nullptr, nullptr)) return true;
+    return free.QuadPart >= static_cast<ULONGLONG>(more) || Fail(ERROR_DISK_FULL);
+}
+
+bool Win32Files::Exists(const std::wstring& path) {
+    const auto [directory, name] = Split(path);
+    if (IsNamePattern(name)) {
+        for (const bool directories : {false, true}) {
+            const auto names = NamesIn(directory, directories);
+            if (!names) return false;
+            const auto matches = [&](const std::wstring& one) { return MatchesNamePattern(one, name); };
+            if (std::any_of(names->begin(), names->end(), matches)) return true;
+        }
+        return Fail(ERROR_FILE_NOT_FOUND);
+    }
+    const DWORD attributes = AttributesOf(path);
+    if (attributes != INVALID_FILE_ATTRIBUTES)
+        return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 || !EndsInSeparator(path) ||
+               Fail(ERROR_DIRECTORY);
+    // What another program holds exclusively gives no attributes but is still listed.
+    WIN32_FIND_DATAW found;
+    const UniqueFind find(FindFirstFileW(SystemPath(path).c_str(), &found));
+    return Noted(find.IsSet());
+}
+
+bool Win32Files::IsDirectory(const std::wstring& path) {
+    const DWORD attributes = AttributesOf(path);
+    return Noted(attributes != INVALID_FILE_ATTRIBUTES) && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+std::optional<FileTime> Win32Files::ChangeTime(const std::wstring& path) {
+    WIN32_FILE_ATTRIBUTE_DATA data;
+    if (!Noted(GetFileAttributesExW(SystemPath(path).c_str(), GetFileExInfoStandard, &data)))
+        return std::nullopt;
+    if ((data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+        Fail(ERROR_ACCESS_DENIED);
+        return std::nullopt;
+    }
+    return static_cast<FileTime>(data.ftLastWriteTime.dwHighDateTime) << 32 |
+           data.ftLastWriteTime.dwLowDateTime;
+}
+
+// The sorted names of the files, or of the directories, in a directory; none when it cannot be read.
+std::optional<std::vector<std::wstring>> Win32Files::NamesIn(const std::wstring& directory,
+                                                             bool directories) {
+    std::wstring pattern = directory.empty() ? L".\\" : directory;
+    if (!EndsInSeparator(pattern)) pattern += L'\\';
+    std::vector<std::wstring> names;
+    WIN32_FIND_DATAW found;
+    const UniqueFind find(FindFirstFileW(SystemPath(pattern + L'*').c_str(), &found));
+    if (!Noted(find.IsSet())) {
+        // A drive's top directory may hold nothing at all, not even itself.
+        if (lastError_ == ERROR_FILE_NOT_FOUND) return names;
+        return std::nullopt;
+    }
+    do {
+        const std::wstring name = found.cFileName;
+        const bool isDirectory = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+        if (isDirectory == directories && name != L"." && name != L"..") names.push_back(name);
+    } while (FindNextFileW(find.Get(), &found));
+    if (GetLastError() != ERROR_NO_MORE_FILES) {
+        Noted(false);
+        return std::nullopt;
+    }
+    std::sort(names.begin(), names.end(),
+              [](const std::wstring& a, const std::wstring& b) { return CompareNoCase(a, b) < 0; });
+    return names;
+}
+
+std::vector<std::wstring> Win32Files::List(const std::wstring& pattern) {
+    const auto [directory, name] = Split(pattern);
+    std::vector<std::wstring> names = NamesIn(directory, false).value_or(std::vector<std::wstring>());
+    std::erase_if(names, [&](const std::wstring& one) { return !MatchesNamePattern(one, name); });
+    return names;
+}
+
+std::optional<std::vector<std::wstring>> Win32Files::ListDirectories(const std::wstring& directory) {
+    return NamesIn(directory, true);
+}
+
+bool Win32Files::Remove(const std::wstring& path) {
+    return Noted(DeleteFileW(SystemPath(path).c_str()));
+}
+
+// The copy takes its name only when it is complete, so that neither a half copy nor a half overwritten target
+// is ever left.
+bool Win32Files::Copy(const std::wstring& from, const std::wstring& to, bool replace) {
+    const DWORD attributes = AttributesOf(to);
+    if (attributes != INVALID_FILE_ATTRIBUTES) {
+        if (!replace) return Fail(ERROR_FILE_EXISTS);
+        if ((attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) != 0)
+            return Fail(ERROR_ACCESS_DENIED);
+    }
+    std::wstring copy;
+    if (!CopyUnderFreeName(SystemPath(from), to, copy)) return false;
+    if (Noted(MoveFileExW(copy.c_str(), SystemPath(to).c_str(), replace ? MOVEFILE_REPLACE_EXISTING : 0)))
+        return true;
+    // What was read-only would not let itself be deleted.
+    SetFileAttributesW(copy.c_str(), FILE_ATTRIBUTE_NORMAL);
+    DeleteFileW(copy.c_str());
+    return false;
+}
+
+// Copies to a name beside `to` that is not taken yet.
+bool Win32Files::CopyUnderFreeName(const std::wstring& from, const std::wstring& to, std::wstring& copy) {
+    for (int i = 0; i < kMostCopyNames; ++i) {
+        copy = SystemPath(to + L".~" + NumberText(i));
+        if (GetFileAttributesW(copy.c_str()) != INVALID_FILE_ATTRIBUTES) continue;
+        if (Noted(CopyFileW(from.c_str(), copy.c_str(), TRUE))) return true;
+        if (lastError_ == ERROR_FILE_EXISTS) continue;
+        DeleteFileW(copy.c_str());
+        return false;
+    }
+    return Fail(ERROR_FILE_EXISTS);
+}
+
+bool Win32Files::MakeDirectory(const std::wstring& path) {
+    return Noted(CreateDirectoryW(SystemPath(path).c_str(), nullptr));
+}

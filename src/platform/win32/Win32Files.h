@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/Files.h"
+
+class Win32Files : public FilePort {
+ public:
+    FileHandle Open(const std::wstring& path, FileUse use) override;
+    void Close(FileHandle file) override;
+    std::optional<std::uint32_t> Read(FileHandle file, void* buffer, std::uint32_t size) override;
+    std::optional<std::uint32_t> Write(FileHandle file, const void* bytes, std::uint32_t size) override;
+    std::optional<std::int64_t> Tell(FileHandle file) override;
+    bool Seek(FileHandle file, std::int64_t position) override;
+    std::optional<std::int64_t> Size(FileHandle file) override;
+    bool Reserve(FileHandle file, std::int64_t size) override;
+    bool Exists(const std::wstring& path) override;
+    bool IsDirectory(const std::wstring& path) override;
+    std::optional<FileTime> ChangeTime(const std::wstring& path) override;
+    std::vector<std::wstring> List(const std::wstring& pattern) override;
+    std::optional<std::vector<std::wstring>> ListDirectories(const std::wstring& directory) override;
+    bool Remove(const std::wstring& path) override;
+    bool Copy(const std::wstring& from, const std::wstring& to, bool replace) override;
+    bool MakeDirectory(const std::wstring& path) override;
+    std::uint32_t LastError() override { return lastError_; }
+
+ private:
+    bool Noted(bool succeeded);
+    bool Fail(std::uint32_t error);
+    bool HasRoomFor(FileHandle file, std::int64_t more);
+    bool CopyUnderFreeName(const std::wstring& from, const std::wstring& to, std::wstring& copy);
+    std::optional<std::vector<std::wstring>> NamesIn(const std::wstring& directory, bool directories);
+
+    std::uint32_t lastError_ = 0;
+};

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+
+#include "platform/SettingsStore.h"
+
+// The settings in the user's part of the registry; sections are keys under `root`, values are texts.
+class Win32Settings : public SettingsPort {
+ public:
+    explicit Win32Settings(std::wstring root = L"Software\\NXClip") : root_(std::move(root)) {}
+
+    std::wstring Read(const std::wstring& section, const std::wstring& key,
+                      const std::wstring& absent) override;
+    bool Write(const std::wstring& section, const std::wstring& key, const std::wstring& value) override;
+    bool DeleteSection(const std::wstring& section) override;
+
+ private:
+    std::wstring PathOf(const std::wstring& section) const { return root_ + L"\\" + section; }
+
+    std::wstring root_;
+};

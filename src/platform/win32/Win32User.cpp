@@ -1,0 +1,59 @@
+#include "platform/win32/Win32User.h"
+
+#include <utility>
+
+#include "platform/win32/SystemHandles.h"
+#include "platform/win32/SystemPath.h"
+
+#include <mmsystem.h>
+
+namespace {
+
+unsigned IconStyle(MessageIcon icon) {
+    switch (icon) {
+        case MessageIcon::Information:
+            return MB_ICONINFORMATION;
+        case MessageIcon::Question:
+            return MB_ICONQUESTION;
+        case MessageIcon::Error:
+            return MB_ICONERROR;
+        case MessageIcon::None:
+            break;
+    }
+    return 0;
+}
+
+}  // namespace
+
+int Win32User::ShowBox(const std::wstring& text, const std::wstring& title, unsigned style) {
+    HWND owner = GetActiveWindow();
+    if (owner == nullptr) owner = SystemWindow(mainWindow_);
+    // Without an owner the box would not keep the user from the program's other windows.
+    if (owner == nullptr) style |= MB_TASKMODAL;
+    return MessageBoxW(owner, text.c_str(), (title.empty() ? title_ : title).c_str(), style);
+}
+
+void Win32User::Tell(const std::wstring& text, const std::wstring& title, MessageIcon icon) {
+    ShowBox(text, title, MB_OK | IconStyle(icon));
+}
+
+bool Win32User::Ask(const std::wstring& text, const std::wstring& title, bool noIsDefault) {
+    return ShowBox(text, title, MB_YESNO | MB_ICONQUESTION | (noIsDefault ? MB_DEFBUTTON2 : 0)) == IDYES;
+}
+
+void Win32User::Status(const std::wstring& text) {
+    if (showStatus_) showStatus_(text);
+}
+
+PointerShape Win32User::ShowPointer(PointerShape shape) {
+    SetCursor(LoadCursorW(nullptr, shape == PointerShape::Hourglass ? IDC_WAIT : IDC_ARROW));
+    return std::exchange(pointer_, shape);
+}
+
+void Win32User::Beep() {
+    MessageBeep(MB_OK);
+}
+
+bool Win32User::PlaySoundFile(const std::wstring& path) {
+    return PlaySoundW(SystemPath(path).c_str(), nullptr, SND_FILENAME | SND_ASYNC | SND_NODEFAULT) != FALSE;
+}

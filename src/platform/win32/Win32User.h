@@ -1,0 +1,35 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "platform/Handles.h"
+#include "platform/User.h"
+
+// The user by message boxes, the main window's status line and the mouse pointer.
+class Win32User : public UserPort {
+ public:
+    explicit Win32User(std::wstring title = L"NXClip") : title_(std::move(title)) {}
+
+    void Tell(const std::wstring& text, const std::wstring& title, MessageIcon icon) override;
+    bool Ask(const std::wstring& text, const std::wstring& title, bool noIsDefault) override;
+    void Status(const std::wstring& text) override;
+    PointerShape ShowPointer(PointerShape shape) override;
+    void Beep() override;
+    bool PlaySoundFile(const std::wstring& path) override;
+
+    // Owns the message boxes while no other window of the program is active. None when there is none yet.
+    void SetMainWindow(WindowHandle window) { mainWindow_ = window; }
+    // Shows the status text. Empty to forget the texts again: set it no longer than its window lives.
+    void SetStatusLine(std::function<void(const std::wstring& text)> show) { showStatus_ = std::move(show); }
+    // The pointer to show wherever a window has none of its own.
+    PointerShape Pointer() const { return pointer_; }
+
+ private:
+    int ShowBox(const std::wstring& text, const std::wstring& title, unsigned style);
+
+    std::wstring title_;
+    WindowHandle mainWindow_ = WindowHandle::None;
+    std::function<void(const std::wstring& text)> showStatus_;
+    PointerShape pointer_ = PointerShape::Normal;
+};

@@ -1,0 +1,81 @@
+#include "platform/win32/Win32Windows.h"
+
+#include <string>
+
+#include "platform/win32/SystemHandles.h"
+#include "platform/win32/SystemPath.h"
+
+namespace {
+
+// How long a window may leave a message unanswered before it counts as hung, in milliseconds.
+constexpr UINT kHungAfter = 2000;
+
+}  // namespace
+
+ProcedureAddress Win32Windows::ExchangeProcedure(WindowHandle window, ProcedureAddress procedure) {
+    return static_cast<ProcedureAddress>(
+        SetWindowLongPtrW(SystemWindow(window), GWLP_WNDPROC, static_cast<LONG_PTR>(procedure)));
+}
+
+MessageParameter Win32Windows::CallProcedure(ProcedureAddress procedure, WindowHandle window,
+                                             std::uint32_t message, MessageParameter wParam,
+                                             MessageParameter lParam) {
+    return CallWindowProcW(reinterpret_cast<WNDPROC>(procedure), SystemWindow(window), message,
+                           static_cast<WPARAM>(wParam), lParam);
+}
+
+MessageParameter Win32Windows::Deliver(WindowHandle window, std::uint32_t message, MessageParameter wParam,
+                                       MessageParameter lParam) {
+    // A hung viewer of another program must not take this one with it.
+    DWORD_PTR result = 0;
+    SendMessageTimeoutW(SystemWindow(window), message, static_cast<WPARAM>(wParam), lParam,
+                        SMTO_ABORTIFHUNG | SMTO_NOTIMEOUTIFNOTHUNG, kHungAfter, &result);
+    return static_cast<MessageParameter>(result);
+}
+
+WindowHandle Win32Windows::Foreground() {
+    return EngineWindow(GetForegroundWindow());
+}
+
+void Win32Windows::BringToFront(WindowHandle window) {
+    SetForegroundWindow(SystemWindow(window));
+}
+
+std::wstring Win32Windows::Title(WindowHandle window, int most) {
+    if (most <= 0) return {};
+    std::wstring title(static_cast<std::size_t>(most) + 1, L'\0');
+    GetWindowTextW(SystemWindow(window), title.data(), most + 1);
+    return title.substr(0, title.find(L'\0'));
+}
+
+bool Win32Windows::SetAlwaysOnTop(WindowHandle window, bool onTop) {
+    return SetWindowPos(SystemWindow(window), onTop ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0,
+                        SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE) != FALSE;
+}
+
+std::uint16_t Win32Windows::AddGlobalAtom(const std::string& text) {
+    return GlobalAddAtomA(text.c_str());
+}
+
+void Win32Windows::DeleteGlobalAtom(std::uint16_t atom) {
+    GlobalDeleteAtom(atom);
+}
+
+bool Win32Windows::AddHotKey(WindowHandle window, std::int32_t identifier, std::uint32_t modifiers,
+                             std::uint32_t key) {
+    // Without a window the message would go to the thread, where nobody waits for it.
+    if (window == WindowHandle::None) return false;
+    return RegisterHotKey(SystemWindow(window), identifier, modifiers, key) != FALSE;
+}
+
+void Win32Windows::RemoveHotKey(WindowHandle window, std::int32_t identifier) {
+    UnregisterHotKey(SystemWindow(window), identifier);
+}
+
+bool Win32Windows::OpenHelp(WindowHandle window, const std::wstring& file, std::uint32_t command,
+                            std::uintptr_t data) {
+    // The viewer would ask the user for a missing file and keep its caller waiting meanwhile.
+    const DWORD attributes = GetFileAttributesW(SystemPath(file).c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return false;
+    return WinHelpW(SystemWindow(window), file.c_str(), command, data) != FALSE;
+}
