@@ -76,6 +76,7 @@ class Driver {
     bool Quiet() const;
 
     void WaitForStatus(std::wstring_view text) const;
+    // The whole tree, opened, without the selection: that also follows the focus.
     void WaitForTree(std::wstring_view outline) const;
 
     // By menu and dialog: a new profile in ProfileDirectory(), which becomes the active container.
