@@ -12,7 +12,7 @@
 
 namespace {
 
-const std::wstring kFile = L"D:\\nxclip.nxp";
+const std::wstring kFile = L"C:\\nxclip.nxp";
 
 void Sizes(benchmark::internal::Benchmark* benchmark) {
     benchmark->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
@@ -31,6 +31,10 @@ struct Bench {
     Node* profile = nullptr;
 };
 
+bool Save(Bench& bench) {
+    return bench.tree.BuildTreeData(bench.profile) && bench.tree.SaveDataToFile(kFile);
+}
+
 void SaveProfile(benchmark::State& state) {
     Bench bench(state.range(0));
     for (auto _ : state)
@@ -40,11 +44,11 @@ BENCHMARK(SaveProfile)->Apply(Sizes);
 
 void LoadProfile(benchmark::State& state) {
     Bench bench(state.range(0));
-    bench.tree.BuildTreeData(bench.profile);
-    bench.tree.SaveDataToFile(kFile);
+    Save(bench);
+    bench.tree.ReleaseData();
     for (auto _ : state) {
-        bench.tree.LoadDataFromFile(kFile);
-        benchmark::DoNotOptimize(bench.tree.BuildSubTreeFromData(nullptr));
+        if (!bench.tree.LoadDataFromFile(kFile) || bench.tree.BuildSubTreeFromData(nullptr) == nullptr)
+            state.SkipWithError("not loaded");
         state.PauseTiming();
         bench.nodes.Clear();
         state.ResumeTiming();

@@ -11,5 +11,5 @@ target_include_directories(NXClip PRIVATE ${CMAKE_CURRENT_BINARY_DIR})
 set_source_files_properties(${TOP_RC} PROPERTIES
   OBJECT_DEPENDS "${RC_FRAGMENTS};${RESOURCES};${ICONS};${CMAKE_CURRENT_BINARY_DIR}/version.h"
   COMPILE_OPTIONS "-I${CMAKE_CURRENT_SOURCE_DIR}/src;-I${CMAKE_CURRENT_BINARY_DIR};-c65001")
-target_link_options(NXClip PRIVATE -municode $<$<CONFIG:Release>:-s>)
+target_link_options(NXClip PRIVATE -municode -Wl,--no-insert-timestamp $<$<CONFIG:Release>:-s>)
 target_compile_options(NXClip PRIVATE -municode)

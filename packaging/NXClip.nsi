@@ -4,6 +4,7 @@
 ;   STAGE      the directory with what is installed
 ;   FILES      a file with the macros InstallFiles and RemoveFiles, one line for each file of it
 ;   ICON       the program's icon
+;   PAGE       the picture of the first and the last page, a bitmap of 164 by 314 pixels
 ;   OUTPUT     the installer to write
 
 Unicode true
@@ -42,6 +43,12 @@ VIAddVersionKey /LANG=1031 "LegalCopyright" ""
 !define MUI_ICON "${ICON}"
 !define MUI_UNICON "${ICON}"
 !define MUI_ABORTWARNING
+!define MUI_WELCOMEFINISHPAGE_BITMAP "${PAGE}"
+!define MUI_WELCOMEPAGE_TITLE "NXClip ${VERSION} installieren"
+!define MUI_WELCOMEPAGE_TEXT "NXClip wird für den angemeldeten Benutzer eingerichtet. Administratorrechte sind dafür \
+  nicht nötig.$\r$\n$\r$\nEin vorhandenes NXClip wird aktualisiert. Profile, Clips, Formatsätze und Einstellungen \
+  bleiben erhalten.$\r$\n$\r$\n$_CLICK"
+!define MUI_FINISHPAGE_TITLE "NXClip ${VERSION} ist installiert"
 !define MUI_FINISHPAGE_RUN "$INSTDIR\NXClip.exe"
 !define MUI_FINISHPAGE_RUN_TEXT "NXClip jetzt starten"
 !insertmacro MUI_PAGE_WELCOME

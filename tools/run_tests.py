@@ -18,7 +18,7 @@ from pathlib import Path
 REPO = Path(__file__).resolve().parent.parent
 LOGS = REPO / "build" / "logs"
 FUZZ_SECONDS = 10
-BUILD_LIMIT, TEST_LIMIT, DESKTOP_LIMIT = 1200, 600, 600
+BUILD_LIMIT, TEST_LIMIT, DESKTOP_LIMIT = 2400, 600, 600
 WORKERS = max(2, min(4, os.cpu_count() or 2))
 COUNTS = re.compile(r"^(\d+) passed, (\d+) failed, (\d+) skipped$")
 

@@ -3,8 +3,8 @@
 #include <string_view>
 
 // The program's pictures: icons in the resources, drawn in src/resources/pictures/ and named in Pictures.rc.
-// Each holds the sizes 16, 20, 24, 32, 40, 48, 64 and 256; whoever shows one loads it by name at the size that
-// the window's DPI asks for.
+// Each holds the sizes 16, 20, 24, 32, 40, 48, 64 and 256; whoever shows one loads it by name at the size
+// that the window's DPI asks for.
 
 // A picture's key, as trees, lists and the tool bar know it, and the name of its icon resource.
 struct Picture {

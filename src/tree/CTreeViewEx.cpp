@@ -203,7 +203,7 @@ bool CTreeViewEx::IsSubNode(const Node* node, const Node* ancestor) const {
     return node != nullptr;
 }
 
-std::int16_t CTreeViewEx::SubNodeCount(Node* node) const {
+std::int16_t CTreeViewEx::SubNodeCount(const Node* node) const {
     return In16Bits(DescendantCount(node));
 }
 
@@ -239,7 +239,7 @@ bool CTreeViewEx::BuildTreeData(Node* node) {
     });
 }
 
-TreeData CTreeViewEx::Flattened(Node& start, std::int32_t count) {
+TreeData CTreeViewEx::Flattened(const Node& start, std::int32_t count) {
     TreeData data;
     data.Nodes.resize(static_cast<std::size_t>(count) + 1);
     TreeWalk walk(&start);

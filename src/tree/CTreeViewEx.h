@@ -91,7 +91,7 @@ class CTreeViewEx {
     // True when `ancestor` is the node itself or stands above it.
     bool IsSubNode(const Node* node, const Node* ancestor) const;
     // The number of all descendants. Throws RuntimeError (Overflow) above 32767; DescendantCount counts on.
-    std::int16_t SubNodeCount(Node* node) const;
+    std::int16_t SubNodeCount(const Node* node) const;
 
     // --- Scrolling ---
 
@@ -146,7 +146,7 @@ class CTreeViewEx {
     // Null when a handler cancels.
     Node* AddCopy(Node* relative, NodeRelation relation, Node& source, bool isMove, bool& cancel);
     void CopyDescendants(Node& source, Node& copy, bool isMove);
-    static TreeData Flattened(Node& start, std::int32_t count);
+    static TreeData Flattened(const Node& start, std::int32_t count);
     bool BuildNodes(Node* parent, Node*& top);
     Node& AddFromRecord(Node* relative, NodeRelation relation, const TreeNodeRecord& record);
 

@@ -148,7 +148,7 @@ void ReadNodeAttributes(const Node* node) {
 
 NodeCounts CountBelow(const Node& node) {
     NodeCounts counts;
-    TreeWalk walk(const_cast<Node*>(&node));  // a walk changes nothing
+    TreeWalk walk(&node);
     for (walk.Step(); walk.InSubtree(); walk.Step()) {
         if (IsStructureNode(walk.Current())) ++counts.folders;
         if (IsClipNode(walk.Current())) ++counts.clips;

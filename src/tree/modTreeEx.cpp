@@ -104,7 +104,7 @@ std::wstring TreeDataFilePath(const std::wstring& directory) {
     return WithBackslash(directory) + L"nxclip.nxp";
 }
 
-std::int32_t DescendantCount(Node* node) {
+std::int32_t DescendantCount(const Node* node) {
     std::int32_t count = 0;
     TreeWalk walk(node);
     for (walk.Step(); walk.InSubtree(); walk.Step())
@@ -117,19 +117,4 @@ std::int32_t LevelOf(const Node* node) {
     for (; node != nullptr; node = node->Parent())
         ++level;
     return level;
-}
-
-void TreeWalk::Step() {
-    if (node_ == nullptr) return;
-    if (node_->FirstChild() != nullptr) {
-        node_ = node_->FirstChild();
-        ++depth_;
-        return;
-    }
-    while (node_ != nullptr && node_->Next() == nullptr) {
-        node_ = node_->Parent();
-        --depth_;
-    }
-    if (node_ != nullptr) node_ = node_->Next();
-    if (depth_ <= 0) inSubtree_ = false;
 }

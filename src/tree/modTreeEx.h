@@ -45,18 +45,20 @@ std::wstring WithBackslash(const std::wstring& directory);
 std::wstring TreeDataFilePath(const std::wstring& directory);
 
 // The number of all descendants, 0 for null.
-std::int32_t DescendantCount(Node* node);
+std::int32_t DescendantCount(const Node* node);
 // The level of a node: 1 at the root level, 0 for null.
 std::int32_t LevelOf(const Node* node);
 
 // A way through the tree from `start` on: a node, its children, then its next sibling. Without recursion,
-// since a damaged file can nest nodes very deeply. Nodes may be added on the way.
+// since a damaged file can nest nodes very deeply. Nodes may be added on the way. NodeType is Node or const
+// Node.
+template <typename NodeType>
 class TreeWalk {
  public:
-    explicit TreeWalk(Node* start) : node_(start), inSubtree_(start != nullptr) {}
+    explicit TreeWalk(NodeType* start) : node_(start), inSubtree_(start != nullptr) {}
 
     // Null behind the last node of the tree.
-    Node* Current() const { return node_; }
+    NodeType* Current() const { return node_; }
     // The level below the start.
     int Depth() const { return depth_; }
     // False once the way has left the subtree of the start.
@@ -64,7 +66,23 @@ class TreeWalk {
     void Step();
 
  private:
-    Node* node_;
+    NodeType* node_;
     int depth_ = 0;
     bool inSubtree_;
 };
+
+template <typename NodeType>
+void TreeWalk<NodeType>::Step() {
+    if (node_ == nullptr) return;
+    if (node_->FirstChild() != nullptr) {
+        node_ = node_->FirstChild();
+        ++depth_;
+        return;
+    }
+    while (node_ != nullptr && node_->Next() == nullptr) {
+        node_ = node_->Parent();
+        --depth_;
+    }
+    if (node_ != nullptr) node_ = node_->Next();
+    if (depth_ <= 0) inSubtree_ = false;
+}

@@ -62,6 +62,10 @@ def files_below(directory):
     return sorted(str(path.relative_to(directory)) for path in directory.rglob("*") if path.is_file())
 
 
+def content_of(path):
+    return path.read_bytes() if path.is_file() else None
+
+
 class Drive:
     """The Windows program that acts for us: starts programs, sees their windows, closes them."""
 
@@ -175,7 +179,7 @@ def installer_installs_for_the_user_alone():
 
 
 def user_files(directory):
-    return {"NXClip.nxf": None, "Daten/Büro/nxclip.nxp": (directory / "Templates/Office.nxp").read_bytes(),
+    return {"NXClip.nxf": b"format sets of the user's own", "Daten/Büro/nxclip.nxp": (directory / "Templates/Office.nxp").read_bytes(),
             "Daten/Büro/C1.nxc": b"a clip", "Templates/Eigene.nxp": b"a template of the user's own"}
 
 
@@ -184,23 +188,20 @@ def update_and_removal_keep_what_the_user_made():
     made = user_files(directory)
     for name, content in made.items():
         path = directory / name
-        if content is None:
-            made[name] = path.read_bytes()
-        else:
-            path.parent.mkdir(parents=True, exist_ok=True)
-            path.write_bytes(content)
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_bytes(content)
     (directory / "Hilfe/alt.html").write_text("a page of an older version that the user keeps")
     (directory / "protokol.txt").write_text("a log")
 
     install()
     for name, content in made.items():
-        check((directory / name).read_bytes() == content, f"the update changed {name}")
+        check(content_of(directory / name) == content, f"the update changed {name}")
 
     uninstall(directory)
     expected = sorted([*made, "Hilfe/alt.html"])
     check(files_below(directory) == expected, f"what remains: {files_below(directory)}")
     for name, content in made.items():
-        check((directory / name).read_bytes() == content, f"the removal changed {name}")
+        check(content_of(directory / name) == content, f"the removal changed {name}")
     check(not start_menu_links(), f"still in the start menu: {start_menu_links()}")
     check(registry_has(SETTINGS_KEY), "the settings are gone, and with them the list of profiles")
     shutil.rmtree(directory)

@@ -1,6 +1,6 @@
 #include "profiles/CProfiles.h"
 
-#include <chrono>
+#include <ctime>
 
 #include "fake/FakePlatformTest.h"
 #include "platform/RuntimeError.h"
@@ -69,10 +69,10 @@ TEST_F(CProfilesTest, LoadRegistry_SurvivesABadCount) {
     list.LoadRegistry();
     EXPECT_EQ(list.Count(), 0);
     Store(L"Count", L"2000000000");
-    const auto start = std::chrono::steady_clock::now();
+    const std::clock_t start = std::clock();
     list.LoadRegistry();
     EXPECT_EQ(list.Count(), 3) << "the two, and one without a directory";
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+    EXPECT_LT(std::clock() - start, 20 * CLOCKS_PER_SEC);
 }
 
 TEST_F(CProfilesTest, SaveRegistry_LeavesNothingOfAListThatShrank) {

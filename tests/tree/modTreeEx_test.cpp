@@ -102,7 +102,7 @@ TEST(TagTest, ParseClipTag_LeavesWhatTheTagDoesNotReach) {
     EXPECT_EQ(ErrorNumberOf([] { ParsedClip(L"C&,3&x&y"); }), 13);
 }
 
-TEST(TagTest, TheParsersDifferInATagWithoutSecondSeparator) {
+TEST(TagTest, ParseTagWithoutSecondSeparator_TheParsersDiffer) {
     for (const wchar_t* tag : {L"C", L"C&", L"C&7,3", L"x"})
         EXPECT_EQ(ErrorNumberOf([&] { ParsedClip(tag); }), 5) << tag;
     EXPECT_EQ(ErrorNumberOf([] { ParsedProfile(L"P&7"); }), 0);
@@ -135,7 +135,7 @@ TEST(TreeWalkTest, Step_GoesInTreeOrderAndKnowsTheDepth) {
         way += walk.Current()->Text() + (walk.InSubtree() ? L" " : L"- ");
     EXPECT_EQ(way, L"S C1 C2 S2- Q- C3- ");
 
-    EXPECT_FALSE(TreeWalk(nullptr).InSubtree());
+    EXPECT_FALSE(TreeWalk<Node>(nullptr).InSubtree());
     EXPECT_EQ(DescendantCount(nullptr), 0);
     EXPECT_EQ(DescendantCount(nodes.Root()), 4);
 }

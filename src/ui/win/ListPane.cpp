@@ -45,9 +45,14 @@ void ListPane::SetDpi(UINT dpi) {
 
 void ListPane::SetMode(ListMode mode) {
     mode_ = mode;
-    const LONG_PTR style = GetWindowLongPtrW(window_, GWL_STYLE) & ~static_cast<LONG_PTR>(LVS_TYPEMASK);
-    SetWindowLongPtrW(window_, GWL_STYLE, style | static_cast<LONG_PTR>(StyleOf(mode)));
+    SetStyle(LVS_TYPEMASK, StyleOf(mode));
     InvalidateRect(window_, nullptr, TRUE);
+}
+
+void ListPane::SetStyle(DWORD mask, DWORD style) {
+    const auto before = static_cast<DWORD>(GetWindowLongPtrW(window_, GWL_STYLE));
+    const DWORD after = (before & ~mask) | style;
+    if (after != before) SetWindowLongPtrW(window_, GWL_STYLE, static_cast<LONG_PTR>(after));
 }
 
 void ListPane::ShowContent(const ListContent& content) {
@@ -63,6 +68,7 @@ void ListPane::ShowContent(const ListContent& content) {
 void ListPane::FillColumns() {
     while (ListView_DeleteColumn(window_, 0)) {
     }
+    SetStyle(LVS_NOCOLUMNHEADER, content_->columns.empty() ? LVS_NOCOLUMNHEADER : 0);
     int place = 0;
     for (const std::wstring& heading : content_->columns) {
         LVCOLUMNW column{};

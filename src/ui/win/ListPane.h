@@ -31,6 +31,7 @@ class ListPane {
 
  private:
     void FillColumns();
+    void SetStyle(DWORD mask, DWORD style);
 
     HWND window_ = nullptr;
     const ListContent* content_ = nullptr;

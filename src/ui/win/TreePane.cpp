@@ -88,11 +88,9 @@ LRESULT TreePane::OnNotify(NMHDR& header) {
             if (item.pszText == nullptr || listener_ == nullptr) return FALSE;
             return listener_->LabelEdited(NodeOf(item.lParam), item.pszText);
         }
-        case TVN_BEGINDRAGW:
-        case TVN_BEGINRDRAGW: {
+        case TVN_BEGINDRAGW: {
             auto& change = reinterpret_cast<NMTREEVIEWW&>(header);
-            if (listener_ != nullptr)
-                listener_->DragStarted(NodeOf(change.itemNew.lParam), header.code == TVN_BEGINRDRAGW);
+            if (listener_ != nullptr) listener_->DragStarted(NodeOf(change.itemNew.lParam));
             return 0;
         }
         case NM_RETURN:
@@ -115,6 +113,19 @@ Node* TreePane::NodeAt(POINT point) const {
     hit.pt = point;
     const HTREEITEM item = TreeView_HitTest(window_, &hit);
     return item != nullptr && (hit.flags & TVHT_ONITEM) != 0 ? NodeOfItem(item) : nullptr;
+}
+
+Node* TreePane::RowAt(POINT point) const {
+    TVHITTESTINFO hit{};
+    hit.pt = point;
+    const HTREEITEM item = TreeView_HitTest(window_, &hit);
+    return item != nullptr ? NodeOfItem(item) : nullptr;
+}
+
+RECT TreePane::RowOf(const Node& node) const {
+    RECT row{};
+    if (node.viewItem != 0) TreeView_GetItemRect(window_, ItemOf(node), &row, FALSE);
+    return row;
 }
 
 POINT TreePane::MenuPoint() const {
@@ -269,7 +280,7 @@ void TreePane::NodeImageChanged(Node& node) {
 }
 
 void TreePane::NodeExpandedChanged(Node& node) {
-    if (node.viewItem == 0 || node.Children() == 0 || bulkDepth_ > 0) return;
+    if (node.viewItem == 0 || node.Children() == 0) return;
     const bool shown = (TreeView_GetItemState(window_, ItemOf(node), TVIS_EXPANDED) & TVIS_EXPANDED) != 0;
     if (shown == node.Expanded()) return;
     const MirrorScope mirror(mirroring_);

@@ -28,6 +28,10 @@ class TreePane : public NodeView {
 
     // The node under a point of the control in pixels; null when there is none.
     Node* NodeAt(POINT point) const;
+    // The node whose row holds the point, wherever in the row; null below the last one.
+    Node* RowAt(POINT point) const;
+    // The row of a shown node in pixels of the control.
+    RECT RowOf(const Node& node) const;
     // Where the keyboard's context menu belongs: below the selected node, in screen pixels.
     POINT MenuPoint() const;
     // Starts renaming a node in place.
@@ -43,7 +47,7 @@ class TreePane : public NodeView {
         virtual bool MayEditLabel(Node& node) = 0;
         // True when the new name is taken over.
         virtual bool LabelEdited(Node& node, const std::wstring& text) = 0;
-        virtual void DragStarted(Node& node, bool rightButton) = 0;
+        virtual void DragStarted(Node& node) = 0;
         virtual void NodeActivated(Node& node) = 0;
     };
     void SetListener(Listener* listener) { listener_ = listener; }

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <windows.h>
+// The interfaces need <windows.h> in front of them.
+#include <unknwn.h>
+
+// The reference count and the one interface of a small COM object. Made with new, with one reference; the
+// last Release deletes it.
+template <typename Interface>
+class ComObject : public Interface {
+ public:
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
+        if (object == nullptr) return E_POINTER;
+        if (id != __uuidof(IUnknown) && id != __uuidof(Interface)) {
+            *object = nullptr;
+            return E_NOINTERFACE;
+        }
+        AddRef();
+        *object = static_cast<Interface*>(this);
+        return S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
+    ULONG STDMETHODCALLTYPE Release() override {
+        const ULONG left = --references_;
+        if (left == 0) delete this;
+        return left;
+    }
+
+ protected:
+    virtual ~ComObject() = default;
+
+ private:
+    ULONG references_ = 1;
+};

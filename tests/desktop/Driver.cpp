@@ -1,0 +1,222 @@
+#include "desktop/Driver.h"
+
+#include <algorithm>
+
+#include "desktop/Outline.h"
+#include "desktop/Settings.h"
+#include "desktop/Utf8.h"
+
+namespace {
+
+constexpr wchar_t kDialogClass[] = L"#32770";
+constexpr int kNoticeText = 65535;
+constexpr wchar_t kMainTitle[] = L"NXClip";
+
+// An environment that was made outside of Wine names files in the other system's way.
+std::filesystem::path WindowsPath(std::wstring text) {
+    if (text.starts_with(L"/")) text = L"Z:" + text;
+    return std::filesystem::path(text).make_preferred();
+}
+
+bool IsNotice(Window window) {
+    return window.ClassName() == kDialogClass && GetDlgItem(window.Handle(), kNoticeText) != nullptr;
+}
+
+}  // namespace
+
+std::filesystem::path ProgramFile() {
+    if (const wchar_t* given = _wgetenv(L"NXCLIP_EXE")) return WindowsPath(given);
+    const std::filesystem::path beside = OwnDirectory() / L"NXClip.exe";
+    return std::filesystem::exists(beside) ? beside : OwnDirectory().parent_path() / L"NXClip.exe";
+}
+
+Driver::Driver() {
+    const std::filesystem::path program = ProgramFile();
+    std::filesystem::copy_file(program, Directory() / L"NXClip.exe");
+    const std::filesystem::path templates = program.parent_path() / L"Templates";
+    if (std::filesystem::exists(templates)) {
+        std::filesystem::copy(templates, Directory() / L"Templates",
+                              std::filesystem::copy_options::recursive);
+    }
+    ClearSettings();
+    WriteSetting(L"Settings", L"ShowSplash", L"0");
+    WriteSetting(L"Settings", L"Dialog", L"1");
+    WriteSetting(L"Settings", L"EditPropAfterSnap", L"0");
+    WriteSetting(L"Settings", L"UnknownFormats", L"255");
+}
+
+Driver::~Driver() {
+    process_.reset();
+    RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\NXClip");
+}
+
+void Driver::Launch(const std::wstring& arguments) {
+    main_ = {};
+    process_.reset();
+    process_ = std::make_unique<Process>(L"\"" + (Directory() / L"NXClip.exe").wstring() + L"\"" +
+                                             (arguments.empty() ? L"" : L" " + arguments),
+                                         Directory().wstring());
+}
+
+void Driver::WaitForMain() {
+    main_ = WaitFor("the main window", [&] {
+        for (Window window : TopLevelWindows(process_->Id())) {
+            if (window.ClassName() != kDialogClass && window.FindControl(tvTreeView) &&
+                window.Text() == kMainTitle) {
+                return window;
+            }
+        }
+        return Window();
+    });
+}
+
+void Driver::Start(const std::wstring& arguments) {
+    Launch(arguments);
+    WaitForMain();
+}
+
+DWORD Driver::Quit() {
+    process_->MayEnd();
+    Command(mnuFileClose);
+    const DWORD code = process_->WaitForEnd();
+    main_ = {};
+    return code;
+}
+
+void Driver::Restart() {
+    Quit();
+    Start();
+}
+
+std::unique_ptr<Process> Driver::StartSecond() const {
+    auto second = std::make_unique<Process>(L"\"" + (Directory() / L"NXClip.exe").wstring() + L"\"",
+                                            Directory().wstring());
+    second->MayEnd();
+    return second;
+}
+
+MenuEntry Driver::Menu(int number) const {
+    const auto entry = FindMenuEntry(main_, number);
+    if (!entry) throw DriverError("the menu has no entry " + std::to_string(number));
+    return *entry;
+}
+
+Window Driver::WaitForDialog(std::wstring_view title) const {
+    return WaitFor("the dialog \"" + Utf8(title) + "\"", [&] {
+        for (Window window : TopLevelWindows(process_->Id())) {
+            if (window.ClassName() == kDialogClass && !IsNotice(window) && window.Text() == title)
+                return window;
+        }
+        return Window();
+    });
+}
+
+void Driver::WaitUntilGone(Window window) {
+    WaitFor("a dialog to close", [&] { return !window.Exists() || !window.Visible(); });
+}
+
+Notice Driver::WaitForNotice() const {
+    const Window found = WaitFor("a message box", [&] {
+        for (Window window : TopLevelWindows(process_->Id())) {
+            if (IsNotice(window)) return window;
+        }
+        return Window();
+    });
+    return {found, found.Text(), found.TextOf(kNoticeText)};
+}
+
+void Driver::Answer(const Notice& notice, int button) {
+    // The only button of a box with nothing to choose has the number of "cancel" on some systems.
+    const bool other = button == IDOK && GetDlgItem(notice.window.Handle(), IDOK) == nullptr;
+    notice.window.Press(other ? IDCANCEL : button);
+    WaitUntilGone(notice.window);
+}
+
+std::wstring Driver::AnswerNotice(int button) const {
+    const Notice notice = WaitForNotice();
+    Answer(notice, button);
+    return notice.text;
+}
+
+bool Driver::Quiet() const {
+    const std::vector<Window> windows = TopLevelWindows(process_->Id());
+    return std::none_of(windows.begin(), windows.end(),
+                        [](Window window) { return window.ClassName() == kDialogClass; });
+}
+
+void Driver::WaitForStatus(std::wstring_view text) const {
+    WaitFor("the status bar to say \"" + Utf8(text) + "\"",
+            [&] { return StatusBar().Text().find(text) != std::wstring::npos; });
+}
+
+void Driver::WaitForTree(std::wstring_view outline) const {
+    WaitFor("the tree\n" + Utf8(outline), [&] {
+        const TreeControl tree = Tree();
+        tree.ExpandAll();
+        return tree.Outline(false) == outline;
+    });
+}
+
+void Driver::MakeProfile(const std::wstring& name) const {
+    std::filesystem::create_directories(ProfileDirectory());
+    Command(mnuFileNew);
+    const Window dialog = WaitForDialog(L"Neue Profil");
+    dialog.SetText(tbName, name);
+    dialog.SetText(tbDir, ProfileDirectory().wstring());
+    dialog.Press(cb_ok);
+    WaitUntilGone(dialog);
+    WaitFor("the new profile in the tree", [&] {
+        const std::vector<TreeLine> lines = Tree().Lines();
+        return std::any_of(lines.begin(), lines.end(),
+                           [&](const TreeLine& line) { return line.text == name; });
+    });
+}
+
+void Driver::SetAutoDetect(bool on) const {
+    if (ToolBar().Pressed(tbbAutoDetect) == on) return;
+    ToolBar().Click(tbbAutoDetect);
+    WaitFor("the automatic capture's button", [&] { return ToolBar().Pressed(tbbAutoDetect) == on; });
+}
+
+std::set<HTREEITEM> Driver::Items() const {
+    const TreeControl tree = Tree();
+    tree.ExpandAll();
+    std::set<HTREEITEM> items;
+    for (const TreeLine& line : tree.Lines())
+        items.insert(line.item);
+    return items;
+}
+
+TreeLine Driver::WaitForNewClip(const std::set<HTREEITEM>& before) const {
+    // The clip's item is there before its content is: other programs may be asked for that, and this question
+    // is answered meanwhile. It is selected when everything is on disk.
+    TreeLine found;
+    WaitFor("a new clip in the tree", [&] {
+        for (const TreeLine& line : Tree().Lines()) {
+            if (!line.selected || before.contains(line.item)) continue;
+            found = line;
+            return true;
+        }
+        return false;
+    });
+    return found;
+}
+
+TreeLine Driver::Snap() const {
+    const std::set<HTREEITEM> before = Items();
+    Command(m_edit_insert);
+    return WaitForNewClip(before);
+}
+
+void Driver::PutOnClipboard() const {
+    // The status bar may still tell of the last time.
+    const DWORD before = GetClipboardSequenceNumber();
+    Command(m_copyToClipboard);
+    WaitFor("the clipboard to change", [&] { return GetClipboardSequenceNumber() != before; });
+    WaitForStatus(L"Clipboard erfolgreich gesetzt ...");
+}
+
+void Driver::PutOnClipboard(std::wstring_view path) const {
+    Tree().Select(path);
+    PutOnClipboard();
+}

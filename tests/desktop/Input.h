@@ -1,0 +1,30 @@
+#pragma once
+
+#include <windows.h>
+
+#include <initializer_list>
+#include <string_view>
+
+#include "desktop/Window.h"
+
+// A hand at the keyboard and the mouse: what is done here goes to whatever window is in front, or below the
+// pointer. Points are pixels of the screen.
+
+// Brings a window to the front and waits until it is there.
+void BringToFront(Window window);
+
+void Type(std::wstring_view text);
+// Presses keys together and lets them go in reverse order: {VK_CONTROL, 'C'}.
+void PressKeys(std::initializer_list<WORD> keys);
+
+void MoveMouse(POINT to);
+void Click(POINT place);
+void RightClick(POINT place);
+void DoubleClick(POINT place);
+
+// A drag with the left button in slow steps, as the system's own drag loop needs it.
+void Drag(POINT from, POINT to);
+// The same in pieces, for what happens in between.
+void BeginDrag(POINT from);
+void DragTo(POINT from, POINT to);
+void Drop();

@@ -1,0 +1,152 @@
+// Lets a script drive programs: reads a command a line, its fields separated by tabulators, and answers each
+// with "ok" or "failed" and the number of lines that follow, then those lines. Everything is UTF-8. Ends, and
+// ends all programs it started, at the end of its input.
+//
+//   prepare                     a fresh directory with a copy of NXClip, no settings; answers the directory
+//   setting SECTION KEY VALUE   writes a setting
+//   start                       starts NXClip and waits for its window
+//   profile NAME                makes a profile by menu and dialog; answers its directory
+//   autodetect 0|1              automatic capture by the tool bar
+//   expand                      opens the whole tree
+//   tree | list | title | status    what the window shows
+//   watch                       remembers the tree's items
+//   newclip                     waits for a clip that came after that; answers a number that names it
+//   select CLIP                 selects the clip with such a number
+//   put                         puts the selected clip on the clipboard and waits for the success
+//   tab PLACE                   goes to a tab of the preview, counted from 0
+//   command NUMBER              posts a menu command
+//   quit                        ends NXClip by its menu; answers the exit code
+//   run COMMANDLINE             starts another program
+//   copyall CLASS               waits for the other program's control of a class, selects all in it and
+//   copies close                       closes the other program and waits for its end outline every visible
+//   window
+
+#include <algorithm>
+#include <iostream>
+#include <memory>
+#include <set>
+#include <vector>
+
+#include "desktop/Driver.h"
+#include "desktop/Outline.h"
+#include "desktop/Settings.h"
+#include "desktop/Utf8.h"
+
+namespace {
+
+using Fields = std::vector<std::wstring>;
+
+std::unique_ptr<Driver> nxclip;
+std::unique_ptr<Process> other;
+std::set<HTREEITEM> known;
+std::vector<HTREEITEM> clips;
+
+const std::wstring& Field(const Fields& fields, std::size_t index) {
+    if (index >= fields.size()) throw std::runtime_error("a field is missing");
+    return fields[index];
+}
+
+Driver& Program() {
+    if (nxclip == nullptr) throw std::runtime_error("nothing is prepared");
+    return *nxclip;
+}
+
+std::wstring CopyAll(const std::wstring& className) {
+    const Window control = WaitFor("the other program's " + Utf8(className), [&] {
+        for (Window window : other->Windows()) {
+            for (Window inner : window.Descendants()) {
+                if (inner.Visible() && inner.ClassName() == className) return inner;
+            }
+        }
+        return Window();
+    });
+    // The text is there a while after the window.
+    WaitFor("text in the other program", [&] { return control.Send(WM_GETTEXTLENGTH) > 0; });
+    control.Send(EM_SETSEL, 0, -1);
+    control.Post(WM_COPY);
+    return {};
+}
+
+std::wstring CloseOther() {
+    if (other == nullptr) return {};
+    for (Window window : other->Windows())
+        window.Close();
+    WaitFor("the other program's windows to close", [] { return other->Windows().empty(); });
+    other.reset();
+    return {};
+}
+
+std::wstring Do(const Fields& fields) {
+    const std::wstring& verb = fields.front();
+    if (verb == L"prepare") {
+        nxclip.reset();
+        nxclip = std::make_unique<Driver>();
+        return Program().Directory().wstring();
+    }
+    if (verb == L"setting") {
+        WriteSetting(Field(fields, 1), Field(fields, 2), Field(fields, 3));
+        return {};
+    }
+    if (verb == L"start") return Program().Start(), L"";
+    if (verb == L"profile") {
+        Program().MakeProfile(Field(fields, 1));
+        return Program().ProfileDirectory().wstring();
+    }
+    if (verb == L"autodetect") return Program().SetAutoDetect(Field(fields, 1) == L"1"), L"";
+    if (verb == L"expand") return Program().Tree().ExpandAll(), L"";
+    if (verb == L"tree") return Program().Tree().Outline();
+    if (verb == L"list") return Program().List().Outline();
+    if (verb == L"title") return Program().Title();
+    if (verb == L"status") return Program().StatusBar().Text();
+    if (verb == L"watch") return known = Program().Items(), L"";
+    if (verb == L"newclip") {
+        clips.push_back(Program().WaitForNewClip(known).item);
+        return std::to_wstring(clips.size() - 1);
+    }
+    if (verb == L"select") return Program().Tree().Select(clips.at(std::stoul(Field(fields, 1)))), L"";
+    if (verb == L"tab") return Program().FormatTab().Select(std::stoi(Field(fields, 1))), L"";
+    if (verb == L"put") return Program().PutOnClipboard(), L"";
+    if (verb == L"command") return Program().Command(std::stoi(Field(fields, 1))), L"";
+    if (verb == L"quit") return std::to_wstring(Program().Quit());
+    if (verb == L"run") {
+        other = std::make_unique<Process>(Field(fields, 1));
+        // It may only be there to start the real one.
+        other->MayEnd();
+        return {};
+    }
+    if (verb == L"copyall") return CopyAll(Field(fields, 1));
+    if (verb == L"close") return CloseOther();
+    if (verb == L"outline") return WideText(ScreenOutline());
+    throw std::runtime_error("unknown command " + Utf8(verb));
+}
+
+Fields Split(const std::wstring& line) {
+    Fields fields;
+    for (std::size_t start = 0; start <= line.size();) {
+        const std::size_t end = std::min(line.find(L'\t', start), line.size());
+        fields.push_back(line.substr(start, end - start));
+        start = end + 1;
+    }
+    return fields;
+}
+
+void Answer(const char* word, std::string text) {
+    if (!text.empty() && text.back() != '\n') text += '\n';
+    std::cout << word << ' ' << std::count(text.begin(), text.end(), '\n') << '\n' << text << std::flush;
+}
+
+}  // namespace
+
+int wmain() {
+    for (std::string line; std::getline(std::cin, line);) {
+        if (!line.empty() && line.back() == '\r') line.pop_back();
+        try {
+            Answer("ok", Utf8(Do(Split(WideText(line)))));
+        } catch (const std::exception& error) {
+            Answer("failed", error.what());
+        }
+    }
+    other.reset();
+    nxclip.reset();
+    return 0;
+}
