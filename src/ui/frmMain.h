@@ -7,6 +7,7 @@
 #include "app/cSysTray.h"
 #include "clipboard/CClipBoard.h"
 #include "clipboard/frmDiagnose.h"
+#include "platform/win32/Win32User.h"
 #include "profiles/ActiveContainer.h"
 #include "profiles/ProfileActions.h"
 #include "tree/CTreeViewEx.h"
@@ -31,14 +32,16 @@
 // its load to its unload, both in the order of MainWindowOrder.h, and clipboard changes are watched just as
 // long.
 //
-// What the window looks like and how its messages arrive stands in frmMain.cpp, what its commands do in
-// frmMainCommands.cpp.
+// What the window looks like and how its messages arrive stands in frmMain.cpp, the steps of its load and
+// unload in frmMainLoad.cpp, what its commands do in frmMainCommands.cpp, and the tree and the list in
+// frmMainTree.cpp.
 class frmMain : public MainWindowHost,
                 private MainWindowSteps,
                 private TreePane::Listener,
                 private TreeDragHost {
  public:
-    frmMain();
+    // `user` shows its texts in the window's status bar while that lives; not owned.
+    explicit frmMain(Win32User& user);
     ~frmMain() override;
     frmMain(const frmMain&) = delete;
     frmMain& operator=(const frmMain&) = delete;
@@ -148,6 +151,10 @@ class frmMain : public MainWindowHost,
     void RunCommand(int command);
     // Enter or a double click on a row of the list does what it does in the tree.
     void OpenListRow(int row);
+    // The node that a row shows; null for a format.
+    Node* NodeOfListRow(int row) const;
+    // While the list has the focus, what is chosen there becomes the tree's selection.
+    void TakeSelectionFromList();
 
     void NewProfile();
     void ImportProfile();
@@ -175,6 +182,7 @@ class frmMain : public MainWindowHost,
     void ExitHook();
     void About();
 
+    Win32User& user_;
     HWND window_ = nullptr;
     HWND sbStatusBar_ = nullptr;
     HWND lblTitle_ = nullptr;

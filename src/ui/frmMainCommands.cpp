@@ -39,9 +39,25 @@ void NotYet() {
 constexpr std::array<ListMode, 4> kListModes{ListMode::Large, ListMode::Small, ListMode::List,
                                              ListMode::Details};
 
+// The commands that act on the selected node, be it selected in the tree or in the list.
+bool ActsOnNode(int command) {
+    switch (command) {
+        case m_edit_delete:
+        case m_edit_rename:
+        case m_copyToClipboard:
+        case m_activate:
+        case mnuFileProperties:
+        case m_edit_newstruct:
+            return true;
+        default:
+            return false;
+    }
+}
+
 }  // namespace
 
 void frmMain::RunCommand(int command) {
+    if (ActsOnNode(command)) TakeSelectionFromList();
     switch (command) {
         case mnuFileNew:
         case m_pNN_NewProfil:

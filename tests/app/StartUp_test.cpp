@@ -53,8 +53,10 @@ class StartUpTest : public AppTest {
     std::string LogLines() const {
         std::string lines = Log();
         const std::string time = "15.11.1999 13:10:00: ";
-        for (std::size_t at; (at = lines.find(time)) != std::string::npos;) lines.erase(at, time.size());
-        for (std::size_t at; (at = lines.find("\r\n")) != std::string::npos;) lines.replace(at, 2, "|");
+        for (std::size_t at; (at = lines.find(time)) != std::string::npos;)
+            lines.erase(at, time.size());
+        for (std::size_t at; (at = lines.find("\r\n")) != std::string::npos;)
+            lines.replace(at, 2, "|");
         return lines;
     }
 

@@ -113,14 +113,17 @@ TEST_F(ClipOperationsTest, Drop_RefusesWhatTheRulesOrTheLockForbid) {
 }
 
 TEST_F(ClipOperationsTest, DropCopy_MissingOrUnreadableDataIsTold) {
+    const std::string data = *fake.files.Bytes(FileOf(L"c1"));
+    fake.files.Remove(FileOf(L"c1"));
     fake.files.Remove(FileOf(L"c2"));
     EXPECT_EQ(operations.Drop(&Get(L"U"), &Get(L"S"), true, false), nullptr);
     ASSERT_EQ(fake.user.messages.size(), 1u) << "once, and the copy ends there";
-    EXPECT_EQ(fake.user.messages[0].text, L"Fehler beim Kopieren der Datei C:\\P\\C2.nxc");
+    EXPECT_EQ(fake.user.messages[0].text, L"Fehler beim Kopieren der Datei C:\\P\\C1.nxc");
     EXPECT_EQ(fake.user.messages[0].title, L"Datei nicht gefunden");
     EXPECT_EQ(MemoryOutline(), L"P(S(c1 T(c2)) c3) Q(U(c4))");
     EXPECT_FALSE(fake.files.Has(L"C:\\Q\\C2.nxc"));
 
+    fake.files.SetBytes(FileOf(L"c1"), data);
     fake.files.LockByOther(FileOf(L"c1"));
     EXPECT_EQ(operations.Drop(&Get(L"U"), &Get(L"c1"), true, false), nullptr);
     EXPECT_EQ(fake.user.messages[1].title, L"Fataler Fehler in AfterNodeCopy");
@@ -309,7 +312,11 @@ TEST_P(ClipOperationsFaults, DeleteFolder_IsDoneWholeOrNotAtAll) {
 }
 
 TEST_P(ClipOperationsFaults, DeleteProfile_IsDoneWholeOrNotAtAll) {
-    EXPECT_GE(FailEveryStep(GetParam(), Prepare, Deleting(L"P"), Expecting(L"Q(U(c4))", L"Q")), 4);
+    const auto isGone = [](World& world) {
+        Expecting(L"Q(U(c4))", L"Q")(world);
+        EXPECT_FALSE(world.fake.files.Has(L"C:\\P\\nxclip.nxp")) << "a tree without its clips";
+    };
+    EXPECT_GE(FailEveryStep(GetParam(), Prepare, Deleting(L"P"), isGone), 4);
 }
 
 // Two calls fail in a row: the save of the source, and then the taking back from the target. The clip must be

@@ -152,6 +152,12 @@ HWND PreviewPane::ChosenBox() const {
     }
 }
 
+bool PreviewPane::Wants(const MSG& message) const {
+    if (message.hwnd != text_ && message.hwnd != richText_) return false;
+    return message.message == WM_KEYDOWN && GetKeyState(VK_CONTROL) < 0 &&
+           (message.wParam == L'C' || message.wParam == L'A');
+}
+
 void PreviewPane::TabChanged() {
     LayOutInside();
     ClearBoxes();

@@ -13,6 +13,7 @@
 //   newclip                     waits for a clip that came after that; answers a number that names it
 //   select CLIP                 selects the clip with such a number
 //   put                         puts the selected clip on the clipboard and waits for the success
+//   tab PLACE                   goes to a tab of the preview, counted from 0
 //   command NUMBER              posts a menu command
 //   quit                        ends NXClip by its menu; answers the exit code
 //   run COMMANDLINE             starts another program
@@ -103,6 +104,7 @@ std::wstring Do(const Fields& fields) {
         return std::to_wstring(clips.size() - 1);
     }
     if (verb == L"select") return Program().Tree().Select(clips.at(std::stoul(Field(fields, 1)))), L"";
+    if (verb == L"tab") return Program().FormatTab().Select(std::stoi(Field(fields, 1))), L"";
     if (verb == L"put") return Program().PutOnClipboard(), L"";
     if (verb == L"command") return Program().Command(std::stoi(Field(fields, 1))), L"";
     if (verb == L"quit") return std::to_wstring(Program().Quit());

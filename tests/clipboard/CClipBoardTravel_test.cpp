@@ -13,17 +13,19 @@ class ClipTravelTest : public ClipboardTest {
           content{FakeClipboard::Bytes(13, std::string("a\0b\0\0\0", 6)),
                   FakeClipboard::Picture("metafile bits"),
                   FakeClipboard::Late(FakeClipboard::Bytes(richText, "{\\rtf1}")),
-                  FakeClipboard::Enhanced("enhanced bits"), FakeClipboard::Bytes(1, std::string("text\0junk", 9))} {}
+                  FakeClipboard::Enhanced("enhanced bits"),
+                  FakeClipboard::Bytes(1, std::string("text\0junk", 9))} {}
 
     // What another program gets of each format now.
     std::vector<std::optional<std::string>> ReadAll() {
         std::vector<std::optional<std::string>> all;
-        for (const FormatNumber format : {FormatNumber{13}, FormatNumber{3}, richText, FormatNumber{14}, FormatNumber{1}})
+        for (const FormatNumber format :
+             {FormatNumber{13}, FormatNumber{3}, richText, FormatNumber{14}, FormatNumber{1}})
             all.push_back(fake.clipboard.OtherProgramReads(format));
         return all;
     }
-    const std::vector<std::optional<std::string>> whole = {std::string("a\0b\0\0\0", 6), "metafile bits", "{\\rtf1}",
-                                                           "enhanced bits", std::string("text\0", 5)};
+    const std::vector<std::optional<std::string>> whole = {
+        std::string("a\0b\0\0\0", 6), "metafile bits", "{\\rtf1}", "enhanced bits", std::string("text\0", 5)};
 
     FormatNumber richText;
     Offers content;

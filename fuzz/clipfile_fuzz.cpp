@@ -1,0 +1,67 @@
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+
+#include "clipboard/CClipBoard.h"
+#include "clipboard/modClipboard.h"
+#include "clipboard/modFileIO.h"
+#include "clipboard/modViewerHook.h"
+#include "fake/FakePlatform.h"
+
+// A clip data file that nobody vouches for: its headers are read, its data is loaded, and it is put on the
+// clipboard for another program to read. Input: the count of records (2 bytes, little-endian), then the file.
+
+namespace {
+
+constexpr const wchar_t* kClip = L"C:\\C1.nxc";
+
+void Require(bool condition) {
+    if (!condition) std::abort();
+}
+
+void LoadEverything(CClipBoard& clipBoard, std::int16_t count, std::size_t fileSize) {
+    ClipFileScope file(OpenClipFile(kClip, false, true));
+    const auto formats = clipBoard.LoadFormatsByHandle(file.Handle(), count);
+    if (formats == nullptr) return;
+    for (CFormat& format : *formats) {
+        Require(format.DataSize >= 0 && format.DataOffset >= 0);
+        const auto end =
+            static_cast<std::size_t>(format.DataOffset) + static_cast<std::size_t>(format.DataSize);
+        Require(end <= fileSize);
+        if (!format.LoadDataFromFile(file.Handle(), false)) continue;
+        Require(format.DataLength >= 1 && format.DataLength <= format.DataSize);
+        format.GetText(20);
+    }
+    SeekClipFile(file.Handle(), 0);
+    CFormat first;
+    first.LoadFromFile(file.Handle(), true);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    if (size < 2) return 0;
+    const auto count = static_cast<std::int16_t>(data[0] | data[1] << 8);
+    const std::string bytes(reinterpret_cast<const char*>(data) + 2, size - 2);
+
+    FakePlatform machine;
+    machine.files.SetBytes(kClip, bytes);
+    TheMainWindowHooks.procedure = machine.windows.AddProcedure(ClipboardWndProc);
+    ClipboardWindow = machine.windows.AddWindow(L"NXClip");
+    RegisterOwnFormat();
+    ConnectViewer(ClipboardWindow);
+
+    CClipBoard clipBoard;
+    LoadEverything(clipBoard, count, bytes.size());
+    if (RestoreClip(clipBoard, kClip, count)) {
+        for (const FormatNumber format : machine.clipboard.Formats())
+            machine.clipboard.OtherProgramReads(format);
+        RenderAllFormats();
+    }
+
+    ClearPendingRenderSet();
+    DisconnectViewer();
+    UnsubclassWindow();
+    return 0;
+}
