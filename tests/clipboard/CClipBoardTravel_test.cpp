@@ -11,9 +11,9 @@ class ClipTravelTest : public ClipboardTest {
     ClipTravelTest()
         : richText(Registered("Rich Text Format")),
           content{FakeClipboard::Bytes(13, std::string("a\0b\0\0\0", 6)),
-                  FakeClipboard::Picture("metafile bits"),
+                  FakeClipboard::Picture(MetafileBitsWith("picture")),
                   FakeClipboard::Late(FakeClipboard::Bytes(richText, "{\\rtf1}")),
-                  FakeClipboard::Enhanced("enhanced bits"),
+                  FakeClipboard::Enhanced(EnhancedMetafileBitsWith("enhanced")),
                   FakeClipboard::Bytes(1, std::string("text\0junk", 9))} {}
 
     // What another program gets of each format now.
@@ -25,7 +25,8 @@ class ClipTravelTest : public ClipboardTest {
         return all;
     }
     const std::vector<std::optional<std::string>> whole = {
-        std::string("a\0b\0\0\0", 6), "metafile bits", "{\\rtf1}", "enhanced bits", std::string("text\0", 5)};
+        std::string("a\0b\0\0\0", 6), MetafileBitsWith("picture"), "{\\rtf1}",
+        EnhancedMetafileBitsWith("enhanced"), std::string("text\0", 5)};
 
     FormatNumber richText;
     Offers content;
