@@ -155,6 +155,7 @@ TEST_F(SnapTest, Snap_DoesEverythingInItsOrder) {
 TEST_F(SnapTest, Snap_PlaysTheChosenSoundOrBeeps) {
     Options().SnapSound = true;
     Options().SoundFile = L"C:\\ding.wav";
+    fake.files.SetBytes(L"C:\\ding.wav", "RIFF");
     CopyText("text");
     flow.Snap();
     EXPECT_EQ(fake.user.sounds, std::vector<std::wstring>{L"C:\\ding.wav"});
