@@ -14,9 +14,9 @@ namespace {
 constexpr const wchar_t* kClip = L"C:\\C1.nxc";
 constexpr std::size_t kMegabyte = std::size_t{1} << 20;
 
-std::int16_t Save(CClipBoard& clipBoard) {
+std::int16_t Save(CClipBoard& clipBoard, WindowHandle window) {
     std::int16_t count = 0;
-    OpenClipboardScope clipboard(ClipboardWindow);
+    OpenClipboardScope clipboard(window);
     ClipFileScope file(OpenClipFile(kClip, true, false));
     for (CFormat& format : *clipBoard.GetClipboardFormats()) {
         if (format.LoadAndSaveFormat(file.Handle())) ++count;
@@ -36,9 +36,9 @@ void ReadHeaders(benchmark::State& state) {
         offers.push_back(FakeClipboard::Bytes(machine.clipboard.RegisterName(name), data));
     }
     machine.clipboard.OtherProgramCopies(offers);
-    ClipboardWindow = machine.windows.AddWindow(L"NXClip");
+    const WindowHandle window = machine.windows.AddWindow(L"NXClip");
     CClipBoard clipBoard;
-    if (Save(clipBoard) != formats) state.SkipWithError("not every format was saved");
+    if (Save(clipBoard, window) != formats) state.SkipWithError("not every format was saved");
 
     for (auto _ : state) {
         ClipFileScope file(OpenClipFile(kClip, false, true));
@@ -57,10 +57,10 @@ void CaptureLargePicture(benchmark::State& state) {
     FakePlatform machine;
     const std::size_t size = 30 * kMegabyte;
     machine.clipboard.OtherProgramCopies({FakeClipboard::Bytes(kDibFormat, std::string(size, 'x'))});
-    ClipboardWindow = machine.windows.AddWindow(L"NXClip");
+    const WindowHandle window = machine.windows.AddWindow(L"NXClip");
     CClipBoard clipBoard;
     for (auto _ : state) {
-        if (Save(clipBoard) != 1) state.SkipWithError("the picture was not saved");
+        if (Save(clipBoard, window) != 1) state.SkipWithError("the picture was not saved");
     }
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(size));
 }
@@ -71,9 +71,9 @@ void RenderLargePicture(benchmark::State& state) {
     FakePlatform machine;
     const std::size_t size = 30 * kMegabyte;
     machine.clipboard.OtherProgramCopies({FakeClipboard::Bytes(kDibFormat, std::string(size, 'x'))});
-    ClipboardWindow = machine.windows.AddWindow(L"NXClip");
+    const WindowHandle window = machine.windows.AddWindow(L"NXClip");
     CClipBoard clipBoard;
-    Save(clipBoard);
+    Save(clipBoard, window);
     ClipFileScope file(OpenClipFile(kClip, false, true));
     const auto formats = clipBoard.LoadFormatsByHandle(file.Handle(), 1);
     for (auto _ : state) {

@@ -48,13 +48,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     FakePlatform machine;
     machine.files.SetBytes(kClip, bytes);
     TheMainWindowHooks.procedure = machine.windows.AddProcedure(ClipboardWndProc);
-    ClipboardWindow = machine.windows.AddWindow(L"NXClip");
+    const WindowHandle mainWindow = machine.windows.AddWindow(L"NXClip");
     RegisterOwnFormat();
-    ConnectViewer(ClipboardWindow);
+    ConnectViewer(mainWindow);
 
     CClipBoard clipBoard;
     LoadEverything(clipBoard, count, bytes.size());
-    if (RestoreClip(clipBoard, kClip, count)) {
+    if (RestoreClip(clipBoard, mainWindow, kClip, count)) {
         for (const FormatNumber format : machine.clipboard.Formats())
             machine.clipboard.OtherProgramReads(format);
         RenderAllFormats();

@@ -187,7 +187,7 @@ def fuzz_targets():
 
 def fuzz(name):
     def work(step):
-        seeds = REPO / "fuzz" / "seeds" / name.removesuffix("_fuzz")
+        seeds = REPO / "fuzz" / "seeds" / name
         if not seeds.is_dir() or not any(seeds.iterdir()):
             return Result(failed=1, notes=[f"there are no seeds in {seeds.relative_to(REPO)}"])
         found = REPO / "build" / "fuzz" / "findings" / name

@@ -134,14 +134,15 @@ void RenderAllFormats() {
     }
 }
 
-bool RestoreClip(CClipBoard& clipBoard, const std::wstring& fileName, std::int16_t count) {
+bool RestoreClip(CClipBoard& clipBoard, WindowHandle owner, const std::wstring& fileName,
+                 std::int16_t count) {
     UserPort& user = ThePlatform().user;
     ClipFileScope file(OpenClipFile(fileName, false, true));
     if (!file.IsOpen()) {
         user.Status(L"Datei " + fileName + L" nicht verfügbar !!!");
         return false;
     }
-    OpenClipboardScope opened(ClipboardWindow);
+    OpenClipboardScope opened(owner);
     if (!opened.IsOpen()) return false;
     if (!ThePlatform().clipboard.Empty()) {
         user.Status(L"Die Zwischenablage konnte nicht geleert werden.");

@@ -56,18 +56,19 @@ extern std::wstring RenderFileName;
 // From now on no request is answered.
 void ClearPendingRenderSet();
 
-// The main window: opens the clipboard and owns it after a restore. None before it is made.
+// The main window, which owns the clipboard after a restore: what was put into the viewer chain last. None
+// before that.
 extern WindowHandle ClipboardWindow;
 
 // Renders every announced format, so that the clipboard's content outlives this program. Does nothing when
 // the clipboard's owner is not the main window.
 void RenderAllFormats();
 
-// Puts a clip on the clipboard: empties it, announces each of the `count` formats of the file in its order,
-// adds the marker and keeps the formats for later requests. False, after telling the user why, when nothing
-// was announced. Before the file and the clipboard are open nothing is changed; from then on what the
-// clipboard held is gone.
-bool RestoreClip(CClipBoard& clipBoard, const std::wstring& fileName, std::int16_t count);
+// Puts a clip on the clipboard, which `owner` (the main window) owns from then on: empties it, announces each
+// of the `count` formats of the file in its order, adds the marker and keeps the formats for later requests.
+// False, after telling the user why, when nothing was announced. Before the file and the clipboard are open
+// nothing is changed; from then on what the clipboard held is gone.
+bool RestoreClip(CClipBoard& clipBoard, WindowHandle owner, const std::wstring& fileName, std::int16_t count);
 
 // While set and RequestTrace (modMain.h) is on: receives a line for each step of answering a request.
 extern std::function<void(const std::wstring& line)> RequestTraceSink;

@@ -94,6 +94,7 @@ void UnsubclassWindow() {
 WindowHandle ConnectViewer(WindowHandle window) {
     SubclassWindow(window);
     DisconnectViewer();
+    ClipboardWindow = window;
     NextViewer = ThePlatform().clipboard.JoinChain(window);
     OwnViewer = window;
     return NextViewer;

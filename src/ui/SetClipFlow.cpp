@@ -16,7 +16,7 @@ void SetClipFlow::SetClip() {
         return;
     }
     ReadNodeAttributes(node);
-    if (!RestoreClip(clipBoard_, path, ReadAttributes().formatCount)) return;
+    if (!RestoreClip(clipBoard_, host_.Window(), path, ReadAttributes().formatCount)) return;
     if (Options().SetBeep) ThePlatform().user.Beep();
     if (Options().IconAfterSetClip) {
         host_.Minimise();

@@ -22,6 +22,17 @@ constexpr std::size_t kLongestClipName = 999;
 // So many numbers of existing files are passed by in one snap; the next one goes on from there.
 constexpr int kMostTakenNumbers = 10000;
 
+class RunningScope {
+ public:
+    explicit RunningScope(bool& running) : running_(running) { running_ = true; }
+    ~RunningScope() { running_ = false; }
+    RunningScope(const RunningScope&) = delete;
+    RunningScope& operator=(const RunningScope&) = delete;
+
+ private:
+    bool& running_;
+};
+
 bool IsControlCharacter(wchar_t character) {
     return character < 0x20 || (character >= 0x7F && character <= 0x9F);
 }
@@ -56,7 +67,7 @@ void SnapFlow::UpdateClipBoard() {
 
 void SnapFlow::Snap() {
     if (running_) return;
-    running_ = true;
+    const RunningScope running(running_);
     try {
         TakeSnap();
     } catch (const RuntimeError& error) {
@@ -64,7 +75,6 @@ void SnapFlow::Snap() {
     } catch (const std::bad_alloc&) {
         ThePlatform().user.Tell(RuntimeError(ErrorNumber::OutOfMemory).Description());
     }
-    running_ = false;
 }
 
 void SnapFlow::TakeSnap() {

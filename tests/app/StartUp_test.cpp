@@ -39,6 +39,9 @@ using Steps = std::vector<std::wstring>;
 
 class StartUpTest : public AppTest {
  protected:
+    StartUpTest() {
+        AppPath.clear();  // nothing is known before
+    }
     ~StartUpTest() override {
         Profiles().Clear();
         InitFormatSets();
@@ -69,6 +72,7 @@ TEST_F(StartUpTest, StartUp_SetsEverythingUpInItsOrder) {
     DiagnosticsOpen = RequestTrace = ModalDialogOpen = true;
     FormatSetsChanged = true;
     Options().UserInfo = L"left over";
+    Options().AutoSnap = true;
     FirstStartPending = false;
 
     EXPECT_TRUE(StartUp(host, L"", L" c:\\Programme\\NXClip "));
@@ -83,6 +87,7 @@ TEST_F(StartUpTest, StartUp_SetsEverythingUpInItsOrder) {
     EXPECT_NE(DraggedNodeFormat(), 0);
     EXPECT_NE(OwnMarkerFormat, 0);
     EXPECT_EQ(Options().UserInfo, L"");
+    EXPECT_FALSE(Options().AutoSnap);
     EXPECT_EQ(Options().KeyActivate, L"L");
     EXPECT_TRUE(FirstStartPending);
     EXPECT_TRUE(fake.files.AllFiles().empty());

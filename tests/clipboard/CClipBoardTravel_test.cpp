@@ -11,9 +11,9 @@ class ClipTravelTest : public ClipboardTest {
     ClipTravelTest()
         : richText(Registered("Rich Text Format")),
           content{FakeClipboard::Bytes(13, std::string("a\0b\0\0\0", 6)),
-                  FakeClipboard::Picture("metafile bits"),
+                  FakeClipboard::Picture(MetafileBitsWith("picture")),
                   FakeClipboard::Late(FakeClipboard::Bytes(richText, "{\\rtf1}")),
-                  FakeClipboard::Enhanced("enhanced bits"),
+                  FakeClipboard::Enhanced(EnhancedMetafileBitsWith("enhanced")),
                   FakeClipboard::Bytes(1, std::string("text\0junk", 9))} {}
 
     // What another program gets of each format now.
@@ -25,7 +25,8 @@ class ClipTravelTest : public ClipboardTest {
         return all;
     }
     const std::vector<std::optional<std::string>> whole = {
-        std::string("a\0b\0\0\0", 6), "metafile bits", "{\\rtf1}", "enhanced bits", std::string("text\0", 5)};
+        std::string("a\0b\0\0\0", 6), MetafileBitsWith("picture"), "{\\rtf1}",
+        EnhancedMetafileBitsWith("enhanced"), std::string("text\0", 5)};
 
     FormatNumber richText;
     Offers content;
@@ -35,7 +36,7 @@ class ClipTravelTest : public ClipboardTest {
 
 TEST_F(ClipTravelTest, Clip_ComesBackWhole) {
     ASSERT_EQ(Capture(content), 5);
-    ASSERT_TRUE(RestoreClip(clipBoard, kClip, 5));
+    ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 5));
     EXPECT_EQ(ReadAll(), whole);
     EXPECT_TRUE(fake.user.messages.empty());
 }
@@ -60,7 +61,7 @@ TEST_F(ClipTravelTest, Restore_WithAnyOperationFailingKeepsTheClipReadable) {
     for (int n = 1; n == 1 || fake.Fired(); ++n) {
         SCOPED_TRACE(n);
         fake.FailNthOfAny(n);
-        const bool restored = RestoreClip(clipBoard, kClip, count);
+        const bool restored = RestoreClip(clipBoard, mainWindow, kClip, count);
         const bool failed = fake.Fired();
         fake.failures.FailNone();
         EXPECT_FALSE(fake.clipboard.IsOpen());
@@ -82,7 +83,7 @@ TEST_F(ClipTravelTest, Request_WithAnyOperationFailingIsAnsweredTheNextTime) {
         fake.failures.readFailure = failure;
         for (int n = 1;; ++n) {
             SCOPED_TRACE(n);
-            ASSERT_TRUE(RestoreClip(clipBoard, kClip, count));
+            ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, count));
             fake.FailNthOfAny(n);
             ReadAll();
             const bool failed = fake.Fired();

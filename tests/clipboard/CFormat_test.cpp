@@ -249,7 +249,7 @@ TEST_F(FormatTest, Register_RenewsRegisteredNamesOnly) {
 
 TEST_F(FormatTest, SetToClipboard_KeepsNoMemoryOfWhatTheClipboardCopied) {
     Capture({FakeClipboard::Picture(PictureOf(100), 7, -300, 400), FakeClipboard::Enhanced(EnhancedOf(200))});
-    ASSERT_TRUE(RestoreClip(clipBoard, kClip, 2));
+    ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 2));
     EXPECT_EQ(fake.clipboard.OtherProgramReads(3), PictureOf(100));
     EXPECT_EQ(fake.clipboard.OtherProgramReads(14), EnhancedOf(200));
     EXPECT_EQ(fake.ledger.Owned(ResourceKind::Block), 0);
@@ -274,7 +274,7 @@ TEST_F(FormatTest, SetToClipboard_MarksWhatWasHandedOver) {
 
 TEST_F(FormatTest, SetClipboardFromFile_TellsBitsThatAreNoMetafile) {
     fake.files.SetBytes(kClip, RecordBytes(3, "Metafile", std::string(16, '\0') + "no metafile"));
-    ASSERT_TRUE(RestoreClip(clipBoard, kClip, 1));
+    ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 1));
     EXPECT_EQ(fake.clipboard.OtherProgramReads(3), std::nullopt);
     EXPECT_EQ(fake.user.LastMessage(), L"SetToClipboard: SetMetaFileBitsEx2 fehlgeschlagen");
 }

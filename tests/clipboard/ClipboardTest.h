@@ -43,7 +43,6 @@ class ClipboardTest : public FakePlatformTest {
             passedToOriginal.push_back(message);
             return MessageParameter{77};
         });
-        ClipboardWindow = mainWindow;
         TheMainWindowHooks.procedure = machine.windows.AddProcedure(ClipboardWndProc);
         RegisterOwnFormat();
         ConnectViewer(mainWindow);

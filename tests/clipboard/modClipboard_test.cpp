@@ -60,7 +60,7 @@ TEST_F(ClipboardUnitTest, OpenClipboardFor_WaitsForAnotherProgramButNotLong) {
 TEST_F(ClipboardUnitTest, RestoreClip_AnnouncesEveryFormatAndTheMarkerWithoutReadingData) {
     StoreClip();
     fake.clipboard.OtherProgramCopies({FakeClipboard::Bytes(8, "old")});
-    EXPECT_TRUE(RestoreClip(clipBoard, kClip, 2));
+    EXPECT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 2));
 
     const FormatNumber richText = Registered("Rich Text Format");
     EXPECT_EQ(fake.clipboard.Formats(), (std::vector<FormatNumber>{1, richText, OwnMarkerFormat}));
@@ -79,25 +79,25 @@ TEST_F(ClipboardUnitTest, RestoreClip_AnnouncesEveryFormatAndTheMarkerWithoutRea
 TEST_F(ClipboardUnitTest, RestoreClip_WithoutReadableFormatsEmptiesTheClipboardAndSaysSo) {
     fake.clipboard.OtherProgramCopies({FakeClipboard::Bytes(1, "old")});
     fake.files.SetBytes(kClip, "");
-    EXPECT_FALSE(RestoreClip(clipBoard, kClip, 0));
+    EXPECT_FALSE(RestoreClip(clipBoard, mainWindow, kClip, 0));
     EXPECT_EQ(fake.user.LastMessage(), L"Keine Formate ermittelt");
     EXPECT_TRUE(fake.clipboard.Formats().empty());
-    EXPECT_FALSE(RestoreClip(clipBoard, kClip, 1));
+    EXPECT_FALSE(RestoreClip(clipBoard, mainWindow, kClip, 1));
     EXPECT_EQ(fake.user.LastMessage(), L"Keine Formate ermittelt");
 }
 
 TEST_F(ClipboardUnitTest, RestoreClip_LeavesAllAsItWasUntilFileAndClipboardAreOpen) {
     StoreClip();
-    ASSERT_TRUE(RestoreClip(clipBoard, kClip, 2));
+    ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 2));
     const auto pending = RenderFormats;
 
-    EXPECT_FALSE(RestoreClip(clipBoard, L"C:\\CLIPS\\C2.nxc", 2));
+    EXPECT_FALSE(RestoreClip(clipBoard, mainWindow, L"C:\\CLIPS\\C2.nxc", 2));
     EXPECT_EQ(fake.user.LastStatus(), L"Datei C:\\CLIPS\\C2.nxc nicht verfügbar !!!");
     fake.clipboard.OtherProgramHolds(1000);
-    EXPECT_FALSE(RestoreClip(clipBoard, kClip, 1));
+    EXPECT_FALSE(RestoreClip(clipBoard, mainWindow, kClip, 1));
     fake.clipboard.OtherProgramHolds(0);
     fake.FailNth(Operation::ClipboardEmpty, 1);
-    EXPECT_FALSE(RestoreClip(clipBoard, kClip, 1));
+    EXPECT_FALSE(RestoreClip(clipBoard, mainWindow, kClip, 1));
 
     EXPECT_EQ(RenderFormats, pending);
     EXPECT_EQ(fake.clipboard.OtherProgramReads(1), std::string("abc\0", 4));
@@ -116,7 +116,7 @@ TEST_F(ClipboardUnitTest, RestoreClip_RegistersNamesAnewAfterASystemRestart) {
     OwnViewer = WindowHandle::None;
     HookMainWindow(restarted);
 
-    ASSERT_TRUE(RestoreClip(clipBoard, kClip, 2));
+    ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 2));
     const FormatNumber richText = restarted.clipboard.RegisterName("Rich Text Format");
     EXPECT_EQ(restarted.clipboard.OtherProgramReads(richText), "{\\rtf1}");
 
@@ -127,7 +127,7 @@ TEST_F(ClipboardUnitTest, RestoreClip_RegistersNamesAnewAfterASystemRestart) {
 
 TEST_F(ClipboardUnitTest, RenderAllFormats_MakesEveryAnnouncementRealForTheOwnerOnly) {
     StoreClip();
-    ASSERT_TRUE(RestoreClip(clipBoard, kClip, 2));
+    ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 2));
     RenderAllFormats();
     fake.files.Remove(kClip);
     EXPECT_EQ(fake.clipboard.Content(1), std::string("abc\0", 4));

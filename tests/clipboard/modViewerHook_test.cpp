@@ -26,7 +26,7 @@ class ViewerHookTest : public ClipboardTest {
     }
     void StoreAndRestoreText() {
         fake.files.SetBytes(kClip, RecordBytes(1, "Text", "abc"));
-        ASSERT_TRUE(RestoreClip(clipBoard, kClip, 1));
+        ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 1));
     }
 
     struct Forwarded {

@@ -223,7 +223,7 @@ class AnnouncedClipTest : public ClipOperationsTest {
         ConnectViewer(window);
         ClipboardWindow = window;
         ReadNodeAttributes(&Get(L"c1"));
-        ASSERT_TRUE(RestoreClip(clipBoard, FileOf(L"c1"), 1)) << "the record is readable";
+        ASSERT_TRUE(RestoreClip(clipBoard, window, FileOf(L"c1"), 1)) << "the record is readable";
         ASSERT_TRUE(fake.clipboard.IsPending(kTextFormat));
     }
     void TearDown() override {

@@ -21,7 +21,7 @@ static_assert(!std::is_convertible_v<int, Owner> && !std::is_convertible_v<Owner
 
 }  // namespace
 
-TEST(UniqueHandle, ClosesExactlyWhatItStillOwns) {
+TEST(UniqueHandle, Destroy_ClosesExactlyWhatItStillOwns) {
     closed.clear();
     {
         Owner a(1), b(2), c;
