@@ -219,10 +219,11 @@ def desktop_environment(name, bits):
 
 
 def desktop_tests(bits):
-    """The GoogleTest program that drives the finished program from outside."""
+    """The GoogleTest program that drives the finished program from outside. Without a display: there its keys and
+    its mouse are the only ones, and nobody moves the pointer away between two steps."""
     def work(step):
         exe = program(bits).parent / "desktop" / "nxclip_desktop_tests.exe"
-        command = [REPO / "tools/desktop-session", f"--{bits}", "--timeout", DESKTOP_LIMIT - 30, "wine", exe]
+        command = [REPO / "tools/wine-run", f"--{bits}", "--timeout", DESKTOP_LIMIT - 30, exe]
         environment = desktop_environment("nxclip_desktop_tests", bits)
         return googletest(command, program(bits).parent, environment, DESKTOP_LIMIT)(step)
     return work

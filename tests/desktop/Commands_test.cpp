@@ -127,10 +127,12 @@ TEST_F(Commands, Drag_MovesAndWithControlCopiesAClipWithItsFile) {
     BringToFront(nxclip_.Main());
     const POINT folder = nxclip_.Tree().PlaceOf(L"Profil\\Ordner");
     {
+        // Held until the copy stands: what counts is the key's state when the drop is handled.
         const HeldKey control(VK_CONTROL);
         Drag(nxclip_.Tree().PlaceOf(L"Profil\\Clip"), folder);
+        nxclip_.WaitForTree(
+            L"Profil [Camera] open\n  Ordner [Structure] open\n    Clip [Clip]\n  Clip [Clip]\n");
     }
-    nxclip_.WaitForTree(L"Profil [Camera] open\n  Ordner [Structure] open\n    Clip [Clip]\n  Clip [Clip]\n");
     EXPECT_EQ(ReadClipFile(ClipFileAt(2)), ReadClipFile(ClipFileAt(1)));
 
     Drag(nxclip_.Tree().PlaceOf(L"Profil\\Clip"), folder);
