@@ -82,6 +82,8 @@ void frmOption::OnInit() {
     CreatePages();
     FilterTextBoxes();
     ShowControls(ControlsFromOptions(Options()));
+    // Inert, like the choice beside it: nothing reads or keeps them.
+    SetText(tbPrefix, L"Clip");
     ShowPage(0, false);
 }
 

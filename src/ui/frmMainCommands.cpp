@@ -262,7 +262,11 @@ Node* frmMain::BuildNewprofile(const std::wstring& name, const std::wstring& dir
 }
 
 void frmMain::ImportProfile() {
-    NotYet();
+    if (!ActionAllowed(TreeAction::ImportProfile, nullptr)) return;
+    frmFileSel dialog(L"Profil importieren", {{L"nxclip.nxp", L"Profile (nxclip.nxp)"}});
+    if (!dialog.ShowModal(window_, IDD_frmFileSel) || dialog.File().empty()) return;
+    if (Node* const profile = ImportProfileDirect(DirectoryOf(dialog.File())); profile != nullptr)
+        AfterTreeChange(profile);
 }
 
 Node* frmMain::ImportProfileDirect(const std::wstring& directory) {
