@@ -1,5 +1,8 @@
 #include <algorithm>
 
+#include <richedit.h>
+#include <windows.h>
+
 #include "desktop/Input.h"
 #include "desktop/ProgramTest.h"
 
@@ -16,6 +19,17 @@ class Commands : public ProgramTest {
         nxclip_.Tree().Select(L"Profil");
         SnapOf(PrivateOffers());
         nxclip_.WaitForTree(L"Profil [Camera] open\n  Ordner [Structure]\n  Clip [Clip]\n");
+    }
+    // Whether the rich text box shows a character bold.
+    bool IsBold(LPARAM place) {
+        const Window box = nxclip_.Main().Control(tbPreviewRtf);
+        box.Send(EM_SETSEL, static_cast<WPARAM>(place), place + 1);
+        RemoteMemory memory(box, sizeof(CHARFORMATW));
+        CHARFORMATW format{};
+        format.cbSize = sizeof format;
+        memory.Put(format);
+        box.Send(EM_GETCHARFORMAT, SCF_SELECTION, memory.Parameter());
+        return (memory.Get<CHARFORMATW>().dwEffects & CFE_BOLD) != 0;
     }
     bool MenuEnabled(int number) { return nxclip_.Menu(number).enabled; }
     // The first entry of the context menu that a right click opens; the menu is closed again.
@@ -118,6 +132,9 @@ TEST_F(Commands, Preview_ShowsTextAndRichTextOfTheClip) {
     WaitFor("the rich text", [&] {
         return nxclip_.Main().TextOf(tbPreviewRtf).find(L"Ein fetter Brief") != std::wstring::npos;
     });
+    EXPECT_FALSE(IsBold(0));
+    EXPECT_TRUE(IsBold(4));
+    EXPECT_FALSE(IsBold(12));
     nxclip_.Tree().Select(L"Profil");
     WaitFor("an empty preview", [&] { return nxclip_.Main().TextOf(tbPreviewRtf).empty(); });
 }
