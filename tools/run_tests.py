@@ -120,7 +120,8 @@ def build(preset):
         for command in (["cmake", "--preset", preset], ["cmake", "--build", "--preset", preset, "-j2"]):
             code = run(["nice", *command], step.log, BUILD_LIMIT)
             if code != 0:
-                errors = [line for line in tail(step.log, 400) if "error:" in line or "FAILED" in line or "Error" in line]
+                words = re.compile(r"error: |^FAILED: |undefined reference|multiple definition|CMake Error")
+                errors = [line for line in tail(step.log, 3000) if words.search(line)]
                 return Result(failed=1, notes=[said(code, BUILD_LIMIT)] + errors[:8])
         return Result()
     return work
