@@ -1,5 +1,6 @@
 #include "ui/frmMain.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <utility>
 
@@ -22,7 +23,7 @@ constexpr double kSplitterWidthTwips = 75;
 }  // namespace
 
 frmMain::frmMain(Win32User& user) : user_(user) {
-    cTV_.Bind(&nodes_);
+    cTV.Bind(&nodes_);
     tvTreeView_.SetListener(this);
     container_.SetListener([this] { ShowContainer(); });
 }
@@ -118,13 +119,13 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             if (std::exchange(loaded_, false)) UnloadMainWindow(*this);
             user_.SetStatusLine({});
             user_.SetMainWindow(WindowHandle::None);
-            cSysTray1_.SetInTray(false);
+            cSysTray1.SetInTray(false);
             StopDropping(tvTreeView_);
             tvTreeView_.Detach();
             PostQuitMessage(0);
             return 0;
         default:
-            if (message == taskBarCreated_ && taskBarCreated_ != 0) cSysTray1_.TaskBarCreated();
+            if (message == taskBarCreated_ && taskBarCreated_ != 0) cSysTray1.TaskBarCreated();
             break;
     }
     return DefWindowProcW(window_, message, wParam, lParam);
@@ -167,9 +168,9 @@ bool frmMain::CreateTray() {
     events.MouseUp = [this](std::int16_t button, std::int32_t) {
         if (button == kRight) ShowTrayMenu();
     };
-    if (!cSysTray1_.Create(window_, std::move(events))) return false;
+    if (!cSysTray1.Create(window_, std::move(events))) return false;
     trayIcon_ = LoadTrayIcon(GetSystemMetrics(SM_CXSMICON));
-    cSysTray1_.SetTrayIcon(trayIcon_);
+    cSysTray1.SetTrayIcon(trayIcon_);
     taskBarCreated_ = RegisterWindowMessageW(L"TaskbarCreated");
     return true;
 }
@@ -244,6 +245,11 @@ LRESULT frmMain::OnNotify(NMHDR& header) {
         return tvTreeView_.OnNotify(header);
     }
     if (header.hwndFrom == lvListView_.Window()) {
+        if (header.code == LVN_ODFINDITEMW) {
+            const auto& find = reinterpret_cast<NMLVFINDITEMW&>(header);
+            if ((find.lvfi.flags & LVFI_STRING) == 0) return -1;
+            return lvListView_.RowBeginningWith(find.lvfi.psz, std::max(find.iStart, 0));
+        }
         if (header.code == LVN_GETDISPINFOW)
             lvListView_.OnGetDisplayInfo(reinterpret_cast<NMLVDISPINFOW&>(header));
         if (header.code == NM_DBLCLK || header.code == NM_RETURN) {
@@ -329,7 +335,7 @@ void frmMain::SetOptions() {
     tbToolBar_.Press(tbbLock, Options().LockEdit);
     tbToolBar_.ShowToolTips(Options().ShowTooltips);
     SetTopless(HandleOf(window_), Options().TopWindow);
-    cSysTray1_.SetInTray(Options().ShowInTray);
+    cSysTray1.SetInTray(Options().ShowInTray);
     // Without its icon in the notification area a hidden window could not be reached any more.
     if (loaded_ && !Options().ShowInTray && !IsWindowVisible(window_)) ShowWindow(window_, SW_SHOWMINIMIZED);
     RefreshCommands();
@@ -384,5 +390,5 @@ void frmMain::SetProfileChanged(Node& node) {
 }
 
 bool frmMain::SaveAllProfiles() {
-    return ::SaveAllProfiles(cTV_);
+    return ::SaveAllProfiles(cTV);
 }

@@ -193,10 +193,10 @@ class frmMain : public MainWindowHost,
     UINT dpi_ = 96;
 
     NodeCollection nodes_;
-    CTreeViewEx cTV_;
-    ::ActiveContainer container_{cTV_};
-    ClipOperations operations_{cTV_, container_};
-    ProfileActions profiles_{cTV_, container_};
+    CTreeViewEx cTV;
+    ::ActiveContainer container_{cTV};
+    ClipOperations operations_{cTV, container_};
+    ProfileActions profiles_{cTV, container_};
     TreePane tvTreeView_{nodes_};
     ListPane lvListView_;
     MainToolBar tbToolBar_;
@@ -216,7 +216,7 @@ class frmMain : public MainWindowHost,
     SetClipFlow setClip_{*this, clipBoard_};
     frmDiagnose diagnosis_{clipBoard_, [this] { return snap_.LastUpdate(); }};
     frmErrorMsg formatQuery_{clipBoard_};
-    cSysTray cSysTray1_;
+    cSysTray cSysTray1;
     HICON trayIcon_ = nullptr;
     UINT taskBarCreated_ = 0;
 };

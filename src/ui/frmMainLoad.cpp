@@ -78,7 +78,7 @@ void frmMain::LoadFormatTables() {
 
 void frmMain::LoadProfiles() {
     nodes_.Clear();
-    LoadListedProfiles(cTV_);
+    LoadListedProfiles(cTV);
 }
 
 void frmMain::RestoreActiveContainer() {
@@ -90,7 +90,7 @@ void frmMain::MinimiseIfWanted() {
 }
 
 void frmMain::ShowTrayIconIfWanted() {
-    cSysTray1_.SetInTray(Options().ShowInTray);
+    cSysTray1.SetInTray(Options().ShowInTray);
 }
 
 void frmMain::CloseFormatQuery() {

@@ -55,7 +55,7 @@ bool frmMain::MayEditLabel(Node& node) {
 }
 
 bool frmMain::LabelEdited(Node& node, const std::wstring& text) {
-    if (!RenameNode(cTV_, node, text)) return false;
+    if (!RenameNode(cTV, node, text)) return false;
     container_.TellListener();
     return true;
 }
@@ -70,16 +70,16 @@ Node* frmMain::DraggedNodeOf(const DraggedNode& payload) {
 }
 
 bool frmMain::DropsInto(Node& source, Node* target, bool move, int offset, int rowHeight) {
-    return DropsAsChild(cTV_, &source, target, move, offset, rowHeight);
+    return DropsAsChild(cTV, &source, target, move, offset, rowHeight);
 }
 
 bool frmMain::MayDrop(Node& source, Node* target, bool into, bool move) {
-    return DropPermitted(cTV_, &source, target, into, move);
+    return DropPermitted(cTV, &source, target, into, move);
 }
 
 void frmMain::DraggedOver(int y, int height) {
-    cTV_.DragOver(DragState::Over, static_cast<float>(TwipsFromPixels(y, dpi_)),
-                  static_cast<float>(TwipsFromPixels(height, dpi_)));
+    cTV.DragOver(DragState::Over, static_cast<float>(TwipsFromPixels(y, dpi_)),
+                 static_cast<float>(TwipsFromPixels(height, dpi_)));
 }
 
 void frmMain::Dropped(Node* source, Node* target, bool into, bool move) {

@@ -12,11 +12,11 @@ constexpr DWORD kSmallestViewerBytes = 100'000;
 }  // namespace
 
 bool WindowsHelpPages::ViewerWorks() {
-    wchar_t directory[MAX_PATH] = L"";
-    if (GetWindowsDirectoryW(directory, MAX_PATH) == 0) return false;
+    wchar_t path[MAX_PATH] = L"";
+    const DWORD length = SearchPathW(nullptr, L"winhlp32.exe", nullptr, MAX_PATH, path, nullptr);
+    if (length == 0 || length >= MAX_PATH) return false;
     WIN32_FILE_ATTRIBUTE_DATA viewer{};
-    const std::wstring path = std::wstring(directory) + L"\\winhlp32.exe";
-    return GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &viewer) &&
+    return GetFileAttributesExW(path, GetFileExInfoStandard, &viewer) &&
            (viewer.nFileSizeHigh > 0 || viewer.nFileSizeLow >= kSmallestViewerBytes);
 }
 
