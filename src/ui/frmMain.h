@@ -136,7 +136,7 @@ class frmMain : public MainWindowHost,
     // What the user does in the tree.
     void TreeSelectionChanged(Node* node) override;
     bool MayEditLabel(Node& node) override;
-    bool LabelEdited(Node& node, const std::wstring& text) override;
+    void LabelEdited(Node& node, const std::wstring& text) override;
     void DragStarted(Node& node) override;
     void NodeActivated(Node& node) override;
 

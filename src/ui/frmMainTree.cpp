@@ -54,10 +54,8 @@ bool frmMain::MayEditLabel(Node& node) {
            ActionAllowed(EditActionFor(node), &node);
 }
 
-bool frmMain::LabelEdited(Node& node, const std::wstring& text) {
-    if (!RenameNode(cTV, node, text)) return false;
-    container_.TellListener();
-    return true;
+void frmMain::LabelEdited(Node& node, const std::wstring& text) {
+    if (RenameNode(cTV, node, text)) UpdateListview();
 }
 
 void frmMain::DragStarted(Node& node) {

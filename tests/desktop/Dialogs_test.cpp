@@ -156,6 +156,41 @@ TEST_F(Dialogs, Profile_HiddenAndImportedAgain) {
     Cancel(properties);
 }
 
+TEST_F(Dialogs, NewProfile_FromATemplateInANewDirectory) {
+    nxclip_.Start();
+    const Window profile = Open(mnuFileNew, L"Neue Profil");
+    Type(L"Aus Vorlage");
+    Press(VK_TAB);
+    Press(VK_TAB);
+    Press(VK_SPACE);
+    const Window directories = InFront(L"Verzeichnis auswählen");
+    PressAlt('N');
+    const Window name = InFront(L"Neues Verzeichnis");
+    Type(L"Vorlagenprofil");
+    Confirm(name);
+    BringToFront(directories);
+    WaitFor("the new directory", [&] { return directories.TextOf(tbDir).ends_with(L"Vorlagenprofil"); });
+    Confirm(directories);
+    BringToFront(profile);
+    EXPECT_TRUE(profile.TextOf(tbDir).ends_with(L"Vorlagenprofil"));
+
+    Press(VK_TAB);
+    Press(VK_TAB);
+    Press(VK_SPACE);
+    const Window templates = InFront(L"Profil-Vorlagen");
+    EXPECT_EQ(templates.TextOf(lbName), L"Entwicklung");
+    Press(VK_DOWN);
+    WaitFor("the next template's preview", [&] { return templates.TextOf(lbName) == L"Handbuch"; });
+    Confirm(templates);
+    BringToFront(profile);
+    EXPECT_EQ(profile.TextOf(tbTemplate), L"Handbuch.nxp");
+    PressAlt('N');  // away from the button, which Enter would press again
+    Confirm(profile);
+    WaitFor("the profile", [&] { return nxclip_.Tree().SelectedPath() == L"Aus Vorlage"; });
+    EXPECT_GT(nxclip_.List().Count(), 0) << "the template's folders";
+    EXPECT_TRUE(std::filesystem::exists(nxclip_.Directory() / L"Vorlagenprofil" / L"nxclip.nxp"));
+}
+
 TEST_F(Dialogs, FirstStart_InstallsAllFourTemplates) {
     nxclip_.Start();
     const Window first = Open(m_quickstart, L"Norvale - Der Manger für die Zwischenablage");

@@ -85,8 +85,11 @@ LRESULT TreePane::OnNotify(NMHDR& header) {
         }
         case TVN_ENDLABELEDITW: {
             auto& item = reinterpret_cast<NMTVDISPINFOW&>(header).item;
-            if (item.pszText == nullptr || listener_ == nullptr) return FALSE;
-            return listener_->LabelEdited(NodeOf(item.lParam), item.pszText);
+            if (item.pszText != nullptr && listener_ != nullptr)
+                listener_->LabelEdited(NodeOf(item.lParam), item.pszText);
+            // The item goes on asking its node for the text: what was taken over may differ from what was
+            // typed.
+            return FALSE;
         }
         case TVN_BEGINDRAGW: {
             auto& change = reinterpret_cast<NMTREEVIEWW&>(header);
