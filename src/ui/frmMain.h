@@ -28,6 +28,9 @@
 #include "ui/win/TreeDrag.h"
 #include "ui/win/TreePane.h"
 
+// Posted by the window to itself when a label was edited in the tree.
+inline constexpr UINT kLabelEditedMessage = WM_APP;
+
 // The main window: owns the tree, the list, the bars and the menus, and ties the flows to them. It lives from
 // its load to its unload, both in the order of MainWindowOrder.h, and clipboard changes are watched just as
 // long.
@@ -179,6 +182,8 @@ class frmMain : public MainWindowHost,
     void ShowFirstStart();
     void ShowDiagnosis();
     void ShowFormatQuery();
+    // Renames the node whose label was edited.
+    void TakeEditedName();
     void ExitHook();
     void About();
 
@@ -210,6 +215,11 @@ class frmMain : public MainWindowHost,
     bool stretched_ = false;
     int showCommand_ = 1;  // how the window is first shown, SW_SHOWNORMAL
     bool loaded_ = false;
+    // A label that was edited, until the tree control is done with it.
+    struct EditedLabel {
+        int index = 0;
+        std::wstring text;
+    } editedLabel_;
 
     CClipBoard clipBoard_;
     SnapFlow snap_{*this, clipBoard_};

@@ -296,13 +296,15 @@ void TreePane::NodeExpandedChanged(Node& node) {
 void TreePane::ChildrenReordered(Node* parent) {
     if (!ShowsChildren(parent)) return;
     const MirrorScope mirror(mirroring_);
-    SendMessageW(window_, WM_SETREDRAW, FALSE, 0);
+    BeginBulkChange();
     for (Node* child = FirstOf(parent); child != nullptr; child = child->Next())
         if (child->viewItem != 0) TreeView_DeleteItem(window_, ItemOf(*child));
     MakeChildren(parent);
-    if (nodes_.Selected() != nullptr && nodes_.Selected()->viewItem != 0)
-        TreeView_SelectItem(window_, ItemOf(*nodes_.Selected()));
-    SendMessageW(window_, WM_SETREDRAW, TRUE, 0);
+    if (Node* const selected = nodes_.Selected(); selected != nullptr) {
+        MakeItemsDownTo(*selected);
+        TreeView_SelectItem(window_, ItemOf(*selected));
+    }
+    EndBulkChange();
 }
 
 void TreePane::SelectionChanged(Node* node) {
