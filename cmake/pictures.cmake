@@ -1,6 +1,6 @@
 # The icons are made from the drawings; the resource script finds them below the build directory.
 find_program(RSVG_CONVERT rsvg-convert REQUIRED)
-find_program(CONVERT convert REQUIRED)
+find_program(IMAGEMAGICK NAMES magick convert REQUIRED)
 find_program(SH sh REQUIRED)
 
 set(PICTURE_SCRIPT ${CMAKE_CURRENT_SOURCE_DIR}/tools/build-pictures)
@@ -15,7 +15,7 @@ foreach(drawing ${SMALL_DRAWINGS})
   set(icon ${CMAKE_CURRENT_BINARY_DIR}/pictures/${name}.ico)
   add_custom_command(
     OUTPUT ${icon}
-    COMMAND ${SH} ${PICTURE_SCRIPT} ${drawing} ${icon}
+    COMMAND ${CMAKE_COMMAND} -E env CONVERT=${IMAGEMAGICK} ${SH} ${PICTURE_SCRIPT} ${drawing} ${icon}
     DEPENDS ${drawing} ${large} ${PICTURE_SCRIPT}
     COMMENT "Drawing ${name}.ico"
     VERBATIM)

@@ -120,7 +120,8 @@ def build(preset):
         for command in (["cmake", "--preset", preset], ["cmake", "--build", "--preset", preset, "-j2"]):
             code = run(["nice", *command], step.log, BUILD_LIMIT)
             if code != 0:
-                errors = [line for line in tail(step.log, 400) if "error:" in line or "FAILED" in line or "Error" in line]
+                words = re.compile(r"error: |^FAILED: |undefined reference|multiple definition|CMake Error")
+                errors = [line for line in tail(step.log, 3000) if words.search(line)]
                 return Result(failed=1, notes=[said(code, BUILD_LIMIT)] + errors[:8])
         return Result()
     return work
@@ -187,7 +188,7 @@ def fuzz_targets():
 
 def fuzz(name):
     def work(step):
-        seeds = REPO / "fuzz" / "seeds" / name.removesuffix("_fuzz")
+        seeds = REPO / "fuzz" / "seeds" / name
         if not seeds.is_dir() or not any(seeds.iterdir()):
             return Result(failed=1, notes=[f"there are no seeds in {seeds.relative_to(REPO)}"])
         found = REPO / "build" / "fuzz" / "findings" / name
@@ -219,10 +220,11 @@ def desktop_environment(name, bits):
 
 
 def desktop_tests(bits):
-    """The GoogleTest program that drives the finished program from outside."""
+    """The GoogleTest program that drives the finished program from outside. Without a display: there its keys and
+    its mouse are the only ones, and nobody moves the pointer away between two steps."""
     def work(step):
         exe = program(bits).parent / "desktop" / "nxclip_desktop_tests.exe"
-        command = [REPO / "tools/desktop-session", f"--{bits}", "--timeout", DESKTOP_LIMIT - 30, "wine", exe]
+        command = [REPO / "tools/wine-run", f"--{bits}", "--timeout", DESKTOP_LIMIT - 30, exe]
         environment = desktop_environment("nxclip_desktop_tests", bits)
         return googletest(command, program(bits).parent, environment, DESKTOP_LIMIT)(step)
     return work

@@ -14,6 +14,7 @@
 #include "ui/frmMain.h"
 #include "ui/frmSplash.h"
 #include "ui/win/Dialog.h"
+#include "ui/win/WindowsHelpPages.h"
 
 namespace {
 
@@ -32,10 +33,12 @@ std::wstring ProgramDirectory() {
 }
 
 // Everything behind the program's name on the command line, as it was typed.
-std::wstring Arguments(const wchar_t* arguments) { return arguments != nullptr ? arguments : L""; }
+std::wstring Arguments(const wchar_t* arguments) {
+    return arguments != nullptr ? arguments : L"";
+}
 
 class WindowsStartUp : public StartUpHost {
-   public:
+ public:
     explicit WindowsStartUp(frmMain& form) : form_(form) {}
 
     bool MainWindowStands() const { return mainWindowStands_; }
@@ -69,7 +72,7 @@ class WindowsStartUp : public StartUpHost {
             ThePlatform().user.Tell(L"Das Hauptfenster konnte nicht geöffnet werden !!!");
     }
 
-   private:
+ private:
     frmMain& form_;
     bool mainWindowStands_ = false;
 };
@@ -89,6 +92,8 @@ int RunMessageLoop(frmMain& form) {
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, wchar_t* commandLine, int) {
     Win32Platform platform;
     UsePlatform(&platform.platform);
+    WindowsHelpPages helpPages;
+    UseHelpPages(&helpPages);
 
     INITCOMMONCONTROLSEX controls{sizeof controls, ICC_WIN95_CLASSES | ICC_STANDARD_CLASSES};
     InitCommonControlsEx(&controls);
@@ -96,7 +101,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, wchar_t* commandLine, int) {
 
     int result = 0;
     {
-        frmMain form;
+        frmMain form(platform.user);
         WindowsStartUp host(form);
         if (StartUp(host, Arguments(commandLine), ProgramDirectory()) && host.MainWindowStands()) {
             form.FirstStartAction();

@@ -33,6 +33,7 @@ class cSysTray {
     // Stored always; shown at once while the icon is in the tray, unless it is no icon (null). Not owned.
     void SetTrayIcon(HICON icon);
     void SetTrayTip(const std::wstring& tip);
+    const std::wstring& TrayTip() const { return trayTip_; }
 
     // The task bar was made anew: it has forgotten the icon.
     void TaskBarCreated();

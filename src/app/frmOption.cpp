@@ -60,6 +60,9 @@ CheckMark MarkOf(bool checked) {
     return checked ? CheckMark::On : CheckMark::Off;
 }
 
+// The one dialog that is open; it is modal.
+frmOption* openForm = nullptr;
+
 // How many characters stay in a text box when a typed one replaces what is selected.
 std::size_t LengthBesideSelection(HWND textBox) {
     DWORD start = 0;
@@ -82,7 +85,11 @@ void frmOption::OnInit() {
     CreatePages();
     FilterTextBoxes();
     ShowControls(ControlsFromOptions(Options()));
+    // Inert, like the choice beside it: nothing reads or keeps them.
+    SetText(tbPrefix, L"Clip");
     ShowPage(0, false);
+    openForm = this;
+    messageHook_ = SetWindowsHookExW(WH_MSGFILTER, &frmOption::LookAtMessage, nullptr, GetCurrentThreadId());
 }
 
 void frmOption::CreatePages() {
@@ -127,10 +134,28 @@ LRESULT frmOption::OnNotify(NMHDR& header) {
 }
 
 bool frmOption::OnMessage(UINT message, WPARAM, LPARAM, LRESULT&) {
-    if (message == WM_DESTROY)
+    if (message == WM_DESTROY) {
+        UnhookWindowsHookEx(messageHook_);
+        openForm = nullptr;
         for (Page& page : pages_)
             DestroyWindow(page.Window());
+    }
     return false;
+}
+
+LRESULT CALLBACK frmOption::LookAtMessage(int code, WPARAM wParam, LPARAM lParam) {
+    if (code == MSGF_DIALOGBOX && openForm->TurnPage(*reinterpret_cast<const MSG*>(lParam))) return TRUE;
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+bool frmOption::TurnPage(const MSG& message) {
+    if (message.message != WM_KEYDOWN || GetKeyState(VK_CONTROL) >= 0 || !IsChild(Window(), message.hwnd))
+        return false;
+    const bool back = message.wParam == VK_PRIOR || (message.wParam == VK_TAB && GetKeyState(VK_SHIFT) < 0);
+    if (!back && message.wParam != VK_NEXT && message.wParam != VK_TAB) return false;
+    const int count = static_cast<int>(kPages.size());
+    ShowPage((TabCtrl_GetCurSel(Dialog::Control(tabOptions)) + (back ? count - 1 : 1)) % count, true);
+    return true;
 }
 
 void frmOption::FilterTextBoxes() {

@@ -30,11 +30,16 @@ class frmOption : public Dialog {
 
     void CreatePages();
     void ShowPage(int page, bool focus);
+    // Ctrl+Tab and Ctrl+Page go from page to page, as in every window with tabs. The dialog's message loop is
+    // the system's own, so its messages are looked at by a hook while the dialog is open.
+    static LRESULT CALLBACK LookAtMessage(int code, WPARAM wParam, LPARAM lParam);
+    bool TurnPage(const MSG& message);
     void FilterTextBoxes();
     void ShowControls(const OptionControls& controls);
     OptionControls ReadControls() const;
     void cbFile_Click();
     void chkSaveAll_Click();
 
+    HHOOK messageHook_ = nullptr;
     std::array<Page, 4> pages_{Page(*this), Page(*this), Page(*this), Page(*this)};
 };

@@ -8,6 +8,7 @@
 #include "platform/Platform.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "platform/VisitVariant.h"
 #include "ui/SearchCriteria.h"
 
 namespace {
@@ -99,20 +100,18 @@ void Convert(const std::wstring& text, std::wstring& value) {
 }
 
 void Read(const Option& option, OptionValues& values) {
-    std::visit(
-        [&](const auto& slot) {
-            const std::wstring absent = StoredText(slot.whenAbsent);
-            Convert(ThePlatform().settings.Read(kSection, option.readKey, absent), values.*slot.field);
-        },
-        option.slot);
+    VisitVariant(option.slot, [&](const auto& slot) {
+        const std::wstring absent = StoredText(slot.whenAbsent);
+        Convert(ThePlatform().settings.Read(kSection, option.readKey, absent), values.*slot.field);
+    });
 }
 
 bool Write(const Option& option, const OptionValues& values) {
-    return std::visit(
-        [&](const auto& slot) {
-            return ThePlatform().settings.Write(kSection, option.writeKey, StoredText(values.*slot.field));
-        },
-        option.slot);
+    bool written = false;
+    VisitVariant(option.slot, [&](const auto& slot) {
+        written = ThePlatform().settings.Write(kSection, option.writeKey, StoredText(values.*slot.field));
+    });
+    return written;
 }
 
 void TellLoadError(const std::wstring& description) {

@@ -11,7 +11,8 @@ class ClockPort {
     virtual ~ClockPort() = default;
 
     virtual FileTime Now() = 0;
-    // Date and time in local time, such as "15.11.1999 13:10:00"; never holds an "&".
+    // Date and time in local time, such as "15.11.1999 13:10:00"; never holds an "&". Empty for a time that
+    // the system cannot show.
     virtual std::wstring DateText(FileTime time) = 0;
     // Waits; only for the short pauses between two tries at something another program holds.
     virtual void Pause(std::chrono::milliseconds duration) = 0;

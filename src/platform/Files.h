@@ -41,14 +41,17 @@ class FilePort {
     // True when a listing of `path` yields a name, be it a file or a directory.
     virtual bool Exists(const std::wstring& path) = 0;
     virtual bool IsDirectory(const std::wstring& path) = 0;
+    // Of a file; none for a directory.
     virtual std::optional<FileTime> ChangeTime(const std::wstring& path) = 0;
-    // The names (without the directory) of the files that match a pattern such as "C:\DIR\*.nxp", sorted.
+    // The names (without the directory) of the files that match a pattern such as "C:\DIR\*.nxp", sorted;
+    // only the last part may hold "*" and "?".
     virtual std::vector<std::wstring> List(const std::wstring& pattern) = 0;
     // The names of the directories inside `directory` without "." and "..", sorted; none when it cannot be
     // read.
     virtual std::optional<std::vector<std::wstring>> ListDirectories(const std::wstring& directory) = 0;
     virtual bool Remove(const std::wstring& path) = 0;
-    // Copies a file; fails when `to` exists unless `replace` is set. A failure leaves no half copy behind.
+    // Copies a file with its change time; fails when `to` exists unless `replace` is set. A failure leaves no
+    // half copy behind and an old `to` as it was.
     virtual bool Copy(const std::wstring& from, const std::wstring& to, bool replace) = 0;
     // Creates one directory; its parent must exist.
     virtual bool MakeDirectory(const std::wstring& path) = 0;

@@ -38,3 +38,13 @@ bool IsFullPath(const std::wstring& path) {
     const auto isLetter = [](wchar_t c) { return (c >= L'A' && c <= L'Z') || (c >= L'a' && c <= L'z'); };
     return path.size() >= 3 && isLetter(path[0]) && path[1] == L':' && path[2] == L'\\';
 }
+
+std::wstring WithLongPathPrefix(const std::wstring& fullPath) {
+    // A directory must leave room for a short file name behind it, and the end counts as well.
+    constexpr std::size_t kLongestPlainPath = 260 - 14;
+    if (fullPath.size() <= kLongestPlainPath || fullPath.starts_with(L"\\\\?\\") ||
+        fullPath.starts_with(L"\\\\.\\"))
+        return fullPath;
+    if (fullPath.starts_with(L"\\\\")) return L"\\\\?\\UNC" + fullPath.substr(1);
+    return L"\\\\?\\" + fullPath;
+}

@@ -14,5 +14,8 @@ std::wstring DirectoryAbove(const std::wstring& directory);
 std::wstring LastPartOf(const std::wstring& path);
 // Without the "\" at its end, if it has one; the root of a drive keeps it.
 std::wstring WithoutBackslash(const std::wstring& directory);
+// A full path as the system's calls take it: prefixed when it is too long for the usual limit of 260
+// characters, which does not hold for prefixed paths.
+std::wstring WithLongPathPrefix(const std::wstring& fullPath);
 // True for a path that means the same wherever the program stands: "C:\..." or "\\server\share...".
 bool IsFullPath(const std::wstring& path);

@@ -10,6 +10,8 @@ class SettingsPort {
 
     virtual std::wstring Read(const std::wstring& section, const std::wstring& key,
                               const std::wstring& absent) = 0;
+    // A text ends at its first zero character.
     virtual bool Write(const std::wstring& section, const std::wstring& key, const std::wstring& value) = 0;
+    // True as well when there is no such section.
     virtual bool DeleteSection(const std::wstring& section) = 0;
 };

@@ -17,7 +17,8 @@ bool FitsAnsi(std::wstring_view text);
 // By the rules of the user's language.
 std::wstring UpperCase(std::wstring_view text);
 std::wstring LowerCase(std::wstring_view text);
-// Without regard to case: below 0 when `a` sorts before `b`, 0 when they are equal.
+// Without regard to case: below 0 when `a` sorts before `b` in the user's language, 0 only when they differ
+// in nothing but case.
 int CompareNoCase(std::wstring_view a, std::wstring_view b);
 
 // Text without blanks at both ends.

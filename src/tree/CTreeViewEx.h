@@ -109,7 +109,8 @@ class CTreeViewEx {
     // --- before left. Layout on disk: docs/formats/nxclip-nxp.md.
 
     // Flattens the subtree of `node`, or the whole tree when it is null, into TreeData. False for an empty
-    // tree (Count is 0 then) and when the subtree cannot be flattened; TreeData stays as it was in that case.
+    // tree (Count is 0 then) and when the subtree cannot be flattened, because it is nested too deeply for
+    // the 16-bit depth or memory runs out (TreeData stays as it was then).
     bool BuildTreeData(Node* node);
     // Takes the records of `without`, a node somewhere below `top`, out of TreeData, which holds the subtree
     // of `top`: what is about to be removed can be left out of the file first.

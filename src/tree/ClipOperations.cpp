@@ -138,7 +138,7 @@ void ClipOperations::CarryContainerOver(const Node& source, Node& copy) {
     const Node* original = container_.Get();
     if (original == nullptr || !tree_.IsSubNode(original, &source)) return;
     TreeWalk twin(&copy);
-    TreeWalk walk(const_cast<Node*>(&source));
+    TreeWalk walk(&source);
     for (; walk.Current() != original; walk.Step())
         twin.Step();
     container_.SetActiveContainer(twin.Current());

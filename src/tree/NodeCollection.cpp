@@ -44,12 +44,11 @@ void NodeCollection::Remove(Node& node) {
     if (view_ != nullptr) view_->NodeRemoving(node);
     std::erase_if(unsorted_, [&](Node* parent) { return IsInSubtree(parent, node); });
 
-    // Those that go are marked by index 0; then the rest closes up in one pass, however many they are.
-    int firstGap = node.index_;
-    for (TreeWalk walk(&node); walk.InSubtree(); walk.Step()) {
-        firstGap = std::min(firstGap, walk.Current()->index_);
+    // Those that go are marked by index 0; then the rest closes up in one pass, however many they are. All of
+    // them are younger than the node itself.
+    const int firstGap = node.index_;
+    for (TreeWalk walk(&node); walk.InSubtree(); walk.Step())
         walk.Current()->index_ = 0;
-    }
     Unlink(node);
     const auto gap = nodes_.begin() + (firstGap - 1);
     nodes_.erase(std::remove_if(gap, nodes_.end(), [](const auto& each) { return each->index_ == 0; }),

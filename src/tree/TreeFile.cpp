@@ -6,6 +6,7 @@
 
 #include "platform/ByteBuffer.h"
 #include "platform/RuntimeError.h"
+#include "platform/VisitVariant.h"
 #include "tree/TreeFileLayout.h"
 
 namespace {
@@ -38,7 +39,7 @@ struct VariantWriter {
 };
 
 void WriteVariant(ByteWriter& writer, const ImageValue& value) {
-    std::visit(VariantWriter{writer}, value);
+    VisitVariant(value, VariantWriter{writer});
 }
 
 ImageValue ReadVariant(ByteReader& reader) {

@@ -1,69 +1,29 @@
 #include "ui/frmMain.h"
 
 #include <algorithm>
-#include <string>
+#include <cstdlib>
+#include <utility>
 
-#include "app/ModHotKey.h"
 #include "app/modMain.h"
 #include "app/modOption.h"
-#include "clipboard/modClipboard.h"
-#include "clipboard/modFormatDesc.h"
-#include "clipboard/modViewerHook.h"
-#include "formatsets/modFormatSet.h"
 #include "platform/Platform.h"
-#include "platform/Text.h"
-#include "profiles/CProfiles.h"
 #include "profiles/ProfileStore.h"
 #include "resources/controls.h"
-#include "tree/DropRules.h"
-#include "tree/NodeProperties.h"
-#include "tree/StructureLock.h"
 #include "tree/modProfile.h"
-#include "tree/modTreeEx.h"
 #include "ui/MainLayout.h"
+#include "ui/win/Boxes.h"
 #include "ui/win/Dialog.h"
 #include "ui/win/Dpi.h"
 
 namespace {
 
 constexpr const wchar_t* kWindowClass = L"NXClipMain";
-constexpr const wchar_t* kSettings = L"Settings";
 constexpr double kSplitterWidthTwips = 75;
-constexpr double kDefaultPlaceTwips = 1000;
-constexpr double kDefaultSizeTwips = 5000;
-
-// The window states as they are stored.
-enum class MainState : int { Normal = 0, Minimised = 1, Maximised = 2 };
-
-double StoredNumber(const wchar_t* key, double absent) {
-    const std::wstring text = ThePlatform().settings.Read(kSettings, key, L"");
-    if (text.empty()) return absent;
-    wchar_t* end = nullptr;
-    const double number = std::wcstod(text.c_str(), &end);
-    return end != text.c_str() && number > -1e6 && number < 1e6 ? number : absent;
-}
-
-void StoreNumber(const wchar_t* key, double number) {
-    ThePlatform().settings.Write(kSettings, key,
-                                 NumberText(static_cast<std::int64_t>(number + (number < 0 ? -0.5 : 0.5))));
-}
-
-Box BoxOf(const RECT& area) {
-    return {area.left, area.top, area.right - area.left, area.bottom - area.top};
-}
-
-void Place(HWND window, const Box& box) {
-    SetWindowPos(window, nullptr, box.left, box.top, box.width, box.height, SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
-LRESULT CALLBACK HookThunk(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    return ClipboardWndProc(HandleOf(window), message, static_cast<MessageParameter>(wParam), lParam);
-}
 
 }  // namespace
 
-frmMain::frmMain() {
-    cTV_.Bind(&nodes_);
+frmMain::frmMain(Win32User& user) : user_(user) {
+    cTV.Bind(&nodes_);
     tvTreeView_.SetListener(this);
     container_.SetListener([this] { ShowContainer(); });
 }
@@ -90,6 +50,8 @@ bool frmMain::Load() {
     CreateWindowExW(WS_EX_CONTROLPARENT, kWindowClass, L"", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
                     CW_USEDEFAULT, 0, CW_USEDEFAULT, 0, nullptr, nullptr, instance, this);
     if (window_ == nullptr) return false;
+    user_.SetMainWindow(HandleOf(window_));
+    user_.SetStatusLine([this](const std::wstring& text) { ShowStatus(text); });
     keys_ = LoadAcceleratorsW(instance, MAKEINTRESOURCEW(IDA_frmMain));
     LoadMainWindow(*this);
     loaded_ = true;
@@ -123,9 +85,13 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         }
         case WM_DPICHANGED: {
             ApplyDpi(HIWORD(wParam));
-            Place(window_, BoxOf(*reinterpret_cast<RECT*>(lParam)));
+            PlaceWindow(window_, BoxOf(*reinterpret_cast<RECT*>(lParam)));
             return 0;
         }
+        case WM_SETCURSOR:
+            if (user_.Pointer() != PointerShape::Hourglass) break;
+            SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+            return TRUE;
         case WM_SETFOCUS:
             SetFocus(tvTreeView_.Window());
             return 0;
@@ -141,6 +107,9 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_INITMENUPOPUP:
             RefreshCommands();
             return 0;
+        case kLabelEditedMessage:
+            TakeEditedName();
+            return 0;
         case WM_QUERYENDSESSION:
             return TRUE;
         case WM_ENDSESSION:
@@ -150,19 +119,19 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             DestroyWindow(window_);
             return 0;
         case WM_DESTROY:
-            if (loaded_) {
-                loaded_ = false;
-                UnloadMainWindow(*this);
-            }
-            cSysTray1_.SetInTray(false);
+            if (std::exchange(loaded_, false)) UnloadMainWindow(*this);
+            user_.SetStatusLine({});
+            user_.SetMainWindow(WindowHandle::None);
+            cSysTray1.SetInTray(false);
             StopDropping(tvTreeView_);
             tvTreeView_.Detach();
             PostQuitMessage(0);
             return 0;
         default:
-            if (message == taskBarCreated_ && taskBarCreated_ != 0) cSysTray1_.TaskBarCreated();
-            return DefWindowProcW(window_, message, wParam, lParam);
+            if (message == taskBarCreated_ && taskBarCreated_ != 0) cSysTray1.TaskBarCreated();
+            break;
     }
+    return DefWindowProcW(window_, message, wParam, lParam);
 }
 
 bool frmMain::CreateControls() {
@@ -202,9 +171,9 @@ bool frmMain::CreateTray() {
     events.MouseUp = [this](std::int16_t button, std::int32_t) {
         if (button == kRight) ShowTrayMenu();
     };
-    if (!cSysTray1_.Create(window_, std::move(events))) return false;
+    if (!cSysTray1.Create(window_, std::move(events))) return false;
     trayIcon_ = LoadTrayIcon(GetSystemMetrics(SM_CXSMICON));
-    cSysTray1_.SetTrayIcon(trayIcon_);
+    cSysTray1.SetTrayIcon(trayIcon_);
     taskBarCreated_ = RegisterWindowMessageW(L"TaskbarCreated");
     return true;
 }
@@ -266,10 +235,10 @@ void frmMain::SizeControls(double splitterLeft) {
     input.previewShown = previewShown_;
 
     const LayoutResult layout = LayOutMainWindow(input);
-    Place(tvTreeView_.Window(), layout.tree);
-    Place(imgSplitter_.Window(), layout.splitter);
-    Place(lblTitle_, layout.title);
-    Place(lvListView_.Window(), layout.list);
+    PlaceWindow(tvTreeView_.Window(), layout.tree);
+    PlaceWindow(imgSplitter_.Window(), layout.splitter);
+    PlaceWindow(lblTitle_, layout.title);
+    PlaceWindow(lvListView_.Window(), layout.list);
     preview_.Place(layout.formatTab);
 }
 
@@ -279,6 +248,11 @@ LRESULT frmMain::OnNotify(NMHDR& header) {
         return tvTreeView_.OnNotify(header);
     }
     if (header.hwndFrom == lvListView_.Window()) {
+        if (header.code == LVN_ODFINDITEMW) {
+            const auto& find = reinterpret_cast<NMLVFINDITEMW&>(header);
+            if ((find.lvfi.flags & LVFI_STRING) == 0) return -1;
+            return lvListView_.RowBeginningWith(find.lvfi.psz, std::max(find.iStart, 0));
+        }
         if (header.code == LVN_GETDISPINFOW)
             lvListView_.OnGetDisplayInfo(reinterpret_cast<NMLVDISPINFOW&>(header));
         if (header.code == NM_DBLCLK || header.code == NM_RETURN) {
@@ -296,6 +270,7 @@ bool frmMain::TranslateKey(MSG& message) {
     if (message.hwnd != window_ && !IsChild(window_, message.hwnd)) return false;
     // While a name is edited in place the keys belong to the edit.
     if (TreeView_GetEditControl(tvTreeView_.Window()) != nullptr) return false;
+    if (preview_.Wants(message)) return false;
     if (message.message == WM_KEYDOWN && message.wParam == VK_TAB) {
         const bool back = GetKeyState(VK_SHIFT) < 0;
         SetFocus(GetNextDlgTabItem(window_, GetFocus(), back));
@@ -304,162 +279,7 @@ bool frmMain::TranslateKey(MSG& message) {
     return TranslateAcceleratorW(window_, keys_, &message) != 0;
 }
 
-// The steps of load and unload.
-
-void frmMain::AddHotKey() {
-    RegisterActivationHotKey(HandleOf(window_));
-}
-
-void frmMain::JoinViewerChain() {
-    TheMainWindowHooks.procedure =
-        static_cast<ProcedureAddress>(reinterpret_cast<std::uintptr_t>(&HookThunk));
-    TheMainWindowHooks.updateClipBoard = [this] { UpdateClipBoard(); };
-    TheMainWindowHooks.hotKeyAction = [this](WindowHandle) { Restore(); };
-    ConnectViewer(HandleOf(window_));
-}
-
-void frmMain::ClearPreview() {
-    preview_.Clear();
-}
-
-void frmMain::HideMenus() {
-    // The context menus are loaded apart from the menu bar, so only the test menu is left to hide.
-    if (!DebugMode) DeleteMenu(GetMenu(window_), m_test, MF_BYPOSITION);
-}
-
-void frmMain::RestoreGeometry() {
-    const auto state = static_cast<MainState>(static_cast<int>(StoredNumber(L"MainState", 0)));
-    splitterLeft_ = StoredNumber(L"Splitter", splitterLeft_);
-    if (state == MainState::Normal) {
-        RECT wanted;
-        wanted.left = PixelsFromTwips(StoredNumber(L"MainLeft", kDefaultPlaceTwips), dpi_);
-        wanted.top = PixelsFromTwips(StoredNumber(L"MainTop", kDefaultPlaceTwips), dpi_);
-        const double width = std::max(StoredNumber(L"MainWidth", kDefaultSizeTwips), kMinimumWidthTwips);
-        const double height = std::max(StoredNumber(L"MainHeight", kDefaultSizeTwips), kMinimumHeightTwips);
-        wanted.right = wanted.left + PixelsFromTwips(width, dpi_);
-        wanted.bottom = wanted.top + PixelsFromTwips(height, dpi_);
-        MONITORINFO monitor{};
-        monitor.cbSize = sizeof monitor;
-        GetMonitorInfoW(MonitorFromRect(&wanted, MONITOR_DEFAULTTONEAREST), &monitor);
-        Place(window_, BroughtIntoView(BoxOf(wanted), BoxOf(monitor.rcWork)));
-    }
-    showCommand_ = state == MainState::Maximised   ? SW_SHOWMAXIMIZED
-                   : state == MainState::Minimised ? SW_SHOWMINIMIZED
-                                                   : SW_SHOWNORMAL;
-    if (state != MainState::Minimised) SizeControls(splitterLeft_);
-}
-
-void frmMain::ShowCaption() {
-    SetWindowTextW(window_, AppName);
-}
-
-void frmMain::LoadFormatTables() {
-    FillFormatDescriptions();
-    LoadFormatSets();
-}
-
-void frmMain::LoadProfiles() {
-    nodes_.Clear();
-    LoadListedProfiles(cTV_);
-}
-
-void frmMain::RestoreActiveContainer() {
-    container_.Restore();
-}
-
-void frmMain::MinimiseIfWanted() {
-    if (Options().StartAsIcon) showCommand_ = SW_SHOWMINIMIZED;
-}
-
-void frmMain::ShowTrayIconIfWanted() {
-    cSysTray1_.SetInTray(Options().ShowInTray);
-}
-
-void frmMain::CloseFormatQuery() {
-    if (formatQuery_.Window() != nullptr) DestroyWindow(formatQuery_.Window());
-}
-
-void frmMain::RenderWhatIsPromised() {
-    RenderAllFormats();
-    ClearPendingRenderSet();
-}
-
-void frmMain::RemoveHotKey() {
-    UnregisterActivationHotKey(HandleOf(window_));
-}
-
-void frmMain::LeaveViewerChain() {
-    DisconnectViewer();
-    UnsubclassWindow();
-    TheMainWindowHooks = {};
-}
-
-void frmMain::StoreGeometry() {
-    if (IsIconic(window_)) return;
-    WINDOWPLACEMENT placement{};
-    placement.length = sizeof placement;
-    GetWindowPlacement(window_, &placement);
-    RECT area;
-    GetWindowRect(window_, &area);
-    const bool maximised = IsZoomed(window_) != 0;
-    // A maximised window keeps the place that it goes back to.
-    if (maximised) area = placement.rcNormalPosition;
-    StoreNumber(L"MainLeft", TwipsFromPixels(area.left, dpi_));
-    StoreNumber(L"MainTop", TwipsFromPixels(area.top, dpi_));
-    StoreNumber(L"MainWidth", TwipsFromPixels(area.right - area.left, dpi_));
-    StoreNumber(L"MainHeight", TwipsFromPixels(area.bottom - area.top, dpi_));
-    StoreNumber(L"MainState", static_cast<int>(maximised ? MainState::Maximised : MainState::Normal));
-}
-
-void frmMain::StoreSplitter() {
-    StoreNumber(L"Splitter", splitterLeft_);
-}
-
-void frmMain::StoreOptions() {
-    SaveOptions();
-}
-
-void frmMain::StoreActiveContainer() {
-    container_.Store();
-}
-
-void frmMain::StoreProfileList() {
-    Profiles().SaveRegistry();
-}
-
-void frmMain::StoreFormatSets() {
-    SaveFormatSets();
-}
-
 // What the tree and the flows ask for.
-
-void frmMain::TreeSelectionChanged(Node*) {
-    if (loaded_) UpdateListview();
-}
-
-void frmMain::NodeActivated(Node& node) {
-    if (IsClipNode(&node) && Options().SetClipByDblClick) PrepareClipboard();
-}
-
-void frmMain::OpenListRow(int row) {
-    const ListEntry& entry = content_.entries[static_cast<std::size_t>(row)];
-    Node* const node = nodes_.Item(entry.treeIndex);
-    if (node == nullptr) return;
-    nodes_.Select(node);
-    NodeActivated(*node);
-}
-
-void frmMain::UpdateListview() {
-    preview_.Clear();
-    ShowStatus(L"");
-    content_ = BuildListContent(nodes_.Selected(), clipBoard_);
-    const std::wstring& title = content_.title;
-    SetWindowTextW(lblTitle_, title.empty() ? container_.Title().c_str() : title.c_str());
-    lvListView_.ShowContent(content_);
-    ShowStatus(content_.status);
-    preview_.Show(content_);
-    RefreshCommands();
-}
 
 void frmMain::SetActiveContainer(Node* node) {
     container_.SetActiveContainer(node);
@@ -518,7 +338,7 @@ void frmMain::SetOptions() {
     tbToolBar_.Press(tbbLock, Options().LockEdit);
     tbToolBar_.ShowToolTips(Options().ShowTooltips);
     SetTopless(HandleOf(window_), Options().TopWindow);
-    cSysTray1_.SetInTray(Options().ShowInTray);
+    cSysTray1.SetInTray(Options().ShowInTray);
     // Without its icon in the notification area a hidden window could not be reached any more.
     if (loaded_ && !Options().ShowInTray && !IsWindowVisible(window_)) ShowWindow(window_, SW_SHOWMINIMIZED);
     RefreshCommands();
@@ -573,70 +393,5 @@ void frmMain::SetProfileChanged(Node& node) {
 }
 
 bool frmMain::SaveAllProfiles() {
-    return ::SaveAllProfiles(cTV_);
-}
-
-bool frmMain::MayEditLabel(Node& node) {
-    return IsNodeOfKind(&node, kProfileKind | kStructureKind | kClipKind) &&
-           ActionAllowed(EditActionFor(node), &node);
-}
-
-bool frmMain::LabelEdited(Node& node, const std::wstring& text) {
-    if (!RenameNode(cTV_, node, text)) return false;
-    container_.TellListener();
-    return true;
-}
-
-void frmMain::DragStarted(Node& node) {
-    if (ActionAllowed(TreeAction::DragAndDrop, &node)) DragNode(tvTreeView_, node);
-}
-
-Node* frmMain::DraggedNodeOf(const DraggedNode& payload) {
-    const auto ownTree = static_cast<std::int32_t>(reinterpret_cast<std::intptr_t>(tvTreeView_.Window()));
-    return DraggedNodeIn(nodes_, payload, ownTree);
-}
-
-bool frmMain::DropsInto(Node& source, Node* target, bool move, int offset, int rowHeight) {
-    return DropsAsChild(cTV_, &source, target, move, offset, rowHeight);
-}
-
-bool frmMain::MayDrop(Node& source, Node* target, bool into, bool move) {
-    return DropPermitted(cTV_, &source, target, into, move);
-}
-
-void frmMain::DraggedOver(int y, int height) {
-    cTV_.DragOver(DragState::Over, static_cast<float>(TwipsFromPixels(y, dpi_)),
-                  static_cast<float>(TwipsFromPixels(height, dpi_)));
-}
-
-void frmMain::Dropped(Node* source, Node* target, bool into, bool move) {
-    if (Node* const placed = operations_.Drop(target, source, into, move); placed != nullptr)
-        AfterTreeChange(placed);
-}
-
-void frmMain::ShowContextMenu(HWND source, POINT point) {
-    if (source != tvTreeView_.Window()) return;
-    Node* node = nodes_.Selected();
-    if (point.x == -1 && point.y == -1) {
-        point = tvTreeView_.MenuPoint();
-    } else {
-        POINT inTree = point;
-        ScreenToClient(source, &inTree);
-        node = tvTreeView_.NodeAt(inTree);
-        if (node != nullptr) nodes_.Select(node);
-    }
-    const int menu = IsProfileNode(node)     ? m_popProfile
-                     : IsStructureNode(node) ? m_popStruct
-                     : IsClipNode(node)      ? m_poptree
-                                             : m_popNoNode;
-    TrackMenu(menu, point);
-}
-
-void frmMain::TrackMenu(int menu, POINT point) {
-    const HMENU loaded = LoadMenuW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(menu));
-    const HMENU popup = GetSubMenu(loaded, 0);
-    GreyMenu(popup);
-    CheckMenuItem(popup, m_tray_autosnap, MF_BYCOMMAND | (Options().AutoSnap ? MF_CHECKED : MF_UNCHECKED));
-    TrackPopupMenu(popup, TPM_RIGHTBUTTON, point.x, point.y, 0, window_, nullptr);
-    DestroyMenu(loaded);
+    return ::SaveAllProfiles(cTV);
 }

@@ -7,6 +7,7 @@
 #include "app/cSysTray.h"
 #include "clipboard/CClipBoard.h"
 #include "clipboard/frmDiagnose.h"
+#include "platform/win32/Win32User.h"
 #include "profiles/ActiveContainer.h"
 #include "profiles/ProfileActions.h"
 #include "tree/CTreeViewEx.h"
@@ -27,18 +28,23 @@
 #include "ui/win/TreeDrag.h"
 #include "ui/win/TreePane.h"
 
+// Posted by the window to itself when a label was edited in the tree.
+inline constexpr UINT kLabelEditedMessage = WM_APP;
+
 // The main window: owns the tree, the list, the bars and the menus, and ties the flows to them. It lives from
 // its load to its unload, both in the order of MainWindowOrder.h, and clipboard changes are watched just as
 // long.
 //
-// What the window looks like and how its messages arrive stands in frmMain.cpp, what its commands do in
-// frmMainCommands.cpp.
+// What the window looks like and how its messages arrive stands in frmMain.cpp, the steps of its load and
+// unload in frmMainLoad.cpp, what its commands do in frmMainCommands.cpp, and the tree and the list in
+// frmMainTree.cpp.
 class frmMain : public MainWindowHost,
                 private MainWindowSteps,
                 private TreePane::Listener,
                 private TreeDragHost {
  public:
-    frmMain();
+    // `user` shows its texts in the window's status bar while that lives; not owned.
+    explicit frmMain(Win32User& user);
     ~frmMain() override;
     frmMain(const frmMain&) = delete;
     frmMain& operator=(const frmMain&) = delete;
@@ -133,7 +139,7 @@ class frmMain : public MainWindowHost,
     // What the user does in the tree.
     void TreeSelectionChanged(Node* node) override;
     bool MayEditLabel(Node& node) override;
-    bool LabelEdited(Node& node, const std::wstring& text) override;
+    void LabelEdited(Node& node, const std::wstring& text) override;
     void DragStarted(Node& node) override;
     void NodeActivated(Node& node) override;
 
@@ -148,6 +154,10 @@ class frmMain : public MainWindowHost,
     void RunCommand(int command);
     // Enter or a double click on a row of the list does what it does in the tree.
     void OpenListRow(int row);
+    // The node that a row shows; null for a format.
+    Node* NodeOfListRow(int row) const;
+    // While the list has the focus, what is chosen there becomes the tree's selection.
+    void TakeSelectionFromList();
 
     void NewProfile();
     void ImportProfile();
@@ -172,9 +182,12 @@ class frmMain : public MainWindowHost,
     void ShowFirstStart();
     void ShowDiagnosis();
     void ShowFormatQuery();
+    // Renames the node whose label was edited.
+    void TakeEditedName();
     void ExitHook();
     void About();
 
+    Win32User& user_;
     HWND window_ = nullptr;
     HWND sbStatusBar_ = nullptr;
     HWND lblTitle_ = nullptr;
@@ -185,10 +198,10 @@ class frmMain : public MainWindowHost,
     UINT dpi_ = 96;
 
     NodeCollection nodes_;
-    CTreeViewEx cTV_;
-    ::ActiveContainer container_{cTV_};
-    ClipOperations operations_{cTV_, container_};
-    ProfileActions profiles_{cTV_, container_};
+    CTreeViewEx cTV;
+    ::ActiveContainer container_{cTV};
+    ClipOperations operations_{cTV, container_};
+    ProfileActions profiles_{cTV, container_};
     TreePane tvTreeView_{nodes_};
     ListPane lvListView_;
     MainToolBar tbToolBar_;
@@ -202,13 +215,18 @@ class frmMain : public MainWindowHost,
     bool stretched_ = false;
     int showCommand_ = 1;  // how the window is first shown, SW_SHOWNORMAL
     bool loaded_ = false;
+    // A label that was edited, until the tree control is done with it.
+    struct EditedLabel {
+        int index = 0;
+        std::wstring text;
+    } editedLabel_;
 
     CClipBoard clipBoard_;
     SnapFlow snap_{*this, clipBoard_};
     SetClipFlow setClip_{*this, clipBoard_};
     frmDiagnose diagnosis_{clipBoard_, [this] { return snap_.LastUpdate(); }};
     frmErrorMsg formatQuery_{clipBoard_};
-    cSysTray cSysTray1_;
+    cSysTray cSysTray1;
     HICON trayIcon_ = nullptr;
     UINT taskBarCreated_ = 0;
 };

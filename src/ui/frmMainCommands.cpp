@@ -39,9 +39,25 @@ void NotYet() {
 constexpr std::array<ListMode, 4> kListModes{ListMode::Large, ListMode::Small, ListMode::List,
                                              ListMode::Details};
 
+// The commands that act on the selected node, be it selected in the tree or in the list.
+bool ActsOnNode(int command) {
+    switch (command) {
+        case m_edit_delete:
+        case m_edit_rename:
+        case m_copyToClipboard:
+        case m_activate:
+        case mnuFileProperties:
+        case m_edit_newstruct:
+            return true;
+        default:
+            return false;
+    }
+}
+
 }  // namespace
 
 void frmMain::RunCommand(int command) {
+    if (ActsOnNode(command)) TakeSelectionFromList();
     switch (command) {
         case mnuFileNew:
         case m_pNN_NewProfil:
@@ -229,14 +245,14 @@ void frmMain::AfterTreeChange(Node* selected) {
 
 void frmMain::NewProfile() {
     if (!ActionAllowed(TreeAction::NewProfile, nullptr)) return;
-    frmProfileProp dialog(cTV_);
+    frmProfileProp dialog(cTV);
     if (!dialog.ShowModal(window_, IDD_frmProfileProp)) return;
     Node* const profile = BuildNewprofile(dialog.Name(), dialog.Directory(), dialog.TemplateFile());
     if (profile == nullptr) return;
     ProfileProperties properties = ReadProfileProperties(*profile);
     if (!dialog.Info().empty()) properties.info = dialog.Info();
     properties.globalFree = dialog.GlobalFree();
-    ApplyProfileProperties(cTV_, *profile, properties);
+    ApplyProfileProperties(cTV, *profile, properties);
     AfterTreeChange(profile);
 }
 
@@ -246,7 +262,11 @@ Node* frmMain::BuildNewprofile(const std::wstring& name, const std::wstring& dir
 }
 
 void frmMain::ImportProfile() {
-    NotYet();
+    if (!ActionAllowed(TreeAction::ImportProfile, nullptr)) return;
+    frmFileSel dialog(L"Profil importieren", {{L"nxclip.nxp", L"Profile (nxclip.nxp)"}});
+    if (!dialog.ShowModal(window_, IDD_frmFileSel) || dialog.File().empty()) return;
+    if (Node* const profile = ImportProfileDirect(DirectoryOf(dialog.File())); profile != nullptr)
+        AfterTreeChange(profile);
 }
 
 Node* frmMain::ImportProfileDirect(const std::wstring& directory) {
@@ -270,7 +290,7 @@ void frmMain::NewFolder() {
     if (container == nullptr || !ActionAllowed(TreeAction::NewFolder, container)) return;
     Node* folder = nullptr;
     frmStructProp dialog(L"Neuer Ordner", L"", [&](const std::wstring& name, const std::wstring& info) {
-        folder = ::NewFolder(cTV_, container, name, info);
+        folder = ::NewFolder(cTV, container, name, info);
         return folder != nullptr;
     });
     if (dialog.ShowModal(window_, IDD_frmStructProp)) AfterTreeChange(folder);
@@ -285,12 +305,12 @@ void frmMain::ShowProperties() {
 }
 
 bool frmMain::ShowPropertiesOf(Node& node) {
-    if (IsClipNode(&node)) return frmClipProp(cTV_, node).ShowModal(window_, IDD_frmClipProp);
-    if (IsProfileNode(&node)) return frmProfileProp(cTV_, node).ShowModal(window_, IDD_frmProfileProp);
+    if (IsClipNode(&node)) return frmClipProp(cTV, node).ShowModal(window_, IDD_frmClipProp);
+    if (IsProfileNode(&node)) return frmProfileProp(cTV, node).ShowModal(window_, IDD_frmProfileProp);
     const FolderProperties folder = ReadFolderProperties(node);
     return frmStructProp(folder.name, folder.info,
                          [&](const std::wstring& name, const std::wstring& info) {
-                             return ApplyFolderProperties(cTV_, node, name, info);
+                             return ApplyFolderProperties(cTV, node, name, info);
                          })
         .ShowModal(window_, IDD_frmStructProp);
 }
@@ -301,7 +321,7 @@ void frmMain::EditClipProperties(Node& node) {
 
 void frmMain::Search(bool again) {
     SearchCommand(
-        cTV_, again, [this] { return frmSearch().ShowModal(window_, IDD_frmSearch); },
+        cTV, again, [this] { return frmSearch().ShowModal(window_, IDD_frmSearch); },
         [this](Node& found) {
             ScrollIntoView(found);
             SelectAndShow(found);
@@ -327,7 +347,7 @@ void frmMain::ShowFirstStart() {
     frmFirstStart dialog;
     if (!dialog.ShowModal(window_, IDD_frmFirstStart)) return;
     if (Node* const profile =
-            InstallFirstStartTemplates(cTV_, container_, dialog.Templates(), dialog.BoxChecked());
+            InstallFirstStartTemplates(cTV, container_, dialog.Templates(), dialog.BoxChecked());
         profile != nullptr)
         AfterTreeChange(profile);
 }
@@ -347,7 +367,7 @@ void frmMain::ShowFormatQuery() {
 }
 
 Node* frmMain::SearchForNode(Node* start) {
-    return ::SearchForNode(cTV_, TheSearchCriteria(), start);
+    return ::SearchForNode(cTV, TheSearchCriteria(), start);
 }
 
 void frmMain::RenameSelected() {

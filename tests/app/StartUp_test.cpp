@@ -39,6 +39,9 @@ using Steps = std::vector<std::wstring>;
 
 class StartUpTest : public AppTest {
  protected:
+    StartUpTest() {
+        AppPath.clear();  // nothing is known before
+    }
     ~StartUpTest() override {
         Profiles().Clear();
         InitFormatSets();
@@ -53,8 +56,10 @@ class StartUpTest : public AppTest {
     std::string LogLines() const {
         std::string lines = Log();
         const std::string time = "15.11.1999 13:10:00: ";
-        for (std::size_t at; (at = lines.find(time)) != std::string::npos;) lines.erase(at, time.size());
-        for (std::size_t at; (at = lines.find("\r\n")) != std::string::npos;) lines.replace(at, 2, "|");
+        for (std::size_t at; (at = lines.find(time)) != std::string::npos;)
+            lines.erase(at, time.size());
+        for (std::size_t at; (at = lines.find("\r\n")) != std::string::npos;)
+            lines.replace(at, 2, "|");
         return lines;
     }
 
@@ -67,6 +72,7 @@ TEST_F(StartUpTest, StartUp_SetsEverythingUpInItsOrder) {
     DiagnosticsOpen = RequestTrace = ModalDialogOpen = true;
     FormatSetsChanged = true;
     Options().UserInfo = L"left over";
+    Options().AutoSnap = true;
     FirstStartPending = false;
 
     EXPECT_TRUE(StartUp(host, L"", L" c:\\Programme\\NXClip "));
@@ -81,6 +87,7 @@ TEST_F(StartUpTest, StartUp_SetsEverythingUpInItsOrder) {
     EXPECT_NE(DraggedNodeFormat(), 0);
     EXPECT_NE(OwnMarkerFormat, 0);
     EXPECT_EQ(Options().UserInfo, L"");
+    EXPECT_FALSE(Options().AutoSnap);
     EXPECT_EQ(Options().KeyActivate, L"L");
     EXPECT_TRUE(FirstStartPending);
     EXPECT_TRUE(fake.files.AllFiles().empty());

@@ -4,6 +4,8 @@
 
 namespace {
 
+using namespace std::string_literals;
+
 constexpr std::uint32_t kDrawClipboard = 0x0308, kChangeChain = 0x030D, kHotKey = 0x0312;
 
 MessageParameter Parameter(WindowHandle window) {
@@ -25,7 +27,7 @@ class ViewerHookTest : public ClipboardTest {
         return fake.windows.Deliver(mainWindow, message, w, l);
     }
     void StoreAndRestoreText() {
-        fake.files.SetBytes(kClip, RecordBytes(1, "Text", "abc"));
+        fake.files.SetBytes(kClip, RecordBytes(1, "Text", "abc\0"s));
         ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 1));
     }
 
@@ -153,7 +155,7 @@ TEST_F(ViewerHookTest, ClipboardWndProc_AnswersRequestsFromThePendingClip) {
     StoreAndRestoreText();
     EXPECT_EQ(Send(0x0305, 13), 0);
     EXPECT_FALSE(fake.clipboard.Holds(13));
-    EXPECT_EQ(fake.clipboard.OtherProgramReads(1), "abc");
+    EXPECT_EQ(fake.clipboard.OtherProgramReads(1), "abc\0"s);
 
     StoreAndRestoreText();
     ClearPendingRenderSet();
@@ -164,7 +166,7 @@ TEST_F(ViewerHookTest, ClipboardWndProc_AnswersRequestsFromThePendingClip) {
 TEST_F(ViewerHookTest, ClipboardWndProc_RendersAllBeforeTheWindowGoes) {
     StoreAndRestoreText();
     EXPECT_EQ(Send(0x0306), 0);
-    EXPECT_EQ(fake.clipboard.Content(1), "abc");
+    EXPECT_EQ(fake.clipboard.Content(1), "abc\0"s);
 }
 
 TEST_F(ViewerHookTest, ClipboardWndProc_SurvivesTheEndOfThePendingClipDuringItsMessage) {

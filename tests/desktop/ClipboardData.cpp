@@ -130,6 +130,24 @@ std::optional<std::string> ReadFormat(UINT format) {
     return BytesOfBlock(data);
 }
 
+std::optional<std::string> ReadFormatNow(UINT format) {
+    const OpenedClipboard clipboard;
+    return ReadFormat(format);
+}
+
+void PutFormats(const std::vector<ClipboardOffer>& offers) {
+    static const HWND owner =
+        CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
+    const OpenedClipboard clipboard(owner);
+    EmptyClipboard();
+    for (const ClipboardOffer& offer : offers) {
+        HANDLE data = MakeClipboardData(offer.format, offer.bytes);
+        if (data == nullptr || SetClipboardData(offer.format, data) == nullptr) {
+            throw std::runtime_error("cannot put format " + std::to_string(offer.format));
+        }
+    }
+}
+
 HANDLE MakeClipboardData(UINT format, std::string_view bytes) {
     if (format == CF_ENHMETAFILE) {
         return SetEnhMetaFileBits(static_cast<UINT>(bytes.size()),

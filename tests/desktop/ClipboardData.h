@@ -33,5 +33,15 @@ std::vector<UINT> FormatsOnClipboard();
 // (bitmaps, palettes) or that the owner did not deliver. The clipboard must be open.
 std::optional<std::string> ReadFormat(UINT format);
 
+// The same, with the clipboard opened for it.
+std::optional<std::string> ReadFormatNow(UINT format);
+
+// Empties the clipboard and puts formats on it in this order, owned by a window of this program.
+struct ClipboardOffer {
+    UINT format;
+    std::string bytes;
+};
+void PutFormats(const std::vector<ClipboardOffer>& offers);
+
 // The way back: what SetClipboardData takes. Null, with the last error, when the bytes are no such thing.
 HANDLE MakeClipboardData(UINT format, std::string_view bytes);

@@ -127,14 +127,14 @@ void TreeControl::ExpandAll() const {
     }
 }
 
-std::wstring TreeControl::Outline() const {
+std::wstring TreeControl::Outline(bool withSelection) const {
     std::wstring text;
     for (const TreeLine& line : Lines()) {
         text += std::wstring(2 * static_cast<std::size_t>(line.depth), L' ') + line.text + L" [" +
                 PictureKey(line.image) + L"]";
         // An item without children may keep the state of having been opened.
         if (line.expanded && Next(line.item, TVGN_CHILD) != nullptr) text += L" open";
-        if (line.selected) text += L" selected";
+        if (line.selected && withSelection) text += L" selected";
         text += L"\n";
     }
     return text;

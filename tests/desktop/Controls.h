@@ -30,8 +30,9 @@ class TreeControl {
     // exist yet; `ExpandAll` makes them.
     std::vector<TreeLine> Lines() const;
     void ExpandAll() const;
-    // One line an item: two blanks a level, the text, its picture in brackets, "open", "selected".
-    std::wstring Outline() const;
+    // One line an item: two blanks a level, the text, its picture in brackets, "open", "selected" when
+    // wanted.
+    std::wstring Outline(bool withSelection = true) const;
 
     // Selects, or opens and closes, the item with this path, its texts joined with "\". Opens what leads
     // there.

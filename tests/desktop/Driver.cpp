@@ -153,7 +153,7 @@ void Driver::WaitForTree(std::wstring_view outline) const {
     WaitFor("the tree\n" + Utf8(outline), [&] {
         const TreeControl tree = Tree();
         tree.ExpandAll();
-        return tree.Outline() == outline;
+        return tree.Outline(false) == outline;
     });
 }
 
@@ -209,12 +209,14 @@ TreeLine Driver::Snap() const {
 }
 
 void Driver::PutOnClipboard() const {
+    // The status bar may still tell of the last time.
+    const DWORD before = GetClipboardSequenceNumber();
     Command(m_copyToClipboard);
+    WaitFor("the clipboard to change", [&] { return GetClipboardSequenceNumber() != before; });
     WaitForStatus(L"Clipboard erfolgreich gesetzt ...");
 }
 
 void Driver::PutOnClipboard(std::wstring_view path) const {
-    // Selecting clears the status bar.
     Tree().Select(path);
     PutOnClipboard();
 }

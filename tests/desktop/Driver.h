@@ -76,6 +76,7 @@ class Driver {
     bool Quiet() const;
 
     void WaitForStatus(std::wstring_view text) const;
+    // The whole tree, opened, without the selection: that also follows the focus.
     void WaitForTree(std::wstring_view outline) const;
 
     // By menu and dialog: a new profile in ProfileDirectory(), which becomes the active container.
@@ -84,7 +85,8 @@ class Driver {
     void SetAutoDetect(bool on) const;
     // The items of the whole tree, for WaitForNewClip.
     std::set<HTREEITEM> Items() const;
-    // Waits until a clip that is not among `before` has been taken; it is selected then. Its line in the tree.
+    // Waits until a clip that is not among `before` has been taken; it is selected then. Its line in the
+    // tree.
     TreeLine WaitForNewClip(const std::set<HTREEITEM>& before) const;
     // Takes the clipboard by command and waits for the clip.
     TreeLine Snap() const;

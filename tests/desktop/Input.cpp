@@ -79,6 +79,14 @@ void PressKeys(std::initializer_list<WORD> keys) {
     SendAll(std::move(inputs));
 }
 
+HeldKey::HeldKey(WORD key) : key_(key) {
+    SendAll({KeyInput(key, 0, 0)});
+}
+
+HeldKey::~HeldKey() {
+    SendAll({KeyInput(key_, 0, KEYEVENTF_KEYUP)});
+}
+
 void MoveMouse(POINT to) {
     SendAll({MouseInput(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE, to)});
 }
@@ -98,26 +106,14 @@ void DoubleClick(POINT place) {
     SendAll({MouseInput(MOUSEEVENTF_LEFTDOWN), MouseInput(MOUSEEVENTF_LEFTUP)});
 }
 
-void BeginDrag(POINT from) {
+void Drag(POINT from, POINT to) {
     MoveMouse(from);
     SendAll({MouseInput(MOUSEEVENTF_LEFTDOWN)});
     PauseFor(kDragPause);
-}
-
-void DragTo(POINT from, POINT to) {
     for (int move = 1; move <= kDragMoves; ++move) {
         MoveMouse(
             {from.x + (to.x - from.x) * move / kDragMoves, from.y + (to.y - from.y) * move / kDragMoves});
         PauseFor(kDragPause);
     }
-}
-
-void Drop() {
     SendAll({MouseInput(MOUSEEVENTF_LEFTUP)});
-}
-
-void Drag(POINT from, POINT to) {
-    BeginDrag(from);
-    DragTo(from, to);
-    Drop();
 }

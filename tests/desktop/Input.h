@@ -16,6 +16,17 @@ void BringToFront(Window window);
 void Type(std::wstring_view text);
 // Presses keys together and lets them go in reverse order: {VK_CONTROL, 'C'}.
 void PressKeys(std::initializer_list<WORD> keys);
+// A key that is down while this lives.
+class HeldKey {
+ public:
+    explicit HeldKey(WORD key);
+    ~HeldKey();
+    HeldKey(const HeldKey&) = delete;
+    HeldKey& operator=(const HeldKey&) = delete;
+
+ private:
+    WORD key_;
+};
 
 void MoveMouse(POINT to);
 void Click(POINT place);
@@ -24,7 +35,3 @@ void DoubleClick(POINT place);
 
 // A drag with the left button in slow steps, as the system's own drag loop needs it.
 void Drag(POINT from, POINT to);
-// The same in pieces, for what happens in between.
-void BeginDrag(POINT from);
-void DragTo(POINT from, POINT to);
-void Drop();

@@ -7,7 +7,8 @@
 
 namespace {
 
-constexpr FormatNumber kBitmap = 2, kPicture = 3, kPalette = 9, kEnhancedMetafile = 14, kLocale = 16;
+constexpr FormatNumber kText = 1, kBitmap = 2, kPicture = 3, kOemText = 7, kPalette = 9, kUnicode = 13,
+                       kEnhancedMetafile = 14, kLocale = 16;
 constexpr FormatNumber kDisplayBitmap = 130, kDisplayEnhancedMetafile = 142;
 constexpr FormatNumber kFirstRegistered = 0xC000, kLastRegistered = 0xFFFF;
 constexpr std::size_t kLongestName = 255;
@@ -151,6 +152,7 @@ bool FakeClipboard::Put(FormatNumber format, DataHandle data) {
         if (block.size() >= metafiles_.PictureBlockSize())
             ledger_.HandOver(static_cast<std::uint32_t>(metafiles_.ReadPicture(block.data()).metafile));
     }
+    EndText(format, data);
     Store(format, data);
     return true;
 }
@@ -199,7 +201,11 @@ void FakeClipboard::LeaveChain(WindowHandle window, WindowHandle next) {
 }
 
 FakeClipboard::Offer FakeClipboard::Bytes(FormatNumber format, std::string bytes) {
-    return {format, [bytes](FakeClipboard& clipboard) { return clipboard.memory_.MakeForClipboard(bytes); }};
+    return {format, [format, bytes](FakeClipboard& clipboard) {
+                const DataHandle data = clipboard.memory_.MakeForClipboard(bytes);
+                clipboard.EndText(format, data);
+                return data;
+            }};
 }
 
 FakeClipboard::Offer FakeClipboard::Picture(std::string bits, std::int32_t mode, std::int32_t xExtent,
@@ -290,6 +296,12 @@ const FakeClipboard::Entry* FakeClipboard::Find(FormatNumber format) const {
 
 FakeClipboard::Entry* FakeClipboard::Find(FormatNumber format) {
     return const_cast<Entry*>(static_cast<const FakeClipboard*>(this)->Find(format));
+}
+
+// The system makes sure that every text on the clipboard has an end, whatever stood in its last character.
+void FakeClipboard::EndText(FormatNumber format, DataHandle data) {
+    if (format == kText || format == kOemText) memory_.Terminate(data, 1);
+    if (format == kUnicode) memory_.Terminate(data, 2);
 }
 
 void FakeClipboard::Store(FormatNumber format, DataHandle data) {

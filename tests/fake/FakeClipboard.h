@@ -43,6 +43,7 @@ class FakeClipboard : public ClipboardPort {
         // Announced only, and made when somebody asks.
         bool late = false;
     };
+    // A text (1, 7, 13) loses its last character to the zero that the system ends it with.
     static Offer Bytes(FormatNumber format, std::string bytes);
     static Offer Picture(std::string bits, std::int32_t mode = 8, std::int32_t xExtent = 100,
                          std::int32_t yExtent = 100);
@@ -87,6 +88,7 @@ class FakeClipboard : public ClipboardPort {
     bool MayPut() const;
     Entry* Find(FormatNumber format);
     const Entry* Find(FormatNumber format) const;
+    void EndText(FormatNumber format, DataHandle data);
     void Store(FormatNumber format, DataHandle data);
     DataHandle DataOf(FormatNumber format);
     void Render(FormatNumber format);

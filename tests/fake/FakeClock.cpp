@@ -1,6 +1,7 @@
 #include "fake/FakeClock.h"
 
 #include <cwchar>
+#include <limits>
 
 namespace {
 
@@ -20,6 +21,7 @@ FileTime FileTimeOf(int year, int month, int day, int hour, int minute, int seco
 FakeClock::FakeClock() : now(FileTimeOf(1999, 11, 15, 13, 10, 0)) {}
 
 std::wstring FakeClock::DateText(FileTime time) {
+    if (time > static_cast<FileTime>(std::numeric_limits<std::int64_t>::max())) return {};
     const std::chrono::seconds since(static_cast<std::chrono::seconds::rep>(time / kStepsPerSecond));
     const auto days = std::chrono::floor<std::chrono::days>(since);
     const std::chrono::year_month_day date(kFirstDay + days);

@@ -369,7 +369,7 @@ bool FakeFiles::Copy(const std::wstring& from, const std::wstring& to, bool repl
     if (const Content* old = FindFile(target)) {
         if (!replace) return Fail(kErrorFileExists);
         if (old->readOnly) return Fail(kErrorAccessDenied);
-        if (source == target || IsInUse(target, *old)) return Fail(kErrorSharing);
+        if (IsInUse(target, *old)) return Fail(kErrorSharing);
     } else if (!IsDirectoryAt(ParentOf(target))) {
         return Fail(kErrorPathNotFound);
     }

@@ -1,6 +1,6 @@
 #include "fake/FakeMemory.h"
 
-#include <cstring>
+#include <algorithm>
 
 namespace {
 
@@ -66,6 +66,14 @@ std::string FakeMemory::Bytes(DataHandle block) const {
     if (found == blocks_.end()) return {};
     const Content& content = *found->second.content;
     return std::string(content.begin(), content.end());
+}
+
+void FakeMemory::Terminate(DataHandle block, std::size_t size) {
+    if (const Block* found = Find(block)) {
+        Content& content = *found->content;
+        std::fill(content.end() - static_cast<std::ptrdiff_t>(std::min(size, content.size())), content.end(),
+                  std::uint8_t{0});
+    }
 }
 
 void FakeMemory::FreeBySystem(DataHandle block) {

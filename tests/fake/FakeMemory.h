@@ -32,6 +32,8 @@ class FakeMemory : public MemoryPort {
     DataHandle MakeForClipboard(std::string_view bytes);
     // A block's content, whoever owns it; empty when there is none.
     std::string Bytes(DataHandle block) const;
+    // The clipboard ends a text that it takes over: the last `size` bytes become zero.
+    void Terminate(DataHandle block, std::size_t size);
     // The clipboard frees a block of its own.
     void FreeBySystem(DataHandle block);
 

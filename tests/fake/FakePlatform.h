@@ -30,13 +30,13 @@ class FakePlatform {
     Ledger ledger;
     Failures failures;
     FakeClock clock;
-    FakeUser user{failures};
+    FakeFiles files{ledger, failures, clock};
+    FakeUser user{failures, files};
     FakeSettings settings{failures};
-    FakeWindows windows{failures};
+    FakeWindows windows{failures, files};
     FakeMemory memory{ledger, failures};
     FakeMetafiles metafiles{ledger, failures};
     FakeClipboard clipboard{ledger, failures, memory, metafiles, windows};
-    FakeFiles files{ledger, failures, clock};
 
     // Receives each problem. Without one, a problem is printed and ends the program; FakePlatformTest.h makes
     // it a failure of the running test.

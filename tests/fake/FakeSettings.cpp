@@ -15,6 +15,7 @@ bool FakeSettings::Write(const std::wstring& section, const std::wstring& key, c
 
 bool FakeSettings::DeleteSection(const std::wstring& section) {
     if (failures_.Strikes(Operation::SettingsDeleteSection)) return false;
+    if (section.empty()) return false;
     sections_.erase(UpperCase(section));
     return true;
 }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "fake/Failures.h"
+#include "fake/FakeFiles.h"
 #include "platform/User.h"
 
 // A user who writes down what is shown and answers as told beforehand.
@@ -23,7 +24,7 @@ class FakeUser : public UserPort {
         bool answer;
     };
 
-    explicit FakeUser(Failures& failures) : failures_(failures) {}
+    FakeUser(Failures& failures, const FakeFiles& files) : failures_(failures), files_(files) {}
 
     void Tell(const std::wstring& text, const std::wstring& title, MessageIcon icon) override;
     bool Ask(const std::wstring& text, const std::wstring& title, bool noIsDefault) override;
@@ -51,4 +52,5 @@ class FakeUser : public UserPort {
 
  private:
     Failures& failures_;
+    const FakeFiles& files_;
 };

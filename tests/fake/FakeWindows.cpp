@@ -87,7 +87,7 @@ void FakeWindows::RemoveHotKey(WindowHandle window, std::int32_t identifier) {
 
 bool FakeWindows::OpenHelp(WindowHandle window, const std::wstring& file, std::uint32_t command,
                            std::uintptr_t data) {
-    if (failures_.Strikes(Operation::WindowsOpenHelp)) return false;
+    if (failures_.Strikes(Operation::WindowsOpenHelp) || !files_.Has(file)) return false;
     helps.push_back({window, file, command, data});
     return true;
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "fake/Failures.h"
+#include "fake/FakeFiles.h"
 #include "platform/Windows.h"
 
 // Windows as a title and a procedure, in this and in other programs.
@@ -27,7 +28,7 @@ class FakeWindows : public WindowPort {
         std::uintptr_t data;
     };
 
-    explicit FakeWindows(Failures& failures) : failures_(failures) {}
+    FakeWindows(Failures& failures, const FakeFiles& files) : failures_(failures), files_(files) {}
 
     ProcedureAddress ExchangeProcedure(WindowHandle window, ProcedureAddress procedure) override;
     MessageParameter CallProcedure(ProcedureAddress procedure, WindowHandle window, std::uint32_t message,
@@ -78,6 +79,7 @@ class FakeWindows : public WindowPort {
     };
 
     Failures& failures_;
+    const FakeFiles& files_;
     std::map<WindowHandle, Window> windows_;
     std::map<ProcedureAddress, Procedure> procedures_;
     std::map<std::uint16_t, Atom> atoms_;

@@ -52,7 +52,7 @@ TEST_F(LedgerTest, Put_BlockBelongsToTheClipboardFromThenOn) {
     const WindowHandle window = fake.windows.AddWindow();
     const DataHandle block = fake.memory.Make("abc");
     ASSERT_TRUE(fake.clipboard.Open(window));
-    ASSERT_TRUE(fake.clipboard.Put(1, block));
+    ASSERT_TRUE(fake.clipboard.Put(8, block));
     fake.memory.Free(block);
     ExpectFound("freed although the clipboard owns it");
     EXPECT_NE(fake.memory.Lock(block), nullptr);
@@ -60,7 +60,7 @@ TEST_F(LedgerTest, Put_BlockBelongsToTheClipboardFromThenOn) {
     fake.clipboard.Close();
     ExpectFound("still locked when the clipboard was closed");
     fake.ledger.Unlock(static_cast<Ledger::Number>(block));
-    EXPECT_EQ(fake.clipboard.OtherProgramReads(1), "abc");
+    EXPECT_EQ(fake.clipboard.OtherProgramReads(8), "abc");
 }
 
 TEST_F(LedgerTest, Data_IsLentUntilTheClipboardIsClosed) {

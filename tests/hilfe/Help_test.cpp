@@ -10,6 +10,7 @@
 #include <map>
 #include <regex>
 #include <set>
+#include <stdexcept>
 #include <string>
 
 #include "app/HelpTopics.h"
@@ -61,10 +62,8 @@ class HelpFile {
     template <typename Number>
     Number At(std::size_t offset) const {
         Number number{};
-        if (offset + sizeof number > bytes_.size()) {
-            ADD_FAILURE() << "the help file ends before " << offset;
-            return number;
-        }
+        if (offset + sizeof number > bytes_.size())
+            throw std::out_of_range("the help file ends before " + std::to_string(offset));
         std::memcpy(&number, bytes_.data() + offset, sizeof number);
         return number;
     }

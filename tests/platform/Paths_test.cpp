@@ -40,4 +40,13 @@ TEST(Paths, IsFullPath_TellsPathsThatDependOnWhereTheProgramStands) {
     }
 }
 
+TEST(Paths, WithLongPathPrefix_OnlyLongPathsGetOne) {
+    const std::wstring limit = L"C:\\" + std::wstring(243, L'a'), longer = limit + L"a";
+    EXPECT_EQ(WithLongPathPrefix(limit), limit);
+    EXPECT_EQ(WithLongPathPrefix(longer), L"\\\\?\\" + longer);
+    EXPECT_EQ(WithLongPathPrefix(L"\\\\?\\" + longer), L"\\\\?\\" + longer);
+    EXPECT_EQ(WithLongPathPrefix(L"\\\\server\\" + longer.substr(3)),
+              L"\\\\?\\UNC\\server\\" + longer.substr(3));
+}
+
 }  // namespace

@@ -89,7 +89,9 @@ TEST_F(CTreeViewExFileTest, BuildTreeData_RefusesDepthsThatDoNotFit) {
 TEST_F(CTreeViewExFileTest, BuildSubTreeFromData_CarriesASubtreeToAnotherPlace) {
     Grow(nodes, L"P(S(a b)) Q(c)");
     tree.BuildTreeData(At(L"S"));
+    fake.user.pointer = PointerShape::Hourglass;
     const Node* made = tree.BuildSubTreeFromData(At(L"Q"));
+    EXPECT_EQ(fake.user.pointer, PointerShape::Normal);
     EXPECT_EQ(Outline(nodes), L"P(S(a b)) Q(c S(a b))");
     EXPECT_EQ(made, At(L"Q")->LastChild());
     EXPECT_TRUE(IsConsistent(nodes));
@@ -125,14 +127,16 @@ TEST_F(CTreeViewExFileTest, BuildSubTreeFromData_StopsAtADepthThatLeadsNowhere) 
     Grow(nodes, L"P(S)");
     for (const std::int16_t first : {std::int16_t{-1}, std::int16_t{-32768}, std::int16_t{1}}) {
         PutFileWithDepths({first});
-        EXPECT_EQ(Load(At(L"S")), nullptr);
+        ASSERT_TRUE(tree.LoadDataFromFile(kFile));
+        fake.user.pointer = PointerShape::Hourglass;
+        EXPECT_EQ(tree.BuildSubTreeFromData(At(L"S")), nullptr);
         EXPECT_EQ(TakeMessage(), message);
+        EXPECT_EQ(fake.user.pointer, PointerShape::Normal);
     }
     PutFileWithDepths({0, 1, -1, 0});
     Load(At(L"S"));
     EXPECT_EQ(TakeMessage(), message);
     EXPECT_EQ(Outline(nodes), L"P(S(1(2)))");
-    EXPECT_EQ(fake.user.pointer, PointerShape::Normal);
 }
 
 TEST_F(CTreeViewExFileTest, BuildSubTreeFromData_TellsOfAnErrorOnTheWay) {

@@ -5,6 +5,8 @@
 
 namespace {
 
+using namespace std::string_literals;
+
 using World = ProfileWorld;
 
 class ClipOperationsTest : public ProfileWorldTest {
@@ -214,16 +216,16 @@ class AnnouncedClipTest : public ClipOperationsTest {
  protected:
     void SetUp() override {
         ClipOperationsTest::SetUp();
-        // One record: the format 1 "Text" with the 6 bytes "Inhalt".
+        // One record: the format 1 "Text" with the text "Inhalt" and its zero.
         std::string record("\x01\0\0\0", 4);
-        record += std::string("\x04\0", 2) + "Text" + std::string("\x06\0\0\0", 4) + "Inhalt";
+        record += std::string("\x04\0", 2) + "Text" + std::string("\x07\0\0\0", 4) + "Inhalt\0"s;
         fake.files.SetBytes(FileOf(L"c1"), record);
         const WindowHandle window = fake.windows.AddWindow(L"NXClip");
         TheMainWindowHooks.procedure = fake.windows.AddProcedure(ClipboardWndProc);
         ConnectViewer(window);
         ClipboardWindow = window;
         ReadNodeAttributes(&Get(L"c1"));
-        ASSERT_TRUE(RestoreClip(clipBoard, FileOf(L"c1"), 1)) << "the record is readable";
+        ASSERT_TRUE(RestoreClip(clipBoard, window, FileOf(L"c1"), 1)) << "the record is readable";
         ASSERT_TRUE(fake.clipboard.IsPending(kTextFormat));
     }
     void TearDown() override {
@@ -240,12 +242,12 @@ TEST_F(AnnouncedClipTest, Delete_ThePasteAfterItStillWorks) {
     const std::wstring file = FileOf(L"c1");
     ASSERT_TRUE(operations.Delete(&Get(L"S")));
     EXPECT_FALSE(fake.files.Has(file));
-    EXPECT_EQ(fake.clipboard.OtherProgramReads(kTextFormat), "Inhalt");
+    EXPECT_EQ(fake.clipboard.OtherProgramReads(kTextFormat), "Inhalt\0"s);
 }
 
 TEST_F(AnnouncedClipTest, MoveToAnotherProfile_ThePasteAfterItStillWorks) {
     ASSERT_NE(operations.Drop(&Get(L"U"), &Get(L"c1"), true, true), nullptr);
-    EXPECT_EQ(fake.clipboard.OtherProgramReads(kTextFormat), "Inhalt");
+    EXPECT_EQ(fake.clipboard.OtherProgramReads(kTextFormat), "Inhalt\0"s);
 }
 
 TEST_F(AnnouncedClipTest, DeleteOfAnotherClip_LeavesThePromiseAsItIs) {

@@ -166,6 +166,12 @@ TEST(NodeCollectionTest, BulkChange_PutsInOrderOnceAtItsOutermostEnd) {
 
     nodes.Add(&parent, NodeRelation::Child, L"aa", {});
     EXPECT_EQ(Outline(nodes), L"P(a aa b) Q(x)");
+    {
+        const BulkChangeScope bulk(nodes);
+        nodes.Add(&parent, NodeRelation::Child, L"0", {});
+        parent.SetSorted(false);
+    }
+    EXPECT_EQ(Outline(nodes), L"P(a aa b 0) Q(x)");
 }
 
 TEST(NodeCollectionTest, BulkChange_ForgetsParentsThatGoMeanwhile) {
@@ -184,6 +190,7 @@ TEST(NodeCollectionTest, BulkChange_ForgetsParentsThatGoMeanwhile) {
     {
         const BulkChangeScope bulk(nodes);
         nodes.Add(nullptr, NodeRelation::Last, L"B", {});
+        Named(nodes, L"Q").SetSorted(true);
         nodes.Clear();
         Grow(nodes, L"d c");
     }

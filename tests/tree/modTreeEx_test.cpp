@@ -102,7 +102,7 @@ TEST(TagTest, ParseClipTag_LeavesWhatTheTagDoesNotReach) {
     EXPECT_EQ(ErrorNumberOf([] { ParsedClip(L"C&,3&x&y"); }), 13);
 }
 
-TEST(TagTest, TheParsersDifferInATagWithoutSecondSeparator) {
+TEST(TagTest, ParseTagWithoutSecondSeparator_TheParsersDiffer) {
     for (const wchar_t* tag : {L"C", L"C&", L"C&7,3", L"x"})
         EXPECT_EQ(ErrorNumberOf([&] { ParsedClip(tag); }), 5) << tag;
     EXPECT_EQ(ErrorNumberOf([] { ParsedProfile(L"P&7"); }), 0);

@@ -5,6 +5,8 @@
 
 namespace {
 
+using namespace std::string_literals;
+
 class SetClipTest : public ClipFlowTest {
  protected:
     SetClipTest() {
@@ -51,26 +53,26 @@ TEST_F(SetClipTest, SetClip_IsNeverCapturedAgain) {
 }
 
 TEST_F(SetClipTest, SetClip_DoesNothingWithoutAClip) {
-    fake.clipboard.OtherProgramCopies({FakeClipboard::Bytes(1, "old")});
+    fake.clipboard.OtherProgramCopies({FakeClipboard::Bytes(1, "old\0"s)});
     for (Node* selected : {static_cast<Node*>(nullptr), folder, profile}) {
         nodes.Select(selected);
         flow.SetClip();
     }
-    EXPECT_EQ(fake.clipboard.Content(1), "old");
+    EXPECT_EQ(fake.clipboard.Content(1), "old\0"s);
     EXPECT_TRUE(fake.user.statuses.empty());
     EXPECT_TRUE(fake.user.messages.empty());
 }
 
 TEST_F(SetClipTest, SetClip_SaysWhyItFailsAndKeepsTheOldContentWhereItCan) {
     Options().SetBeep = true;
-    fake.clipboard.OtherProgramCopies({FakeClipboard::Bytes(1, "old")});
+    fake.clipboard.OtherProgramCopies({FakeClipboard::Bytes(1, "old\0"s)});
     nodes.Selected()->SetTag(L"C&damaged");
     flow.SetClip();
     EXPECT_EQ(fake.user.LastStatus(), L"Die Datei des Clips konnte nicht ermittelt werden.");
     nodes.Selected()->SetTag(L"C&8,2&&");
     flow.SetClip();
     EXPECT_EQ(fake.user.LastStatus(), L"Datei C:\\CLIPS\\C8.nxc nicht verfügbar !!!");
-    EXPECT_EQ(fake.clipboard.Content(1), "old");
+    EXPECT_EQ(fake.clipboard.Content(1), "old\0"s);
 
     nodes.Selected()->SetTag(L"C&7,0&&");
     flow.SetClip();

@@ -4,6 +4,8 @@
 
 namespace {
 
+using namespace std::string_literals;
+
 class SnapTest : public ClipFlowTest {
  protected:
     SnapTest() {
@@ -69,19 +71,19 @@ TEST_F(SnapTest, Snap_StoresTheKeptFormatsOfAnUnknownContent) {
 
 TEST_F(SnapTest, Snap_FollowsAMatchingFormatSetInWhateverOrderTheFormatsCome) {
     AddSet(L"Notiz", {{L"Text", true}, {L"DIB", false}, {L"Unicode", true}});
-    Copy({FakeClipboard::Bytes(13, "unicode"), FakeClipboard::Bytes(8, "dib"),
-          FakeClipboard::Bytes(1, "text")});
+    Copy({FakeClipboard::Bytes(13, "unicod\0\0"s), FakeClipboard::Bytes(8, "dib"),
+          FakeClipboard::Bytes(1, "text\0"s)});
     flow.Snap();
     EXPECT_EQ(LastClip()->Text(), L"Notiz");
-    EXPECT_EQ(StoredData(*LastClip()), (std::vector<std::string>{"unicode", "text"}));
+    EXPECT_EQ(StoredData(*LastClip()), (std::vector<std::string>{"unicod\0\0"s, "text\0"s}));
 
     // One format more: the set does not match.
     Options().UnknownSet = L"Fremd";
-    Copy({FakeClipboard::Bytes(13, "unicode"), FakeClipboard::Bytes(8, "dib"),
-          FakeClipboard::Bytes(1, "text"), FakeClipboard::Bytes(7, "oem")});
+    Copy({FakeClipboard::Bytes(13, "unicod\0\0"s), FakeClipboard::Bytes(8, "dib"),
+          FakeClipboard::Bytes(1, "text\0"s), FakeClipboard::Bytes(7, "oem")});
     flow.Snap();
     EXPECT_EQ(LastClip()->Text(), L"Fremd");
-    EXPECT_EQ(StoredData(*LastClip()), (std::vector<std::string>{"dib", "text"}));
+    EXPECT_EQ(StoredData(*LastClip()), (std::vector<std::string>{"dib", "text\0"s}));
 }
 
 TEST_F(SnapTest, Snap_StopsWithoutAWordWhereNothingIsToBeTaken) {
@@ -155,6 +157,7 @@ TEST_F(SnapTest, Snap_DoesEverythingInItsOrder) {
 TEST_F(SnapTest, Snap_PlaysTheChosenSoundOrBeeps) {
     Options().SnapSound = true;
     Options().SoundFile = L"C:\\ding.wav";
+    fake.files.SetBytes(L"C:\\ding.wav", "RIFF");
     CopyText("text");
     flow.Snap();
     EXPECT_EQ(fake.user.sounds, std::vector<std::wstring>{L"C:\\ding.wav"});
@@ -239,12 +242,12 @@ TEST_F(SnapTest, Snap_WithoutNumbersLeftTellsAndTakesNothing) {
 
 TEST_F(SnapTest, Snap_OnAFullDiskKeepsWhatFitsReadable) {
     Options().UnknownFormats = 255;
-    Copy({FakeClipboard::Bytes(13, "first"), FakeClipboard::Bytes(8, std::string(5000, 'd')),
+    Copy({FakeClipboard::Bytes(13, "firs\0\0"s), FakeClipboard::Bytes(8, std::string(5000, 'd')),
           FakeClipboard::Bytes(1, std::string("text\0", 5))});
     fake.files.capacity = 2000;
     flow.Snap();
     // The beginning of the picture's record does not stand in the way of the text's.
-    EXPECT_EQ(StoredData(*LastClip()), (std::vector<std::string>{"first", std::string("text\0", 5)}));
+    EXPECT_EQ(StoredData(*LastClip()), (std::vector<std::string>{"firs\0\0"s, "text\0"s}));
     EXPECT_EQ(fake.user.LastStatus().find(L"Der Clip ist unvollständig: "), 0u);
 }
 
@@ -254,7 +257,7 @@ TEST_F(SnapTest, Snap_WithoutAWayBackToARecordsStartWritesNothingMore) {
     fake.failures.FailAlways(Operation::FilesSeek);
     flow.Snap();
     fake.failures.FailNone();
-    EXPECT_EQ(StoredData(*LastClip()), std::vector<std::string>{"first"});
+    EXPECT_EQ(StoredData(*LastClip()), std::vector<std::string>{"firs\0\0"s});
 }
 
 TEST_F(SnapTest, Snap_WithAnyOperationFailingLosesNothingThatWasThere) {
@@ -263,8 +266,9 @@ TEST_F(SnapTest, Snap_WithAnyOperationFailingLosesNothingThatWasThere) {
     CopyText("first");
     flow.Snap();
     const std::string firstClip = FileBytes(L"C:\\CLIPS\\C1.nxc");
-    const std::vector<std::string> whole = {"unicode", MetafileBitsWith("picture"), std::string(3000, 'd'),
-                                            EnhancedMetafileBitsWith("picture"), std::string("text\0", 5)};
+    const std::vector<std::string> whole = {"unicod\0\0"s, MetafileBitsWith("picture"),
+                                            std::string(3000, 'd'), EnhancedMetafileBitsWith("picture"),
+                                            std::string("text\0", 5)};
     Copy({FakeClipboard::Bytes(13, whole[0]), FakeClipboard::Picture(whole[1]),
           FakeClipboard::Late(FakeClipboard::Bytes(8, whole[2])), FakeClipboard::Enhanced(whole[3]),
           FakeClipboard::Bytes(1, whole[4] + "junk")});

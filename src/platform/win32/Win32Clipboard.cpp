@@ -8,6 +8,8 @@ namespace {
 
 constexpr FormatNumber kFirstRegistered = 0xC000;
 constexpr FormatNumber kLastRegistered = 0xFFFF;
+// 255 characters of up to two bytes each, and the end.
+constexpr int kMostNameBytes = 511;
 
 }  // namespace
 
@@ -69,12 +71,11 @@ FormatNumber Win32Clipboard::RegisterName(const std::string& name) {
 std::optional<std::string> Win32Clipboard::RegisteredName(FormatNumber format, int most) {
     // Below that range the same table holds numbers as names.
     if (format < kFirstRegistered || format > kLastRegistered || most <= 0) return std::nullopt;
-    std::string name(static_cast<std::size_t>(most) + 1, '\0');
-    const int length =
-        GetClipboardFormatNameA(static_cast<UINT>(format), name.data(), static_cast<int>(name.size()));
-    if (!Noted(length > 0)) return std::nullopt;
-    name.resize(static_cast<std::size_t>(most));
-    return name.substr(0, name.find('\0'));
+    // Not every system cuts a name that is too long for the buffer, so it is read whole and cut here.
+    char name[kMostNameBytes + 1] = {};
+    if (!Noted(GetClipboardFormatNameA(static_cast<UINT>(format), name, kMostNameBytes) > 0))
+        return std::nullopt;
+    return std::string(name).substr(0, static_cast<std::size_t>(most));
 }
 
 WindowHandle Win32Clipboard::Owner() {

@@ -51,6 +51,13 @@ DWORD AttributesOf(const std::wstring& path) {
     return GetFileAttributesW(SystemPath(path).c_str());
 }
 
+// Some file systems keep the mark but let a privileged user write nevertheless.
+bool IsReadOnly(const std::wstring& path) {
+    const DWORD attributes = AttributesOf(path);
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0 &&
+           (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+}
+
 }  // namespace
 
 // Keeps the error code of a failed call before anything else can replace it.
@@ -65,6 +72,10 @@ bool Win32Files::Fail(std::uint32_t error) {
 }
 
 FileHandle Win32Files::Open(const std::wstring& path, FileUse use) {
+    if (use != FileUse::Read && IsReadOnly(path)) {
+        Fail(ERROR_ACCESS_DENIED);
+        return FileHandle::None;
+    }
     const OpenWay way = WayOf(use);
     UniqueFile file(CreateFileW(SystemPath(path).c_str(), way.access, FILE_SHARE_READ, nullptr,
                                 way.disposition, FILE_ATTRIBUTE_NORMAL, nullptr));

@@ -10,7 +10,8 @@
 #include "platform/win32/Win32User.h"
 #include "platform/win32/Win32Windows.h"
 
-// The machine itself. Made once at start-up, put in force by UsePlatform(&win32.platform), and kept to the end.
+// The machine itself. Made once at start-up, put in force by UsePlatform(&win32.platform), and kept to the
+// end.
 struct Win32Platform {
     Win32Platform();
     Win32Platform(const Win32Platform&) = delete;

@@ -55,5 +55,9 @@ void Win32User::Beep() {
 }
 
 bool Win32User::PlaySoundFile(const std::wstring& path) {
-    return PlaySoundW(SystemPath(path).c_str(), nullptr, SND_FILENAME | SND_ASYNC | SND_NODEFAULT) != FALSE;
+    // Played in the background, a missing file would count as played.
+    const std::wstring file = SystemPath(path);
+    const DWORD attributes = GetFileAttributesW(file.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return false;
+    return PlaySoundW(file.c_str(), nullptr, SND_FILENAME | SND_ASYNC | SND_NODEFAULT) != FALSE;
 }

@@ -164,11 +164,11 @@ void Dialog::SetText(int control, const std::wstring& text) {
 }
 
 bool Dialog::Checked(int control) const {
-    return IsDlgButtonChecked(window_, control) == BST_CHECKED;
+    return SendMessageW(Control(control), BM_GETCHECK, 0, 0) == BST_CHECKED;
 }
 
 void Dialog::Check(int control, bool checked) {
-    CheckDlgButton(window_, control, checked ? BST_CHECKED : BST_UNCHECKED);
+    SendMessageW(Control(control), BM_SETCHECK, checked ? BST_CHECKED : BST_UNCHECKED, 0);
 }
 
 void Dialog::Enable(int control, bool enabled) {

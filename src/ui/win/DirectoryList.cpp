@@ -31,7 +31,9 @@ void DirectoryList::FillDrives() {
     }
 }
 
-void DirectoryList::GoTo(const std::wstring& directory) {
+void DirectoryList::GoTo(const std::wstring& path) {
+    const bool root = DirectoryAbove(path) == path;
+    const std::wstring directory = !root && path.ends_with(L'\\') ? path.substr(0, path.size() - 1) : path;
     if (!TryDirectory(directory)) {
         const std::wstring drive = DriveOf(directory);
         // The message of the drive rule; a directory that is gone on a good drive leads to that drive's root.

@@ -20,7 +20,7 @@ class DirectoryList {
     const DirectoryContent& Content() const { return content_; }
 
     // Goes to a directory; one that cannot be read is told to the user, and the list goes back to drive "c:".
-    void GoTo(const std::wstring& directory);
+    void GoTo(const std::wstring& path);
 
     // The notifications of the two boxes.
     void DriveChosen();

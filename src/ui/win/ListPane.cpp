@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/Text.h"
 #include "ui/win/Dpi.h"
 
 namespace {
@@ -83,6 +84,16 @@ void ListPane::FillColumns() {
 
 int ListPane::FocusedRow() const {
     return ListView_GetNextItem(window_, -1, LVNI_SELECTED);
+}
+
+int ListPane::RowBeginningWith(const std::wstring& text, int start) const {
+    const int count = content_ != nullptr ? static_cast<int>(content_->entries.size()) : 0;
+    for (int i = 0; i < count; ++i) {
+        const int row = (start + i) % count;
+        const std::wstring& name = content_->entries[static_cast<std::size_t>(row)].text;
+        if (CompareNoCase(name.substr(0, text.size()), text) == 0) return row;
+    }
+    return -1;
 }
 
 void ListPane::OnGetDisplayInfo(NMLVDISPINFOW& info) const {

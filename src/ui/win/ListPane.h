@@ -4,6 +4,8 @@
 // The list control needs <windows.h> in front of it.
 #include <commctrl.h>
 
+#include <string>
+
 #include "ui/ListUpdate.h"
 #include "ui/win/Pictures.h"
 
@@ -26,6 +28,9 @@ class ListPane {
     // The row that has the focus, or -1.
     int FocusedRow() const;
 
+    // The row that typing leads to: the next one from `start` on whose text begins with what was typed, -1
+    // for none.
+    int RowBeginningWith(const std::wstring& text, int start) const;
     // Fills in what the control asks for while it draws.
     void OnGetDisplayInfo(NMLVDISPINFOW& info) const;
 

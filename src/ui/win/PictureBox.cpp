@@ -63,14 +63,14 @@ bool PictureBox::ShowDib(std::span<const std::uint8_t> block, const DibLayout& l
                           block.data() + layout.pixelOffset, info, DIB_RGB_COLORS, SRCCOPY) <= 0)
             return false;
     }
-    picTemp_ = std::move(picture);
+    picTemp = std::move(picture);
     size_ = {layout.width, layout.height};
     LayOut();
     return true;
 }
 
 void PictureBox::Clear() {
-    picTemp_.reset();
+    picTemp.reset();
     size_ = {};
     offset_ = {};
     LayOut();
@@ -154,8 +154,8 @@ void PictureBox::Paint(HDC target) {
     GetClientRect(window_, &client);
     const int width = stretch_ ? client.right : static_cast<int>(size_.cx);
     const int height = stretch_ ? client.bottom : static_cast<int>(size_.cy);
-    if (picTemp_ != nullptr) {
-        const BitmapScope picture(picTemp_.get());
+    if (picTemp != nullptr) {
+        const BitmapScope picture(picTemp.get());
         SetStretchBltMode(target, HALFTONE);
         SetBrushOrgEx(target, 0, 0, nullptr);
         StretchBlt(target, -offset_.x, -offset_.y, width, height, picture.Dc(), 0, 0, size_.cx, size_.cy,

@@ -37,8 +37,8 @@ class PictureBox {
     bool OnKey(WPARAM key);
 
     HWND window_ = nullptr;
-    UniqueBitmap picTemp_;  // the picture as drawn off the screen
-    SIZE size_{};           // of that, pixels
-    POINT offset_{};        // what stands in the box's upper left corner
+    UniqueBitmap picTemp;  // the picture as drawn off the screen
+    SIZE size_{};          // of that, pixels
+    POINT offset_{};       // what stands in the box's upper left corner
     bool stretch_ = false;
 };

@@ -98,6 +98,11 @@ bool PreviewPane::Create(HWND parent) {
     SendMessageW(text_, EM_SETLIMITTEXT, 0, 0);
     SendMessageW(richText_, EM_EXLIMITTEXT, 0, 0x7FFFFFFE);
     SendMessageW(richText_, EM_SETOLECALLBACK, 0, reinterpret_cast<LPARAM>(&TheNoObjects()));
+    // The box begins with the system's bold font; text that does not name its own must not look emphasised.
+    CHARFORMATW plain{};
+    plain.cbSize = sizeof plain;
+    plain.dwMask = CFM_BOLD;
+    SendMessageW(richText_, EM_SETCHARFORMAT, SCF_DEFAULT, reinterpret_cast<LPARAM>(&plain));
 
     int place = 0;
     for (const wchar_t* caption : {L"Text", L"RTF", L"Bild"}) {
@@ -150,6 +155,12 @@ HWND PreviewPane::ChosenBox() const {
         default:
             return text_;
     }
+}
+
+bool PreviewPane::Wants(const MSG& message) const {
+    if (message.hwnd != text_ && message.hwnd != richText_) return false;
+    return message.message == WM_KEYDOWN && GetKeyState(VK_CONTROL) < 0 &&
+           (message.wParam == L'C' || message.wParam == L'A');
 }
 
 void PreviewPane::TabChanged() {

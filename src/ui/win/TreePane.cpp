@@ -85,8 +85,11 @@ LRESULT TreePane::OnNotify(NMHDR& header) {
         }
         case TVN_ENDLABELEDITW: {
             auto& item = reinterpret_cast<NMTVDISPINFOW&>(header).item;
-            if (item.pszText == nullptr || listener_ == nullptr) return FALSE;
-            return listener_->LabelEdited(NodeOf(item.lParam), item.pszText);
+            if (item.pszText != nullptr && listener_ != nullptr)
+                listener_->LabelEdited(NodeOf(item.lParam), item.pszText);
+            // The item goes on asking its node for the text: what was taken over may differ from what was
+            // typed.
+            return FALSE;
         }
         case TVN_BEGINDRAGW: {
             auto& change = reinterpret_cast<NMTREEVIEWW&>(header);
@@ -293,13 +296,15 @@ void TreePane::NodeExpandedChanged(Node& node) {
 void TreePane::ChildrenReordered(Node* parent) {
     if (!ShowsChildren(parent)) return;
     const MirrorScope mirror(mirroring_);
-    SendMessageW(window_, WM_SETREDRAW, FALSE, 0);
+    BeginBulkChange();
     for (Node* child = FirstOf(parent); child != nullptr; child = child->Next())
         if (child->viewItem != 0) TreeView_DeleteItem(window_, ItemOf(*child));
     MakeChildren(parent);
-    if (nodes_.Selected() != nullptr && nodes_.Selected()->viewItem != 0)
-        TreeView_SelectItem(window_, ItemOf(*nodes_.Selected()));
-    SendMessageW(window_, WM_SETREDRAW, TRUE, 0);
+    if (Node* const selected = nodes_.Selected(); selected != nullptr) {
+        MakeItemsDownTo(*selected);
+        TreeView_SelectItem(window_, ItemOf(*selected));
+    }
+    EndBulkChange();
 }
 
 void TreePane::SelectionChanged(Node* node) {

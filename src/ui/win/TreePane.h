@@ -45,8 +45,8 @@ class TreePane : public NodeView {
         virtual ~Listener() = default;
         virtual void TreeSelectionChanged(Node* node) = 0;
         virtual bool MayEditLabel(Node& node) = 0;
-        // True when the new name is taken over.
-        virtual bool LabelEdited(Node& node, const std::wstring& text) = 0;
+        // A new name was typed. Whether it is taken over is the listener's to say.
+        virtual void LabelEdited(Node& node, const std::wstring& text) = 0;
         virtual void DragStarted(Node& node) = 0;
         virtual void NodeActivated(Node& node) = 0;
     };

@@ -13,7 +13,13 @@
 //   newclip                     waits for a clip that came after that; answers a number that names it
 //   select CLIP                 selects the clip with such a number
 //   put                         puts the selected clip on the clipboard and waits for the success
+//   tab PLACE                   goes to a tab of the preview, counted from 0
 //   command NUMBER              posts a menu command
+//   main                        answers the main window's place: left, top, width, height
+//   dialog TITLE                waits for a dialog and answers its place
+//   press TITLE NUMBER          presses a button of a dialog
+//   page TITLE NUMBER PLACE     goes to a tab of a dialog's control
+//   gone TITLE                  closes a dialog and waits for its end
 //   quit                        ends NXClip by its menu; answers the exit code
 //   run COMMANDLINE             starts another program
 //   copyall CLASS               waits for the other program's control of a class, selects all in it and
@@ -66,6 +72,12 @@ std::wstring CopyAll(const std::wstring& className) {
     return {};
 }
 
+std::wstring PlaceOf(Window window) {
+    const RECT place = window.Rectangle();
+    return std::to_wstring(place.left) + L" " + std::to_wstring(place.top) + L" " +
+           std::to_wstring(place.right - place.left) + L" " + std::to_wstring(place.bottom - place.top);
+}
+
 std::wstring CloseOther() {
     if (other == nullptr) return {};
     for (Window window : other->Windows())
@@ -103,8 +115,25 @@ std::wstring Do(const Fields& fields) {
         return std::to_wstring(clips.size() - 1);
     }
     if (verb == L"select") return Program().Tree().Select(clips.at(std::stoul(Field(fields, 1)))), L"";
+    if (verb == L"tab") return Program().FormatTab().Select(std::stoi(Field(fields, 1))), L"";
     if (verb == L"put") return Program().PutOnClipboard(), L"";
     if (verb == L"command") return Program().Command(std::stoi(Field(fields, 1))), L"";
+    if (verb == L"main") return PlaceOf(Program().Main());
+    if (verb == L"dialog") return PlaceOf(Program().WaitForDialog(Field(fields, 1)));
+    if (verb == L"press") {
+        Program().WaitForDialog(Field(fields, 1)).Press(std::stoi(Field(fields, 2)));
+        return {};
+    }
+    if (verb == L"page") {
+        const Window dialog = Program().WaitForDialog(Field(fields, 1));
+        return TabControl(dialog.Control(std::stoi(Field(fields, 2)))).Select(std::stoi(Field(fields, 3))),
+               L"";
+    }
+    if (verb == L"gone") {
+        const Window dialog = Program().WaitForDialog(Field(fields, 1));
+        dialog.Close();
+        return Driver::WaitUntilGone(dialog), L"";
+    }
     if (verb == L"quit") return std::to_wstring(Program().Quit());
     if (verb == L"run") {
         other = std::make_unique<Process>(Field(fields, 1));

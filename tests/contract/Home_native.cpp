@@ -1,0 +1,82 @@
+#include "contract/Home.h"
+#include "fake/FakePlatformTest.h"
+
+namespace {
+
+class FakeHome : public Home {
+ public:
+    FakeHome() {
+        fake_.clipboard.synthesise = true;
+        fake_.files.capacity = std::int64_t{1} << 30;
+        fake_.files.AddDirectory(Directory());
+    }
+
+    Platform& Ports() override { return ThePlatform(); }
+
+    WindowHandle MakeWindow(const std::wstring& title, Procedure procedure) override {
+        return fake_.windows.AddWindow(title, std::move(procedure));
+    }
+    void EndWindow(WindowHandle window) override { fake_.windows.RemoveWindow(window); }
+    ProcedureAddress MakeProcedure(Procedure procedure) override {
+        return fake_.windows.AddProcedure(std::move(procedure));
+    }
+    bool PumpUntil(const std::function<bool()>& condition) override { return condition(); }
+
+    std::wstring Directory() override { return L"C:\\Contract\\"; }
+    void SetReadOnly(const std::wstring& path, bool readOnly) override {
+        fake_.files.SetReadOnly(path, readOnly);
+    }
+
+    WindowHandle OtherWindow() override { return fake_.clipboard.otherProgram; }
+    void OtherCopies(const std::vector<FormatBytes>& formats) override {
+        std::vector<FakeClipboard::Offer> offers;
+        for (const FormatBytes& one : formats) {
+            offers.push_back(OfferOf(one));
+            offers.back().late = one.late;
+        }
+        fake_.clipboard.OtherProgramCopies(offers);
+    }
+    std::optional<std::string> OtherReads(FormatNumber format) override {
+        return fake_.clipboard.OtherProgramReads(format);
+    }
+    void OtherHolds() override { fake_.clipboard.OtherProgramHolds(1'000'000); }
+    void OtherReleases() override { fake_.clipboard.OtherProgramHolds(0); }
+
+    Box Answer(bool yes, const std::function<void()>& show) override {
+        fake_.user.answers = {yes};
+        const std::size_t told = fake_.user.messages.size(), asked = fake_.user.questions.size();
+        show();
+        fake_.user.answers.clear();
+        Box box;
+        if (fake_.user.messages.size() > told)
+            box = {fake_.user.messages.back().text, fake_.user.messages.back().title};
+        if (fake_.user.questions.size() > asked)
+            box = {fake_.user.questions.back().text, fake_.user.questions.back().title};
+        if (box.title.empty()) box.title = L"NXClip";  // the fake notes what it was given
+        return box;
+    }
+
+    unsigned CodePage() override { return 1252; }
+
+ private:
+    static FakeClipboard::Offer OfferOf(const FormatBytes& one) {
+        switch (one.format) {
+            case 2:
+                return FakeClipboard::GdiObject(2);
+            case 3:
+                return FakeClipboard::Picture(one.bytes);
+            case 14:
+                return FakeClipboard::Enhanced(one.bytes);
+            default:
+                return FakeClipboard::Bytes(one.format, one.bytes);
+        }
+    }
+
+    FakePlatform fake_;
+};
+
+}  // namespace
+
+std::unique_ptr<Home> Home::Make() {
+    return std::make_unique<FakeHome>();
+}

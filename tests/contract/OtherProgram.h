@@ -1,0 +1,28 @@
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+#include <string>
+
+#include "contract/Home.h"
+
+// A second process with a window, which copies to the clipboard and reads from it as any program does. It is
+// this test program once more, which sees by its command line that it is to play that part.
+class OtherProgram {
+ public:
+    // The one of this test run, started with its first use. It ends with this process.
+    static OtherProgram& Instance();
+
+    HWND Window() const { return window_; }
+    void Copy(const std::vector<Home::FormatBytes>& formats);
+    std::optional<std::string> Read(FormatNumber format);
+    void Hold();
+    void Release();
+
+ private:
+    OtherProgram();
+    void Command(ULONG_PTR command, const void* bytes, std::size_t size);
+
+    HWND window_ = nullptr;
+};

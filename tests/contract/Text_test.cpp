@@ -1,0 +1,65 @@
+#include "platform/Text.h"
+
+#include <vector>
+
+#include "contract/ContractTest.h"
+
+namespace {
+
+class TextContract : public ContractTest {
+ protected:
+    void SetUp() override {
+        if (home->CodePage() != 1252) GTEST_SKIP() << "the texts are those of code page 1252";
+    }
+};
+
+}  // namespace
+
+TEST_F(TextContract, Ansi_EveryByteComesBack) {
+    std::string bytes;
+    for (int byte = 0; byte < 256; ++byte)
+        bytes += static_cast<char>(byte);
+    const std::wstring text = TextFromAnsi(bytes);
+    ASSERT_EQ(text.size(), 256u);
+    EXPECT_EQ(AnsiFromText(text), bytes);
+    EXPECT_TRUE(FitsAnsi(text));
+    EXPECT_EQ(TextFromAnsi("\x80\xE4\xDF\x9F\x8A"), L"€äßŸŠ");
+    EXPECT_EQ(TextFromAnsi(""), L"");
+    EXPECT_EQ(AnsiFromText(L""), "");
+}
+
+TEST_F(TextContract, Ansi_UnknownCharactersBecomeTheDefaultNotASimilarOne) {
+    EXPECT_EQ(AnsiFromText(L"aŁĀ日z"), "a???z");
+    EXPECT_FALSE(FitsAnsi(L"Ł"));
+    EXPECT_FALSE(FitsAnsi(L"a日"));
+    EXPECT_TRUE(FitsAnsi(L"?"));
+    EXPECT_TRUE(FitsAnsi(L""));
+}
+
+TEST_F(TextContract, Case_FollowsGermanRules) {
+    EXPECT_EQ(UpperCase(L"straße äöü àéîõñç ÿœšž 1&"), L"STRAßE ÄÖÜ ÀÉÎÕÑÇ ŸŒŠŽ 1&");
+    EXPECT_EQ(LowerCase(L"STRASSE ÄÖÜ ÀÉÎÕÑÇ ŸŒŠŽ ×"), L"strasse äöü àéîõñç ÿœšž ×");
+    EXPECT_EQ(UpperCase(L"÷"), L"÷");
+    EXPECT_EQ(UpperCase(L""), L"");
+    EXPECT_EQ(UpperCase(std::wstring(L"a\0b", 3)), std::wstring(L"A\0B", 3));
+}
+
+TEST_F(TextContract, CompareNoCase_OnlyCaseMakesNoDifference) {
+    EXPECT_EQ(CompareNoCase(L"Übung", L"üBUNG"), 0);
+    EXPECT_EQ(CompareNoCase(L"", L""), 0);
+    for (const auto& [a, b] : std::vector<std::pair<const wchar_t*, const wchar_t*>>{
+             {L"Straße", L"Strasse"}, {L"a-b", L"ab"}, {L"a", L"ä"}, {L"a", L"a "}, {L"", L"a"}}) {
+        EXPECT_NE(CompareNoCase(a, b), 0);
+        EXPECT_EQ(CompareNoCase(a, b) < 0, CompareNoCase(b, a) > 0);
+    }
+}
+
+TEST_F(TextContract, CompareNoCase_SortsAsADictionary) {
+    const std::vector<const wchar_t*> sorted = {L"",   L"10",  L"2",        L"Äpfel",  L"apfelmus", L"Birne",
+                                                L"Öl", L"oma", L"strassen", L"Strauß", L"Z"};
+    for (std::size_t i = 0; i < sorted.size(); ++i)
+        for (std::size_t k = i + 1; k < sorted.size(); ++k) {
+            EXPECT_LT(CompareNoCase(sorted[i], sorted[k]), 0) << i << " " << k;
+            EXPECT_GT(CompareNoCase(sorted[k], sorted[i]), 0) << i << " " << k;
+        }
+}

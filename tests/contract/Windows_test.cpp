@@ -1,0 +1,108 @@
+#include "platform/Windows.h"
+
+#include "contract/ContractTest.h"
+
+namespace {
+
+constexpr std::uint32_t kOwnMessage = 0x8000 + 7;
+constexpr std::uint32_t kAlt = 1, kControl = 2;
+
+class WindowContract : public ContractTest {
+ protected:
+    // A window that answers with `answer` plus wParam.
+    WindowHandle MakeAnswering(MessageParameter answer, const std::wstring& title = L"Fenster") {
+        return home->MakeWindow(
+            title, [answer](WindowHandle, std::uint32_t message, MessageParameter wParam, MessageParameter) {
+                return message == kOwnMessage ? answer + wParam : 0;
+            });
+    }
+
+    WindowHandle MakeGone() {
+        const WindowHandle window = MakeWindow();
+        home->EndWindow(window);
+        return window;
+    }
+};
+
+}  // namespace
+
+TEST_F(WindowContract, Deliver_ReturnsTheProceduresAnswer) {
+    const WindowHandle window = MakeAnswering(100);
+    EXPECT_EQ(windows.Deliver(window, kOwnMessage, 23, 0), 123);
+    EXPECT_EQ(windows.Deliver(window, kOwnMessage, -200, 0), -100);
+    EXPECT_EQ(windows.Deliver(MakeGone(), kOwnMessage, 1, 0), 0);
+}
+
+TEST_F(WindowContract, ExchangeProcedure_NewOneAnswersAndOldOneCanBeCalledAndPutBack) {
+    const WindowHandle window = MakeAnswering(100);
+    ProcedureAddress old = ProcedureAddress::None;
+    const ProcedureAddress replacement = home->MakeProcedure(
+        [&](WindowHandle to, std::uint32_t message, MessageParameter wParam, MessageParameter lParam) {
+            if (message != kOwnMessage) return MessageParameter{0};
+            EXPECT_EQ(to, window);
+            EXPECT_EQ(lParam, -5);
+            return windows.CallProcedure(old, to, message, wParam, lParam) + 1000;
+        });
+    old = windows.ExchangeProcedure(window, replacement);
+    ASSERT_NE(old, ProcedureAddress::None);
+    EXPECT_EQ(windows.Deliver(window, kOwnMessage, 1, -5), 1101);
+    EXPECT_EQ(windows.ExchangeProcedure(window, old), replacement);
+    EXPECT_EQ(windows.Deliver(window, kOwnMessage, 1, -5), 101);
+    EXPECT_EQ(windows.ExchangeProcedure(MakeGone(), replacement), ProcedureAddress::None);
+}
+
+TEST_F(WindowContract, Title_IsCutAtItsLimit) {
+    const WindowHandle window = MakeAnswering(0, L"Größe €");
+    EXPECT_EQ(windows.Title(window, 240), L"Größe €");
+    EXPECT_EQ(windows.Title(window, 7), L"Größe €");
+    EXPECT_EQ(windows.Title(window, 3), L"Grö");
+    EXPECT_EQ(windows.Title(window, 0), L"");
+    EXPECT_EQ(windows.Title(MakeGone(), 240), L"");
+    EXPECT_EQ(windows.Title(WindowHandle::None, 240), L"");
+}
+
+TEST_F(WindowContract, SetAlwaysOnTop_RefusesAWindowThatIsGone) {
+    const WindowHandle window = MakeWindow();
+    EXPECT_TRUE(windows.SetAlwaysOnTop(window, true));
+    EXPECT_TRUE(windows.SetAlwaysOnTop(window, false));
+    EXPECT_FALSE(windows.SetAlwaysOnTop(MakeGone(), true));
+}
+
+TEST_F(WindowContract, BringToFront_GoneWindowChangesNothing) {
+    const WindowHandle before = windows.Foreground();
+    windows.BringToFront(MakeGone());
+    windows.BringToFront(WindowHandle::None);
+    EXPECT_EQ(windows.Foreground(), before);
+}
+
+TEST_F(WindowContract, Atoms_OfTheSameTextAreTheSame) {
+    const std::uint16_t atom = windows.AddGlobalAtom("Contract Atom");
+    EXPECT_GE(atom, 0xC000);
+    EXPECT_EQ(windows.AddGlobalAtom("CONTRACT ATOM"), atom);
+    windows.DeleteGlobalAtom(atom);
+    windows.DeleteGlobalAtom(atom);
+    windows.DeleteGlobalAtom(0);
+    EXPECT_EQ(windows.AddGlobalAtom(""), 0);
+    EXPECT_EQ(windows.AddGlobalAtom(std::string(256, 'a')), 0);
+}
+
+TEST_F(WindowContract, HotKey_IsTakenOnceAndFreeAgainAfterwards) {
+    constexpr std::int32_t kIdentifier = -16340;  // as an atom's number becomes one
+    const WindowHandle window = MakeWindow(), other = MakeWindow();
+    EXPECT_TRUE(windows.AddHotKey(window, kIdentifier, kAlt | kControl, 'X'));
+    EXPECT_FALSE(windows.AddHotKey(other, 5, kAlt | kControl, 'X'));
+    EXPECT_TRUE(windows.AddHotKey(other, 5, kAlt | kControl, 'Y'));
+    windows.RemoveHotKey(window, kIdentifier);
+    windows.RemoveHotKey(window, kIdentifier);
+    EXPECT_TRUE(windows.AddHotKey(other, 6, kAlt | kControl, 'X'));
+    home->EndWindow(other);  // takes its hot keys along
+    EXPECT_TRUE(windows.AddHotKey(window, kIdentifier, kAlt | kControl, 'Y'));
+    windows.RemoveHotKey(window, kIdentifier);
+    EXPECT_FALSE(windows.AddHotKey(WindowHandle::None, 7, kAlt | kControl, 'Z'));
+    EXPECT_FALSE(windows.AddHotKey(MakeGone(), 7, kAlt | kControl, 'Z'));
+}
+
+TEST_F(WindowContract, OpenHelp_MissingFileIsRefusedAtOnce) {
+    EXPECT_FALSE(windows.OpenHelp(MakeWindow(), home->Directory() + L"none.hlp", 1, 10));
+    EXPECT_FALSE(windows.OpenHelp(MakeWindow(), home->Directory(), 1, 10));
+}

@@ -1,0 +1,243 @@
+#include <windows.h>
+
+#include <algorithm>
+#include <fstream>
+
+#include "desktop/Input.h"
+#include "desktop/ProgramTest.h"
+
+// Every dialog by the keyboard alone, and what it leaves behind in tree, files and settings.
+
+namespace {
+
+class Dialogs : public ProgramTest {
+ protected:
+    // Opens a dialog by its command and waits until it has the keyboard.
+    Window Open(int command, std::wstring_view title) {
+        BringToFront(nxclip_.Main());
+        nxclip_.Command(command);
+        return InFront(title);
+    }
+    Window InFront(std::wstring_view title) {
+        const Window dialog = nxclip_.WaitForDialog(title);
+        BringToFront(dialog);
+        return dialog;
+    }
+    static void Press(WORD key) { PressKeys({key}); }
+    static void PressAlt(WORD key) { PressKeys({VK_MENU, key}); }
+    static void Confirm(Window dialog) {
+        Press(VK_RETURN);
+        Driver::WaitUntilGone(dialog);
+    }
+    static void Cancel(Window dialog) {
+        Press(VK_ESCAPE);
+        Driver::WaitUntilGone(dialog);
+    }
+    static std::string FileBytes(const std::filesystem::path& path) {
+        std::ifstream file(path, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+};
+
+TEST_F(Dialogs, Options_AreAppliedAndKept) {
+    StartWithProfile();
+    const Window options = Open(mnuViewOptions, L"Optionen");
+    PressKeys({VK_CONTROL, VK_TAB});  // to the page "Clipboard"
+    WaitFor("the second page", [&] { return options.Control(chkAutoSnap).Visible(); });
+    Press(VK_SPACE);
+    WaitFor("the check mark", [&] { return options.Checked(chkAutoSnap); });
+    PressAlt('M');
+    Type(L"12a34");
+    WaitFor("digits only", [&] { return options.TextOf(tbClipLen) == L"1234"; });
+    Confirm(options);
+    EXPECT_TRUE(nxclip_.ToolBar().Pressed(tbbAutoDetect));
+
+    const Window again = Open(mnuViewOptions, L"Optionen");
+    PressAlt('S');
+    WaitFor("the lock", [&] { return again.Checked(chkLock); });
+    Cancel(again);
+    EXPECT_FALSE(nxclip_.ToolBar().Pressed(tbbLock)) << "cancelled";
+
+    EXPECT_EQ(nxclip_.Quit(), 0u);
+    EXPECT_EQ(ReadSetting(L"Settings", L"MaxClipSize"), L"1234");
+    EXPECT_EQ(ReadSetting(L"Settings", L"LockEdit"), L"0");
+}
+
+TEST_F(Dialogs, Folder_NameAndInfoComeBack) {
+    StartWithProfile();
+    const Window made = Open(m_edit_newstruct, L"Ordner-Eigenschaften");
+    Type(L"   ");
+    WaitFor("OK to be greyed", [&] { return !made.Control(cb_ok).Enabled(); });
+    PressAlt('N');
+    Type(L"Käse & Brot");
+    PressAlt('I');
+    Type(L"täglich & frisch");
+    Confirm(made);
+    nxclip_.WaitForTree(L"Profil [Camera] open\n  Käse & Brot [Structure]\n");
+
+    const Window shown = Open(mnuFileProperties, L"Ordner-Eigenschaften");
+    EXPECT_EQ(shown.TextOf(tbName), L"Käse & Brot");
+    EXPECT_EQ(shown.TextOf(tbInfo), L"täglich & frisch");
+    Type(L"Anders");
+    Cancel(shown);
+    nxclip_.Restart();
+    nxclip_.WaitForTree(L"Profil [Camera] open\n  Käse & Brot [Structure]\n");
+}
+
+TEST_F(Dialogs, Search_FindsAndSaysWhenThereIsNoMore) {
+    StartWithProfile();
+    MakeFolder(L"Tabellen");
+    nxclip_.Tree().Select(L"Profil");
+    MakeFolder(L"Abfragen");
+    nxclip_.Tree().Select(L"Profil");
+    BringToFront(nxclip_.Main());
+    PressKeys({VK_CONTROL, 'F'});
+    const Window search = InFront(L"Suchen");
+    EXPECT_FALSE(search.Control(cb_ok).Enabled());
+    Type(L"AB");
+    Confirm(search);
+    WaitFor("the hit", [&] { return nxclip_.Tree().SelectedPath() == L"Profil\\Abfragen"; });
+    BringToFront(nxclip_.Main());
+    Press(VK_F3);
+    EXPECT_EQ(nxclip_.AnswerNotice(), L"Suchtext nicht gefunden.");
+    EXPECT_EQ(nxclip_.Tree().SelectedPath(), L"Profil\\Abfragen");
+}
+
+TEST_F(Dialogs, FormatSet_MadeFromTheClipboardNamesTheNextClip) {
+    StartWithProfile();
+    PutFormats(PrivateOffers());
+    const Window sets = Open(m_extra_fs, L"Formatsätze");
+    PressAlt('N');
+    const Window rename = InFront(L"Formatsatznamen ändern");
+    EXPECT_EQ(rename.TextOf(txtOld), L"<unbekannt>");
+    Type(L"Eigenes");
+    Confirm(rename);
+    BringToFront(sets);
+    EXPECT_EQ(ListBoxLines(sets.Control(lstAlias)).back(), L"Eigenes");
+    PressAlt('N');
+    EXPECT_NE(nxclip_.AnswerNotice().find(L"Eigenes"), std::wstring::npos) << "known already";
+    BringToFront(sets);
+    Confirm(sets);
+    EXPECT_EQ(nxclip_.Snap().text, L"Eigenes");
+    EXPECT_EQ(nxclip_.Quit(), 0u);
+    EXPECT_NE(FileBytes(nxclip_.Directory() / L"NXClip.nxf").find("Eigenes"), std::string::npos);
+}
+
+TEST_F(Dialogs, Profile_HiddenAndImportedAgain) {
+    StartWithProfile();
+    MakeFolder(L"Ordner");
+    nxclip_.Tree().Select(L"Profil");
+    nxclip_.Command(m_PP_UnlinkProfil);
+    EXPECT_EQ(nxclip_.AnswerNotice(IDYES), L"Wollen Sie wirklich das Profil ausblenden (nicht löschen) ?");
+    nxclip_.WaitForTree(L"");
+    EXPECT_EQ(nxclip_.Title(), L"<Keine aktive Ablage>");
+
+    const Window chooser = Open(m_importProfil, L"Profil importieren");
+    PressAlt('V');
+
+    const Window directories = chooser.Control(lstDir);
+    const std::vector<std::wstring> lines = ListBoxLines(directories);
+    const auto place = std::find_if(lines.begin(), lines.end(),
+                                    [](const std::wstring& line) { return line.ends_with(L" Profil"); });
+    ASSERT_NE(place, lines.end());
+    directories.Send(LB_SETCURSEL, static_cast<WPARAM>(place - lines.begin()));
+    Press(VK_RIGHT);
+    WaitFor("the profile's file", [&] { return ListBoxLines(chooser.Control(lstFile)).size() == 1; });
+    PressAlt('D');
+    Press(VK_HOME);
+    Press(VK_DOWN);
+    Confirm(chooser);
+    nxclip_.WaitForTree(L"Profil [Camera] open\n  Ordner [Structure]\n");
+
+    nxclip_.Command(mnuFileProperties);
+    const Window properties = InFront(L"Profil-Eigenschaften");
+    EXPECT_EQ(properties.TextOf(lbStructCount), L"1 Ordner");
+    EXPECT_FALSE(properties.Control(cbDir).Enabled());
+    Cancel(properties);
+}
+
+TEST_F(Dialogs, NewProfile_FromATemplateInANewDirectory) {
+    nxclip_.Start();
+    const Window profile = Open(mnuFileNew, L"Neue Profil");
+    Type(L"Aus Vorlage");
+    Press(VK_TAB);
+    Press(VK_TAB);
+    Press(VK_SPACE);
+    const Window directories = InFront(L"Verzeichnis auswählen");
+    PressAlt('N');
+    const Window name = InFront(L"Neues Verzeichnis");
+    Type(L"Vorlagenprofil");
+    Confirm(name);
+    BringToFront(directories);
+    WaitFor("the new directory", [&] { return directories.TextOf(tbDir).ends_with(L"Vorlagenprofil"); });
+    Confirm(directories);
+    BringToFront(profile);
+    EXPECT_TRUE(profile.TextOf(tbDir).ends_with(L"Vorlagenprofil"));
+
+    Press(VK_TAB);
+    Press(VK_TAB);
+    Press(VK_SPACE);
+    const Window templates = InFront(L"Profil-Vorlagen");
+    EXPECT_EQ(templates.TextOf(lbName), L"Entwicklung");
+    Press(VK_DOWN);
+    WaitFor("the next template's preview", [&] { return templates.TextOf(lbName) == L"Handbuch"; });
+    Confirm(templates);
+    BringToFront(profile);
+    EXPECT_EQ(profile.TextOf(tbTemplate), L"Handbuch.nxp");
+    PressAlt('N');  // away from the button, which Enter would press again
+    Confirm(profile);
+    WaitFor("the profile", [&] { return nxclip_.Tree().SelectedPath() == L"Aus Vorlage"; });
+    EXPECT_GT(nxclip_.List().Count(), 0) << "the template's folders";
+    EXPECT_TRUE(std::filesystem::exists(nxclip_.Directory() / L"Vorlagenprofil" / L"nxclip.nxp"));
+}
+
+TEST_F(Dialogs, FirstStart_InstallsAllFourTemplates) {
+    nxclip_.Start();
+    const Window first = Open(m_quickstart, L"Norvale - Der Manger für die Zwischenablage");
+    for (int box = 0; box < 4; ++box) {
+        Press(VK_SPACE);
+        WaitFor("the check mark", [&] { return first.Checked(chkTemplate + box); });
+        Press(VK_TAB);
+    }
+    Press(VK_RETURN);
+    for (int question = 0; question < 5; ++question)
+        EXPECT_NE(nxclip_.AnswerNotice().find(L"Soll ein neues Verzeichnis angelegt werden ?"),
+                  std::wstring::npos);
+    Driver::WaitUntilGone(first);
+    for (const wchar_t* name : {L"Entwicklung", L"Office", L"Medien", L"Handbuch"}) {
+        const auto file = nxclip_.Directory() / L"Daten" / name / L"nxclip.nxp";
+        WaitFor("the profile's file", [&] { return std::filesystem::exists(file); });
+        EXPECT_NE(nxclip_.Tree().Outline(false).find(name), std::wstring::npos);
+    }
+}
+
+TEST_F(Dialogs, FormatQuery_TracesWhatOtherProgramsAskFor) {
+    StartWithProfile();
+    SnapOf(PrivateOffers());
+    const Window query = Open(m_ext_fa, L"Formatabfragen");
+    BringToFront(nxclip_.Main());
+    nxclip_.PutOnClipboard();
+    EXPECT_EQ(ReadFormatNow(Private()), PrivateOffers().front().bytes);
+    const std::vector<std::wstring> lines = ListBoxLines(query.Control(lstMessages));
+    ASSERT_FALSE(lines.empty());
+    EXPECT_EQ(lines.back(), L"   NXClip Desktop Test: Format vorhanden.");
+    query.Close();
+    Driver::WaitUntilGone(query);
+
+    const Window diagnosis = Open(m_ext_diag, L"Clipboard Diagnose");
+    EXPECT_EQ(diagnosis.TextOf(lbOwner).substr(0, 8), L"NXClip (");
+    EXPECT_EQ(diagnosis.TextOf(lbOwnViewer), diagnosis.TextOf(lbHookedWindow));
+    Cancel(diagnosis);
+}
+
+TEST_F(Dialogs, HotKey_BringsTheHiddenWindowBack) {
+    StartWithProfile();
+    ShowWindow(nxclip_.Main().Handle(), SW_MINIMIZE);
+    WaitFor("the window to hide in the notification area", [&] { return !nxclip_.Main().Visible(); });
+    PressKeys({VK_CONTROL, VK_MENU, 'L'});
+    WaitFor("the window to come back",
+            [&] { return nxclip_.Main().Visible() && !nxclip_.Main().Minimised(); });
+    WaitFor("it to be in front", [&] { return GetForegroundWindow() == nxclip_.Main().Handle(); });
+}
+
+}  // namespace

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "desktop/ClipFile.h"
+#include "desktop/ClipboardData.h"
+#include "desktop/Driver.h"
+#include "desktop/Settings.h"
+#include "desktop/Utf8.h"
+
+// A test of the finished program: a driver, not started yet, and what most tests begin with.
+class ProgramTest : public testing::Test {
+ protected:
+    // The program with a profile "Profil" as its active container.
+    void StartWithProfile() {
+        nxclip_.Start();
+        nxclip_.MakeProfile(L"Profil");
+    }
+    // And a clip in it of what `offers` puts on the clipboard.
+    TreeLine SnapOf(const std::vector<ClipboardOffer>& offers) {
+        PutFormats(offers);
+        return nxclip_.Snap();
+    }
+    std::filesystem::path ClipFileAt(int number) const {
+        return nxclip_.ProfileDirectory() / (L"C" + std::to_wstring(number) + L".nxc");
+    }
+    // The whole tree, opened, without the selection: that also follows the focus.
+    std::wstring TreeOutline() const {
+        nxclip_.Tree().ExpandAll();
+        return nxclip_.Tree().Outline(false);
+    }
+    // By menu and dialog, below what is selected.
+    void MakeFolder(const std::wstring& name) {
+        nxclip_.Command(m_edit_newstruct);
+        const Window dialog = nxclip_.WaitForDialog(L"Ordner-Eigenschaften");
+        dialog.SetText(tbName, name);
+        dialog.Press(cb_ok);
+        Driver::WaitUntilGone(dialog);
+    }
+
+    static UINT Private() { return FormatNumber(L"NXClip Desktop Test"); }
+    static UINT Marker() { return FormatNumber(L"NXClip"); }
+    // Two formats that no known set matches and that the system makes no others of.
+    static std::vector<ClipboardOffer> PrivateOffers() {
+        return {{Private(), std::string("\0\1\2private", 10)},
+                {FormatNumber(L"Rich Text Format"), "{\\rtf1 x}"}};
+    }
+
+    Driver nxclip_;
+};
