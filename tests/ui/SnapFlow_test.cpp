@@ -253,7 +253,8 @@ TEST_F(SnapTest, Snap_OnAFullDiskKeepsWhatFitsReadable) {
 
 TEST_F(SnapTest, Snap_WithoutAWayBackToARecordsStartWritesNothingMore) {
     Options().UnknownFormats = 255;
-    Copy({FakeClipboard::Bytes(13, "first"), FakeClipboard::Refused(8), FakeClipboard::Bytes(1, "last")});
+    Copy({FakeClipboard::Bytes(13, "firs\0\0"s), FakeClipboard::Refused(8),
+          FakeClipboard::Bytes(1, "last\0"s)});
     fake.failures.FailAlways(Operation::FilesSeek);
     flow.Snap();
     fake.failures.FailNone();
