@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "clipboard/CClipBoard.h"
-#include "clipboard/modClipboard.h"
-#include "clipboard/modFileIO.h"
+#include "engine/clipboard/CClipBoard.h"
+#include "engine/clipboard/modClipboard.h"
+#include "engine/clipboard/modFileIO.h"
 #include "fake/FakePlatform.h"
 
 namespace {

@@ -5,10 +5,10 @@
 
 #include <string>
 
+#include "engine/tree/CTreeViewEx.h"
+#include "engine/tree/TestTree.h"
+#include "engine/tree/TreeFile.h"
 #include "fake/FakePlatform.h"
-#include "tree/CTreeViewEx.h"
-#include "tree/TestTree.h"
-#include "tree/TreeFile.h"
 
 namespace {
 

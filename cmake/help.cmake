@@ -9,7 +9,7 @@ if(NOT HALIBUT OR NOT Python3_FOUND)
 endif()
 
 set(HELP_SCRIPT ${CMAKE_CURRENT_SOURCE_DIR}/tools/build-help)
-set(HELP_TOPICS ${CMAKE_CURRENT_SOURCE_DIR}/src/app/HelpTopics.h)
+set(HELP_TOPICS ${CMAKE_CURRENT_SOURCE_DIR}/src/engine/process/HelpTopics.h)
 set(HELP_PICTURES ${CMAKE_CURRENT_SOURCE_DIR}/src/resources/pictures)
 set(HELP_FILE ${CMAKE_CURRENT_BINARY_DIR}/Nxclip.hlp)
 file(GLOB HELP_SOURCES CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/hilfe/* ${HELP_PICTURES}/*.svg)

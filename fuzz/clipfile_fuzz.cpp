@@ -3,10 +3,10 @@
 #include <cstdlib>
 #include <string>
 
-#include "clipboard/CClipBoard.h"
-#include "clipboard/modClipboard.h"
-#include "clipboard/modFileIO.h"
-#include "clipboard/modViewerHook.h"
+#include "engine/clipboard/CClipBoard.h"
+#include "engine/clipboard/modClipboard.h"
+#include "engine/clipboard/modFileIO.h"
+#include "engine/clipboard/modViewerHook.h"
 #include "fake/FakePlatform.h"
 
 // A clip data file that nobody vouches for: its headers are read, its data is loaded, and it is put on the

@@ -6,9 +6,9 @@
 #include <cstdlib>
 #include <string>
 
-#include "app/modMain.h"
+#include "engine/formatsets/modFormatSet.h"
+#include "engine/process/modMain.h"
 #include "fake/FakePlatform.h"
-#include "formatsets/modFormatSet.h"
 
 namespace {
 

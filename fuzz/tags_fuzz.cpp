@@ -7,9 +7,9 @@
 #include <string>
 #include <tuple>
 
+#include "engine/tree/modTreeEx.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
-#include "tree/modTreeEx.h"
 
 namespace {
 

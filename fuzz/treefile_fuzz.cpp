@@ -6,9 +6,9 @@
 #include <cstdlib>
 #include <string>
 
+#include "engine/tree/CTreeViewEx.h"
+#include "engine/tree/TestTree.h"
 #include "fake/FakePlatform.h"
-#include "tree/CTreeViewEx.h"
-#include "tree/TestTree.h"
 
 namespace {
 

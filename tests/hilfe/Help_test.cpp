@@ -13,7 +13,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "app/HelpTopics.h"
+#include "engine/process/HelpTopics.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "tree/TreeFile.h"
+#include "engine/tree/TreeFile.h"
 
 TEST(TemplateText, TemplateFromText_BuildsTheTreeThatTheIndentationSays) {
     const TreeData data =

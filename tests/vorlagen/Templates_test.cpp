@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "tree/TreeFile.h"
-#include "tree/modTreeEx.h"
+#include "engine/tree/TreeFile.h"
+#include "engine/tree/modTreeEx.h"
 
 namespace {
 

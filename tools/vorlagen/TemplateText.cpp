@@ -4,10 +4,10 @@
 #include <stdexcept>
 
 #include "platform/Text.h"
-#include "tree/CTreeViewEx.h"
-#include "tree/NodeCollection.h"
-#include "tree/TreeFile.h"
-#include "tree/modTreeEx.h"
+#include "engine/tree/CTreeViewEx.h"
+#include "engine/tree/NodeCollection.h"
+#include "engine/tree/TreeFile.h"
+#include "engine/tree/modTreeEx.h"
 
 namespace {
 

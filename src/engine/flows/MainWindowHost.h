@@ -1,0 +1,32 @@
+#pragma once
+
+#include "engine/tree/NodeCollection.h"
+#include "platform/Handles.h"
+
+// What the flows ask of the main window, and nothing else. The window does it; the flows decide when.
+class MainWindowHost {
+ public:
+    virtual ~MainWindowHost() = default;
+
+    virtual WindowHandle Window() = 0;
+    // The tree control's nodes.
+    virtual NodeCollection& Nodes() = 0;
+    // The profile or folder that new clips go into; null when there is none.
+    virtual Node* ActiveContainer() = 0;
+    // The tool bar's toggle "Lock" is pressed.
+    virtual bool LockPressed() = 0;
+
+    virtual void ScrollIntoView(Node& node) = 0;
+    // Selects the node in the tree and refreshes the list and the preview, once.
+    virtual void SelectAndShow(Node& node) = 0;
+
+    // Marks the profile that holds `node` as changed.
+    virtual void SetProfileChanged(Node& node) = 0;
+    // Writes every changed profile. A failure is told to the user there.
+    virtual bool SaveAllProfiles() = 0;
+
+    virtual void BringToFront() = 0;
+    // Opens the clip's property dialog and returns when it has closed. The node may be gone then.
+    virtual void EditClipProperties(Node& node) = 0;
+    virtual void Minimise() = 0;
+};

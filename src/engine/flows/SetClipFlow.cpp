@@ -1,0 +1,25 @@
+#include "engine/flows/SetClipFlow.h"
+
+#include "engine/clipboard/modClipboard.h"
+#include "engine/clipboard/modViewerHook.h"
+#include "engine/process/modOption.h"
+#include "engine/profiles/modProfile.h"
+#include "engine/tree/modTreeEx.h"
+#include "platform/Platform.h"
+
+void SetClipFlow::SetClip() {
+    const Node* const node = host_.Nodes().Selected();
+    if (!IsClipNode(node)) return;
+    const std::wstring path = ClipFileOf(node);
+    if (path.empty()) {
+        ThePlatform().user.Status(L"Die Datei des Clips konnte nicht ermittelt werden.");
+        return;
+    }
+    ReadNodeAttributes(node);
+    if (!RestoreClip(clipBoard_, host_.Window(), path, ReadAttributes().formatCount)) return;
+    if (Options().SetBeep) ThePlatform().user.Beep();
+    if (Options().IconAfterSetClip) {
+        host_.Minimise();
+        RestoreForeground();
+    }
+}

@@ -1,0 +1,164 @@
+#include "engine/formatsets/modFormatSet.h"
+
+#include <algorithm>
+#include <exception>
+#include <string_view>
+
+#include "engine/clipboard/CFormats.h"
+#include "engine/formatsets/FormatSetCoding.h"
+#include "engine/process/modMain.h"
+#include "engine/process/modOption.h"
+#include "platform/FileBytes.h"
+#include "platform/Platform.h"
+#include "platform/RuntimeError.h"
+
+bool FormatSetsChanged = false;
+
+namespace {
+
+std::wstring Joined(const std::vector<std::wstring>& parts) {
+    std::wstring joined;
+    for (const std::wstring& part : parts) {
+        if (&part != &parts.front()) joined += L',';
+        joined += part;
+    }
+    return joined;
+}
+
+std::vector<std::wstring> Split(std::wstring_view joined) {
+    std::vector<std::wstring> parts;
+    for (;;) {
+        const std::size_t comma = joined.find(L',');
+        parts.emplace_back(joined.substr(0, comma));
+        if (comma == std::wstring_view::npos) return parts;
+        joined.remove_prefix(comma + 1);
+    }
+}
+
+FormatSet MakeSet(const std::wstring& name, std::vector<FormatSetEntry> entries) {
+    FormatSet set;
+    set.Name = name;
+    set.Key = BuildFormatSetKey(entries);
+    set.Formats = std::move(entries);
+    return set;
+}
+
+// Runs a part of load or save and tells the user what went wrong in it.
+template <typename Action>
+bool Succeeds(Action action) {
+    try {
+        action();
+        return true;
+    } catch (const RuntimeError& error) {
+        ThePlatform().user.Tell(error.Description());
+    } catch (const std::bad_alloc&) {
+        ThePlatform().user.Tell(RuntimeError(ErrorNumber::OutOfMemory).Description());
+    }
+    return false;
+}
+
+}  // namespace
+
+FormatSetList& FormatSets() {
+    static FormatSetList list;
+    return list;
+}
+
+void InitFormatSets() {
+    FormatSets().Clear();
+    FormatSetsChanged = false;
+}
+
+bool LoadFormatSets() {
+    if (!FileExists(FormatSetFile)) {
+        InitDefaultFormatSets();
+        return true;
+    }
+    FormatSets().Clear();
+    return Succeeds([] {
+        DecodeFormatSets(ReadWholeFile(FormatSetFile), FormatSets());
+        FormatSetsChanged = false;
+    });
+}
+
+bool SaveFormatSets() {
+    if (!FormatSetsChanged) return true;
+    return Succeeds([] { WriteFileInPlace(FormatSetFile, EncodeFormatSets(FormatSets())); });
+}
+
+void InitDefaultFormatSets() {
+    FormatSets().Clear();
+    // The name is deliberate: users know the set by it.
+    FormatSets().Append(MakeSet(L"Paintprush-Bild", {{L"Bitmap", true}, {L"DIB", false}}));
+    FormatSets().Append(
+        MakeSet(L"Text", {{L"Text", true}, {L"OemText", true}, {L"Unicode", true}, {L"<\?\?\?>", false}}));
+    FormatSetsChanged = true;
+}
+
+int AddFormatSet(FormatSetList& list, const CFormats* formats, const std::wstring& name) {
+    if (formats == nullptr || list.Count() == FormatSetList::kMostSets) return -1;
+    std::vector<FormatSetEntry> entries;
+    for (const CFormat& format : *formats) {
+        entries.push_back({format.FormatName, true});
+    }
+    list.Append(MakeSet(name, std::move(entries)));
+    FormatSetsChanged = true;
+    return list.Count();
+}
+
+bool DeleteFormatSet(FormatSetList& list, int index) {
+    if (!list.Has(index)) return false;
+    list.Remove(index);
+    FormatSetsChanged = true;
+    return true;
+}
+
+int FindFormatSet(const FormatSetList& list, const CFormats* formats) {
+    if (formats == nullptr) return 0;
+    const std::wstring key = FormatsKey(*formats);
+    for (int index = 1; index <= list.Count(); ++index) {
+        if (list.Item(index).Key == key) return index;
+    }
+    return 0;
+}
+
+bool GetFormatSaveFlag(int index, const std::wstring& formatName) {
+    if (!FormatSets().Has(index)) return false;
+    const std::vector<FormatSetEntry>& entries = FormatSets().Item(index).Formats;
+    const auto entry = std::find_if(entries.begin(), entries.end(),
+                                    [&](const FormatSetEntry& each) { return each.Name == formatName; });
+    return entry != entries.end() && entry->Save;
+}
+
+bool IsKeptUnknownFormat(const std::wstring& formatName) {
+    const int mask = Options().UnknownFormats;
+    if ((mask & 255) == 255) return true;
+    // Bit 16 ("Ole") is deliberately without an effect of its own: it only completes the mask 255.
+    return ((mask & 1) != 0 && formatName == L"Text") ||
+           ((mask & 2) != 0 && formatName == L"Rich Text Format") ||
+           ((mask & 4) != 0 && formatName == L"DIB") || ((mask & 8) != 0 && formatName == L"Bitmap");
+}
+
+std::wstring BuildFormatSetKey(std::vector<FormatSetEntry>& entries) {
+    std::stable_sort(entries.begin(), entries.end(),
+                     [](const FormatSetEntry& a, const FormatSetEntry& b) { return a.Name < b.Name; });
+    std::vector<std::wstring> names;
+    for (const FormatSetEntry& entry : entries) {
+        names.push_back(entry.Name);
+    }
+    return Joined(names);
+}
+
+std::wstring FormatsKey(const CFormats& formats) {
+    std::vector<std::wstring> names;
+    for (const CFormat& format : formats) {
+        names.push_back(format.FormatName);
+    }
+    if (names.size() < 2) return Joined(names);
+    // Deliberate: the names are taken apart at every comma before they are sorted, while a set's key keeps a
+    // name with a comma whole. Such a clipboard is not recognised; the rule for unknown formats decides on
+    // it.
+    std::vector<std::wstring> parts = Split(Joined(names));
+    std::sort(parts.begin(), parts.end());
+    return Joined(parts);
+}

@@ -1,0 +1,6 @@
+#include "engine/process/SearchCriteria.h"
+
+SearchCriteria& TheSearchCriteria() {
+    static SearchCriteria criteria;
+    return criteria;
+}

@@ -1,0 +1,32 @@
+#include "engine/process/modMain.h"
+
+#include <exception>
+
+#include "platform/Platform.h"
+#include "platform/Text.h"
+
+std::wstring AppPath;
+std::wstring FormatSetFile;
+bool DebugMode = false;
+bool FirstStartPending = false;
+bool DiagnosticsOpen = false;
+bool RequestTrace = false;
+bool ModalDialogOpen = false;
+
+std::wstring AddBackslash(const std::wstring& path) {
+    std::wstring result = UpperCase(Trim(path));
+    if (result.empty() || result.back() != L'\\') result += L'\\';
+    return result;
+}
+
+bool FileExists(const std::wstring& path) {
+    try {
+        return ThePlatform().files.Exists(path);
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+void SetTopless(WindowHandle window, bool onTop) {
+    if (!ThePlatform().windows.SetAlwaysOnTop(window, onTop)) ThePlatform().user.Tell(L"SetTopless failed");
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "engine/tree/CTreeViewEx.h"
+
+// The profile or folder that new clips go into, shown with a picture of its own. There is none only while the
+// tree is empty.
+class ActiveContainer {
+ public:
+    // The tree is not owned and must live as long.
+    explicit ActiveContainer(CTreeViewEx& tree) : tree_(tree) {}
+    ActiveContainer(const ActiveContainer&) = delete;
+    ActiveContainer& operator=(const ActiveContainer&) = delete;
+
+    Node* Get() const { return node_; }
+    // Takes a profile, a folder or null; any other node is ignored. Changes the pictures of the old and the
+    // new one and tells the listener.
+    void SetActiveContainer(Node* node);
+    // Called after each change, and when the container got another name: title, buttons and menus follow.
+    void SetListener(std::function<void()> changed) { changed_ = std::move(changed); }
+    // The name of the container, for the title.
+    std::wstring Title() const;
+    void TellListener() const;
+
+    // Must be called before `node` and all below it are removed: a container among them moves up to the
+    // parent, from a profile to its neighbour at the root level.
+    void LeaveSubtree(const Node& node);
+
+    // At the window's load, after the profiles: the container of the last run, or the first profile when
+    // the stored place names no profile or folder.
+    void Restore();
+    // At the window's unload: keeps the container's place in the tree wrapper and in the settings store.
+    void Store() const;
+
+ private:
+    CTreeViewEx& tree_;
+    Node* node_ = nullptr;
+    std::function<void()> changed_;
+};
+
+// The picture of a node's kind: "Profile", "Structure" or "Clip"; empty for a node of no kind.
+std::wstring KindImage(const Node* node);

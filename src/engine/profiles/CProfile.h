@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+#include "engine/tree/Node.h"
+
+// One attached profile: a directory with a tree data file and clip data files.
+class CProfile {
+ public:
+    // What the user calls it: the text of its top node.
+    std::wstring Name;
+    // The directory as the user chose it, with or without "\" at its end.
+    std::wstring Directory;
+    // The tree was changed since it was last saved.
+    bool Dirty = false;
+    // The profile's top node; null while the profile is not in the tree. Not owned.
+    ::Node* Node = nullptr;
+};

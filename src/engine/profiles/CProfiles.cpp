@@ -1,0 +1,146 @@
+#include "engine/profiles/CProfiles.h"
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+#include "platform/Paths.h"
+#include "platform/Platform.h"
+#include "platform/RuntimeError.h"
+#include "platform/Text.h"
+
+namespace {
+
+constexpr const wchar_t* kSection = L"Profiles";
+
+// What the store says is not trusted further than this.
+constexpr std::int32_t kMostListed = 0x7FFF;
+
+std::wstring NameKey(int position) {
+    return L"Name" + NumberText(position);
+}
+
+std::wstring FileKey(int position) {
+    return L"File" + NumberText(position);
+}
+
+// The number of entries in the store. Where it cannot be read, the entries that are there without a gap are
+// counted: the list is written back at the end of the run, and profiles must not get lost by that.
+std::int32_t StoredCount(SettingsPort& settings) {
+    const auto count = ParseInt32(settings.Read(kSection, L"Count", L"0"));
+    if (count) return std::min(*count, kMostListed);
+    std::int32_t found = 0;
+    while (found < kMostListed && !settings.Read(kSection, FileKey(found + 1), L"").empty())
+        ++found;
+    return found;
+}
+
+}  // namespace
+
+CProfile& CProfiles::Add(const std::wstring& name, const std::wstring& directory, bool dirty, ::Node* node) {
+    if (SearchDir(directory) != 0) throw RuntimeError(ErrorNumber::DuplicateKey);
+    auto entry = std::make_unique<CProfile>();
+    entry->Name = name;
+    entry->Directory = directory;
+    entry->Dirty = dirty;
+    entry->Node = node;
+    entries_.push_back(std::move(entry));
+    return *entries_.back();
+}
+
+CProfile& CProfiles::Item(int position) const {
+    if (position < 1 || position > Count()) throw RuntimeError(ErrorNumber::IndexOutOfRange);
+    return *entries_[static_cast<std::size_t>(position) - 1];
+}
+
+CProfile& CProfiles::Item(const std::wstring& key) const {
+    CProfile* const found = GetProfile(key);
+    if (found == nullptr) throw RuntimeError(ErrorNumber::InvalidArgument);
+    return *found;
+}
+
+void CProfiles::Remove(int position) {
+    Item(position);  // throws when there is none
+    entries_.erase(entries_.begin() + (position - 1));
+}
+
+void CProfiles::Remove(const std::wstring& key) {
+    Item(key);  // throws when there is none
+    Remove(SearchDir(key));
+}
+
+std::vector<CProfile*> CProfiles::NewEnum() const {
+    std::vector<CProfile*> all;
+    for (const auto& entry : entries_)
+        all.push_back(entry.get());
+    return all;
+}
+
+void CProfiles::LoadRegistry() {
+    Clear();
+    SettingsPort& settings = ThePlatform().settings;
+    const std::int32_t count = StoredCount(settings);
+    for (int i = 1; i <= count; ++i) {
+        const std::wstring name = settings.Read(kSection, NameKey(i), L"");
+        const std::wstring directory = settings.Read(kSection, FileKey(i), L"");
+        if (SearchDir(directory) == 0) Add(name, directory, false, nullptr);
+    }
+}
+
+void CProfiles::SaveRegistry() const {
+    SettingsPort& settings = ThePlatform().settings;
+    // A list that shrank must leave no old entries behind.
+    settings.DeleteSection(kSection);
+    settings.Write(kSection, L"Count", NumberText(Count()));
+    int position = 1;
+    for (const auto& entry : entries_) {
+        settings.Write(kSection, NameKey(position), entry->Name);
+        settings.Write(kSection, FileKey(position), entry->Directory);
+        ++position;
+    }
+}
+
+int CProfiles::SearchDir(const std::wstring& directory) const {
+    const std::wstring key = UpperCase(directory);
+    const auto found = std::find_if(entries_.begin(), entries_.end(),
+                                    [&](const auto& entry) { return UpperCase(entry->Directory) == key; });
+    return found == entries_.end() ? 0 : static_cast<int>(found - entries_.begin()) + 1;
+}
+
+CProfile* CProfiles::GetProfile(const std::wstring& directory) const {
+    const int position = SearchDir(directory);
+    return position >= 1 ? &Item(position) : nullptr;
+}
+
+CProfile* CProfiles::ProfileInDirectory(const std::wstring& directory) const {
+    const std::wstring wanted = UpperCase(WithoutBackslash(directory));
+    for (const auto& entry : entries_) {
+        if (UpperCase(WithoutBackslash(entry->Directory)) == wanted) return entry.get();
+    }
+    return nullptr;
+}
+
+CProfile* CProfiles::ProfileOf(const ::Node* node) const {
+    for (const auto& entry : entries_) {
+        if (node != nullptr && entry->Node == node) return entry.get();
+    }
+    return nullptr;
+}
+
+void CProfiles::OrderAsInTree(const NodeCollection& nodes) {
+    std::map<const ::Node*, int> places;
+    for (const ::Node* node = nodes.Root(); node != nullptr; node = node->Next()) {
+        places.emplace(node, static_cast<int>(places.size()));
+    }
+    const auto placeOf = [&](const std::unique_ptr<CProfile>& entry) {
+        const auto place = places.find(entry->Node);
+        return place != places.end() ? place->second : static_cast<int>(places.size());
+    };
+    std::stable_sort(entries_.begin(), entries_.end(),
+                     [&](const auto& a, const auto& b) { return placeOf(a) < placeOf(b); });
+}
+
+CProfiles& Profiles() {
+    static CProfiles list;
+    return list;
+}

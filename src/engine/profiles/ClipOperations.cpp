@@ -1,0 +1,294 @@
+#include "engine/profiles/ClipOperations.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "engine/clipboard/modClipboard.h"
+#include "engine/profiles/CProfiles.h"
+#include "engine/profiles/DropRules.h"
+#include "engine/profiles/ProfileStore.h"
+#include "engine/profiles/StructureLock.h"
+#include "engine/profiles/modProfile.h"
+#include "engine/tree/modTreeEx.h"
+#include "platform/Platform.h"
+#include "platform/RuntimeError.h"
+#include "platform/Text.h"
+
+namespace {
+
+// For a walk over what is deleted.
+constexpr std::int16_t kDeleteAction = 1;
+
+// The description of what went wrong, empty when the file is gone. It is not asked beforehand whether the
+// file exists: the answer to that may be wrong when the disk is in trouble, and data would be taken for
+// deleted.
+std::wstring RemoveIfThere(const std::wstring& file) {
+    FilePort& files = ThePlatform().files;
+    if (files.Remove(file) || files.LastError() == kErrorFileNotFound) return {};
+    return FileErrorOf(files.LastError(), file).Description();
+}
+
+bool AskToDelete(const wchar_t* question, const wchar_t* title) {
+    return ThePlatform().user.Ask(question, title, true);
+}
+
+}  // namespace
+
+ClipOperations::ClipOperations(CTreeViewEx& tree, ActiveContainer& container)
+    : tree_(tree), container_(container) {
+    tree_.SetEvents(this);
+}
+
+ClipOperations::~ClipOperations() {
+    tree_.SetEvents(nullptr);
+}
+
+Node* ClipOperations::Drop(Node* target, Node* source, bool asChild, bool move) {
+    if (source == nullptr) return nullptr;
+    if (!DropPermitted(tree_, source, target, asChild, move)) {
+        ThePlatform().user.Tell(L"Ablage auf diesem Eintrag ist nicht erlaubt !!!");
+        return nullptr;
+    }
+    if (!ActionAllowed(TreeAction::DragAndDrop, source)) return nullptr;
+    if (target != nullptr && !ActionAllowed(TreeAction::DragAndDrop, target)) return nullptr;
+
+    const HourglassScope hourglass(ThePlatform().user);
+    if (IsProfileNode(source)) return MoveProfile(target, *source);
+    if (!move) return Copy(target, *source, asChild);
+    const bool inside = GetTopNode(target) == GetTopNode(source);
+    return inside ? MoveInsideProfile(target, *source, asChild)
+                  : MoveAcrossProfiles(target, *source, asChild);
+}
+
+Node* ClipOperations::Copy(Node* target, Node& source, bool asChild) {
+    Node* const profile = GetProfileNode(target, true);
+    Node* const copy = profile != nullptr ? CopyWithData(target, source, asChild) : nullptr;
+    if (copy == nullptr || SaveProfile(tree_, *profile)) return copy;
+    TakeBack(*copy);
+    return nullptr;
+}
+
+// The clips keep their files. The profile is saved without the source while that still stands in the tree, so
+// that a failure has nothing to put back.
+Node* ClipOperations::MoveInsideProfile(Node* target, Node& source, bool asChild) {
+    Node* const profile = GetProfileNode(target, true);
+    if (profile == nullptr) return nullptr;
+    Node* const copy = tree_.CopyNode(target, &source, asChild, false, true);
+    if (copy == nullptr) return nullptr;
+    if (!SaveProfile(tree_, *profile, &source)) {
+        tree_.TreeView()->Remove(*copy);
+        return nullptr;
+    }
+    CarryContainerOver(source, *copy);
+    RemoveNode(source);
+    return copy;
+}
+
+// A copy, and the source goes only when both profiles are on disk as they shall be: data files first, then
+// the target's tree, then the source's tree, and the source's data files last.
+Node* ClipOperations::MoveAcrossProfiles(Node* target, Node& source, bool asChild) {
+    Node* const sourceProfile = GetProfileNode(&source, true);
+    if (sourceProfile == nullptr) return nullptr;
+    Node* const copy = Copy(target, source, asChild);
+    if (copy == nullptr) return nullptr;
+    const std::vector<std::wstring> files = FilesBelow(source);
+    if (!SaveProfile(tree_, *sourceProfile, &source)) {
+        // Only what is off the target's disk may lose its data. Should even that fail, the copy stays whole.
+        if (SaveProfile(tree_, *GetProfileNode(copy, true), copy)) TakeBack(*copy);
+        return nullptr;
+    }
+    CarryContainerOver(source, *copy);
+    RemoveNode(source);
+    RemoveFiles(files);
+    return copy;
+}
+
+// The order of the profiles is the order of the list; no file holds it.
+Node* ClipOperations::MoveProfile(Node* target, Node& source) {
+    Node* const copy = tree_.CopyNode(target, &source, false, false, true);
+    if (copy == nullptr) return nullptr;
+    CProfile* const entry = Profiles().ProfileOf(&source);
+    if (entry != nullptr) entry->Node = copy;
+    CarryContainerOver(source, *copy);
+    RemoveNode(source);
+    Profiles().OrderAsInTree(*tree_.TreeView());
+    return copy;
+}
+
+// Copies the nodes and, by way of the events, the clips' data files. Null after a failure, which leaves
+// neither.
+Node* ClipOperations::CopyWithData(Node* target, Node& source, bool asChild) {
+    copiedFiles_.clear();
+    copyFailed_ = false;
+    Node* const copy = tree_.CopyNode(target, &source, asChild, false, false);
+    if (copy == nullptr || !copyFailed_) return copy;
+    TakeBack(*copy);
+    return nullptr;
+}
+
+// Removes the copy that was made last, with the data files that were made for it.
+void ClipOperations::TakeBack(Node& copy) {
+    tree_.TreeView()->Remove(copy);
+    for (const std::wstring& file : std::exchange(copiedFiles_, {}))
+        ThePlatform().files.Remove(file);
+}
+
+void ClipOperations::CarryContainerOver(const Node& source, Node& copy) {
+    // Both have the same shape, so that the container's twin stands as many steps behind the copy.
+    const Node* original = container_.Get();
+    if (original == nullptr || !tree_.IsSubNode(original, &source)) return;
+    TreeWalk twin(&copy);
+    TreeWalk walk(&source);
+    for (; walk.Current() != original; walk.Step())
+        twin.Step();
+    container_.SetActiveContainer(twin.Current());
+}
+
+bool ClipOperations::Delete(Node* node) {
+    if (IsProfileNode(node)) return DeleteProfile(*node);
+    if (IsStructureNode(node)) return DeleteFolder(*node);
+    return IsClipNode(node) && DeleteClip(*node);
+}
+
+bool ClipOperations::DeleteClip(Node& clip) {
+    return ActionAllowed(TreeAction::DeleteClip, &clip) &&
+           AskToDelete(L"Wollen Sie wirklich den Clip löschen ?", L"Clip löschen") && Remove(clip);
+}
+
+bool ClipOperations::DeleteFolder(Node& folder) {
+    return ActionAllowed(TreeAction::DeleteFolder, &folder) &&
+           AskToDelete(
+               L"Wollen Sie wirklich den Ordner, sowie alle untergeordneten Ordner und Clips löschen ?",
+               L"Ordner löschen") &&
+           Remove(folder);
+}
+
+bool ClipOperations::DeleteProfile(Node& profile) {
+    if (!ActionAllowed(TreeAction::DeleteProfile, &profile)) return false;
+    if (!AskToDelete(L"Wollen Sie wirklich das Profil unwiederruflich löschen ?", L"Profil löschen"))
+        return false;
+
+    const HourglassScope hourglass(ThePlatform().user);
+    const std::wstring directory = GetProfileDirectory(&profile);
+    const CProfile* const entry = Profiles().ProfileOf(&profile);
+    if (entry == nullptr) {
+        SetDirtyProfile(directory);  // says that the list does not know it
+        return false;
+    }
+    // With its tree data file the profile is gone; clips without it are only files.
+    const std::wstring failure = RemoveIfThere(TreeDataFilePath(directory));
+    if (!failure.empty()) {
+        ThePlatform().user.Tell(failure);
+        return false;
+    }
+    const std::vector<std::wstring> clipFiles = FilesBelow(profile);
+    Profiles().Remove(UpperCase(entry->Directory));
+    RemoveNode(profile);
+    RemoveFiles(clipFiles);
+    return true;
+}
+
+// Deletes a clip or folder. The disk is first told to forget it: should that fail, it is still there whole.
+bool ClipOperations::Remove(Node& node) {
+    const HourglassScope hourglass(ThePlatform().user);
+    Node* const profile = GetProfileNode(&node, true);
+    if (profile == nullptr) return false;
+    const std::vector<std::wstring> files = FilesBelow(node);
+    if (!SaveProfile(tree_, *profile, &node)) return false;
+    RemoveNode(node);
+    RemoveFiles(files);
+    return true;
+}
+
+void ClipOperations::RemoveNode(Node& node) {
+    container_.LeaveSubtree(node);
+    tree_.TreeView()->Remove(node);
+}
+
+std::vector<std::wstring> ClipOperations::FilesBelow(Node& node) {
+    noticedFiles_.clear();
+    tree_.ForAllNodes(&node, true, kDeleteAction);
+    return std::exchange(noticedFiles_, {});
+}
+
+// A file that cannot be removed is told once, however many there are: no node leads to it any more.
+void ClipOperations::RemoveFiles(const std::vector<std::wstring>& files) {
+    const auto isAnnounced = [](const std::wstring& file) {
+        return CompareNoCase(file, RenderFileName) == 0;
+    };
+    // A paste after the delete still gets what was put on the clipboard before it.
+    if (std::any_of(files.begin(), files.end(), isAnnounced)) RenderAllFormats();
+
+    std::wstring firstFailure;
+    for (const std::wstring& file : files) {
+        const std::wstring failure = RemoveIfThere(file);
+        if (firstFailure.empty()) firstFailure = failure;
+    }
+    if (!firstFailure.empty()) ThePlatform().user.Tell(firstFailure);
+}
+
+void ClipOperations::BeforeNodeCopy(Node* /*newParent*/, Node& /*sourceNode*/, bool /*isMove*/,
+                                    bool& cancel) {
+    cTV_BeforeNodeCopy(cancel);
+}
+
+void ClipOperations::AfterNodeCopy(Node& newNode, Node& sourceNode, bool isMove) {
+    cTV_AfterNodeCopy(newNode, sourceNode, isMove);
+}
+
+void ClipOperations::DoAction(std::int16_t action, Node& node, bool& /*cancel*/) {
+    cTV_DoAction(action, node);
+}
+
+// One clip that could not be copied ends the whole copy.
+void ClipOperations::cTV_BeforeNodeCopy(bool& cancel) {
+    cancel = cancel || copyFailed_;
+}
+
+void ClipOperations::cTV_AfterNodeCopy(Node& newNode, Node& sourceNode, bool isMove) {
+    // The source may show the picture of the active container.
+    newNode.SetImage(KindImage(&newNode));
+    if (isMove || !IsClipNode(&sourceNode)) return;
+
+    UserPort& user = ThePlatform().user;
+    const std::wstring from = ClipFileOf(&sourceNode);
+    const std::wstring failure =
+        L"Fehler beim Kopieren der Datei " + (from.empty() ? sourceNode.Text() : from);
+    try {
+        if (from.empty()) throw RuntimeError(ErrorNumber::FileNotFound);
+        CopyClipData(newNode, sourceNode, from);
+    } catch (const RuntimeError& error) {
+        copyFailed_ = true;
+        if (error.Number() == static_cast<int>(ErrorNumber::FileNotFound)) {
+            user.Tell(failure, L"Datei nicht gefunden");
+        } else {
+            user.Tell(failure + L"\r\n" + error.Description(), L"Fataler Fehler in AfterNodeCopy");
+        }
+    }
+}
+
+// Gives the copy of a clip a data file of its own, under the next number of the profile it stands in.
+void ClipOperations::CopyClipData(Node& newNode, const Node& sourceNode, const std::wstring& from) {
+    FilePort& files = ThePlatform().files;
+    std::int32_t number = 0;
+    std::wstring to;
+    // A file that no node leads to, left by a crash perhaps, is not overwritten.
+    do {
+        to = NewClipFileName(&newNode, true, number);
+        if (to.empty()) throw RuntimeError(ErrorNumber::ObjectMissing);
+    } while (files.Exists(to));
+    if (!files.Copy(from, to, false)) throw FileErrorOf(files.LastError(), from);
+    copiedFiles_.push_back(to);
+
+    ReadNodeAttributes(&sourceNode);
+    const NodeAttributes& read = ReadAttributes();
+    newNode.SetTag(MakeClipTag(number, read.formatCount, read.timeCaptured, read.info));
+}
+
+// While it is deleted: notes the data file of a clip. The files themselves go when the profile has been saved
+// without their nodes, so that no failure leaves a node without its data.
+void ClipOperations::cTV_DoAction(std::int16_t action, Node& node) {
+    if (action != kDeleteAction || !IsClipNode(&node)) return;
+    const std::wstring file = ClipFileOf(&node);
+    if (!file.empty()) noticedFiles_.push_back(file);
+}

@@ -1,0 +1,94 @@
+#include "engine/profiles/NodeProperties.h"
+
+#include "engine/profiles/ActiveContainer.h"
+#include "engine/profiles/CProfiles.h"
+#include "engine/profiles/ProfileStore.h"
+#include "engine/profiles/modProfile.h"
+#include "engine/tree/modTreeEx.h"
+#include "platform/ByteBuffer.h"
+#include "platform/Platform.h"
+#include "platform/Text.h"
+
+namespace {
+
+// True when there is nothing to refuse; else the user is told.
+bool Accepted(const std::wstring& refusal) {
+    if (!refusal.empty()) ThePlatform().user.Tell(refusal);
+    return refusal.empty();
+}
+
+void SaveChange(CTreeViewEx& tree, Node& node) {
+    SetProfileChanged(&node);
+    SaveAllProfiles(tree);
+}
+
+}  // namespace
+
+bool NameCanBeConfirmed(const std::wstring& name) {
+    return !Trim(name).empty();
+}
+
+std::wstring NameRefusal(const std::wstring& name) {
+    if (!NameCanBeConfirmed(name)) return L"Geben Sie bitte einen Namen ein.";
+    if (!FitsAnsi(name)) return L"Der Name enthält Zeichen, die nicht gespeichert werden können !!!";
+    if (!FitsStoredText(name)) return L"Der Name ist zu lang !!!";
+    return {};
+}
+
+std::wstring InfoRefusal(const std::wstring& info, const std::wstring& tag) {
+    if (!FitsAnsi(info))
+        return L"Die Informationen enthalten Zeichen, die nicht gespeichert werden können !!!";
+    if (!FitsStoredText(tag)) return L"Die Informationen sind zu lang !!!";
+    return {};
+}
+
+ClipProperties ReadClipProperties(const Node& clip) {
+    ReadNodeAttributes(&clip);
+    const NodeAttributes& read = ReadAttributes();
+    return {clip.Text(), read.info, read.timeCaptured, read.formatCount, ClipFileOf(&clip)};
+}
+
+bool ApplyClipProperties(CTreeViewEx& tree, Node& clip, const std::wstring& name, const std::wstring& info) {
+    ReadNodeAttributes(&clip);
+    const NodeAttributes& read = ReadAttributes();
+    const std::wstring tag = MakeClipTag(read.clipNumber, read.formatCount, read.timeCaptured, info);
+    if (!Accepted(NameRefusal(name)) || !Accepted(InfoRefusal(info, tag))) return false;
+    clip.SetText(name);
+    // A damaged tag leads to no file; rebuilt from what could be read, it would lead to a wrong one.
+    if (ClipNumberOf(&clip) != 0) clip.SetTag(tag);
+    SaveChange(tree, clip);
+    return true;
+}
+
+FolderProperties ReadFolderProperties(const Node& folder) {
+    return {folder.Text(), ParseStructureTag(folder.Tag())};
+}
+
+bool ApplyFolderProperties(CTreeViewEx& tree, Node& folder, const std::wstring& name,
+                           const std::wstring& info) {
+    const std::wstring tag = MakeStructureTag(info);
+    if (!Accepted(NameRefusal(name)) || !Accepted(InfoRefusal(info, tag))) return false;
+    folder.SetText(name);
+    folder.SetTag(tag);
+    SaveChange(tree, folder);
+    return true;
+}
+
+Node* NewFolder(CTreeViewEx& tree, Node* container, const std::wstring& name, const std::wstring& info) {
+    if (!IsNodeOfKind(container, kProfileKind | kStructureKind)) return nullptr;
+    const std::wstring tag = MakeStructureTag(info);
+    if (!Accepted(NameRefusal(name)) || !Accepted(InfoRefusal(info, tag))) return nullptr;
+    Node& folder = tree.TreeView()->Add(container, NodeRelation::Child, name, std::wstring(L"Structure"));
+    folder.SetTag(tag);
+    SaveChange(tree, folder);
+    return &folder;
+}
+
+bool RenameNode(CTreeViewEx& tree, Node& node, const std::wstring& name) {
+    if (!Accepted(NameRefusal(name))) return false;
+    node.SetText(name);
+    CProfile* const profile = Profiles().ProfileOf(&node);
+    if (profile != nullptr) profile->Name = name;
+    SaveChange(tree, node);
+    return true;
+}

@@ -1,0 +1,235 @@
+#include "engine/profiles/ProfileActions.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "engine/process/modOption.h"
+#include "engine/profiles/CProfiles.h"
+#include "engine/profiles/NodeProperties.h"
+#include "engine/profiles/ProfileStore.h"
+#include "engine/profiles/StructureLock.h"
+#include "engine/profiles/modProfile.h"
+#include "engine/tree/modTreeEx.h"
+#include "platform/Paths.h"
+#include "platform/Platform.h"
+#include "platform/RuntimeError.h"
+#include "platform/Text.h"
+
+namespace {
+
+constexpr const wchar_t* kAlreadyAttached = L"Das Profil ist schon eingebunden !!!";
+constexpr const wchar_t* kOtherDirectory = L"\r\nWählen Sie bitte ein anderes Verzeichnis.";
+
+void Tell(const std::wstring& text, const std::wstring& title = {}) {
+    ThePlatform().user.Tell(text, title);
+}
+
+void TellNotLoaded(const std::wstring& directory) {
+    Tell(L"Profilverzeichnis " + directory + L" konnte nicht geladen werden");
+}
+
+// What speaks against a directory for a profile, be it new or not.
+std::wstring DirectoryRefusal(const std::wstring& directory) {
+    if (Trim(directory).empty()) return L"Wählen Sie bitte ein Verzeichnis aus.";
+    if (!IsFullPath(directory))
+        return L"Das Verzeichnis " + directory + L" ist nicht vollständig angegeben !!!" + kOtherDirectory;
+    if (directory.find(L'&') != std::wstring::npos)
+        return L"Das Zeichen \"&\" ist im Verzeichnis eines Profils nicht erlaubt !!!" +
+               std::wstring(kOtherDirectory);
+    if (Profiles().ProfileInDirectory(directory) != nullptr) return kAlreadyAttached;
+    return {};
+}
+
+// The highest number of the clip data files in a directory. A new profile may be made where such files lie,
+// and must not write over them.
+std::int32_t HighestClipFile(const std::wstring& directory) {
+    std::int32_t highest = 0;
+    for (const std::wstring& name : ThePlatform().files.List(JoinDirectory(directory, L"C*.nxc"))) {
+        const std::wstring number = name.substr(1, name.find(L'.') - 1);
+        highest = std::max(highest, ParseInt32(number).value_or(0));
+    }
+    return highest;
+}
+
+// A template brings no clip data along, so a clip in it would be an empty shell.
+void RemoveClips(NodeCollection& nodes, Node& profile) {
+    std::vector<Node*> clips;
+    for (TreeWalk walk(&profile); walk.InSubtree(); walk.Step()) {
+        if (IsClipNode(walk.Current()) && !IsClipNode(walk.Current()->Parent()))
+            clips.push_back(walk.Current());
+    }
+    for (Node* clip : clips)
+        nodes.Remove(*clip);
+}
+
+bool CopyTemplate(const std::wstring& templateFile, const std::wstring& treeFile) {
+    FilePort& files = ThePlatform().files;
+    if (files.Copy(templateFile, treeFile, false)) return true;
+    const std::uint32_t code = files.LastError();
+    if (code == kErrorFileNotFound) {
+        Tell(L"Fehler beim Kopieren der Vorlagendatei \r\n\r\n" + templateFile, L"Datei nicht gefunden");
+    } else {
+        Tell(FileErrorOf(code, treeFile).Description());
+    }
+    return false;
+}
+
+bool MakeDirectories(const std::wstring& directory) {
+    FilePort& files = ThePlatform().files;
+    if (files.IsDirectory(directory)) return true;
+    const std::wstring above = DirectoryAbove(directory);
+    const bool standsAlone = above.empty() || above == directory;
+    return (standsAlone || MakeDirectories(above)) && files.MakeDirectory(directory);
+}
+
+}  // namespace
+
+Node* ProfileActions::BuildNewprofile(const std::wstring& name, const std::wstring& directory,
+                                      const std::wstring& templateFile) {
+    const std::wstring refusal = NewProfileRefusal(name, directory);
+    if (!refusal.empty()) {
+        Tell(refusal);
+        return nullptr;
+    }
+    Node* const profile = templateFile.empty() ? BuildEmptyProfile(name, directory)
+                                               : BuildFromTemplate(name, directory, templateFile);
+    if (profile == nullptr) return nullptr;
+    RaiseClipCounter(*profile, HighestClipFile(directory));
+    Attach(*profile, directory);
+    // Not left to the next save: until then a crash would leave nothing of it.
+    if (SaveProfile(tree_, *profile)) return profile;
+    TakeOut(*profile);
+    ThePlatform().files.Remove(TreeDataFilePath(directory));
+    return nullptr;
+}
+
+Node* ProfileActions::BuildEmptyProfile(const std::wstring& name, const std::wstring& directory) {
+    Node& profile =
+        tree_.TreeView()->Add(nullptr, NodeRelation::Last, name, ImageValue(std::wstring(L"Profile")));
+    profile.SetTag(MakeProfileTag(0, directory, false, L""));
+    return &profile;
+}
+
+// The name in the template is only a suggestion; its info text and its global release are taken over.
+Node* ProfileActions::BuildFromTemplate(const std::wstring& name, const std::wstring& directory,
+                                        const std::wstring& templateFile) {
+    FilePort& files = ThePlatform().files;
+    if (!files.Exists(templateFile)) {
+        Tell(L"Vorlage " + templateFile + L" nicht verfügbar !!!");
+        return nullptr;
+    }
+    const std::wstring treeFile = TreeDataFilePath(directory);
+    if (!CopyTemplate(templateFile, treeFile)) return nullptr;
+    Node* const profile = LoadProfileDirectory(tree_, directory);
+    if (profile == nullptr) {
+        TellNotLoaded(directory);
+        files.Remove(treeFile);
+        return nullptr;
+    }
+    RemoveClips(*tree_.TreeView(), *profile);
+    profile->SetText(name);
+    return profile;
+}
+
+Node* ProfileActions::ImportProfileDirect(const std::wstring& directory) {
+    const std::wstring refusal = DirectoryRefusal(directory);
+    if (!refusal.empty()) {
+        Tell(refusal);
+        return nullptr;
+    }
+    Node* const profile = LoadProfileDirectory(tree_, directory);
+    if (profile == nullptr) {
+        TellNotLoaded(directory);
+        return nullptr;
+    }
+    Attach(*profile, directory);
+    return profile;
+}
+
+void ProfileActions::Attach(Node& profile, const std::wstring& directory) {
+    Profiles().Add(profile.Text(), directory, false, &profile);
+    if (container_.Get() == nullptr) container_.SetActiveContainer(&profile);
+}
+
+void ProfileActions::TakeOut(Node& profile) {
+    Profiles().Remove(GetProfileDirectory(&profile));
+    container_.LeaveSubtree(profile);
+    tree_.TreeView()->Remove(profile);
+}
+
+bool ProfileActions::UnlinkProfile(Node* profile) {
+    if (!IsProfileNode(profile) || !ActionAllowed(TreeAction::UnlinkProfile, profile)) return false;
+    if (!ThePlatform().user.Ask(L"Wollen Sie wirklich das Profil ausblenden (nicht löschen) ?",
+                                L"Profil ausblenden", true)) {
+        return false;
+    }
+    const std::wstring directory = GetProfileDirectory(profile);
+    if (Profiles().SearchDir(directory) == 0) {
+        Tell(L"Fataler Fehler (UnlinkProfile)\r\n" + directory + L" nicht in der Profilliste gefunden !!!");
+        return false;
+    }
+    TakeOut(*profile);
+    return true;
+}
+
+std::wstring NewProfileRefusal(const std::wstring& name, const std::wstring& directory) {
+    const std::wstring nameRefusal = NameRefusal(name);
+    if (!nameRefusal.empty()) return nameRefusal;
+    const std::wstring directoryRefusal = DirectoryRefusal(directory);
+    if (!directoryRefusal.empty()) return directoryRefusal;
+    if (ThePlatform().files.Exists(TreeDataFilePath(directory)))
+        return L"Im angewählten Verzeichnis ist bereits ein Profil hinterlegt !!!" +
+               std::wstring(kOtherDirectory);
+    return {};
+}
+
+bool ConfirmNewProfile(const std::wstring& name, const std::wstring& directory) {
+    const std::wstring refusal = NewProfileRefusal(name, directory);
+    if (!refusal.empty()) {
+        Tell(refusal);
+        return false;
+    }
+    if (ThePlatform().files.IsDirectory(directory)) return true;
+    return ThePlatform().user.Ask(MissingDirectoryQuestion(directory), kMissingDirectoryTitle, false) &&
+           MakeProfileDirectory(directory);
+}
+
+std::wstring MissingDirectoryQuestion(const std::wstring& directory) {
+    return L"Das Verzeichnis \r\n\r\n" + directory +
+           L"\r\n\r\nexistiert nicht.\r\nSoll ein neues Verzeichnis angelegt werden ?";
+}
+
+bool MakeProfileDirectory(const std::wstring& directory) {
+    if (MakeDirectories(WithoutBackslash(directory))) return true;
+    Tell(FileErrorOf(ThePlatform().files.LastError(), directory).Description(), L"Verzeichnisfehler");
+    return false;
+}
+
+ProfileProperties ReadProfileProperties(const Node& profile) {
+    ReadNodeAttributes(&profile);
+    const NodeAttributes read = ReadAttributes();
+    const NodeCounts counts = CountBelow(profile);
+    const bool locked = LockBlocks(TreeAction::EditProfile, &profile, Options().LockEdit);
+    return {.name = profile.Text(),
+            .directory = read.directory,
+            .info = read.info,
+            .globalFree = read.globalFlag,
+            .locked = locked,
+            .folders = counts.folders,
+            .clips = counts.clips};
+}
+
+bool ApplyProfileProperties(CTreeViewEx& tree, Node& profile, const ProfileProperties& properties) {
+    ReadNodeAttributes(&profile);
+    const NodeAttributes read = ReadAttributes();
+    const std::wstring tag =
+        MakeProfileTag(read.counter, read.directory, properties.globalFree, properties.info);
+    const std::wstring nameRefusal = NameRefusal(properties.name);
+    const std::wstring refusal = nameRefusal.empty() ? InfoRefusal(properties.info, tag) : nameRefusal;
+    if (!refusal.empty()) {
+        Tell(refusal);
+        return false;
+    }
+    profile.SetTag(tag);
+    return RenameNode(tree, profile, properties.name);
+}

@@ -1,0 +1,47 @@
+#include "engine/profiles/StructureLock.h"
+
+#include "engine/process/modOption.h"
+#include "engine/profiles/modProfile.h"
+#include "engine/tree/modTreeEx.h"
+#include "platform/Platform.h"
+
+namespace {
+
+// The profile of `node` carries the global release.
+bool IsReleased(const Node* node) {
+    const Node* const profile = GetTopNode(node);
+    if (!IsProfileNode(profile)) return false;
+    ReadNodeAttributes(profile);
+    return ReadAttributes().globalFlag;
+}
+
+}  // namespace
+
+bool LockBlocks(TreeAction action, const Node* node, bool lockEdit) {
+    if (!lockEdit) return false;
+    switch (action) {
+        case TreeAction::Snap:
+            return true;
+        case TreeAction::DeleteClip:
+        case TreeAction::EditClip:
+            return false;
+        default:
+            return !IsReleased(node);
+    }
+}
+
+bool ActionAllowed(TreeAction action, const Node* node) {
+    if (!LockBlocks(action, node, Options().LockEdit)) return true;
+    ThePlatform().user.Tell(L"Die Strukturaktionen sind gesperrt !!!");
+    return false;
+}
+
+TreeAction DeleteActionFor(const Node& node) {
+    if (IsProfileNode(&node)) return TreeAction::DeleteProfile;
+    return IsStructureNode(&node) ? TreeAction::DeleteFolder : TreeAction::DeleteClip;
+}
+
+TreeAction EditActionFor(const Node& node) {
+    if (IsProfileNode(&node)) return TreeAction::EditProfile;
+    return IsStructureNode(&node) ? TreeAction::EditFolder : TreeAction::EditClip;
+}

@@ -1,0 +1,113 @@
+#include "engine/profiles/Templates.h"
+
+#include "engine/process/modMain.h"
+#include "engine/profiles/ProfileStore.h"
+#include "engine/profiles/modProfile.h"
+#include "engine/tree/modTreeEx.h"
+#include "platform/Paths.h"
+#include "platform/Platform.h"
+#include "platform/Text.h"
+
+namespace {
+
+constexpr const wchar_t* kSection = L"Settings";
+constexpr const wchar_t* kDialogKey = L"Dialog";
+
+std::int32_t StoredDialogFlag(const wchar_t* absent) {
+    return ParseInt32(ThePlatform().settings.Read(kSection, kDialogKey, absent)).value_or(0);
+}
+
+// Makes a directory if it is missing. The user is told and can only agree: deliberate.
+bool HasDirectory(const std::wstring& directory) {
+    if (ThePlatform().files.IsDirectory(directory)) return true;
+    ThePlatform().user.Tell(MissingDirectoryQuestion(directory), kMissingDirectoryTitle,
+                            MessageIcon::Question);
+    return MakeProfileDirectory(directory);
+}
+
+// Null when nothing was attached.
+Node* InstallTemplate(ProfileActions& actions, const std::wstring& name, const std::wstring& directory,
+                      const std::wstring& templateFile) {
+    if (!HasDirectory(directory)) return nullptr;
+    UserPort& user = ThePlatform().user;
+    if (ThePlatform().files.Exists(TreeDataFilePath(directory))) {
+        const bool attach = user.Ask(L"Es existiert schon ein Profil im Verzeichnis\r\n" + directory +
+                                         L"\r\nSoll das existierende Profil eingebunden werden ?",
+                                     L"Profil existiert", false);
+        return attach ? actions.ImportProfileDirect(directory) : nullptr;
+    }
+    Node* const profile = actions.BuildNewprofile(name, directory, templateFile);
+    if (profile == nullptr) user.Tell(L"Profil '" + name + L"' konnte nicht angelegt werden.");
+    return profile;
+}
+
+}  // namespace
+
+const std::array<FirstStartTemplate, kFirstStartTemplateCount> kFirstStartTemplates = {{
+    {L"Entwicklung (Vorlagenstruktur für die Programmentwicklung)", L"Develop.nxp", L"Entwicklung"},
+    {L"Office (Vorlagenstruktur für die Verwaltung von Office-Komponenten )", L"Office.nxp", L"Office"},
+    {L"Medien (Vorlagenstruktur für die Verwaltung von Multimedia-Komponenten)", L"Medien.nxp", L"Medien"},
+    {L"Handbuch (Vorlagenstruktur für die Erstellung von Handbüchern)", L"Handbuch.nxp", L"Handbuch"},
+}};
+
+const wchar_t* const kFirstStartTitle =
+    L"Vielen Dank für den Einsatz von Norvale.\r\n"
+    L"Um Ihnen einen schnellen Einstieg zu ermöglichen. Können Sie jetzt eine Reihe vordefinierter "
+    L"Anwender-Profile einbinden. Um ein Profil auszuwählen, wählen Sie bitte ein oder mehrerer "
+    L"der unten aufgeführten Profilvorlagen an. Diese werden im Unterverzeichnis 'Daten' des "
+    L"Installationsverzeichnisses angelegt. Zu einem späteren Zeitpunkt können Sie "
+    L"weitere Profile über den Menüpunkt 'Datei-Neues Profil' anlegen.";
+const wchar_t* const kFirstStartText =
+    L"Weitere Vorlagen finden Sie im Unterverzeichnis "
+    L"Templates.";
+
+std::wstring TemplateDirectory() {
+    return WithBackslash(AppPath) + L"Templates\\";
+}
+
+std::vector<std::wstring> TemplateFiles() {
+    return ThePlatform().files.List(TemplateDirectory() + L"*.nxp");
+}
+
+TemplatePreview LoadTemplatePreview(CTreeViewEx& previewTree, const std::wstring& templateFile) {
+    previewTree.TreeView()->Clear();
+    if (!previewTree.LoadDataFromFile(templateFile)) return {};
+    const Node* const profile = previewTree.BuildSubTreeFromData(nullptr);
+    previewTree.ReleaseData();
+    if (!IsProfileNode(profile)) return {};
+    ReadNodeAttributes(profile);
+    return {profile->Text(), ReadAttributes().info};
+}
+
+bool FirstStartDue() {
+    return StoredDialogFlag(L"0") == 0;
+}
+
+bool FirstStartBoxChecked() {
+    return StoredDialogFlag(L"1") != 0;
+}
+
+Node* InstallFirstStartTemplates(CTreeViewEx& tree, ActiveContainer& container,
+                                 const std::array<bool, kFirstStartTemplateCount>& checked, bool boxChecked) {
+    ThePlatform().settings.Write(kSection, kDialogKey, boxChecked ? L"1" : L"0");
+    if (checked == std::array<bool, kFirstStartTemplateCount>{}) return nullptr;
+    const std::wstring dataDirectory = WithBackslash(AppPath) + L"Daten";
+    if (!HasDirectory(dataDirectory)) {
+        ThePlatform().user.Tell(L"Es wurden keine Vorlagen angelegt.");
+        return nullptr;
+    }
+
+    ProfileActions actions(tree, container);
+    Node* first = nullptr;
+    for (std::size_t i = 0; i < checked.size(); ++i) {
+        if (!checked[i]) continue;
+        const FirstStartTemplate& offer = kFirstStartTemplates[i];
+        Node* const profile = InstallTemplate(actions, offer.name, JoinDirectory(dataDirectory, offer.name),
+                                              TemplateDirectory() + offer.file);
+        if (first == nullptr) first = profile;
+    }
+    if (first == nullptr) return nullptr;
+    SaveAllProfiles(tree);
+    container.SetActiveContainer(first);
+    return first;
+}

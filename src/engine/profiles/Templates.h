@@ -1,0 +1,47 @@
+#pragma once
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "engine/profiles/ProfileActions.h"
+
+// Profile templates: tree data files with ready-made folders, in "Templates\" beside the program.
+
+// The directory of the templates, with "\" at its end.
+std::wstring TemplateDirectory();
+// The names of the template files, sorted.
+std::vector<std::wstring> TemplateFiles();
+
+// What the preview of a template shows besides its tree: from the top node of a template loaded into the
+// preview's own tree; both empty when that is no profile.
+struct TemplatePreview {
+    std::wstring name;
+    std::wstring info;
+};
+// Empties the preview tree and loads a template into it.
+TemplatePreview LoadTemplatePreview(CTreeViewEx& previewTree, const std::wstring& templateFile);
+
+// The profiles that the first-start dialog offers, in the order of its boxes and of their installation.
+struct FirstStartTemplate {
+    const wchar_t* caption;
+    const wchar_t* file;
+    const wchar_t* name;  // of the profile and of its directory
+};
+inline constexpr int kFirstStartTemplateCount = 4;
+extern const std::array<FirstStartTemplate, kFirstStartTemplateCount> kFirstStartTemplates;
+
+// The welcome of the first-start dialog: its two labels.
+extern const wchar_t* const kFirstStartTitle;
+extern const wchar_t* const kFirstStartText;
+
+// The dialog is due at this start.
+bool FirstStartDue();
+// The state of the box that turns the dialog off, when it opens.
+bool FirstStartBoxChecked();
+
+// The OK of the first-start dialog: keeps the state of its box, makes the directories and installs the
+// checked templates in their order. What was attached is saved, and the first of it becomes the active
+// container. The result is that profile's node, null when nothing was attached.
+Node* InstallFirstStartTemplates(CTreeViewEx& tree, ActiveContainer& container,
+                                 const std::array<bool, kFirstStartTemplateCount>& checked, bool boxChecked);

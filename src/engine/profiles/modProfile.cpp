@@ -1,0 +1,157 @@
+#include "engine/profiles/modProfile.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "engine/profiles/CProfiles.h"
+#include "engine/tree/modTreeEx.h"
+#include "platform/Platform.h"
+#include "platform/RuntimeError.h"
+#include "platform/Text.h"
+
+namespace {
+
+// A profile's tag taken apart.
+struct ProfileFields {
+    std::int32_t counter = 0;
+    std::wstring directory;
+    bool globalFlag = false;
+    std::wstring info;
+
+    explicit ProfileFields(const Node& profile) {
+        ParseProfileTag(profile.Tag(), counter, directory, globalFlag, info);
+    }
+    std::wstring Tag() const { return MakeProfileTag(counter, directory, globalFlag, info); }
+};
+
+NodeAttributes attributes;
+
+}  // namespace
+
+bool IsNodeOfKind(const Node* node, int mask) {
+    return ((mask & kProfileKind) != 0 && IsProfileNode(node)) ||
+           ((mask & kStructureKind) != 0 && IsStructureNode(node)) ||
+           ((mask & kClipKind) != 0 && IsClipNode(node));
+}
+
+const Node* GetTopNode(const Node* node) {
+    while (node != nullptr && node->Parent() != nullptr)
+        node = node->Parent();
+    return node;
+}
+
+Node* GetTopNode(Node* node) {
+    return const_cast<Node*>(GetTopNode(static_cast<const Node*>(node)));
+}
+
+Node* GetProfileNode(Node* node, bool showError) {
+    if (node == nullptr) return nullptr;
+    Node* const top = GetTopNode(node);
+    if (IsProfileNode(top)) return top;
+    if (showError) ThePlatform().user.Tell(L"GetProfileNode: Fataler Fehler. Kein Profilknoten ermittelt");
+    return nullptr;
+}
+
+std::wstring GetProfileDirectory(const Node* node) {
+    if (!IsProfileNode(node)) return {};
+    try {
+        return ProfileFields(*node).directory;
+    } catch (const RuntimeError&) {
+        return {};
+    }
+}
+
+void SetProfileDirectory(Node* node, const std::wstring& directory) {
+    if (!IsProfileNode(node)) return;
+    ProfileFields fields(*node);
+    fields.directory = directory;
+    node->SetTag(fields.Tag());
+}
+
+std::wstring NewClipFileName(Node* node, bool commit, std::int32_t& clipNumber) {
+    if (node == nullptr) return {};
+    Node* const profile = GetProfileNode(node, true);
+    if (profile == nullptr) return {};
+    ProfileFields fields(*profile);
+    if (fields.counter == std::numeric_limits<std::int32_t>::max()) throw RuntimeError(ErrorNumber::Overflow);
+    clipNumber = ++fields.counter;
+    if (commit) {
+        profile->SetTag(fields.Tag());
+        SetDirtyProfile(fields.directory);
+    }
+    return ClipFilePath(fields.directory, clipNumber);
+}
+
+void RaiseClipCounter(Node& profile, std::int32_t number) {
+    ProfileFields fields(profile);
+    if (fields.counter >= number) return;
+    fields.counter = number;
+    profile.SetTag(fields.Tag());
+}
+
+std::wstring ClipFilePath(const std::wstring& directory, std::int32_t clipNumber) {
+    return WithBackslash(directory) + L"C" + NumberText(clipNumber) + L".nxc";
+}
+
+std::int32_t ClipNumberOf(const Node* clip) {
+    if (!IsClipNode(clip)) return 0;
+    std::int32_t number = 0;
+    std::int16_t formatCount = 0;
+    std::wstring timeCaptured;
+    std::wstring info;
+    try {
+        ParseClipTag(clip->Tag(), number, formatCount, timeCaptured, info);
+    } catch (const RuntimeError&) {
+        return 0;
+    }
+    return std::max(number, 0);
+}
+
+std::wstring ClipFileOf(const Node* clip) {
+    const std::int32_t number = ClipNumberOf(clip);
+    const std::wstring directory = GetProfileDirectory(GetTopNode(clip));
+    if (number == 0 || directory.empty()) return {};
+    return ClipFilePath(directory, number);
+}
+
+void SetDirtyProfile(const std::wstring& directory) {
+    CProfile* const profile = Profiles().GetProfile(directory);
+    if (profile != nullptr) {
+        profile->Dirty = true;
+    } else {
+        ThePlatform().user.Tell(L"Fataler Fehler (SetDirtyProfile)\r\n" + directory +
+                                L" nicht in der Profilliste gefunden !!!");
+    }
+}
+
+const NodeAttributes& ReadAttributes() {
+    return attributes;
+}
+
+void ReadNodeAttributes(const Node* node) {
+    attributes = {};
+    if (node == nullptr) return;
+    try {
+        if (IsClipNode(node)) {
+            ParseClipTag(node->Tag(), attributes.clipNumber, attributes.formatCount, attributes.timeCaptured,
+                         attributes.info);
+        } else if (IsStructureNode(node)) {
+            attributes.info = ParseStructureTag(node->Tag());
+        } else if (IsProfileNode(node)) {
+            ParseProfileTag(node->Tag(), attributes.counter, attributes.directory, attributes.globalFlag,
+                            attributes.info);
+        }
+    } catch (const RuntimeError&) {
+        // What stands in front of the damage has been read; a search must not stop here.
+    }
+}
+
+NodeCounts CountBelow(const Node& node) {
+    NodeCounts counts;
+    TreeWalk walk(&node);
+    for (walk.Step(); walk.InSubtree(); walk.Step()) {
+        if (IsStructureNode(walk.Current())) ++counts.folders;
+        if (IsClipNode(walk.Current())) ++counts.clips;
+    }
+    return counts;
+}

@@ -1,0 +1,51 @@
+#include "engine/tree/Node.h"
+
+#include "engine/tree/NodeCollection.h"
+
+void Node::SetText(const std::wstring& text) {
+    if (text_ == text) return;
+    text_ = text;
+    if (owner_.View() != nullptr) owner_.View()->NodeTextChanged(*this);
+    owner_.TextChanged(*this);
+}
+
+void Node::SetImage(const ImageValue& image) {
+    SetPicture(image_, image);
+}
+
+void Node::SetSelectedImage(const ImageValue& image) {
+    SetPicture(selectedImage_, image);
+}
+
+void Node::SetExpandedImage(const ImageValue& image) {
+    SetPicture(expandedImage_, image);
+}
+
+void Node::SetPicture(ImageValue& picture, const ImageValue& value) {
+    if (picture == value) return;
+    picture = value;
+    if (owner_.View() != nullptr) owner_.View()->NodeImageChanged(*this);
+}
+
+void Node::SetExpanded(bool expanded) {
+    if (expanded_ == expanded) return;
+    expanded_ = expanded;
+    if (owner_.View() != nullptr) owner_.View()->NodeExpandedChanged(*this);
+}
+
+void Node::SetSorted(bool sorted) {
+    sorted_ = sorted;
+    if (sorted) owner_.PutInOrder(this);
+}
+
+std::wstring Node::FullPath() const {
+    std::vector<const Node*> way;
+    for (const Node* node = this; node != nullptr; node = node->parent_)
+        way.push_back(node);
+    std::wstring path;
+    for (auto node = way.rbegin(); node != way.rend(); ++node) {
+        if (node != way.rbegin()) path += L'\\';
+        path += (*node)->text_;
+    }
+    return path;
+}

@@ -1,0 +1,56 @@
+#include "engine/views/ChooserRules.h"
+
+#include <algorithm>
+
+#include "platform/NamePattern.h"
+#include "platform/Platform.h"
+#include "platform/RuntimeError.h"
+#include "platform/Text.h"
+
+namespace {
+
+bool IsDirectoryName(const std::wstring& name) {
+    return !name.empty() && name != L"." && name != L".." &&
+           name.find_first_of(L"\\/:*?\"<>|") == std::wstring::npos;
+}
+
+}  // namespace
+
+std::wstring DriveAfterChange(const std::wstring& drive, bool readable) {
+    if (readable) return drive;
+    ThePlatform().user.Tell(L"Laufwerk " + drive + L" nicht verfügbar !!!", L"Laufwerksfehler");
+    return L"c:";
+}
+
+bool MatchesPattern(const std::wstring& name, const std::wstring& patterns) {
+    std::size_t begin = 0;
+    while (begin <= patterns.size()) {
+        const std::size_t end = std::min(patterns.find(L';', begin), patterns.size());
+        const std::wstring pattern = Trim(patterns.substr(begin, end - begin));
+        if (!pattern.empty() && MatchesNamePattern(name, pattern)) return true;
+        begin = end + 1;
+    }
+    return false;
+}
+
+std::vector<std::wstring> FilesMatching(const std::wstring& directory, const std::wstring& patterns) {
+    std::vector<std::wstring> matching;
+    for (const std::wstring& name : ThePlatform().files.List(JoinDirectory(directory, L"*"))) {
+        if (MatchesPattern(name, patterns)) matching.push_back(name);
+    }
+    return matching;
+}
+
+std::wstring MakeDirectoryIn(const std::wstring& parent, const std::wstring& name) {
+    const std::wstring directory = JoinDirectory(parent, Trim(name));
+    UserPort& user = ThePlatform().user;
+    if (!IsDirectoryName(Trim(name))) {
+        user.Tell(L"Der Name \"" + name + L"\" ist für ein Verzeichnis nicht erlaubt !!!",
+                  L"Verzeichnisfehler");
+        return {};
+    }
+    FilePort& files = ThePlatform().files;
+    if (files.MakeDirectory(directory)) return directory;
+    user.Tell(FileErrorOf(files.LastError(), directory).Description(), L"Verzeichnisfehler");
+    return {};
+}

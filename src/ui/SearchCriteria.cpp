@@ -1,6 +1,0 @@
-#include "ui/SearchCriteria.h"
-
-SearchCriteria& TheSearchCriteria() {
-    static SearchCriteria criteria;
-    return criteria;
-}

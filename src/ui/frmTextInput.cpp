@@ -1,8 +1,0 @@
-#include "ui/frmTextInput.h"
-
-#include "resources/controls.h"
-
-void frmTextInput::OnOk() {
-    text_ = Dialog::Text(tbDir);
-    Close(true);
-}

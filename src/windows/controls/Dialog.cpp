@@ -1,0 +1,200 @@
+#include "windows/controls/Dialog.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "engine/process/modMain.h"
+#include "platform/Platform.h"
+#include "resources/controls.h"
+#include "windows/controls/DialogTemplate.h"
+
+namespace {
+
+std::vector<HWND>& ModelessWindows() {
+    static std::vector<HWND> windows;
+    return windows;
+}
+
+// Over its owner, as wide as it is, and wholly on the owner's monitor.
+void CentreOver(HWND window, HWND owner) {
+    RECT own;
+    RECT around;
+    GetWindowRect(window, &own);
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromWindow(owner != nullptr ? owner : window, MONITOR_DEFAULTTONEAREST), &monitor);
+    if (owner == nullptr || IsIconic(owner) || !IsWindowVisible(owner))
+        around = monitor.rcWork;
+    else
+        GetWindowRect(owner, &around);
+
+    const LONG width = own.right - own.left;
+    const LONG height = own.bottom - own.top;
+    const LONG left = (around.left + around.right - width) / 2;
+    const LONG top = (around.top + around.bottom - height) / 2;
+    const RECT& work = monitor.rcWork;
+    SetWindowPos(window, nullptr, std::max(work.left, std::min(left, work.right - width)),
+                 std::max(work.top, std::min(top, work.bottom - height)), 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+}  // namespace
+
+bool Dialog::ShowModal(HWND owner, int dialogTemplate) {
+    const OpenDialogScope open;
+    modal_ = true;
+    const std::vector<std::byte> bytes = DialogTemplateInSystemFont(dialogTemplate);
+    const INT_PTR result =
+        bytes.empty() ? -1
+                      : DialogBoxIndirectParamW(GetModuleHandleW(nullptr),
+                                                reinterpret_cast<const DLGTEMPLATE*>(bytes.data()), owner,
+                                                &Dialog::Procedure, reinterpret_cast<LPARAM>(this));
+    if (result == -1) ThePlatform().user.Tell(L"Das Dialogfenster konnte nicht geöffnet werden !!!");
+    return result == IDOK;
+}
+
+HWND Dialog::ShowModeless(HWND owner, int dialogTemplate) {
+    const HWND window = CreateBeside(owner, dialogTemplate);
+    if (window != nullptr) {
+        ModelessWindows().push_back(window);
+        ShowWindow(window, SW_SHOW);
+    }
+    return window;
+}
+
+HWND Dialog::CreatePage(HWND parent, int dialogTemplate) {
+    page_ = true;
+    return CreateBeside(parent, dialogTemplate);
+}
+
+HWND Dialog::CreateBeside(HWND owner, int dialogTemplate) {
+    modal_ = false;
+    const std::vector<std::byte> bytes = DialogTemplateInSystemFont(dialogTemplate);
+    if (bytes.empty()) return nullptr;
+    return CreateDialogIndirectParamW(GetModuleHandleW(nullptr),
+                                      reinterpret_cast<const DLGTEMPLATE*>(bytes.data()), owner,
+                                      &Dialog::Procedure, reinterpret_cast<LPARAM>(this));
+}
+
+INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_INITDIALOG) {
+        SetWindowLongPtrW(window, DWLP_USER, lParam);
+        reinterpret_cast<Dialog*>(lParam)->window_ = window;
+    }
+    auto* const dialog = reinterpret_cast<Dialog*>(GetWindowLongPtrW(window, DWLP_USER));
+    return dialog != nullptr ? dialog->Handle(message, wParam, lParam) : FALSE;
+}
+
+INT_PTR Dialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+    const HWND window = window_;
+    LRESULT result = 0;
+    if (OnMessage(message, wParam, lParam, result)) {
+        SetWindowLongPtrW(window, DWLP_MSGRESULT, result);
+        return TRUE;
+    }
+    switch (message) {
+        case WM_INITDIALOG:
+            if (!page_) CentreOver(window, GetWindow(window, GW_OWNER));
+            OnInit();
+            return TRUE;
+        case WM_COMMAND:
+            OnCommand(LOWORD(wParam), HIWORD(wParam));
+            return TRUE;
+        case WM_NOTIFY:
+            SetWindowLongPtrW(window, DWLP_MSGRESULT, OnNotify(*reinterpret_cast<NMHDR*>(lParam)));
+            return TRUE;
+        case WM_HELP:
+            OnHelp();
+            return TRUE;
+        case WM_CLOSE:
+            OnCancel();
+            return TRUE;
+        case WM_NCDESTROY:
+            std::erase(ModelessWindows(), window);
+            window_ = nullptr;
+            OnClosed();
+            return FALSE;
+        default:
+            return FALSE;
+    }
+}
+
+void Dialog::OnCommand(int control, int code) {
+    if (code != BN_CLICKED) return;
+    switch (control) {
+        case cb_ok:
+            if (IsWindowEnabled(Control(cb_ok))) OnOk();
+            break;
+        case cb_cancel:
+            OnCancel();
+            break;
+        case cb_help:
+            OnHelp();
+            break;
+        default:
+            break;
+    }
+}
+
+LRESULT Dialog::OnNotify(NMHDR&) {
+    return 0;
+}
+
+bool Dialog::OnMessage(UINT, WPARAM, LPARAM, LRESULT&) {
+    return false;
+}
+
+void Dialog::OnHelp() {
+    ShowHelp(HandleOf(window_), Topic());
+}
+
+void Dialog::Close(bool confirmed) {
+    if (modal_)
+        EndDialog(window_, confirmed ? IDOK : IDCANCEL);
+    else
+        DestroyWindow(window_);
+}
+
+std::wstring Dialog::Text(int control) const {
+    return WindowText(Control(control));
+}
+
+void Dialog::SetText(int control, const std::wstring& text) {
+    SetWindowTextW(Control(control), text.c_str());
+}
+
+bool Dialog::Checked(int control) const {
+    return SendMessageW(Control(control), BM_GETCHECK, 0, 0) == BST_CHECKED;
+}
+
+void Dialog::Check(int control, bool checked) {
+    SendMessageW(Control(control), BM_SETCHECK, checked ? BST_CHECKED : BST_UNCHECKED, 0);
+}
+
+void Dialog::Enable(int control, bool enabled) {
+    const HWND window = Control(control);
+    // A disabled control must not keep the focus: the keyboard would be lost.
+    if (!enabled && GetFocus() == window) SendMessageW(window_, WM_NEXTDLGCTL, 0, FALSE);
+    EnableWindow(window, enabled);
+}
+
+void Dialog::Show(int control, bool shown) {
+    ShowWindow(Control(control), shown ? SW_SHOW : SW_HIDE);
+}
+
+void Dialog::Focus(int control) {
+    SendMessageW(window_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Control(control)), TRUE);
+}
+
+std::wstring WindowText(HWND window) {
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+    const int length = GetWindowTextW(window, text.data(), static_cast<int>(text.size()));
+    text.resize(static_cast<std::size_t>(length));
+    return text;
+}
+
+bool TranslateModelessMessage(MSG& message) {
+    const std::vector<HWND> windows = ModelessWindows();
+    return std::any_of(windows.begin(), windows.end(),
+                       [&](HWND window) { return IsDialogMessageW(window, &message); });
+}

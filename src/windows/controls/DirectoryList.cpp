@@ -1,0 +1,115 @@
+#include "windows/controls/DirectoryList.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "engine/views/ChooserRules.h"
+#include "platform/Platform.h"
+#include "platform/Text.h"
+
+namespace {
+
+std::wstring DriveOf(const std::wstring& directory) {
+    return LowerCase(directory.substr(0, 2));
+}
+
+}  // namespace
+
+void DirectoryList::Attach(HWND drives, HWND directories, std::function<void()> changed) {
+    drives_ = drives;
+    directories_ = directories;
+    changed_ = std::move(changed);
+    FillDrives();
+}
+
+void DirectoryList::FillDrives() {
+    const DWORD present = GetLogicalDrives();
+    for (wchar_t letter = L'a'; letter <= L'z'; ++letter) {
+        if (!(present & (1u << (letter - L'a')))) continue;
+        const wchar_t drive[] = {letter, L':', 0};
+        SendMessageW(drives_, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(drive));
+    }
+}
+
+void DirectoryList::GoTo(const std::wstring& path) {
+    const bool root = DirectoryAbove(path) == path;
+    const std::wstring directory = !root && path.ends_with(L'\\') ? path.substr(0, path.size() - 1) : path;
+    if (!TryDirectory(directory)) {
+        const std::wstring drive = DriveOf(directory);
+        // The message of the drive rule; a directory that is gone on a good drive leads to that drive's root.
+        if (!TryDirectory(drive + L"\\")) TryDirectory(DriveAfterChange(drive, false) + L"\\");
+    }
+    changed_();
+}
+
+bool DirectoryList::TryDirectory(const std::wstring& directory) {
+    std::optional<DirectoryContent> content = ReadDirectory(directory);
+    if (!content) return false;
+    directory_ = directory;
+    content_ = std::move(*content);
+    ShowDrive();
+    FillDirectories();
+    return true;
+}
+
+void DirectoryList::ShowDrive() {
+    SendMessageW(drives_, CB_SELECTSTRING, static_cast<WPARAM>(-1),
+                 reinterpret_cast<LPARAM>(DriveOf(directory_).c_str()));
+}
+
+void DirectoryList::FillDirectories() {
+    entries_.clear();
+    SendMessageW(directories_, WM_SETREDRAW, FALSE, 0);
+    SendMessageW(directories_, LB_RESETCONTENT, 0, 0);
+    const auto add = [this](const std::wstring& path, std::size_t level, const std::wstring& name) {
+        const std::wstring line = std::wstring(level * 3, L' ') + name;
+        SendMessageW(directories_, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line.c_str()));
+        entries_.push_back(path);
+    };
+    std::vector<std::wstring> chain;
+    for (std::wstring above = directory_;; above = DirectoryAbove(above)) {
+        chain.push_back(above);
+        if (DirectoryAbove(above) == above) break;
+    }
+    std::reverse(chain.begin(), chain.end());
+    for (std::size_t level = 0; level < chain.size(); ++level)
+        add(chain[level], level, level == 0 ? chain[level] : LastPartOf(chain[level]));
+    for (const std::wstring& name : content_.directories)
+        add(JoinDirectory(directory_, name), chain.size(), name);
+    SendMessageW(directories_, LB_SETCURSEL, chain.size() - 1, 0);
+    SendMessageW(directories_, WM_SETREDRAW, TRUE, 0);
+    InvalidateRect(directories_, nullptr, TRUE);
+}
+
+void DirectoryList::DriveChosen() {
+    const auto chosen = static_cast<WPARAM>(SendMessageW(drives_, CB_GETCURSEL, 0, 0));
+    wchar_t drive[8] = L"";
+    SendMessageW(drives_, CB_GETLBTEXT, chosen, reinterpret_cast<LPARAM>(drive));
+    if (drive[0] != 0 && drive != DriveOf(directory_)) GoTo(std::wstring(drive) + L"\\");
+}
+
+std::wstring DirectoryList::Selected() const {
+    const auto row = static_cast<std::size_t>(SendMessageW(directories_, LB_GETCURSEL, 0, 0));
+    return row < entries_.size() ? entries_[row] : directory_;
+}
+
+bool DirectoryList::EntryActivated() {
+    const std::wstring chosen = Selected();
+    if (chosen == directory_) return false;
+    GoTo(chosen);
+    return true;
+}
+
+LRESULT DirectoryList::KeyPressed(UINT key) {
+    constexpr LRESULT kDone = -2;
+    constexpr LRESULT kDefault = -1;
+    if (key == VK_RIGHT) {
+        EntryActivated();
+        return kDone;
+    }
+    if (key == VK_LEFT) {
+        if (DirectoryAbove(directory_) != directory_) GoTo(DirectoryAbove(directory_));
+        return kDone;
+    }
+    return kDefault;
+}

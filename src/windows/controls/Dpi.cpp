@@ -1,0 +1,38 @@
+#include "windows/controls/Dpi.h"
+
+namespace {
+
+// These calls came with Windows 10; the program starts on older systems too, so they are looked up.
+template <typename Function>
+Function FindInUser32(const char* name) {
+    const HMODULE module = GetModuleHandleW(L"user32.dll");
+    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module, name)));
+}
+
+}  // namespace
+
+UINT DpiOfSystem() {
+    const HDC screen = GetDC(nullptr);
+    const int dpi = GetDeviceCaps(screen, LOGPIXELSY);
+    ReleaseDC(nullptr, screen);
+    return dpi > 0 ? static_cast<UINT>(dpi) : 96;
+}
+
+UINT DpiOfWindow(HWND window) {
+    static const auto getDpiForWindow = FindInUser32<UINT(WINAPI*)(HWND)>("GetDpiForWindow");
+    const UINT dpi = getDpiForWindow != nullptr ? getDpiForWindow(window) : 0;
+    return dpi != 0 ? dpi : DpiOfSystem();
+}
+
+bool MetricsForDpi(NONCLIENTMETRICSW& metrics, UINT dpi) {
+    static const auto forDpi =
+        FindInUser32<BOOL(WINAPI*)(UINT, UINT, PVOID, UINT, UINT)>("SystemParametersInfoForDpi");
+    metrics.cbSize = sizeof metrics;
+    if (forDpi != nullptr && forDpi(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0, dpi)) return true;
+    return SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0) != 0;
+}
+
+int SystemMetricForDpi(int metric, UINT dpi) {
+    static const auto forDpi = FindInUser32<int(WINAPI*)(int, UINT)>("GetSystemMetricsForDpi");
+    return forDpi != nullptr ? forDpi(metric, dpi) : GetSystemMetrics(metric);
+}

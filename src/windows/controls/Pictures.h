@@ -1,0 +1,32 @@
+#pragma once
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <memory>
+#include <string>
+
+#include "engine/tree/Node.h"
+
+struct ImageListDeleter {
+    using pointer = HIMAGELIST;
+    void operator()(HIMAGELIST list) const { ImageList_Destroy(list); }
+};
+using UniqueImageList = std::unique_ptr<HIMAGELIST, ImageListDeleter>;
+
+// The program's pictures, found by their keys: the node kinds, the format kinds and the tool bar's buttons.
+
+// All node and format pictures in one list, each `pixels` wide and high.
+UniqueImageList LoadListPictures(int pixels);
+// The index of a picture in such a list; the one for "unknown" when no picture has that key.
+int ListPictureIndex(const std::wstring& key);
+int ListPictureIndex(const ImageValue& image);
+
+// The tool bar's pictures in the order of its buttons.
+UniqueImageList LoadToolBarPictures(int pixels);
+
+// The program's icon at a size in pixels; the caller destroys it.
+HICON LoadProgramIcon(int pixels);
+// The one for the notification area.
+HICON LoadTrayIcon(int pixels);

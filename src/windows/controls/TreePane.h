@@ -1,0 +1,93 @@
+#pragma once
+
+#include <windows.h>
+// The tree control needs <windows.h> in front of it.
+#include <commctrl.h>
+
+#include <vector>
+
+#include "engine/tree/NodeCollection.h"
+
+// The tree control on the screen. It mirrors the node collection: texts and pictures are asked for when they
+// are drawn, and items are made when their parent is first opened, so that even a huge tree is shown at once.
+class TreePane : public NodeView {
+ public:
+    explicit TreePane(NodeCollection& nodes) : nodes_(nodes) {}
+    ~TreePane() override;
+
+    // Makes the control as a child of `parent` and becomes the collection's view.
+    bool Create(HWND parent, int control);
+    // Takes over a control that a dialog template made.
+    void Attach(HWND control);
+    // Takes the view away from the collection; the control itself goes with its parent.
+    void Detach();
+    HWND Window() const { return window_; }
+
+    // The notifications that the control sends to its parent; the result is the parent's.
+    LRESULT OnNotify(NMHDR& header);
+
+    // The node under a point of the control in pixels; null when there is none.
+    Node* NodeAt(POINT point) const;
+    // The node whose row holds the point, wherever in the row; null below the last one.
+    Node* RowAt(POINT point) const;
+    // The row of a shown node in pixels of the control.
+    RECT RowOf(const Node& node) const;
+    // Where the keyboard's context menu belongs: below the selected node, in screen pixels.
+    POINT MenuPoint() const;
+    // Starts renaming a node in place.
+    void EditLabel(Node& node);
+    // Shows the place where something dragged would go: on a node, in front of it, or nowhere (null).
+    void ShowDropTarget(Node* node, bool before);
+
+    // What the user did, told to the owner.
+    class Listener {
+     public:
+        virtual ~Listener() = default;
+        virtual void TreeSelectionChanged(Node* node) = 0;
+        virtual bool MayEditLabel(Node& node) = 0;
+        // A new name was typed. Whether it is taken over is the listener's to say.
+        virtual void LabelEdited(Node& node, const std::wstring& text) = 0;
+        virtual void DragStarted(Node& node) = 0;
+        virtual void NodeActivated(Node& node) = 0;
+    };
+    void SetListener(Listener* listener) { listener_ = listener; }
+
+    void NodeAdded(Node& node) override;
+    void NodeRemoving(Node& node) override;
+    void NodeTextChanged(Node& node) override;
+    void NodeImageChanged(Node& node) override;
+    void NodeExpandedChanged(Node& node) override;
+    void ChildrenReordered(Node* parent) override;
+    void SelectionChanged(Node* node) override;
+    void AllRemoved() override;
+    void BeginBulkChange() override;
+    void EndBulkChange() override;
+    void EnsureVisible(Node& node) override;
+    bool IsVisible(const Node& node) override;
+    void ScrollDown() override;
+
+ private:
+    static HTREEITEM ItemOf(const Node& node) { return reinterpret_cast<HTREEITEM>(node.viewItem); }
+    static Node& NodeOf(LPARAM parameter) { return *reinterpret_cast<Node*>(parameter); }
+    Node* NodeOfItem(HTREEITEM item) const;
+
+    // True when the children of `parent` (null: the root level) have items of their own.
+    bool ShowsChildren(const Node* parent) const;
+    Node* FirstOf(const Node* parent) const;
+    // Behind which item the node's own belongs when its elder siblings have theirs.
+    static HTREEITEM PlaceOf(const Node& node);
+    void MakeItem(Node& node, HTREEITEM after);
+    void MakeChildren(Node* parent);
+    void MakeItemsDownTo(Node& node);
+    void TellChildCount(const Node& node);
+    void Redraw(const Node& node);
+    void FillItem(TVITEMW& item) const;
+
+    NodeCollection& nodes_;
+    HWND window_ = nullptr;
+    Listener* listener_ = nullptr;
+    int bulkDepth_ = 0;
+    std::vector<Node*> pending_;  // added during a bulk change, not yet looked at
+    bool mirroring_ = false;      // the control changes because the collection did, not the user
+    bool allGone_ = false;        // the nodes are no more; their items must not look at them
+};

@@ -1,0 +1,45 @@
+#include "windows/dialogs/frmDirSelect.h"
+
+#include "engine/process/modMain.h"
+#include "engine/views/ChooserRules.h"
+#include "resources/controls.h"
+#include "windows/dialogs/frmTextInput.h"
+
+void frmDirSelect::OnInit() {
+    if (!title_.empty()) SetWindowTextW(Window(), title_.c_str());
+    directories_.Attach(Control(cmb_drive), Control(lstDir),
+                        [this] { SetText(tbDir, directories_.Directory()); });
+    directories_.GoTo(start_.empty() ? AppPath : start_);
+    PostMessageW(Window(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Control(lstDir)), TRUE);
+}
+
+void frmDirSelect::OnCommand(int control, int code) {
+    if (control == cmb_drive && code == CBN_SELCHANGE)
+        directories_.DriveChosen();
+    else if (control == lstDir && code == LBN_DBLCLK)
+        directories_.EntryActivated();
+    else if (control == lstDir && code == LBN_SELCHANGE)
+        SetText(tbDir, directories_.Selected());
+    else if (control == cbNew && code == BN_CLICKED)
+        cbNew_Click();
+    else
+        Dialog::OnCommand(control, code);
+}
+
+bool frmDirSelect::OnMessage(UINT message, WPARAM wParam, LPARAM, LRESULT& result) {
+    if (message != WM_VKEYTOITEM) return false;
+    result = directories_.KeyPressed(LOWORD(wParam));
+    return true;
+}
+
+void frmDirSelect::cbNew_Click() {
+    frmTextInput input;
+    if (!input.ShowModal(Window(), IDD_frmTextInput) || input.Text().empty()) return;
+    const std::wstring made = MakeDirectoryIn(directories_.Selected(), input.Text());
+    if (!made.empty()) directories_.GoTo(made);
+}
+
+void frmDirSelect::OnOk() {
+    chosen_ = directories_.Selected();
+    Close(true);
+}

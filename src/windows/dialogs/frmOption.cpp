@@ -1,0 +1,244 @@
+#include "windows/dialogs/frmOption.h"
+
+// The tab control needs <windows.h> in front of it.
+#include <commctrl.h>
+#include <uxtheme.h>
+
+#include "engine/process/modOption.h"
+#include "resources/controls.h"
+#include "windows/controls/KeyFilter.h"
+#include "windows/dialogs/frmFileSel.h"
+
+namespace {
+
+struct PageShape {
+    const wchar_t* caption;
+    int dialogTemplate;
+    int firstControl;  // gets the focus when the page is chosen
+};
+
+constexpr std::array<PageShape, 4> kPages{{{L"Allgemein", IDD_frmOptionGeneral, chkTopWindow},
+                                           {L"Clipboard", IDD_frmOptionClipboard, chkAutoSnap},
+                                           {L"Formatsätze", IDD_frmOptionSets, OptFSet + 1},
+                                           {L"Info", IDD_frmOptionInfo, tbInfo}}};
+
+// The check boxes and the fields of OptionControls that they show.
+struct FlagBox {
+    int control;
+    CheckMark OptionControls::*field;
+};
+
+constexpr std::array<FlagBox, 13> kFlagBoxes{{{chkTopWindow, &OptionControls::chkTopWindow},
+                                              {chkSound, &OptionControls::chkSound},
+                                              {chkSnapDialog, &OptionControls::chkSnapDialog},
+                                              {chkIconAfterSnap, &OptionControls::chkIconAfterSnap},
+                                              {chkTray, &OptionControls::chkTray},
+                                              {chkIcon, &OptionControls::chkIcon},
+                                              {chkTooltips, &OptionControls::chkTooltips},
+                                              {chkLock, &OptionControls::chkLock},
+                                              {chkSplash, &OptionControls::chkSplash},
+                                              {chkAutoSnap, &OptionControls::chkAutoSnap},
+                                              {chkDblClick, &OptionControls::chkDblClick},
+                                              {chkIconAfterSet, &OptionControls::chkIconAfterSet},
+                                              {chkSetBeep, &OptionControls::chkSetBeep}}};
+
+struct TextField {
+    int control;
+    std::wstring OptionControls::*field;
+};
+
+constexpr std::array<TextField, 6> kTextFields{{{tbSoundFile, &OptionControls::tbSoundFile},
+                                                {tbInfo, &OptionControls::tbInfo},
+                                                {tbTextLen, &OptionControls::tbTextLen},
+                                                {tbClipLen, &OptionControls::tbClipLen},
+                                                {tbUnknownFormatSet, &OptionControls::tbUnknownFormatSet},
+                                                {tbKeyActivate, &OptionControls::tbKeyActivate}}};
+
+constexpr int kFormatBoxes = 6;
+
+CheckMark MarkOf(bool checked) {
+    return checked ? CheckMark::On : CheckMark::Off;
+}
+
+// The one dialog that is open; it is modal.
+frmOption* openForm = nullptr;
+
+// How many characters stay in a text box when a typed one replaces what is selected.
+std::size_t LengthBesideSelection(HWND textBox) {
+    DWORD start = 0;
+    DWORD end = 0;
+    SendMessageW(textBox, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+    return static_cast<std::size_t>(GetWindowTextLengthW(textBox)) - (end - start);
+}
+
+}  // namespace
+
+bool frmOption::Page::OnMessage(UINT message, WPARAM wParam, LPARAM, LRESULT& result) {
+    if (message != WM_CTLCOLORSTATIC && message != WM_CTLCOLORDLG) return false;
+    // The page stands on the tab's own background.
+    SetBkMode(reinterpret_cast<HDC>(wParam), TRANSPARENT);
+    result = 0;
+    return false;
+}
+
+void frmOption::OnInit() {
+    CreatePages();
+    FilterTextBoxes();
+    ShowControls(ControlsFromOptions(Options()));
+    // Inert, like the choice beside it: nothing reads or keeps them.
+    SetText(tbPrefix, L"Clip");
+    ShowPage(0, false);
+    openForm = this;
+    messageHook_ = SetWindowsHookExW(WH_MSGFILTER, &frmOption::LookAtMessage, nullptr, GetCurrentThreadId());
+}
+
+void frmOption::CreatePages() {
+    const HWND tab = Dialog::Control(tabOptions);
+    for (std::size_t i = 0; i < kPages.size(); ++i) {
+        TCITEMW item{};
+        item.mask = TCIF_TEXT;
+        item.pszText = const_cast<wchar_t*>(kPages[i].caption);
+        SendMessageW(tab, TCM_INSERTITEMW, i, reinterpret_cast<LPARAM>(&item));
+    }
+    RECT area;
+    GetWindowRect(tab, &area);
+    MapWindowPoints(HWND_DESKTOP, Window(), reinterpret_cast<POINT*>(&area), 2);
+    SendMessageW(tab, TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&area));
+    for (std::size_t i = 0; i < kPages.size(); ++i) {
+        const HWND page = pages_[i].CreatePage(Window(), kPages[i].dialogTemplate);
+        EnableThemeDialogTexture(page, ETDT_ENABLETAB);
+        // Behind the tab in the order of the Tab key, above it on the screen.
+        SetWindowPos(page, tab, area.left, area.top, area.right - area.left, area.bottom - area.top,
+                     SWP_NOACTIVATE);
+        SetWindowPos(tab, page, 0, 0, 0, 0, SWP_NOACTIVATE | SWP_NOMOVE | SWP_NOSIZE);
+    }
+}
+
+HWND frmOption::Control(int control) const {
+    for (const Page& page : pages_)
+        if (const HWND found = GetDlgItem(page.Window(), control); found != nullptr) return found;
+    return Dialog::Control(control);
+}
+
+void frmOption::ShowPage(int page, bool focus) {
+    TabCtrl_SetCurSel(Dialog::Control(tabOptions), page);
+    for (int i = 0; i < static_cast<int>(pages_.size()); ++i)
+        ShowWindow(pages_[static_cast<std::size_t>(i)].Window(), i == page ? SW_SHOW : SW_HIDE);
+    if (focus) Focus(kPages[static_cast<std::size_t>(page)].firstControl);
+}
+
+LRESULT frmOption::OnNotify(NMHDR& header) {
+    if (header.idFrom == tabOptions && header.code == TCN_SELCHANGE)
+        ShowPage(TabCtrl_GetCurSel(header.hwndFrom), true);
+    return 0;
+}
+
+bool frmOption::OnMessage(UINT message, WPARAM, LPARAM, LRESULT&) {
+    if (message == WM_DESTROY) {
+        UnhookWindowsHookEx(messageHook_);
+        openForm = nullptr;
+        for (Page& page : pages_)
+            DestroyWindow(page.Window());
+    }
+    return false;
+}
+
+LRESULT CALLBACK frmOption::LookAtMessage(int code, WPARAM wParam, LPARAM lParam) {
+    if (code == MSGF_DIALOGBOX && openForm->TurnPage(*reinterpret_cast<const MSG*>(lParam))) return TRUE;
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+bool frmOption::TurnPage(const MSG& message) {
+    if (message.message != WM_KEYDOWN || GetKeyState(VK_CONTROL) >= 0 || !IsChild(Window(), message.hwnd))
+        return false;
+    const bool back = message.wParam == VK_PRIOR || (message.wParam == VK_TAB && GetKeyState(VK_SHIFT) < 0);
+    if (!back && message.wParam != VK_NEXT && message.wParam != VK_TAB) return false;
+    const int count = static_cast<int>(kPages.size());
+    ShowPage((TabCtrl_GetCurSel(Dialog::Control(tabOptions)) + (back ? count - 1 : 1)) % count, true);
+    return true;
+}
+
+void frmOption::FilterTextBoxes() {
+    const HWND textLen = Control(tbTextLen);
+    FilterKeys(Control(tbClipLen), {[](wchar_t key) { return ClipLenKeyPasses(key); }, {}});
+    FilterKeys(textLen,
+               {[=](wchar_t key) { return TextLenKeyPasses(key, LengthBesideSelection(textLen)); }, {}});
+    FilterKeys(Control(tbUnknownFormatSet), {[](wchar_t key) { return UnknownFormatSetKeyPasses(key); }, {}});
+    FilterKeys(Control(tbKeyActivate), {[this](wchar_t key) {
+                                            if (const auto text = KeyActivateAfterPress(key))
+                                                SetText(tbKeyActivate, *text);
+                                            return false;
+                                        },
+                                        [this] {
+                                            const std::wstring text = Text(tbKeyActivate);
+                                            const std::wstring kept =
+                                                KeyActivateAfterRelease(text, Options().KeyActivate);
+                                            if (kept != text) SetText(tbKeyActivate, kept);
+                                        }});
+}
+
+void frmOption::ShowControls(const OptionControls& controls) {
+    for (const FlagBox& box : kFlagBoxes)
+        Check(box.control, controls.*box.field == CheckMark::On);
+    for (const TextField& text : kTextFields)
+        SetText(text.control, controls.*text.field);
+    Check(optFormatTitle, controls.optFormatTitle);
+    Check(optTextTitle, controls.optTextTitle);
+    for (int i = 0; i < 2; ++i)
+        Check(OptFSet + i, controls.OptFSet[static_cast<std::size_t>(i)]);
+    for (int i = 1; i <= kFormatBoxes; ++i) {
+        Check(chkSaveUnknown + i, controls.chkSaveUnknown[static_cast<std::size_t>(i)] == CheckMark::On);
+        if (i < kFormatBoxes) Enable(chkSaveUnknown + i, controls.formatBoxesEnabled);
+    }
+}
+
+OptionControls frmOption::ReadControls() const {
+    OptionControls controls;
+    for (const FlagBox& box : kFlagBoxes)
+        controls.*box.field = MarkOf(Checked(box.control));
+    for (const TextField& text : kTextFields)
+        controls.*text.field = Text(text.control);
+    controls.optFormatTitle = Checked(optFormatTitle);
+    controls.optTextTitle = Checked(optTextTitle);
+    for (int i = 0; i < 2; ++i)
+        controls.OptFSet[static_cast<std::size_t>(i)] = Checked(OptFSet + i);
+    for (int i = 1; i <= kFormatBoxes; ++i)
+        controls.chkSaveUnknown[static_cast<std::size_t>(i)] = MarkOf(Checked(chkSaveUnknown + i));
+    controls.formatBoxesEnabled = IsWindowEnabled(Control(chkSaveUnknown + 1)) != 0;
+    return controls;
+}
+
+void frmOption::OnCommand(int control, int code) {
+    const bool left = code == EN_KILLFOCUS;
+    if (control == tbClipLen && left)
+        SetText(tbClipLen, ClipLenAfterLeave(Text(tbClipLen)));
+    else if (control == tbTextLen && left)
+        SetText(tbTextLen, TextLenAfterLeave(Text(tbTextLen)));
+    else if (control == tbKeyActivate && left)
+        SetText(tbKeyActivate, KeyActivateAfterLeave(Text(tbKeyActivate), Options().KeyActivate));
+    else if (control == cbFile)
+        cbFile_Click();
+    else if (control == chkSaveUnknown + kFormatBoxes && code == BN_CLICKED)
+        chkSaveAll_Click();
+    else
+        Dialog::OnCommand(control, code);
+}
+
+void frmOption::chkSaveAll_Click() {
+    OptionControls controls = ReadControls();
+    SaveAllClicked(controls);
+    ShowControls(controls);
+}
+
+void frmOption::cbFile_Click() {
+    frmFileSel dialog(L"Sounddatei auswählen", {{L"*.wav", L"Sounds (*.wav)"}});
+    if (dialog.ShowModal(Window(), IDD_frmFileSel) && !dialog.File().empty())
+        SetText(tbSoundFile, dialog.File());
+}
+
+void frmOption::OnOk() {
+    OptionControls controls = ReadControls();
+    const bool confirmed = ConfirmOptions(controls, Options());
+    ShowControls(controls);
+    if (confirmed) Close(true);
+}

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "windows/controls/Dialog.h"
+
+// The window that greets at start-up. It closes by its timer, by Escape or by a click on its close label.
+class frmSplash : public Dialog {
+ private:
+    void OnInit() override;
+    void OnCommand(int control, int code) override;
+    bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
+    void OnClosed() override;
+
+    HICON logo_ = nullptr;
+};

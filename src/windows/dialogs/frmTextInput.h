@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+#include "windows/controls/Dialog.h"
+
+// Asks for the name of a new directory. Enter confirms it, Escape leaves it empty.
+class frmTextInput : public Dialog {
+ public:
+    // What was confirmed; empty when it was cancelled.
+    const std::wstring& Text() const { return text_; }
+
+ private:
+    void OnOk() override;
+    HelpTopic Topic() const override { return HelpTopic::NamePrompt; }
+
+    std::wstring text_;
+};

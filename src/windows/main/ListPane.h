@@ -1,0 +1,47 @@
+#pragma once
+
+#include <windows.h>
+// The list control needs <windows.h> in front of it.
+#include <commctrl.h>
+
+#include <string>
+
+#include "engine/views/ListUpdate.h"
+#include "windows/controls/Pictures.h"
+
+// The four ways to show the list.
+enum class ListMode { Large, Small, List, Details };
+
+// The list beside the tree. It only shows a ListContent; its rows are asked for when they are drawn.
+class ListPane {
+ public:
+    bool Create(HWND parent, int control);
+    HWND Window() const { return window_; }
+
+    // Loads the pictures for a resolution in dots per inch.
+    void SetDpi(UINT dpi);
+    void SetMode(ListMode mode);
+    ListMode Mode() const { return mode_; }
+
+    // Shows `content`, which must stay as it is until the next call.
+    void ShowContent(const ListContent& content);
+    // The row that has the focus, or -1.
+    int FocusedRow() const;
+
+    // The row that typing leads to: the next one from `start` on whose text begins with what was typed, -1
+    // for none.
+    int RowBeginningWith(const std::wstring& text, int start) const;
+    // Fills in what the control asks for while it draws.
+    void OnGetDisplayInfo(NMLVDISPINFOW& info) const;
+
+ private:
+    void FillColumns();
+    void SetStyle(DWORD mask, DWORD style);
+
+    HWND window_ = nullptr;
+    const ListContent* content_ = nullptr;
+    UniqueImageList small_;
+    UniqueImageList large_;
+    ListMode mode_ = ListMode::Details;
+    UINT dpi_ = 96;
+};

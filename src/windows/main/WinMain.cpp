@@ -1,0 +1,113 @@
+#include <windows.h>
+// The common controls' header needs <windows.h> in front of it.
+#include <commctrl.h>
+#include <ole2.h>
+
+#include <string>
+
+#include "engine/flows/StartUp.h"
+#include "engine/process/modHelp.h"
+#include "engine/process/modMain.h"
+#include "platform/Platform.h"
+#include "platform/win32/Win32Platform.h"
+#include "resources/controls.h"
+#include "windows/controls/Dialog.h"
+#include "windows/controls/WindowsHelpPages.h"
+#include "windows/dialogs/frmSplash.h"
+#include "windows/main/frmMain.h"
+
+namespace {
+
+// The directory of the program file, without "\" at its end unless it is a drive's root.
+std::wstring ProgramDirectory() {
+    std::wstring path(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+        if (length < path.size()) {
+            path.resize(length);
+            break;
+        }
+        path.resize(path.size() * 2);
+    }
+    return path.substr(0, path.find_last_of(L'\\') + 1);
+}
+
+// Everything behind the program's name on the command line, as it was typed.
+std::wstring Arguments(const wchar_t* arguments) {
+    return arguments != nullptr ? arguments : L"";
+}
+
+class WindowsStartUp : public StartUpHost {
+ public:
+    explicit WindowsStartUp(frmMain& form) : form_(form) {}
+
+    bool MainWindowStands() const { return mainWindowStands_; }
+
+    bool OtherInstanceRuns() override {
+        // Held until the process ends.
+        CreateMutexW(nullptr, FALSE, L"Local\\NXClip.Instance");
+        return GetLastError() == ERROR_ALREADY_EXISTS;
+    }
+
+    WindowHandle FindTopLevelWindow(const std::wstring& title) override {
+        return HandleOf(FindWindowW(nullptr, title.c_str()));
+    }
+    bool IsMinimised(WindowHandle window) override { return IsIconic(WindowOf(window)) != 0; }
+    void ShowNormal(WindowHandle window) override { ShowWindow(WindowOf(window), SW_SHOWNORMAL); }
+
+    void ActivateByTitle(const std::wstring& title) override {
+        const HWND window = FindWindowW(nullptr, title.c_str());
+        // One that lives as an icon in the notification area is hidden.
+        if (!IsWindowVisible(window)) ShowWindow(window, SW_SHOWNORMAL);
+        SetForegroundWindow(window);
+    }
+
+    void ShowSplash() override { frmSplash().ShowModal(nullptr, IDD_frmSplash); }
+
+    void ShowMainWindow() override {
+        mainWindowStands_ = form_.Load();
+        if (mainWindowStands_)
+            form_.Show();
+        else
+            ThePlatform().user.Tell(L"Das Hauptfenster konnte nicht geöffnet werden !!!");
+    }
+
+ private:
+    frmMain& form_;
+    bool mainWindowStands_ = false;
+};
+
+int RunMessageLoop(frmMain& form) {
+    MSG message;
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+        if (TranslateModelessMessage(message) || form.TranslateKey(message)) continue;
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+    return static_cast<int>(message.wParam);
+}
+
+}  // namespace
+
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, wchar_t* commandLine, int) {
+    Win32Platform platform;
+    UsePlatform(&platform.platform);
+    WindowsHelpPages helpPages;
+    UseHelpPages(&helpPages);
+
+    INITCOMMONCONTROLSEX controls{sizeof controls, ICC_WIN95_CLASSES | ICC_STANDARD_CLASSES};
+    InitCommonControlsEx(&controls);
+    const HRESULT ole = OleInitialize(nullptr);
+
+    int result = 0;
+    {
+        frmMain form(platform.user);
+        WindowsStartUp host(form);
+        if (StartUp(host, Arguments(commandLine), ProgramDirectory()) && host.MainWindowStands()) {
+            form.FirstStartAction();
+            result = RunMessageLoop(form);
+        }
+    }
+    if (SUCCEEDED(ole)) OleUninitialize();
+    return result;
+}

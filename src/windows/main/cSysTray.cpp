@@ -1,0 +1,92 @@
+#include "windows/main/cSysTray.h"
+
+#include <shellapi.h>
+
+#include <algorithm>
+
+namespace {
+
+constexpr UINT kIconId = 1;
+
+}  // namespace
+
+cSysTray::~cSysTray() {
+    SetInTray(false);
+}
+
+bool cSysTray::Create(HWND parent, Events events) {
+    events_ = std::move(events);
+    window_ = CreateWindowExW(0, L"STATIC", L"", WS_CHILD, 0, 0, 0, 0, parent, nullptr,
+                              GetModuleHandleW(nullptr), nullptr);
+    return window_ != nullptr;
+}
+
+void cSysTray::SetInTray(bool inTray) {
+    if (inTray == inTray_ || window_ == nullptr) return;
+    if (inTray) {
+        SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+        before_ = reinterpret_cast<WNDPROC>(
+            SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&cSysTray::Procedure)));
+        Notify(NIM_ADD);
+    } else {
+        Notify(NIM_DELETE);
+        SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(before_));
+    }
+    inTray_ = inTray;
+}
+
+void cSysTray::SetTrayIcon(HICON icon) {
+    trayIcon_ = icon;
+    if (inTray_ && icon != nullptr) Notify(NIM_MODIFY);
+}
+
+void cSysTray::SetTrayTip(const std::wstring& tip) {
+    trayTip_ = tip;
+    if (inTray_) Notify(NIM_MODIFY);
+}
+
+void cSysTray::TaskBarCreated() {
+    if (inTray_) Notify(NIM_ADD);
+}
+
+bool cSysTray::Notify(DWORD command) {
+    NOTIFYICONDATAA record{};
+    // The first form of the record: every shell understands it.
+    record.cbSize = NOTIFYICONDATAA_V1_SIZE;
+    record.hWnd = window_;
+    record.uID = kIconId;
+    record.uFlags = TrayFlags(trayIcon_ != nullptr, trayTip_);
+    record.uCallbackMessage = kTrayCallbackMessage;
+    record.hIcon = trayIcon_;
+    const std::string tip = TrayTipBytes(trayTip_);
+    std::copy(tip.begin(), tip.end(), record.szTip);
+    return Shell_NotifyIconA(command, &record) != FALSE;
+}
+
+LRESULT CALLBACK cSysTray::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    auto* const tray = reinterpret_cast<cSysTray*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (message == kTrayCallbackMessage) {
+        tray->OnMouse(static_cast<std::uint32_t>(lParam), static_cast<std::int32_t>(wParam));
+        return 0;
+    }
+    return CallWindowProcW(tray->before_, window, message, wParam, lParam);
+}
+
+void cSysTray::OnMouse(std::uint32_t mouseMessage, std::int32_t id) {
+    const std::optional<TrayMouseEvent> event = TrayEventOf(mouseMessage);
+    if (!event) return;
+    switch (event->kind) {
+        case TrayMouse::Move:
+            if (events_.MouseMove) events_.MouseMove(id);
+            break;
+        case TrayMouse::Down:
+            if (events_.MouseDown) events_.MouseDown(event->button, id);
+            break;
+        case TrayMouse::Up:
+            if (events_.MouseUp) events_.MouseUp(event->button, id);
+            break;
+        case TrayMouse::DoubleClick:
+            if (events_.MouseDblClick) events_.MouseDblClick(event->button, id);
+            break;
+    }
+}

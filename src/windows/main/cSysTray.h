@@ -1,0 +1,52 @@
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "engine/views/TrayRules.h"
+
+// The program's icon in the notification area: an invisible control on the main window that turns the mouse
+// over the icon into events.
+class cSysTray {
+ public:
+    struct Events {
+        std::function<void(std::int32_t id)> MouseMove;
+        std::function<void(std::int16_t button, std::int32_t id)> MouseDown;
+        std::function<void(std::int16_t button, std::int32_t id)> MouseUp;
+        std::function<void(std::int16_t button, std::int32_t id)> MouseDblClick;
+    };
+
+    cSysTray() = default;
+    // Takes the icon away.
+    ~cSysTray();
+    cSysTray(const cSysTray&) = delete;
+    cSysTray& operator=(const cSysTray&) = delete;
+
+    bool Create(HWND parent, Events events);
+
+    bool InTray() const { return inTray_; }
+    // Puts the icon into the notification area or takes it away. True twice adds no second icon.
+    void SetInTray(bool inTray);
+    // Stored always; shown at once while the icon is in the tray, unless it is no icon (null). Not owned.
+    void SetTrayIcon(HICON icon);
+    void SetTrayTip(const std::wstring& tip);
+    const std::wstring& TrayTip() const { return trayTip_; }
+
+    // The task bar was made anew: it has forgotten the icon.
+    void TaskBarCreated();
+
+ private:
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    void OnMouse(std::uint32_t mouseMessage, std::int32_t id);
+    bool Notify(DWORD command);
+
+    HWND window_ = nullptr;
+    WNDPROC before_ = nullptr;  // the control's procedure while the icon is not in the tray
+    HICON trayIcon_ = nullptr;
+    std::wstring trayTip_ = L"NXClip - Zwischenablage";
+    Events events_;
+    bool inTray_ = false;
+};

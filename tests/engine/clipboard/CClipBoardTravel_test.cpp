@@ -1,0 +1,96 @@
+#include "engine/clipboard/ClipboardTest.h"
+
+// A clip's whole way: from another program to disk, back on the clipboard, and out to another program. Every
+// single operation of the machine fails once on each leg; the ledger of the fake machine finds what is not
+// freed, closed or unlocked afterwards.
+
+namespace {
+
+class ClipTravelTest : public ClipboardTest {
+ protected:
+    ClipTravelTest()
+        : richText(Registered("Rich Text Format")),
+          content{FakeClipboard::Bytes(13, std::string("a\0b\0\0\0", 6)),
+                  FakeClipboard::Picture(MetafileBitsWith("picture")),
+                  FakeClipboard::Late(FakeClipboard::Bytes(richText, "{\\rtf1}")),
+                  FakeClipboard::Enhanced(EnhancedMetafileBitsWith("enhanced")),
+                  FakeClipboard::Bytes(1, std::string("text\0junk", 9))} {}
+
+    // What another program gets of each format now.
+    std::vector<std::optional<std::string>> ReadAll() {
+        std::vector<std::optional<std::string>> all;
+        for (const FormatNumber format :
+             {FormatNumber{13}, FormatNumber{3}, richText, FormatNumber{14}, FormatNumber{1}})
+            all.push_back(fake.clipboard.OtherProgramReads(format));
+        return all;
+    }
+    const std::vector<std::optional<std::string>> whole = {
+        std::string("a\0b\0\0\0", 6), MetafileBitsWith("picture"), "{\\rtf1}",
+        EnhancedMetafileBitsWith("enhanced"), std::string("text\0", 5)};
+
+    FormatNumber richText;
+    Offers content;
+};
+
+}  // namespace
+
+TEST_F(ClipTravelTest, Clip_ComesBackWhole) {
+    ASSERT_EQ(Capture(content), 5);
+    ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 5));
+    EXPECT_EQ(ReadAll(), whole);
+    EXPECT_TRUE(fake.user.messages.empty());
+}
+
+TEST_F(ClipTravelTest, Capture_WithAnyOperationFailingCountsWhatCanBeReadAgain) {
+    for (const auto failure : {WriteFailure::DiskFullWithPart, WriteFailure::Nothing, WriteFailure::Short}) {
+        fake.failures.writeFailure = failure;
+        for (int n = 1; n == 1 || fake.Fired(); ++n) {
+            SCOPED_TRACE(n);
+            fake.clipboard.OtherProgramCopies(content);
+            fake.FailNthOfAny(n);
+            SaveClipboard();
+            EXPECT_FALSE(fake.clipboard.IsOpen());
+            if (!fake.Fired()) break;
+        }
+    }
+}
+
+TEST_F(ClipTravelTest, Restore_WithAnyOperationFailingKeepsTheClipReadable) {
+    const std::int16_t count = Capture(content);
+    const std::string bytes = ClipBytes();
+    for (int n = 1; n == 1 || fake.Fired(); ++n) {
+        SCOPED_TRACE(n);
+        fake.FailNthOfAny(n);
+        const bool restored = RestoreClip(clipBoard, mainWindow, kClip, count);
+        const bool failed = fake.Fired();
+        fake.failures.FailNone();
+        EXPECT_FALSE(fake.clipboard.IsOpen());
+        EXPECT_EQ(ClipBytes(), bytes);
+        if (!restored) {
+            EXPECT_FALSE(fake.user.statuses.empty() && fake.user.messages.empty());
+        }
+        if (!failed) {
+            EXPECT_TRUE(restored);
+            EXPECT_EQ(ReadAll(), whole);
+            break;
+        }
+    }
+}
+
+TEST_F(ClipTravelTest, Request_WithAnyOperationFailingIsAnsweredTheNextTime) {
+    const std::int16_t count = Capture(content);
+    for (const auto failure : {ReadFailure::Error, ReadFailure::Short}) {
+        fake.failures.readFailure = failure;
+        for (int n = 1;; ++n) {
+            SCOPED_TRACE(n);
+            ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, count));
+            fake.FailNthOfAny(n);
+            ReadAll();
+            const bool failed = fake.Fired();
+            fake.failures.FailNone();
+            EXPECT_EQ(fake.ledger.Owned(ResourceKind::Block), 0);
+            EXPECT_EQ(ReadAll(), whole);
+            if (!failed) break;
+        }
+    }
+}

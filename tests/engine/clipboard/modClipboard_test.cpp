@@ -1,0 +1,154 @@
+#include "engine/clipboard/modClipboard.h"
+
+#include <numeric>
+
+#include "engine/clipboard/ClipboardTest.h"
+
+namespace {
+
+class ClipboardUnitTest : public ClipboardTest {
+ protected:
+    // A clip of "Text" and "Rich Text Format" in kClip.
+    void StoreClip() {
+        fake.files.SetBytes(kClip, RecordBytes(1, "Text", std::string("abc\0", 4)) +
+                                       RecordBytes(0xC0FE, "Rich Text Format", "{\\rtf1}"));
+    }
+};
+
+}  // namespace
+
+TEST_F(ClipboardUnitTest, FormatNameOf_NamesStandardRegisteredAndUnknownFormats) {
+    EXPECT_EQ(FormatNameOf(1), L"Text");
+    EXPECT_EQ(FormatNameOf(17), L"MAX");
+    EXPECT_EQ(FormatNameOf(142), L"DSPENHMETAFILE");
+    EXPECT_EQ(FormatNameOf(Registered("Gr\xF6\xDF"
+                                      "e")),
+              L"Größe");
+    for (const FormatNumber unknown : {0, -5, 18, 0x0200, 0xC777, 0xBF00}) {
+        EXPECT_EQ(FormatNameOf(unknown), L"<unbekannt>") << unknown;
+    }
+    EXPECT_EQ(FormatNameOf(Registered(std::string(250, 'n').c_str())), std::wstring(240, L'n'));
+}
+
+TEST_F(ClipboardUnitTest, IsStandardFormat_KnowsTheBoundsAndLeavesOut17) {
+    for (const FormatNumber id : {-16640, -5, 0, 1, 16, 128, 129, 130, 131, 142}) {
+        EXPECT_TRUE(IsStandardFormat(id)) << id;
+    }
+    for (const FormatNumber id : {17, 18, 127, 132, 141, 143, 0x200, 0xC000}) {
+        EXPECT_FALSE(IsStandardFormat(id)) << id;
+    }
+}
+
+TEST_F(ClipboardUnitTest, OpenClipboardFor_WaitsForAnotherProgramButNotLong) {
+    fake.clipboard.OtherProgramHolds(3);
+    EXPECT_TRUE(OpenClipboardFor(mainWindow));
+    fake.clipboard.Close();
+    EXPECT_TRUE(fake.user.statuses.empty());
+
+    fake.clock.pauses.clear();
+    fake.clipboard.OtherProgramHolds(1000);
+    EXPECT_FALSE(OpenClipboardFor(mainWindow));
+    EXPECT_EQ(fake.user.LastStatus(), L"Die Zwischenablage wird gerade von einem anderen Programm benutzt.");
+    const auto& pauses = fake.clock.pauses;
+    ASSERT_GE(pauses.size(), 3u);
+    EXPECT_TRUE(std::is_sorted(pauses.begin(), pauses.end()));
+    EXPECT_LT(pauses.front(), pauses.back());
+    EXPECT_LE(std::accumulate(pauses.begin(), pauses.end(), std::chrono::milliseconds(0)),
+              std::chrono::milliseconds(500));
+}
+
+TEST_F(ClipboardUnitTest, RestoreClip_AnnouncesEveryFormatAndTheMarkerWithoutReadingData) {
+    StoreClip();
+    fake.clipboard.OtherProgramCopies({FakeClipboard::Bytes(8, "old")});
+    EXPECT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 2));
+
+    const FormatNumber richText = Registered("Rich Text Format");
+    EXPECT_EQ(fake.clipboard.Formats(), (std::vector<FormatNumber>{1, richText, OwnMarkerFormat}));
+    EXPECT_TRUE(fake.clipboard.IsPending(1));
+    EXPECT_TRUE(fake.clipboard.IsPending(richText));
+    EXPECT_EQ(fake.clipboard.Content(OwnMarkerFormat), std::string("\1\0\0\0", 4));
+    EXPECT_EQ(fake.clipboard.Owner(), mainWindow);
+    EXPECT_EQ(fake.user.LastStatus(), L"Clipboard erfolgreich gesetzt ...");
+    EXPECT_TRUE(HoldsOwnMarker());
+
+    EXPECT_EQ(fake.clipboard.OtherProgramReads(richText), "{\\rtf1}");
+    EXPECT_EQ(fake.clipboard.OtherProgramReads(1), std::string("abc\0", 4));
+    EXPECT_EQ(fake.clipboard.rendered, (std::vector<FormatNumber>{richText, 1}));
+}
+
+TEST_F(ClipboardUnitTest, RestoreClip_WithoutReadableFormatsEmptiesTheClipboardAndSaysSo) {
+    StoreClip();
+    ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 2));
+    fake.clipboard.OtherProgramCopies({FakeClipboard::Bytes(1, "old")});
+    fake.files.SetBytes(kClip, "");
+    EXPECT_FALSE(RestoreClip(clipBoard, mainWindow, kClip, 0));
+    EXPECT_EQ(fake.user.LastMessage(), L"Keine Formate ermittelt");
+    EXPECT_TRUE(fake.clipboard.Formats().empty());
+    // The clip before does not answer any more.
+    EXPECT_EQ(RenderFormats, nullptr);
+    EXPECT_FALSE(RestoreClip(clipBoard, mainWindow, kClip, 1));
+    EXPECT_EQ(fake.user.LastMessage(), L"Keine Formate ermittelt");
+}
+
+TEST_F(ClipboardUnitTest, RestoreClip_LeavesAllAsItWasUntilFileAndClipboardAreOpen) {
+    StoreClip();
+    ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 2));
+    const auto pending = RenderFormats;
+
+    EXPECT_FALSE(RestoreClip(clipBoard, mainWindow, L"C:\\CLIPS\\C2.nxc", 2));
+    EXPECT_EQ(fake.user.LastStatus(), L"Datei C:\\CLIPS\\C2.nxc nicht verfügbar !!!");
+    fake.clipboard.OtherProgramHolds(1000);
+    EXPECT_FALSE(RestoreClip(clipBoard, mainWindow, kClip, 1));
+    fake.clipboard.OtherProgramHolds(0);
+    fake.FailNth(Operation::ClipboardEmpty, 1);
+    EXPECT_FALSE(RestoreClip(clipBoard, mainWindow, kClip, 1));
+
+    EXPECT_EQ(RenderFormats, pending);
+    EXPECT_EQ(fake.clipboard.OtherProgramReads(1), std::string("abc\0", 4));
+    EXPECT_TRUE(fake.user.messages.empty());
+}
+
+TEST_F(ClipboardUnitTest, RestoreClip_RegistersNamesAnewAfterASystemRestart) {
+    StoreClip();
+    const std::string bytes = ClipBytes();
+    FakePlatform restarted;
+    restarted.clipboard.RegisterName("Another");
+    restarted.clipboard.RegisterName("Program's Formats");
+    restarted.files.SetBytes(kClip, bytes);
+    ClearPendingRenderSet();
+    OriginalWndProc = ProcedureAddress::None;
+    OwnViewer = WindowHandle::None;
+    HookMainWindow(restarted);
+
+    ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 2));
+    const FormatNumber richText = restarted.clipboard.RegisterName("Rich Text Format");
+    EXPECT_EQ(restarted.clipboard.OtherProgramReads(richText), "{\\rtf1}");
+
+    ClearPendingRenderSet();
+    DisconnectViewer();
+    UnsubclassWindow();
+}
+
+TEST_F(ClipboardUnitTest, RenderAllFormats_MakesEveryAnnouncementRealForTheOwnerOnly) {
+    StoreClip();
+    ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 2));
+    RenderAllFormats();
+    fake.files.Remove(kClip);
+    EXPECT_EQ(fake.clipboard.Content(1), std::string("abc\0", 4));
+    EXPECT_EQ(fake.clipboard.Content(Registered("Rich Text Format")), "{\\rtf1}");
+
+    fake.clipboard.OtherProgramCopies({FakeClipboard::Late(FakeClipboard::Bytes(1, "x"))});
+    RenderAllFormats();
+    EXPECT_TRUE(fake.clipboard.IsPending(1));
+    EXPECT_EQ(fake.user.messages.size(), 0u);
+}
+
+TEST_F(ClipboardUnitTest, PutOwnMarker_DoesNothingWithoutMemory) {
+    OpenClipboardScope opened(mainWindow);
+    fake.clipboard.Empty();
+    fake.failures.FailAlways(Operation::MemoryAllocate);
+    PutOwnMarker();
+    fake.failures.FailAlways(Operation::MemoryLock);
+    PutOwnMarker();
+    EXPECT_TRUE(fake.clipboard.Formats().empty());
+}

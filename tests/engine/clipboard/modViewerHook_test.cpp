@@ -1,0 +1,182 @@
+#include "engine/clipboard/modViewerHook.h"
+
+#include "engine/clipboard/ClipboardTest.h"
+
+namespace {
+
+using namespace std::string_literals;
+
+constexpr std::uint32_t kDrawClipboard = 0x0308, kChangeChain = 0x030D, kHotKey = 0x0312;
+
+MessageParameter Parameter(WindowHandle window) {
+    return static_cast<MessageParameter>(window);
+}
+
+class ViewerHookTest : public ClipboardTest {
+ protected:
+    ViewerHookTest() {
+        next = fake.windows.AddWindow(L"Next", [this](auto, std::uint32_t message, auto w, auto l) {
+            forwarded.push_back({message, w, l});
+            return MessageParameter{55};
+        });
+        TheMainWindowHooks.updateClipBoard = [this] { ++updates; };
+        TheMainWindowHooks.hotKeyAction = [this](WindowHandle window) { hotKeyWindow = window; };
+        Options().AutoSnap = true;
+    }
+    MessageParameter Send(std::uint32_t message, MessageParameter w = 0, MessageParameter l = 0) {
+        return fake.windows.Deliver(mainWindow, message, w, l);
+    }
+    void StoreAndRestoreText() {
+        fake.files.SetBytes(kClip, RecordBytes(1, "Text", "abc\0"s));
+        ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 1));
+    }
+
+    struct Forwarded {
+        std::uint32_t message;
+        MessageParameter w, l;
+    };
+    WindowHandle next;
+    WindowHandle hotKeyWindow = WindowHandle::None;
+    int updates = 0;
+    std::vector<Forwarded> forwarded;
+};
+
+}  // namespace
+
+TEST_F(ViewerHookTest, ConnectViewer_HooksTheWindowAndUndoesBothWhenCalledAgain) {
+    const ProcedureAddress own = fake.windows.ProcedureOf(mainWindow);
+    const ProcedureAddress original = OriginalWndProc;
+    EXPECT_EQ(own, TheMainWindowHooks.procedure);
+    EXPECT_EQ(HookedWindow, mainWindow);
+    EXPECT_EQ(OwnViewer, mainWindow);
+    EXPECT_EQ(fake.clipboard.FirstViewer(), mainWindow);
+
+    fake.clipboard.LeaveChain(mainWindow, WindowHandle::None);
+    fake.clipboard.JoinChain(next);
+    OwnViewer = WindowHandle::None;
+    EXPECT_EQ(ConnectViewer(mainWindow), next);
+    EXPECT_EQ(OriginalWndProc, original);
+    EXPECT_EQ(fake.windows.ProcedureOf(mainWindow), own);
+
+    EXPECT_EQ(ConnectViewer(mainWindow), next);
+    EXPECT_EQ(fake.clipboard.FirstViewer(), mainWindow);
+
+    DisconnectViewer();
+    UnsubclassWindow();
+    EXPECT_EQ(fake.windows.ProcedureOf(mainWindow), original);
+    EXPECT_EQ(fake.clipboard.FirstViewer(), next);
+    EXPECT_EQ(OriginalWndProc, ProcedureAddress::None);
+    EXPECT_EQ(HookedWindow, WindowHandle::None);
+    EXPECT_EQ(OwnViewer, WindowHandle::None);
+    EXPECT_EQ(NextViewer, WindowHandle::None);
+    DisconnectViewer();
+    UnsubclassWindow();
+}
+
+TEST_F(ViewerHookTest, SubclassWindow_ThatIsRefusedLeavesNothingHooked) {
+    UnsubclassWindow();
+    fake.FailNth(Operation::WindowsExchangeProcedure, 1);
+    SubclassWindow(mainWindow);
+    EXPECT_EQ(HookedWindow, WindowHandle::None);
+    EXPECT_EQ(ClipboardWndProc(mainWindow, 0x0010, 0, 0), 0);
+}
+
+TEST_F(ViewerHookTest, ClipboardWndProc_CapturesChangesOfOtherProgramsOnly) {
+    fake.windows.foreground = next;
+    fake.clipboard.OtherProgramCopies({FakeClipboard::Bytes(1, "x")});
+    EXPECT_EQ(updates, 1);
+    EXPECT_EQ(PreviousForeground, next);
+
+    StoreAndRestoreText();
+    EXPECT_EQ(updates, 1);
+
+    Options().AutoSnap = false;
+    fake.clipboard.OtherProgramCopies({FakeClipboard::Bytes(1, "x")});
+    EXPECT_EQ(updates, 1);
+    EXPECT_TRUE(passedToOriginal.empty());
+}
+
+TEST_F(ViewerHookTest, ClipboardWndProc_PassesEveryChangeOnToTheNextViewer) {
+    NextViewer = next;
+    for (const bool automatic : {true, false}) {
+        Options().AutoSnap = automatic;
+        forwarded.clear();
+        EXPECT_EQ(Send(kDrawClipboard, 11, 12), 55);
+        ASSERT_EQ(forwarded.size(), 1u);
+        EXPECT_EQ(forwarded[0].message, kDrawClipboard);
+        EXPECT_EQ(forwarded[0].w, 11);
+        EXPECT_EQ(forwarded[0].l, 12);
+    }
+    NextViewer = WindowHandle::None;
+    EXPECT_EQ(Send(kDrawClipboard), 0);
+    // A chain that leads back to us must not go round for ever.
+    NextViewer = mainWindow;
+    EXPECT_EQ(Send(kDrawClipboard), 0);
+    EXPECT_TRUE(passedToOriginal.empty());
+}
+
+TEST_F(ViewerHookTest, ClipboardWndProc_TakesTheSuccessorOfALeavingViewer) {
+    NextViewer = next;
+    const WindowHandle other = fake.windows.AddWindow(L"Other");
+    EXPECT_EQ(Send(kChangeChain, Parameter(other), 0), 55);
+    EXPECT_EQ(NextViewer, next);
+    EXPECT_EQ(forwarded.size(), 1u);
+
+    EXPECT_EQ(Send(kChangeChain, Parameter(next), Parameter(other)), 0);
+    EXPECT_EQ(NextViewer, other);
+    EXPECT_EQ(forwarded.size(), 1u);
+    EXPECT_TRUE(passedToOriginal.empty());
+}
+
+TEST_F(ViewerHookTest, ClipboardWndProc_NotesWhoWasInFrontWhenTheHotKeyWasPressed) {
+    fake.windows.foreground = next;
+    EXPECT_EQ(Send(kHotKey), 0);
+    EXPECT_EQ(hotKeyWindow, mainWindow);
+    EXPECT_EQ(PreviousForeground, next);
+    // The main window itself would be no help: the focus is to go back to somebody else.
+    fake.windows.foreground = mainWindow;
+    Send(kHotKey);
+    EXPECT_EQ(PreviousForeground, next);
+
+    RestoreForeground();
+    EXPECT_EQ(fake.windows.foreground, next);
+    EXPECT_EQ(PreviousForeground, WindowHandle::None);
+    fake.windows.foreground = mainWindow;
+    RestoreForeground();
+    EXPECT_EQ(fake.windows.foreground, mainWindow);
+}
+
+TEST_F(ViewerHookTest, ClipboardWndProc_LeavesEverythingElseToTheOriginal) {
+    EXPECT_EQ(Send(0x0010, 1, 2), 77);
+    EXPECT_EQ(passedToOriginal, std::vector<std::uint32_t>{0x0010});
+}
+
+TEST_F(ViewerHookTest, ClipboardWndProc_AnswersRequestsFromThePendingClip) {
+    StoreAndRestoreText();
+    EXPECT_EQ(Send(0x0305, 13), 0);
+    EXPECT_FALSE(fake.clipboard.Holds(13));
+    EXPECT_EQ(fake.clipboard.OtherProgramReads(1), "abc\0"s);
+
+    StoreAndRestoreText();
+    ClearPendingRenderSet();
+    EXPECT_EQ(fake.clipboard.OtherProgramReads(1), std::nullopt);
+    EXPECT_TRUE(passedToOriginal.empty());
+}
+
+TEST_F(ViewerHookTest, ClipboardWndProc_RendersAllBeforeTheWindowGoes) {
+    StoreAndRestoreText();
+    EXPECT_EQ(Send(0x0306), 0);
+    EXPECT_EQ(fake.clipboard.Content(1), "abc\0"s);
+}
+
+TEST_F(ViewerHookTest, ClipboardWndProc_SurvivesTheEndOfThePendingClipDuringItsMessage) {
+    fake.files.SetBytes(kClip, RecordBytes(3, "Metafile", std::string(16, '\0') + "no metafile"));
+    ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 1));
+    // The window is closed, or another clip selected, while the message stands.
+    fake.user.duringMessage = [this] {
+        ClearPendingRenderSet();
+        clipBoard = {};
+    };
+    EXPECT_EQ(fake.clipboard.OtherProgramReads(3), std::nullopt);
+    EXPECT_EQ(fake.user.LastMessage(), L"SetToClipboard: SetMetaFileBitsEx2 fehlgeschlagen");
+}

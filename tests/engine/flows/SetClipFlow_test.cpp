@@ -1,0 +1,82 @@
+#include "engine/flows/SetClipFlow.h"
+
+#include "engine/flows/ClipFlowTest.h"
+#include "engine/flows/SnapFlow.h"
+
+namespace {
+
+using namespace std::string_literals;
+
+class SetClipTest : public ClipFlowTest {
+ protected:
+    SetClipTest() {
+        fake.files.SetBytes(L"C:\\CLIPS\\C7.nxc",
+                            RecordBytes(1, "Text", "abc") + RecordBytes(8, "DIB", "dib"));
+        nodes.Select(&AddClip(7, 2));
+    }
+
+    SetClipFlow flow{window, clipBoard};
+};
+
+}  // namespace
+
+TEST_F(SetClipTest, SetClip_PutsTheSelectedClipOnTheClipboard) {
+    flow.SetClip();
+    EXPECT_EQ(fake.clipboard.Formats(), (std::vector<FormatNumber>{1, 8, OwnMarkerFormat}));
+    EXPECT_EQ(fake.clipboard.OtherProgramReads(8), "dib");
+    EXPECT_EQ(fake.user.beeps, 0);
+    EXPECT_EQ(window.done, L"");
+
+    Options().SetBeep = true;
+    Options().IconAfterSetClip = true;
+    PreviousForeground = fake.clipboard.otherProgram;
+    flow.SetClip();
+    EXPECT_EQ(fake.user.beeps, 1);
+    EXPECT_EQ(window.done, L"minimise ");
+    EXPECT_EQ(fake.windows.foreground, fake.clipboard.otherProgram);
+}
+
+TEST_F(SetClipTest, SetClip_IsNeverCapturedAgain) {
+    SnapFlow snap(window, clipBoard);
+    TheMainWindowHooks.updateClipBoard = [&] { snap.UpdateClipBoard(); };
+    Options().AutoSnap = true;
+    const int before = nodes.Count();
+    flow.SetClip();
+    EXPECT_EQ(nodes.Count(), before);
+    // Not even when the ownership has moved on and the change is reported late.
+    fake.clipboard.ForgetOwner();
+    fake.windows.Deliver(mainWindow, 0x0308, 0, 0);
+    EXPECT_EQ(nodes.Count(), before);
+
+    fake.clipboard.OtherProgramCopies({FakeClipboard::Bytes(1, "new")});
+    EXPECT_EQ(nodes.Count(), before + 1);
+}
+
+TEST_F(SetClipTest, SetClip_DoesNothingWithoutAClip) {
+    fake.clipboard.OtherProgramCopies({FakeClipboard::Bytes(1, "old\0"s)});
+    for (Node* selected : {static_cast<Node*>(nullptr), folder, profile}) {
+        nodes.Select(selected);
+        flow.SetClip();
+    }
+    EXPECT_EQ(fake.clipboard.Content(1), "old\0"s);
+    EXPECT_TRUE(fake.user.statuses.empty());
+    EXPECT_TRUE(fake.user.messages.empty());
+}
+
+TEST_F(SetClipTest, SetClip_SaysWhyItFailsAndKeepsTheOldContentWhereItCan) {
+    Options().SetBeep = true;
+    fake.clipboard.OtherProgramCopies({FakeClipboard::Bytes(1, "old\0"s)});
+    nodes.Selected()->SetTag(L"C&damaged");
+    flow.SetClip();
+    EXPECT_EQ(fake.user.LastStatus(), L"Die Datei des Clips konnte nicht ermittelt werden.");
+    nodes.Selected()->SetTag(L"C&8,2&&");
+    flow.SetClip();
+    EXPECT_EQ(fake.user.LastStatus(), L"Datei C:\\CLIPS\\C8.nxc nicht verfügbar !!!");
+    EXPECT_EQ(fake.clipboard.Content(1), "old\0"s);
+
+    nodes.Selected()->SetTag(L"C&7,0&&");
+    flow.SetClip();
+    EXPECT_EQ(fake.user.LastMessage(), L"Keine Formate ermittelt");
+    EXPECT_TRUE(fake.clipboard.Formats().empty());
+    EXPECT_EQ(fake.user.beeps, 0);
+}

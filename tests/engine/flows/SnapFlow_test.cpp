@@ -1,0 +1,327 @@
+#include "engine/flows/SnapFlow.h"
+
+#include "engine/flows/ClipFlowTest.h"
+
+namespace {
+
+using namespace std::string_literals;
+
+class SnapTest : public ClipFlowTest {
+ protected:
+    SnapTest() {
+        // What a new installation starts with, but for the property dialog.
+        Options().UnknownFormats = 5;
+        fake.clock.now = FileTimeOf(1999, 11, 15, 13, 10, 0);
+    }
+    void Copy(const Offers& offers) { fake.clipboard.OtherProgramCopies(offers); }
+    void CopyText(const std::string& text) { Copy({FakeClipboard::Bytes(1, text + std::string(1, '\0'))}); }
+    // The clip taken last, null when the folder has none.
+    Node* LastClip() { return folder->LastChild(); }
+    void AddSet(const wchar_t* name, std::vector<FormatSetEntry> entries) {
+        FormatSet set;
+        set.Name = name;
+        set.Key = BuildFormatSetKey(entries);
+        set.Formats = entries;
+        FormatSets().Append(set);
+    }
+    // The data of each record that the node counts, as another program would get it.
+    std::vector<std::string> StoredData(const Node& clip) {
+        std::vector<std::string> all;
+        ReadNodeAttributes(&clip);
+        const std::int16_t count = ReadAttributes().formatCount;
+        ClipFileScope file(OpenClipFile(ClipFileOf(&clip), false, true));
+        CClipBoard reader;
+        const auto formats = reader.LoadFormatsByHandle(file.Handle(), count);
+        if (formats == nullptr) return all;
+        EXPECT_EQ(formats->Count(), count);
+        for (CFormat& format : *formats) {
+            EXPECT_TRUE(format.LoadDataFromFile(file.Handle(), false));
+            all.emplace_back(static_cast<const char*>(format.LockedPointer),
+                             static_cast<std::size_t>(format.DataLength));
+        }
+        return all;
+    }
+
+    SnapFlow flow{window, clipBoard};
+};
+
+}  // namespace
+
+TEST_F(SnapTest, Snap_StoresTheKeptFormatsOfAnUnknownContent) {
+    Copy({FakeClipboard::Bytes(13, "unicode"), FakeClipboard::Bytes(1, std::string("text\0", 5)),
+          FakeClipboard::GdiObject(2), FakeClipboard::Bytes(8, "dib")});
+    flow.Snap();
+
+    ASSERT_NE(LastClip(), nullptr);
+    EXPECT_EQ(LastClip()->Text(), L"Clip");
+    EXPECT_EQ(LastClip()->Image(), ImageValue(std::wstring(L"Clip")));
+    EXPECT_EQ(LastClip()->Tag(), L"C&1,2&15.11.1999 13:10:00&");
+    EXPECT_EQ(FileBytes(L"C:\\CLIPS\\C1.nxc"),
+              RecordBytes(1, "Text", std::string("text\0", 5)) + RecordBytes(8, "DIB", "dib"));
+    EXPECT_EQ(profile->Tag(), L"P&1&C:\\CLIPS\\&0&");
+    EXPECT_EQ(nodes.Selected(), LastClip());
+    EXPECT_TRUE(fake.files.Has(L"C:\\CLIPS\\nxclip.nxp"));
+    EXPECT_FALSE(Profiles().Item(1).Dirty);
+    EXPECT_EQ(fake.user.statuses, (std::vector<std::wstring>{L"Sichern Format 'Text'",
+                                                             L"Sichern Format 'DIB'", L"1 Element(e)"}));
+    EXPECT_TRUE(fake.user.messages.empty());
+    // What is not kept was never asked for.
+    EXPECT_EQ(fake.failures.Calls(Operation::ClipboardData), 2);
+}
+
+TEST_F(SnapTest, Snap_FollowsAMatchingFormatSetInWhateverOrderTheFormatsCome) {
+    AddSet(L"Notiz", {{L"Text", true}, {L"DIB", false}, {L"Unicode", true}});
+    Copy({FakeClipboard::Bytes(13, "unicod\0\0"s), FakeClipboard::Bytes(8, "dib"),
+          FakeClipboard::Bytes(1, "text\0"s)});
+    flow.Snap();
+    EXPECT_EQ(LastClip()->Text(), L"Notiz");
+    EXPECT_EQ(StoredData(*LastClip()), (std::vector<std::string>{"unicod\0\0"s, "text\0"s}));
+
+    // One format more: the set does not match.
+    Options().UnknownSet = L"Fremd";
+    Copy({FakeClipboard::Bytes(13, "unicod\0\0"s), FakeClipboard::Bytes(8, "dib"),
+          FakeClipboard::Bytes(1, "text\0"s), FakeClipboard::Bytes(7, "oem")});
+    flow.Snap();
+    EXPECT_EQ(LastClip()->Text(), L"Fremd");
+    EXPECT_EQ(StoredData(*LastClip()), (std::vector<std::string>{"dib", "text\0"s}));
+}
+
+TEST_F(SnapTest, Snap_StopsWithoutAWordWhereNothingIsToBeTaken) {
+    const auto takesNothing = [&] {
+        const int before = nodes.Count();
+        flow.Snap();
+        return nodes.Count() == before && !fake.clipboard.IsOpen() && fake.user.messages.empty() &&
+               fake.user.pointer == PointerShape::Normal && fake.files.AllFiles().empty();
+    };
+    EXPECT_TRUE(takesNothing());  // an empty clipboard
+
+    CopyText("text");
+    window.locked = true;
+    EXPECT_TRUE(takesNothing());
+    window.locked = false;
+    Options().ActionUnknownSet = 0;
+    EXPECT_TRUE(takesNothing());
+    Options().ActionUnknownSet = 2;
+    EXPECT_TRUE(takesNothing());
+    Options().ActionUnknownSet = 1;
+
+    ModalDialogOpen = true;
+    flow.UpdateClipBoard();
+    EXPECT_EQ(LastClip(), nullptr);
+
+    Copy({FakeClipboard::Bytes(1, "own"), FakeClipboard::Bytes(OwnMarkerFormat, "mark")});
+    const std::wstring tag = profile->Tag();
+    EXPECT_TRUE(takesNothing());
+    EXPECT_EQ(profile->Tag(), tag);  // no number is used up
+}
+
+TEST_F(SnapTest, Snap_NeedsAnActiveContainer) {
+    CopyText("text");
+    window.activeContainer = nullptr;
+    // Clipboard changes that come while the message stands must not pile up messages.
+    fake.user.duringMessage = [&] { flow.UpdateClipBoard(); };
+    flow.UpdateClipBoard();
+    ASSERT_EQ(fake.user.messages.size(), 1u);
+    EXPECT_EQ(fake.user.LastMessage(), L"Aktivieren Sie bitte erst ein Profil oder einen Ordner.");
+    EXPECT_EQ(fake.user.messages[0].title, L"");
+
+    fake.user.duringMessage = nullptr;
+    window.activeContainer = folder;
+    flow.UpdateClipBoard();
+    EXPECT_NE(LastClip(), nullptr);
+}
+
+TEST_F(SnapTest, Snap_DoesEverythingInItsOrder) {
+    Options().SnapSound = true;
+    Options().EditPropAfterSnap = true;
+    Options().IconAfterSnap = true;
+    CopyText("text");
+    PreviousForeground = fake.clipboard.otherProgram;
+    window.atStep = [&](const std::wstring& step) {
+        const bool saving = step == L"scroll";
+        EXPECT_EQ(fake.clipboard.IsOpen(), saving) << saving;
+        EXPECT_EQ(fake.ledger.Owned(ResourceKind::File), saving ? 1 : 0);
+        EXPECT_EQ(LastClip()->Tag().empty(), saving);
+        EXPECT_EQ(fake.user.pointer, PointerShape::Hourglass);
+        EXPECT_EQ(fake.user.beeps, step == L"front" || step == L"edit" || step == L"minimise" ? 1 : 0);
+        EXPECT_EQ(PreviousForeground, fake.clipboard.otherProgram);
+    };
+    flow.Snap();
+    EXPECT_EQ(window.done, L"scroll changed save select front edit minimise ");
+    EXPECT_EQ(fake.windows.foreground, fake.clipboard.otherProgram);
+    EXPECT_EQ(PreviousForeground, WindowHandle::None);
+    EXPECT_EQ(fake.user.pointer, PointerShape::Normal);
+    EXPECT_EQ(flow.LastUpdate(), fake.clock.now);
+}
+
+TEST_F(SnapTest, Snap_PlaysTheChosenSoundOrBeeps) {
+    Options().SnapSound = true;
+    Options().SoundFile = L"C:\\ding.wav";
+    fake.files.SetBytes(L"C:\\ding.wav", "RIFF");
+    CopyText("text");
+    flow.Snap();
+    EXPECT_EQ(fake.user.sounds, std::vector<std::wstring>{L"C:\\ding.wav"});
+    EXPECT_EQ(fake.user.beeps, 0);
+    fake.FailNth(Operation::UserPlaySound, 1);
+    flow.Snap();
+    EXPECT_EQ(fake.user.beeps, 1);
+}
+
+TEST_F(SnapTest, Snap_NamesTheClipAfterItsText) {
+    Options().NewtextMode = 1;
+    Options().NewMaxLen = 20;
+    const auto nameOf = [&](const std::string& text) {
+        CopyText(text);
+        flow.Snap();
+        return LastClip()->Text();
+    };
+    EXPECT_EQ(nameOf("Sehr geehrte Damen und Herren"), L"Sehr geehrte Damen u");
+    EXPECT_EQ(nameOf("kurz"), L"kurz");
+    EXPECT_EQ(nameOf(""), L"Clip");
+    EXPECT_EQ(nameOf("\r\n\t "), L"Clip");
+    EXPECT_EQ(nameOf("  Punkt\r\n\r\n\tStrich\r\n"), L"Punkt Strich");
+    EXPECT_EQ(nameOf("R&D"), L"R&D");
+    EXPECT_EQ(LastClip()->Tag(), L"C&6,1&15.11.1999 13:10:00&");
+    // All of a text of any length was asked for: the name still has to fit into the tree data file.
+    Options().NewMaxLen = 0;
+    EXPECT_EQ(nameOf(std::string(100'000, 'x')), std::wstring(999, L'x'));
+    EXPECT_TRUE(fake.user.messages.empty());
+
+    Options().NewtextMode = 0;
+    EXPECT_EQ(nameOf("kurz"), L"Clip");
+}
+
+TEST_F(SnapTest, Snap_KeepsTheNodeOfAClipWithoutARecord) {
+    Copy({FakeClipboard::Refused(1)});
+    flow.Snap();
+    EXPECT_EQ(LastClip()->Tag(), L"C&1,0&15.11.1999 13:10:00&");
+    EXPECT_EQ(FileBytes(L"C:\\CLIPS\\C1.nxc"), "");
+}
+
+TEST_F(SnapTest, Snap_SaysWhyTheClipFileCannotBeMade) {
+    CopyText("text");
+    fake.files.Deny(L"C:\\CLIPS");
+    flow.Snap();
+    EXPECT_EQ(fake.user.LastMessage(), L"CreateFile fehlgeschlagen mit Fehlercode: 5");
+    EXPECT_EQ(fake.user.LastStatus(), L"Öffnen der Clipdatei C:\\CLIPS\\C1.nxc fehlgeschlagen!!!");
+    EXPECT_EQ(LastClip(), nullptr);
+    EXPECT_FALSE(fake.clipboard.IsOpen());
+    EXPECT_EQ(fake.user.pointer, PointerShape::Normal);
+}
+
+TEST_F(SnapTest, Snap_SaysThatAnotherProgramHoldsTheClipboard) {
+    CopyText("text");
+    fake.clipboard.OtherProgramHolds(1000);
+    flow.Snap();
+    EXPECT_EQ(fake.user.LastStatus(), L"Die Zwischenablage wird gerade von einem anderen Programm benutzt.");
+    EXPECT_EQ(LastClip(), nullptr);
+    EXPECT_EQ(fake.user.pointer, PointerShape::Normal);
+}
+
+TEST_F(SnapTest, Snap_NeverOverwritesAnExistingClipFile) {
+    // The counter is behind the files when a profile could not be saved in an earlier run.
+    fake.files.SetBytes(L"C:\\CLIPS\\C1.nxc", "old 1");
+    fake.files.SetBytes(L"C:\\CLIPS\\C2.nxc", "old 2");
+    CopyText("text");
+    flow.Snap();
+    EXPECT_EQ(FileBytes(L"C:\\CLIPS\\C1.nxc"), "old 1");
+    EXPECT_EQ(FileBytes(L"C:\\CLIPS\\C2.nxc"), "old 2");
+    EXPECT_EQ(ClipFileOf(LastClip()), L"C:\\CLIPS\\C3.nxc");
+    EXPECT_EQ(profile->Tag(), L"P&3&C:\\CLIPS\\&0&");
+}
+
+TEST_F(SnapTest, Snap_WithoutNumbersLeftTellsAndTakesNothing) {
+    profile->SetTag(MakeProfileTag(2147483647, L"C:\\CLIPS\\", false, L""));
+    CopyText("text");
+    flow.Snap();
+    EXPECT_EQ(fake.user.messages.size(), 1u);
+    EXPECT_EQ(LastClip(), nullptr);
+    flow.Snap();
+    EXPECT_EQ(fake.user.messages.size(), 2u);  // and the next one is let in again
+}
+
+TEST_F(SnapTest, Snap_OnAFullDiskKeepsWhatFitsReadable) {
+    Options().UnknownFormats = 255;
+    Copy({FakeClipboard::Bytes(13, "firs\0\0"s), FakeClipboard::Bytes(8, std::string(5000, 'd')),
+          FakeClipboard::Bytes(1, std::string("text\0", 5))});
+    fake.files.capacity = 2000;
+    flow.Snap();
+    // The beginning of the picture's record does not stand in the way of the text's.
+    EXPECT_EQ(StoredData(*LastClip()), (std::vector<std::string>{"firs\0\0"s, "text\0"s}));
+    EXPECT_EQ(fake.user.LastStatus().find(L"Der Clip ist unvollständig: "), 0u);
+}
+
+TEST_F(SnapTest, Snap_WithoutAWayBackToARecordsStartWritesNothingMore) {
+    Options().UnknownFormats = 255;
+    Copy({FakeClipboard::Bytes(13, "firs\0\0"s), FakeClipboard::Refused(8),
+          FakeClipboard::Bytes(1, "last\0"s)});
+    fake.failures.FailAlways(Operation::FilesSeek);
+    flow.Snap();
+    fake.failures.FailNone();
+    EXPECT_EQ(StoredData(*LastClip()), std::vector<std::string>{"firs\0\0"s});
+}
+
+TEST_F(SnapTest, Snap_WithAnyOperationFailingLosesNothingThatWasThere) {
+    Options().UnknownFormats = 255;
+    Options().NewtextMode = 1;
+    CopyText("first");
+    flow.Snap();
+    const std::string firstClip = FileBytes(L"C:\\CLIPS\\C1.nxc");
+    const std::vector<std::string> whole = {"unicod\0\0"s, MetafileBitsWith("picture"),
+                                            std::string(3000, 'd'), EnhancedMetafileBitsWith("picture"),
+                                            std::string("text\0", 5)};
+    Copy({FakeClipboard::Bytes(13, whole[0]), FakeClipboard::Picture(whole[1]),
+          FakeClipboard::Late(FakeClipboard::Bytes(8, whole[2])), FakeClipboard::Enhanced(whole[3]),
+          FakeClipboard::Bytes(1, whole[4] + "junk")});
+
+    for (const auto failure : {WriteFailure::DiskFullWithPart, WriteFailure::Nothing, WriteFailure::Short}) {
+        fake.failures.writeFailure = failure;
+        for (int n = 1;; ++n) {
+            SCOPED_TRACE(n);
+            const int nodesBefore = nodes.Count();
+            fake.user.messages.clear();
+            fake.user.statuses.clear();
+            fake.FailNthOfAny(n);
+            flow.Snap();
+            const bool failed = fake.Fired();
+            fake.failures.FailNone();
+
+            EXPECT_FALSE(fake.clipboard.IsOpen());
+            EXPECT_EQ(fake.ledger.Owned(ResourceKind::File), 0);
+            EXPECT_EQ(fake.user.pointer, PointerShape::Normal);
+            EXPECT_EQ(FileBytes(L"C:\\CLIPS\\C1.nxc"), firstClip);
+            if (nodes.Count() == nodesBefore) {
+                EXPECT_TRUE(failed);
+                EXPECT_FALSE(fake.user.statuses.empty());
+                continue;
+            }
+            // Whatever was counted is the content's, in its order.
+            auto expected = whole.begin();
+            for (const std::string& data : StoredData(*LastClip())) {
+                expected = std::find(expected, whole.end(), data);
+                ASSERT_NE(expected, whole.end());
+                ++expected;
+            }
+            if (failed) continue;
+            EXPECT_EQ(StoredData(*LastClip()), whole);
+            EXPECT_TRUE(fake.user.messages.empty());
+            break;
+        }
+    }
+    // The tree on disk is the tree on the screen.
+    CTreeViewEx reloaded;
+    NodeCollection reloadedNodes;
+    reloaded.Bind(&reloadedNodes);
+    ASSERT_NE(LoadProfileDirectory(reloaded, L"C:\\CLIPS\\"), nullptr);
+    EXPECT_EQ(reloadedNodes.Count(), nodes.Count());
+}
+
+TEST(ClipName, ClipNameOfText_IsOneReadableLine) {
+    EXPECT_EQ(ClipNameOfText(std::wstring(L"abc\0def", 7)), L"abc");
+    EXPECT_EQ(ClipNameOfText(std::wstring(L"\0", 1)), L"");
+    EXPECT_EQ(ClipNameOfText(L"a\r\nb\x85"
+                             L"c\x7F"),
+              L"a b c");
+    EXPECT_EQ(ClipNameOfText(L"a  b"), L"a  b");
+    EXPECT_EQ(ClipNameOfText(std::wstring(998, L'x') + L" y"), std::wstring(998, L'x'));
+}

@@ -1,0 +1,153 @@
+#include "engine/flows/StartUp.h"
+
+#include "engine/clipboard/modClipboard.h"
+#include "engine/clipboard/modViewerHook.h"
+#include "engine/formatsets/modFormatSet.h"
+#include "engine/process/AppTest.h"
+#include "engine/profiles/CProfiles.h"
+#include "engine/profiles/modDragDrop.h"
+
+namespace {
+
+// The machine and the screen: notes what start-up does with them.
+class Host : public StartUpHost {
+ public:
+    bool OtherInstanceRuns() override { return otherRuns; }
+    WindowHandle FindTopLevelWindow(const std::wstring& title) override {
+        steps.push_back(L"find " + title);
+        return firstWindow;
+    }
+    bool IsMinimised(WindowHandle) override { return minimised; }
+    void ShowNormal(WindowHandle window) override {
+        steps.push_back(window == firstWindow ? L"show normal" : L"show another");
+    }
+    void ActivateByTitle(const std::wstring& title) override { steps.push_back(L"activate " + title); }
+    void ShowSplash() override {
+        steps.push_back(L"splash with " + std::to_wstring(Profiles().Count()) + L" profiles");
+    }
+    void ShowMainWindow() override {
+        steps.push_back(L"main window with " + std::to_wstring(Profiles().Count()) + L" profiles");
+    }
+
+    bool otherRuns = false;
+    bool minimised = false;
+    WindowHandle firstWindow = WindowHandle::None;
+    std::vector<std::wstring> steps;
+};
+
+using Steps = std::vector<std::wstring>;
+
+class StartUpTest : public AppTest {
+ protected:
+    StartUpTest() {
+        AppPath.clear();  // nothing is known before
+    }
+    ~StartUpTest() override {
+        Profiles().Clear();
+        InitFormatSets();
+    }
+
+    void StoreProfile() {
+        fake.settings.Set(L"Profiles", L"Count", L"1");
+        fake.settings.Set(L"Profiles", L"Name1", L"Texte");
+        fake.settings.Set(L"Profiles", L"File1", L"C:\\TEXTE");
+    }
+    // The log's lines without their times, with "|" behind each.
+    std::string LogLines() const {
+        std::string lines = Log();
+        const std::string time = "15.11.1999 13:10:00: ";
+        for (std::size_t at; (at = lines.find(time)) != std::string::npos;)
+            lines.erase(at, time.size());
+        for (std::size_t at; (at = lines.find("\r\n")) != std::string::npos;)
+            lines.replace(at, 2, "|");
+        return lines;
+    }
+
+    Host host;
+};
+
+TEST_F(StartUpTest, StartUp_SetsEverythingUpInItsOrder) {
+    StoreProfile();
+    PreviousForeground = static_cast<WindowHandle>(0x1234);
+    DiagnosticsOpen = RequestTrace = ModalDialogOpen = true;
+    FormatSetsChanged = true;
+    Options().UserInfo = L"left over";
+    Options().AutoSnap = true;
+    FirstStartPending = false;
+
+    EXPECT_TRUE(StartUp(host, L"", L" c:\\Programme\\NXClip "));
+    EXPECT_EQ(host.steps, (Steps{L"splash with 0 profiles", L"main window with 1 profiles"}));
+    EXPECT_EQ(PreviousForeground, WindowHandle::None);
+    EXPECT_FALSE(DiagnosticsOpen || RequestTrace || ModalDialogOpen);
+    EXPECT_EQ(AppPath, L"C:\\PROGRAMME\\NXCLIP\\");
+    EXPECT_EQ(FormatSetFile, L"C:\\PROGRAMME\\NXCLIP\\NXClip.nxf");
+    EXPECT_EQ(HelpFile, L"C:\\PROGRAMME\\NXCLIP\\Nxclip.hlp");
+    EXPECT_FALSE(FormatSetsChanged);
+    EXPECT_EQ(FormatSets().Count(), 0);
+    EXPECT_NE(DraggedNodeFormat(), 0);
+    EXPECT_NE(OwnMarkerFormat, 0);
+    EXPECT_EQ(Options().UserInfo, L"");
+    EXPECT_FALSE(Options().AutoSnap);
+    EXPECT_EQ(Options().KeyActivate, L"L");
+    EXPECT_TRUE(FirstStartPending);
+    EXPECT_TRUE(fake.files.AllFiles().empty());
+}
+
+TEST_F(StartUpTest, StartUp_InDebugMode_StartsANewLogWithEveryStep) {
+    fake.files.SetBytes(kLog, "of the run before");
+    EXPECT_TRUE(StartUp(host, L"DEBUG", L"C:\\NXClip"));
+    EXPECT_EQ(LogLines(),
+              "Main: Programm aktiviert|RegisterOleData ...|RegisterClipboard ...|LoadOptions ...|"
+              "LoadOptions beendet|Main: Show Splash ...|Main: InitProfiles ...|Main: LoadRegistry ...|"
+              "Main: Show frmMain ...|Main: End Show frmMain |");
+}
+
+TEST_F(StartUpTest, StartUp_OtherCommandLines_LeaveTheLogAlone) {
+    fake.files.SetBytes(kLog, "of the run before");
+    for (const wchar_t* commandLine : {L"", L"debug", L"DEBUG X", L" DEBUG"}) {
+        EXPECT_TRUE(StartUp(host, commandLine, L"C:\\NXClip"));
+        EXPECT_FALSE(DebugMode);
+    }
+    EXPECT_EQ(Log(), "of the run before");
+}
+
+TEST_F(StartUpTest, StartUp_SplashSwitchedOff_ShowsNone) {
+    fake.settings.Set(L"Settings", L"ShowSplash", L"0");
+    EXPECT_TRUE(StartUp(host, L"", L"C:\\NXClip"));
+    EXPECT_EQ(host.steps, (Steps{L"main window with 0 profiles"}));
+}
+
+TEST_F(StartUpTest, StartUp_SecondInstance_ActivatesTheFirstAndEnds) {
+    host.otherRuns = true;
+    host.firstWindow = static_cast<WindowHandle>(0x4711);
+    host.minimised = true;
+    EXPECT_FALSE(StartUp(host, L"DEBUG", L"C:\\NXClip"));
+    EXPECT_EQ(host.steps, (Steps{L"find NXClip", L"show normal", L"activate NXClip"}));
+    EXPECT_EQ(LogLines(), "Main: Programm aktiviert|Main: Mehr als eine Instance erkannt|");
+
+    host.steps.clear();
+    host.minimised = false;
+    EXPECT_FALSE(StartUp(host, L"", L"C:\\NXClip"));
+    EXPECT_EQ(host.steps, (Steps{L"find NXClip", L"activate NXClip"}));
+    EXPECT_TRUE(fake.user.messages.empty());
+}
+
+TEST_F(StartUpTest, StartUp_SecondInstanceWithoutAFirstWindow_TellsAndRuns) {
+    host.otherRuns = true;
+    EXPECT_TRUE(StartUp(host, L"", L"C:\\NXClip"));
+    EXPECT_EQ(fake.user.LastMessage(), L"Window-Handle konnte für \r\nNXClip\r\nnicht ermittelt werden");
+    EXPECT_EQ(host.steps.back(), L"main window with 0 profiles");
+}
+
+TEST_F(StartUpTest, StartUp_FirstStartIsPendingOnlyWhileDialogReadsAsZero) {
+    const auto pendingFor = [this](const wchar_t* stored) {
+        fake.settings.Set(L"Settings", L"Dialog", stored);
+        StartUp(host, L"", L"C:\\NXClip");
+        return FirstStartPending;
+    };
+    EXPECT_TRUE(pendingFor(L"0"));
+    EXPECT_FALSE(pendingFor(L"1"));
+    EXPECT_TRUE(pendingFor(L"kaputt"));
+}
+
+}  // namespace

@@ -1,0 +1,119 @@
+#include "engine/formatsets/FormatSetDialogModel.h"
+
+#include "engine/formatsets/FormatSetTest.h"
+
+namespace {
+
+using Names = std::vector<std::wstring>;
+
+class FormatSetDialogModelTest : public FormatSetTest {
+ protected:
+    FormatSetDialogModelTest() {
+        FormatSets() = ListNamed({L"Eins", L"Zwei", L"Drei"});
+        FormatSetsChanged = false;
+    }
+};
+
+TEST_F(FormatSetDialogModelTest, Changes_ReachTheProcessListOnlyByOk) {
+    const FormatSetList before = FormatSets();
+    FormatSetDialogModel model;
+    EXPECT_EQ(model.Selected(), 1);
+    EXPECT_EQ(model.Aliases(), (Names{L"Eins", L"Zwei", L"Drei"}));
+    model.Select(2);
+    ASSERT_EQ(model.Entries().size(), 1u);
+    model.SetEntrySave(0, false);
+    EXPECT_TRUE(FormatSetsChanged);
+    EXPECT_FALSE(model.Entries()[0].Save);
+    EXPECT_EQ(FormatSets(), before);
+    model.Confirm();
+    EXPECT_FALSE(FormatSets().Item(2).Formats[0].Save);
+    EXPECT_TRUE(FormatSets().Item(1).Formats[0].Save);
+}
+
+TEST_F(FormatSetDialogModelTest, AddFromClipboard_EmptyClipboard_SaysSo) {
+    FormatSetDialogModel model;
+    const auto nothing = FormatsNamed({});
+    EXPECT_FALSE(model.AddFromClipboard(nothing.get()));
+    EXPECT_FALSE(model.AddFromClipboard(nullptr));
+    EXPECT_EQ(fake.user.messages.size(), 2u);
+    EXPECT_EQ(fake.user.LastMessage(), L"Keine Einträge im Clipboard abgelegt.");
+    EXPECT_FALSE(FormatSetsChanged);
+}
+
+TEST_F(FormatSetDialogModelTest, AddFromClipboard_AddsAndSelectsANewSetOnce) {
+    FormatSetDialogModel model;
+    const auto formats = FormatsNamed({L"Text", L"HTML Format"});
+    EXPECT_TRUE(model.AddFromClipboard(formats.get()));
+    EXPECT_EQ(model.Selected(), 4);
+    EXPECT_EQ(model.SelectedName(), L"<unbekannt>");
+    EXPECT_EQ(model.Entries(), (std::vector<FormatSetEntry>{{L"HTML Format", true}, {L"Text", true}}));
+    EXPECT_TRUE(model.Rename(L"Webseite"));
+
+    model.Select(1);
+    EXPECT_FALSE(model.AddFromClipboard(FormatsNamed({L"HTML Format", L"Text"}).get()));
+    EXPECT_EQ(fake.user.LastMessage(),
+              L"Der im Clipboard gefundene Formatsatz ist schon unter dem Namen\r\n\r\nWebseite\r\n\r\n"
+              L"verzeichnet.");
+    EXPECT_EQ(model.WorkingCopy().Count(), 4);
+    EXPECT_EQ(model.Selected(), 1);
+    EXPECT_EQ(FormatSets().Count(), 3);
+}
+
+TEST_F(FormatSetDialogModelTest, AddFromClipboard_WhatTheFileCannotHold_IsRefused) {
+    FormatSetDialogModel model;
+    auto formats = FormatsNamed({});
+    for (int i = 0; i < 300; ++i) {
+        formats->Add(std::make_unique<CFormat>()).FormatName = std::wstring(240, L'x');
+    }
+    EXPECT_FALSE(model.AddFromClipboard(formats.get()));
+    EXPECT_EQ(fake.user.messages.size(), 1u);
+    EXPECT_EQ(model.WorkingCopy().Count(), 3);
+    EXPECT_FALSE(FormatSetsChanged);
+}
+
+TEST_F(FormatSetDialogModelTest, Rename_TakesAnyNameButTheSame) {
+    FormatSetDialogModel model;
+    EXPECT_FALSE(model.Rename(L"Eins"));
+    EXPECT_FALSE(FormatSetsChanged);
+    EXPECT_TRUE(model.Rename(L"eins"));
+    EXPECT_TRUE(FormatSetsChanged);
+    EXPECT_TRUE(model.Rename(L"Zwei"));
+    EXPECT_EQ(model.Aliases(), (Names{L"Zwei", L"Zwei", L"Drei"}));
+    model.Select(0);
+    EXPECT_FALSE(model.Rename(L"niemand"));
+}
+
+TEST_F(FormatSetDialogModelTest, Delete_AsksAndSelectsANeighbour) {
+    FormatSetDialogModel model;
+    model.Select(2);
+    fake.user.answers = {false, true, true, true};
+    EXPECT_FALSE(model.Delete());
+    EXPECT_EQ(model.Aliases().size(), 3u);
+    ASSERT_EQ(fake.user.questions.size(), 1u);
+    EXPECT_EQ(fake.user.questions[0].text, L"Wollen Sie wirklich den Formatsatz unwiederruflich lösche ?");
+    EXPECT_EQ(fake.user.questions[0].title, L"Formatsatz löschen");
+
+    EXPECT_TRUE(model.Delete());
+    EXPECT_EQ(model.SelectedName(), L"Drei");
+    EXPECT_TRUE(model.Delete());
+    EXPECT_EQ(model.SelectedName(), L"Eins");
+    EXPECT_TRUE(model.Delete());
+    EXPECT_EQ(model.Selected(), 0);
+    EXPECT_TRUE(model.Entries().empty());
+    EXPECT_FALSE(model.Delete());
+    EXPECT_EQ(fake.user.questions.size(), 4u);
+    EXPECT_EQ(FormatSets().Count(), 3);
+    model.Confirm();
+    EXPECT_EQ(FormatSets().Count(), 0);
+}
+
+TEST_F(FormatSetDialogModelTest, RenameDialog_RefusesNoNameAndTooLongAName) {
+    EXPECT_FALSE(AliasCanBeConfirmed(L""));
+    EXPECT_TRUE(AliasCanBeConfirmed(L" "));
+    EXPECT_TRUE(ConfirmAlias(std::wstring(65535, L'ö')));
+    EXPECT_TRUE(fake.user.messages.empty());
+    EXPECT_FALSE(ConfirmAlias(std::wstring(65536, L'ö')));
+    EXPECT_EQ(fake.user.messages.size(), 1u);
+}
+
+}  // namespace

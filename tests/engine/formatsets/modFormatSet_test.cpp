@@ -1,0 +1,221 @@
+#include "engine/formatsets/modFormatSet.h"
+
+#include "engine/formatsets/FormatSetTest.h"
+
+namespace {
+
+class modFormatSetTest : public FormatSetTest {};
+
+TEST_F(modFormatSetTest, InitDefaultFormatSets_MakesTheTwoSetsWithSortedEntries) {
+    InitDefaultFormatSets();
+    EXPECT_TRUE(FormatSetsChanged);
+    ASSERT_EQ(FormatSets().Count(), 2);
+    const FormatSet picture = {L"Paintprush-Bild", L"Bitmap,DIB", {{L"Bitmap", true}, {L"DIB", false}}};
+    const FormatSet text = {L"Text",
+                            L"<\?\?\?>,OemText,Text,Unicode",
+                            {{L"<\?\?\?>", false}, {L"OemText", true}, {L"Text", true}, {L"Unicode", true}}};
+    EXPECT_EQ(FormatSets().Item(1), picture);
+    EXPECT_EQ(FormatSets().Item(2), text);
+}
+
+TEST_F(modFormatSetTest, FindFormatSet_MatchesTheSameNamesInAnyOrder) {
+    InitDefaultFormatSets();
+    const auto found = [](std::initializer_list<const wchar_t*> names) {
+        return FindFormatSet(FormatSets(), FormatsNamed(names).get());
+    };
+    EXPECT_EQ(found({L"DIB", L"Bitmap"}), 1);
+    EXPECT_EQ(found({L"Unicode", L"Text", L"<\?\?\?>", L"OemText"}), 2);
+    EXPECT_EQ(found({L"Bitmap", L"DIB", L"Palette"}), 0);
+    EXPECT_EQ(found({L"Bitmap"}), 0);
+    EXPECT_EQ(found({L"bitmap", L"DIB"}), 0);
+    EXPECT_EQ(found({L"DIB", L"DIB", L"Bitmap"}), 0);
+    EXPECT_EQ(found({}), 0);
+    EXPECT_EQ(FindFormatSet(FormatSets(), nullptr), 0);
+}
+
+TEST_F(modFormatSetTest, AddFormatSet_KeepsEveryFormatAndIsFoundFromThenOn) {
+    const auto formats = FormatsNamed({L"b", L"a", L"Z", L"a"});
+    EXPECT_EQ(AddFormatSet(FormatSets(), formats.get(), L"Neu"), 1);
+    EXPECT_TRUE(FormatSetsChanged);
+    EXPECT_EQ(FormatSets().Item(1).Key, L"Z,a,a,b");  // code units: capitals come first
+    for (const FormatSetEntry& entry : FormatSets().Item(1).Formats)
+        EXPECT_TRUE(entry.Save);
+    EXPECT_EQ(AddFormatSet(FormatSets(), formats.get(), L"Neu"), 2);
+    EXPECT_EQ(FindFormatSet(FormatSets(), FormatsNamed({L"a", L"Z", L"b", L"a"}).get()), 1);
+    EXPECT_EQ(AddFormatSet(FormatSets(), nullptr, L"Nichts"), -1);
+    EXPECT_EQ(FormatSets().Count(), 2);
+}
+
+TEST_F(modFormatSetTest, FormatsKey_TakesNamesApartAtTheirCommas) {
+    EXPECT_EQ(FormatsKey(*FormatsNamed({L"b,c", L"a", L"c"})), L"a,b,c,c");
+    EXPECT_EQ(FormatsKey(*FormatsNamed({L"c,", L"a"})), L",a,c");
+    EXPECT_EQ(FormatsKey(*FormatsNamed({L"b,a"})), L"b,a");
+    EXPECT_EQ(FormatsKey(*FormatsNamed({})), L"");
+}
+
+TEST_F(modFormatSetTest, AddFormatSet_FullList_IsRefused) {
+    const auto formats = FormatsNamed({L"a"});
+    for (int i = 0; i < FormatSetList::kMostSets; ++i)
+        FormatSets().Append({});
+    EXPECT_EQ(AddFormatSet(FormatSets(), formats.get(), L"zu viel"), -1);
+    EXPECT_EQ(FormatSets().Count(), FormatSetList::kMostSets);
+}
+
+TEST_F(modFormatSetTest, DeleteFormatSet_MovesTheLaterOnesDown) {
+    FormatSetList list = ListNamed({L"1", L"2", L"3"});
+    FormatSetsChanged = false;
+    for (const int bad : {-1, 0, 4})
+        EXPECT_FALSE(DeleteFormatSet(list, bad));
+    EXPECT_EQ(list, ListNamed({L"1", L"2", L"3"}));
+    FormatSetsChanged = false;
+    EXPECT_TRUE(DeleteFormatSet(list, 2));
+    EXPECT_TRUE(FormatSetsChanged);
+    EXPECT_EQ(list, ListNamed({L"1", L"3"}));
+    EXPECT_TRUE(DeleteFormatSet(list, 2));
+    EXPECT_TRUE(DeleteFormatSet(list, 1));
+    EXPECT_FALSE(DeleteFormatSet(list, 1));
+    EXPECT_EQ(list.Count(), 0);
+}
+
+TEST_F(modFormatSetTest, GetFormatSaveFlag_OfTheFirstEntryWithExactlyThatName) {
+    InitDefaultFormatSets();
+    FormatSets().Append({L"Doppelt", L"a,a", {{L"a", false}, {L"a", true}}});
+    EXPECT_TRUE(GetFormatSaveFlag(1, L"Bitmap"));
+    EXPECT_FALSE(GetFormatSaveFlag(1, L"DIB"));
+    EXPECT_FALSE(GetFormatSaveFlag(2, L"text"));
+    EXPECT_FALSE(GetFormatSaveFlag(1, L"Text"));
+    EXPECT_FALSE(GetFormatSaveFlag(3, L"a"));
+    for (const int none : {-1, 0, 4})
+        EXPECT_FALSE(GetFormatSaveFlag(none, L"Bitmap"));
+}
+
+TEST_F(modFormatSetTest, IsKeptUnknownFormat_FollowsTheMask) {
+    const std::wstring names[] = {L"Text", L"Rich Text Format", L"DIB", L"Bitmap", L"OwnerLink", L"text"};
+    const auto kept = [&names](std::int16_t mask) {
+        Options().UnknownFormats = mask;
+        int result = 0;
+        for (std::size_t i = 0; i < std::size(names); ++i)
+            result |= IsKeptUnknownFormat(names[i]) << i;
+        return result;
+    };
+    for (std::int16_t mask = 0; mask < 16; ++mask)
+        EXPECT_EQ(kept(mask), mask);
+    EXPECT_EQ(kept(16), 0);
+    EXPECT_EQ(kept(16 + 5), 5);
+    EXPECT_EQ(kept(254), 14);
+    EXPECT_EQ(kept(255), 63);
+    EXPECT_EQ(kept(0x1FF), 63);
+    EXPECT_EQ(kept(-1), 63);
+}
+
+TEST_F(modFormatSetTest, LoadFormatSets_WithoutAFile_MakesTheDefaultsAndSaveWritesThem) {
+    EXPECT_TRUE(LoadFormatSets());
+    const FormatSetList defaults = FormatSets();
+    EXPECT_EQ(defaults.Count(), 2);
+    EXPECT_FALSE(fake.files.Has(kFile));
+    EXPECT_TRUE(SaveFormatSets());
+
+    InitFormatSets();
+    FormatSetsChanged = true;
+    EXPECT_TRUE(LoadFormatSets());
+    EXPECT_EQ(FormatSets(), defaults);
+    EXPECT_FALSE(FormatSetsChanged);
+    EXPECT_TRUE(fake.user.messages.empty());
+}
+
+TEST_F(modFormatSetTest, SaveFormatSets_Unchanged_LeavesTheFileAlone) {
+    fake.files.SetBytes(kFile, "whatever");
+    EXPECT_TRUE(SaveFormatSets());
+    EXPECT_EQ(fake.files.Bytes(kFile), "whatever");
+    EXPECT_EQ(fake.failures.Calls(Operation::FilesOpen), 0);
+}
+
+TEST_F(modFormatSetTest, SaveFormatSets_OverALongerFile_LoadsAsTheNewList) {
+    FormatSets() = ListNamed({L"Erster", L"Zweiter", L"Dritter mit einem langen Namen"});
+    ASSERT_TRUE(SaveFormatSets());
+    const std::size_t longer = fake.files.Bytes(kFile)->size();
+    while (FormatSets().Count() > 0)
+        DeleteFormatSet(FormatSets(), 1);
+    ASSERT_TRUE(SaveFormatSets());
+    EXPECT_EQ(fake.files.Bytes(kFile)->size(), longer);
+    FormatSets() = ListNamed({L"im Speicher"});
+    EXPECT_TRUE(LoadFormatSets());
+    EXPECT_EQ(FormatSets().Count(), 0);
+}
+
+TEST_F(modFormatSetTest, SaveFormatSets_TextTooLong_IsRefusedBeforeAnythingIsWritten) {
+    fake.files.SetBytes(kFile, "old");
+    FormatSets() = ListNamed({L"kurz", L"lang"});
+    FormatSets().Item(2).Name = std::wstring(65536, L'x');
+    EXPECT_FALSE(SaveFormatSets());
+    EXPECT_EQ(fake.user.messages.size(), 1u);
+    EXPECT_NE(fake.user.LastMessage().find(L"zu lang"), std::wstring::npos);
+    EXPECT_EQ(fake.files.Bytes(kFile), "old");
+}
+
+TEST_F(modFormatSetTest, SaveFormatSets_EachCallFailing_TellsOnceAndKeepsTheOldFileUnlessTheWriteFailed) {
+    FormatSets() = ListNamed({L"alt"});
+    ASSERT_TRUE(SaveFormatSets());
+    const std::optional<std::string> old = fake.files.Bytes(kFile);
+    FormatSets() = ListNamed({L"neu", L"und länger"});
+    for (int n = 1;; ++n) {
+        fake.user.messages.clear();
+        fake.FailNthOfAny(n);
+        const int writes = fake.failures.Calls(Operation::FilesWrite);
+        const bool saved = SaveFormatSets();
+        if (!fake.Fired()) {
+            EXPECT_TRUE(saved);
+            EXPECT_GT(n, 3);  // open, reserve and write have each failed
+            break;
+        }
+        EXPECT_FALSE(saved);
+        EXPECT_EQ(fake.user.messages.size(), 1u);
+        EXPECT_TRUE(FormatSetsChanged);
+        EXPECT_EQ(fake.ledger.Owned(ResourceKind::File), 0);
+        if (fake.failures.Calls(Operation::FilesWrite) == writes) {
+            EXPECT_EQ(fake.files.Bytes(kFile), old);
+        }
+    }
+    fake.failures.FailNone();
+    FormatSets().Clear();
+    EXPECT_TRUE(LoadFormatSets());
+    EXPECT_EQ(FormatSets(), ListNamed({L"neu", L"und länger"}));
+}
+
+TEST_F(modFormatSetTest, LoadFormatSets_EachCallFailing_TellsAndKeepsNothingHalfRead) {
+    FormatSets() = ListNamed({L"eins", L"zwei"});
+    ASSERT_TRUE(SaveFormatSets());
+    const FormatSetList whole = FormatSets();
+    for (const ReadFailure how : {ReadFailure::Error, ReadFailure::Short}) {
+        fake.failures.readFailure = how;
+        for (int n = 2;; ++n) {  // the first call asks whether the file is there
+            InitFormatSets();
+            fake.user.messages.clear();
+            fake.FailNthOfAny(n);
+            const bool loaded = LoadFormatSets();
+            if (!fake.Fired()) {
+                EXPECT_TRUE(loaded);
+                EXPECT_GT(n, 4);
+                break;
+            }
+            EXPECT_FALSE(loaded);
+            EXPECT_EQ(fake.user.messages.size(), 1u);
+            EXPECT_FALSE(FormatSetsChanged);
+            EXPECT_EQ(fake.ledger.Owned(ResourceKind::File), 0);
+            EXPECT_LT(FormatSets().Count(), 2);
+            if (FormatSets().Count() == 1) {
+                EXPECT_EQ(FormatSets().Item(1), whole.Item(1));
+            }
+        }
+    }
+    EXPECT_EQ(FormatSets(), whole);
+}
+
+TEST_F(modFormatSetTest, LoadFormatSets_DirectoryOfThatName_IsToldAsAnError) {
+    fake.files.AddDirectory(kFile);
+    EXPECT_FALSE(LoadFormatSets());
+    EXPECT_EQ(fake.user.messages.size(), 1u);
+    EXPECT_EQ(FormatSets().Count(), 0);
+}
+
+}  // namespace

@@ -1,0 +1,107 @@
+#include "engine/process/modHelp.h"
+
+#include <set>
+
+#include "engine/process/AppTest.h"
+
+namespace {
+
+class Browser : public HelpPages {
+ public:
+    bool ViewerWorks() override { return viewerWorks; }
+    bool OpenPage(const std::wstring& file) override {
+        if (!opens) return false;
+        pages.push_back(file);
+        return true;
+    }
+
+    bool viewerWorks = false;
+    bool opens = true;
+    std::vector<std::wstring> pages;
+};
+
+class modHelpTest : public AppTest {
+ protected:
+    modHelpTest() { UseHelpPages(&browser); }
+    ~modHelpTest() override { UseHelpPages(nullptr); }
+
+    void InstallHelpFile() { fake.files.SetBytes(L"C:\\NXCLIP\\NXCLIP.HLP", "help"); }
+    void InstallPages() {
+        fake.files.SetBytes(L"C:\\NXCLIP\\HILFE\\INHALT.HTML", "page");
+        fake.files.SetBytes(L"C:\\NXCLIP\\HILFE\\SUCHEN.HTML", "page");
+    }
+
+    Browser browser;
+    const WindowHandle window = fake.windows.AddWindow();
+};
+
+TEST_F(modHelpTest, ShowHelp_WithoutAHelpFileName_SaysSo) {
+    HelpFile.clear();
+    ShowHelp(window);
+    ASSERT_EQ(fake.user.messages.size(), 1u);
+    EXPECT_EQ(fake.user.messages[0].text, L"Es wurde keine Hilfedatei in diesem Projekt festgelegt.");
+    EXPECT_EQ(fake.user.messages[0].title, L"NXClip");
+    EXPECT_EQ(fake.user.messages[0].icon, MessageIcon::Information);
+}
+
+TEST_F(modHelpTest, ShowHelp_WithAViewer_OpensTheHelpFileOnTheTopic) {
+    InstallHelpFile();
+    InstallPages();
+    browser.viewerWorks = true;
+    ShowHelp(window, HelpTopic::Search);
+    ShowHelpCommand(window, kHelpFinder, 0);
+    ASSERT_EQ(fake.windows.helps.size(), 2u);
+    EXPECT_EQ(fake.windows.helps[0].window, window);
+    EXPECT_EQ(fake.windows.helps[0].file, L"C:\\NXCLIP\\Nxclip.hlp");
+    EXPECT_EQ(fake.windows.helps[0].command, 1u);
+    EXPECT_EQ(fake.windows.helps[0].data, 50u);
+    EXPECT_EQ(fake.windows.helps[1].command, 11u);
+    EXPECT_TRUE(browser.pages.empty());
+    EXPECT_TRUE(fake.user.messages.empty());
+}
+
+TEST_F(modHelpTest, ShowHelp_WithoutAViewer_OpensTheTopicsPage) {
+    InstallHelpFile();
+    InstallPages();
+    ShowHelp(window, HelpTopic::Search);
+    ShowHelpCommand(window, kHelpFinder, 50);
+    ShowHelpCommand(window, kHelpContext, 4711);
+    const std::wstring contents = L"C:\\NXCLIP\\HILFE\\inhalt.html";
+    EXPECT_EQ(browser.pages,
+              (std::vector<std::wstring>{L"C:\\NXCLIP\\HILFE\\suchen.html", contents, contents}));
+    EXPECT_TRUE(fake.windows.helps.empty());
+}
+
+TEST_F(modHelpTest, ShowHelp_MissingHelpFile_NeverStartsTheViewer) {
+    browser.viewerWorks = true;
+    ShowHelp(window);
+    EXPECT_TRUE(fake.windows.helps.empty());
+    EXPECT_NE(fake.user.LastMessage().find(L"Nxclip.hlp"), std::wstring::npos);
+    InstallPages();
+    ShowHelp(window);
+    EXPECT_EQ(browser.pages.size(), 1u);
+    EXPECT_EQ(fake.user.messages.size(), 1u);
+}
+
+TEST_F(modHelpTest, ShowHelp_ViewerAndBrowserFail_TellsOnce) {
+    InstallHelpFile();
+    InstallPages();
+    browser.viewerWorks = true;
+    browser.opens = false;
+    fake.failures.FailAlways(Operation::WindowsOpenHelp);
+    ShowHelp(window);
+    EXPECT_EQ(fake.user.messages.size(), 1u);
+}
+
+TEST_F(modHelpTest, HelpTopics_HaveAPageOfTheirOwn) {
+    std::set<std::wstring> pages;
+    int topics = 0;
+#define NXCLIP_HELP_TOPIC(name, number, page) \
+    ++topics;                                 \
+    pages.insert(HelpPageOf(number));
+    NXCLIP_HELP_TOPICS
+#undef NXCLIP_HELP_TOPIC
+    EXPECT_EQ(static_cast<int>(pages.size()), topics);
+}
+
+}  // namespace

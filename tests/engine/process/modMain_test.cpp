@@ -1,0 +1,46 @@
+#include "engine/process/modMain.h"
+
+#include "engine/process/AppTest.h"
+
+namespace {
+
+class modMainTest : public AppTest {};
+
+TEST_F(modMainTest, AddBackslash_TrimsCapitalisesAndEndsWithOneBackslash) {
+    EXPECT_EQ(AddBackslash(L" c:\\data "), L"C:\\DATA\\");
+    EXPECT_EQ(AddBackslash(L"c:\\data\\"), L"C:\\DATA\\");
+    EXPECT_EQ(AddBackslash(L"D:\\Übersicht"), L"D:\\ÜBERSICHT\\");
+    EXPECT_EQ(AddBackslash(L""), L"\\");
+    EXPECT_EQ(AddBackslash(L"   "), L"\\");
+}
+
+TEST_F(modMainTest, FileExists_FindsFilesAndDirectories) {
+    fake.files.SetBytes(L"C:\\NXCLIP\\A.TXT", "");
+    EXPECT_TRUE(FileExists(L"c:\\nxclip\\a.txt"));
+    EXPECT_TRUE(FileExists(L"C:\\NXCLIP"));
+    EXPECT_FALSE(FileExists(L"C:\\NXCLIP\\B.TXT"));
+    EXPECT_FALSE(FileExists(L"Q:\\A.TXT"));
+}
+
+TEST_F(modMainTest, SetTopless_TellsOnlyOfARefusal) {
+    const WindowHandle window = fake.windows.AddWindow(L"NXClip");
+    SetTopless(window, true);
+    EXPECT_TRUE(fake.windows.IsAlwaysOnTop(window));
+    SetTopless(window, false);
+    EXPECT_FALSE(fake.windows.IsAlwaysOnTop(window));
+    EXPECT_TRUE(fake.user.messages.empty());
+    fake.FailNth(Operation::WindowsSetAlwaysOnTop, 1);
+    SetTopless(window, true);
+    EXPECT_EQ(fake.user.LastMessage(), L"SetTopless failed");
+}
+
+TEST_F(modMainTest, OpenDialogScope_OfAnInnerDialog_LeavesTheOuterOneOpen) {
+    {
+        const OpenDialogScope outer;
+        { const OpenDialogScope inner; }
+        EXPECT_TRUE(ModalDialogOpen);
+    }
+    EXPECT_FALSE(ModalDialogOpen);
+}
+
+}  // namespace

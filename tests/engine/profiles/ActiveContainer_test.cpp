@@ -1,0 +1,77 @@
+#include "engine/profiles/ActiveContainer.h"
+
+#include "engine/profiles/ProfileWorld.h"
+
+namespace {
+
+class ActiveContainerTest : public ProfileWorldTest {
+ protected:
+    void SetUp() override { Fill(); }
+    std::wstring ImageOf(const std::wstring& name) { return std::get<std::wstring>(Get(name).Image()); }
+};
+
+TEST_F(ActiveContainerTest, SetActiveContainer_TakesProfilesAndFoldersOnly) {
+    int told = 0;
+    container.SetListener([&] { ++told; });
+    container.SetActiveContainer(&Get(L"T"));
+    EXPECT_EQ(container.Title(), L"T");
+    EXPECT_EQ(ImageOf(L"T"), L"Camera");
+    EXPECT_EQ(ImageOf(L"P"), L"Profile");
+    container.SetActiveContainer(&Get(L"c1"));
+    EXPECT_EQ(container.Get(), &Get(L"T"));
+    EXPECT_EQ(ImageOf(L"c1"), L"Clip");
+    EXPECT_EQ(told, 1);
+    container.SetActiveContainer(&Get(L"Q"));
+    EXPECT_EQ(ImageOf(L"T"), L"Structure");
+    container.SetActiveContainer(&Get(L"Q"));
+    EXPECT_EQ(ImageOf(L"Q"), L"Camera");
+    container.SetActiveContainer(nullptr);
+    EXPECT_EQ(ImageOf(L"Q"), L"Profile");
+    EXPECT_EQ(container.Title(), L"<Keine aktive Ablage>");
+}
+
+TEST_F(ActiveContainerTest, StoreAndRestore_FindTheSameNodeAfterANewStart) {
+    // The nodes were added in another order than the one they are loaded in.
+    for (const wchar_t* name : {L"U", L"T", L"P", L"Q", L"S"}) {
+        container.SetActiveContainer(&Get(name));
+        container.Store();
+        Profiles().SaveRegistry();
+        LoadListedProfiles(tree);
+        container.Restore();
+        ASSERT_NE(container.Get(), nullptr);
+        EXPECT_EQ(container.Title(), name);
+        EXPECT_EQ(ImageOf(name), L"Camera");
+    }
+}
+
+TEST_F(ActiveContainerTest, Restore_FallsBackToTheFirstProfile) {
+    for (const wchar_t* stored : {L"-1", L"0", L"9999", L"abc", L"", L"3"}) {  // 3 is a clip
+        fake.settings.Set(L"Settings", L"ActiveContainer", stored);
+        container.SetActiveContainer(&Get(L"U"));
+        container.Restore();
+        EXPECT_EQ(container.Get(), &Get(L"P")) << AnsiFromText(stored);
+    }
+    nodes.Clear();
+    Profiles().Clear();
+    container.Restore();
+    EXPECT_EQ(container.Get(), nullptr);
+    container.Store();
+    EXPECT_EQ(fake.settings.Value(L"Settings", L"ActiveContainer"), L"-1");
+}
+
+TEST_F(ActiveContainerTest, LeaveSubtree_MovesUpToALivingNode) {
+    container.SetActiveContainer(&Get(L"T"));
+    container.LeaveSubtree(Get(L"U"));
+    EXPECT_EQ(container.Title(), L"T");
+    container.LeaveSubtree(Get(L"S"));
+    EXPECT_EQ(container.Title(), L"P");
+    container.LeaveSubtree(Get(L"P"));
+    EXPECT_EQ(container.Title(), L"Q");
+    container.LeaveSubtree(Get(L"Q"));
+    EXPECT_EQ(container.Title(), L"P");
+    nodes.Remove(Get(L"Q"));
+    container.LeaveSubtree(Get(L"P"));
+    EXPECT_EQ(container.Get(), nullptr);
+}
+
+}  // namespace

@@ -1,0 +1,346 @@
+#include "engine/profiles/ClipOperations.h"
+
+#include "engine/clipboard/modViewerHook.h"
+#include "fake/FaultLoop.h"
+
+namespace {
+
+using namespace std::string_literals;
+
+using World = ProfileWorld;
+
+class ClipOperationsTest : public ProfileWorldTest {
+ protected:
+    void SetUp() override { Fill(); }
+    std::wstring FileOf(const std::wstring& name) { return ClipFileOf(&Get(name)); }
+    std::wstring InfoOf(const Node& node) {
+        ReadNodeAttributes(&node);
+        return ReadAttributes().info;
+    }
+};
+
+TEST_F(ClipOperationsTest, DropCopy_GivesEachClipAFileOfItsOwn) {
+    Node* const copy = operations.Drop(&Get(L"U"), &Get(L"S"), true, false);
+    ASSERT_NE(copy, nullptr);
+    EXPECT_EQ(MemoryOutline(), L"P(S(c1 T(c2)) c3) Q(U(c4 S(c1 T(c2))))");
+    EXPECT_EQ(DiskOutline(), MemoryOutline());
+    EXPECT_EQ(Damage(), std::vector<std::wstring>());
+    EXPECT_EQ(ClipFileOf(copy->FirstChild()), L"C:\\Q\\C2.nxc");
+    EXPECT_EQ(InfoOf(*copy), L"Info & mehr");
+    EXPECT_EQ(copy->LastChild()->FirstChild()->Tag(), L"C&3,2&15.11.1999 13:10:00&a&b");
+    EXPECT_EQ(Get(L"c2").Tag(), L"C&2,2&15.11.1999 13:10:00&a&b") << "the source keeps its number";
+    EXPECT_TRUE(fake.user.messages.empty());
+}
+
+TEST_F(ClipOperationsTest, DropCopyInsideAProfile_GoesInFrontOfTheTarget) {
+    Node* const copy = operations.Drop(&Get(L"c3"), &Get(L"c1"), false, false);
+    ASSERT_NE(copy, nullptr);
+    EXPECT_EQ(MemoryOutline(), L"P(S(c1 T(c2)) c1 c3) Q(U(c4))");
+    EXPECT_EQ(Damage(), std::vector<std::wstring>());
+    EXPECT_EQ(ClipFileOf(copy), L"C:\\P\\C4.nxc");
+}
+
+TEST_F(ClipOperationsTest, DropCopy_PassesByAFileThatNoNodeLeadsTo) {
+    fake.files.SetBytes(L"C:\\Q\\C2.nxc", "left by a crash");
+    Node* const copy = operations.Drop(&Get(L"U"), &Get(L"c1"), true, false);
+    EXPECT_EQ(ClipFileOf(copy), L"C:\\Q\\C3.nxc");
+    EXPECT_EQ(fake.files.Bytes(L"C:\\Q\\C2.nxc"), "left by a crash");
+}
+
+TEST_F(ClipOperationsTest, DropMoveInsideAProfile_KeepsTheFiles) {
+    const std::set<std::wstring> before = Files();
+    const std::wstring tag = Get(L"c2").Tag();
+    ASSERT_NE(operations.Drop(&Get(L"P"), &Get(L"T"), true, true), nullptr);
+    EXPECT_EQ(MemoryOutline(), L"P(S(c1) c3 T(c2)) Q(U(c4))");
+    EXPECT_EQ(DiskOutline(), MemoryOutline());
+    EXPECT_EQ(Files(), before);
+    EXPECT_EQ(Get(L"c2").Tag(), tag);
+    EXPECT_FALSE(Profiles().Item(1).Dirty);
+}
+
+TEST_F(ClipOperationsTest, DropMoveAcrossProfiles_LeavesNothingBehind) {
+    ASSERT_NE(operations.Drop(&Get(L"c4"), &Get(L"S"), false, true), nullptr);
+    EXPECT_EQ(MemoryOutline(), L"P(c3) Q(U(S(c1 T(c2)) c4))");
+    EXPECT_EQ(DiskOutline(), MemoryOutline());
+    EXPECT_EQ(Damage(), std::vector<std::wstring>());
+    EXPECT_FALSE(fake.files.Has(L"C:\\P\\C1.nxc"));
+    EXPECT_FALSE(fake.files.Has(L"C:\\P\\C2.nxc"));
+    EXPECT_TRUE(fake.files.Has(L"C:\\P\\C3.nxc"));
+}
+
+TEST_F(ClipOperationsTest, DropMoveOfAProfile_ReordersTreeAndList) {
+    Node* const moved = operations.Drop(&Get(L"P"), &Get(L"Q"), false, true);
+    EXPECT_EQ(MemoryOutline(), L"Q(U(c4)) P(S(c1 T(c2)) c3)");
+    EXPECT_EQ(Profiles().Item(1).Node, moved);
+    EXPECT_EQ(ListOutline(), L"Q=C:\\Q P=C:\\P ");
+    EXPECT_EQ(Damage(), std::vector<std::wstring>());
+    operations.Drop(nullptr, &Get(L"Q"), false, true);
+    EXPECT_EQ(ListOutline(), L"P=C:\\P Q=C:\\Q ");
+}
+
+TEST_F(ClipOperationsTest, DropMove_TakesTheActiveContainerAlong) {
+    for (const wchar_t* target : {L"P", L"U"}) {
+        container.SetActiveContainer(&Get(L"T"));
+        ASSERT_NE(operations.Drop(&Get(target), &Get(L"S"), true, true), nullptr);
+        EXPECT_EQ(container.Get(), &Get(L"T"));
+    }
+    container.SetActiveContainer(&Get(L"S"));
+    operations.Drop(&Get(L"P"), &Get(L"S"), true, false);
+    int cameras = 0;
+    for (int i = 1; i <= nodes.Count(); ++i) {
+        if (nodes.Item(i)->Image() == ImageValue(std::wstring(L"Camera"))) ++cameras;
+    }
+    EXPECT_EQ(cameras, 1) << "a copy of the container is not the container";
+    container.SetActiveContainer(&Get(L"Q"));
+    operations.Drop(&Get(L"P"), &Get(L"Q"), false, true);
+    EXPECT_EQ(container.Get(), &Get(L"Q"));
+}
+
+TEST_F(ClipOperationsTest, Drop_RefusesWhatTheRulesOrTheLockForbid) {
+    const WorldState before = StateOf(*this);
+    EXPECT_EQ(operations.Drop(&Get(L"c3"), &Get(L"c1"), true, true), nullptr);
+    EXPECT_EQ(fake.user.LastMessage(), L"Ablage auf diesem Eintrag ist nicht erlaubt !!!");
+    EXPECT_EQ(operations.Drop(&Get(L"T"), &Get(L"S"), true, true), nullptr);
+    EXPECT_EQ(operations.Drop(nullptr, nullptr, true, true), nullptr);
+    EXPECT_EQ(fake.user.messages.size(), 2u);
+    Options().LockEdit = true;
+    EXPECT_EQ(operations.Drop(&Get(L"P"), &Get(L"c1"), true, true), nullptr);
+    EXPECT_EQ(fake.user.LastMessage(), L"Die Strukturaktionen sind gesperrt !!!");
+    EXPECT_EQ(StateOf(*this), before);
+
+    // A global release frees a profile, but not the one that the node would leave.
+    Get(L"Q").SetTag(L"P&1&C:\\Q&1&");
+    EXPECT_EQ(operations.Drop(&Get(L"U"), &Get(L"c1"), true, true), nullptr);
+    EXPECT_NE(operations.Drop(&Get(L"Q"), &Get(L"c4"), true, true), nullptr);
+}
+
+TEST_F(ClipOperationsTest, DropCopy_MissingOrUnreadableDataIsTold) {
+    const std::string data = *fake.files.Bytes(FileOf(L"c1"));
+    fake.files.Remove(FileOf(L"c1"));
+    fake.files.Remove(FileOf(L"c2"));
+    EXPECT_EQ(operations.Drop(&Get(L"U"), &Get(L"S"), true, false), nullptr);
+    ASSERT_EQ(fake.user.messages.size(), 1u) << "once, and the copy ends there";
+    EXPECT_EQ(fake.user.messages[0].text, L"Fehler beim Kopieren der Datei C:\\P\\C1.nxc");
+    EXPECT_EQ(fake.user.messages[0].title, L"Datei nicht gefunden");
+    EXPECT_EQ(MemoryOutline(), L"P(S(c1 T(c2)) c3) Q(U(c4))");
+    EXPECT_FALSE(fake.files.Has(L"C:\\Q\\C2.nxc"));
+
+    fake.files.SetBytes(FileOf(L"c1"), data);
+    fake.files.LockByOther(FileOf(L"c1"));
+    EXPECT_EQ(operations.Drop(&Get(L"U"), &Get(L"c1"), true, false), nullptr);
+    EXPECT_EQ(fake.user.messages[1].title, L"Fataler Fehler in AfterNodeCopy");
+    EXPECT_TRUE(fake.user.messages[1].text.starts_with(L"Fehler beim Kopieren der Datei C:\\P\\C1.nxc"));
+
+    Get(L"Q").SetTag(L"P&2147483647&C:\\Q&0&");
+    EXPECT_EQ(operations.Drop(&Get(L"U"), &Get(L"c3"), true, false), nullptr);
+    EXPECT_EQ(fake.user.messages[2].title, L"Fataler Fehler in AfterNodeCopy") << "no number left";
+    EXPECT_EQ(MemoryOutline(), L"P(S(c1 T(c2)) c3) Q(U(c4))");
+}
+
+TEST_F(ClipOperationsTest, Delete_AsksAndTakesNoForNo) {
+    const WorldState before = StateOf(*this);
+    for (const wchar_t* name : {L"c1", L"S", L"P"})
+        EXPECT_FALSE(operations.Delete(&Get(name)));
+    EXPECT_FALSE(operations.Delete(nullptr));
+    ASSERT_EQ(fake.user.questions.size(), 3u);
+    EXPECT_EQ(fake.user.questions[0].text, L"Wollen Sie wirklich den Clip löschen ?");
+    EXPECT_EQ(fake.user.questions[0].title, L"Clip löschen");
+    EXPECT_EQ(fake.user.questions[1].text,
+              L"Wollen Sie wirklich den Ordner, sowie alle untergeordneten Ordner und Clips löschen ?");
+    EXPECT_EQ(fake.user.questions[1].title, L"Ordner löschen");
+    EXPECT_EQ(fake.user.questions[2].text, L"Wollen Sie wirklich das Profil unwiederruflich löschen ?");
+    EXPECT_EQ(fake.user.questions[2].title, L"Profil löschen");
+    for (const FakeUser::Question& question : fake.user.questions)
+        EXPECT_TRUE(question.noIsDefault);
+    EXPECT_EQ(StateOf(*this), before);
+}
+
+TEST_F(ClipOperationsTest, DeleteFolder_TakesTheDataOfEveryClipBelow) {
+    container.SetActiveContainer(&Get(L"T"));
+    fake.user.answers = {true};
+    EXPECT_TRUE(operations.Delete(&Get(L"S")));
+    EXPECT_EQ(MemoryOutline(), L"P(c3) Q(U(c4))");
+    EXPECT_EQ(DiskOutline(), MemoryOutline());
+    EXPECT_EQ(Files(), (std::set<std::wstring>{L"C:\\P\\C3.NXC", L"C:\\P\\NXCLIP.NXP", L"C:\\Q\\C1.NXC",
+                                               L"C:\\Q\\NXCLIP.NXP"}));
+    EXPECT_EQ(container.Get(), &Get(L"P"));
+}
+
+TEST_F(ClipOperationsTest, DeleteProfile_TakesItsFilesAndItsPlaceInTheList) {
+    container.SetActiveContainer(&Get(L"S"));
+    fake.files.SetBytes(L"C:\\P\\notes.txt", "the user's own");
+    fake.user.answers = {true, true};
+    EXPECT_TRUE(operations.Delete(&Get(L"P")));
+    EXPECT_EQ(MemoryOutline(), L"Q(U(c4))");
+    EXPECT_EQ(ListOutline(), L"Q=C:\\Q ");
+    EXPECT_EQ(Files(), (std::set<std::wstring>{L"C:\\P\\NOTES.TXT", L"C:\\Q\\C1.NXC", L"C:\\Q\\NXCLIP.NXP"}));
+    EXPECT_TRUE(fake.files.HasDirectory(L"C:\\P"));
+    EXPECT_EQ(container.Get(), &Get(L"Q"));
+    EXPECT_TRUE(operations.Delete(&Get(L"Q")));
+    EXPECT_EQ(container.Get(), nullptr);
+    EXPECT_EQ(container.Title(), L"<Keine aktive Ablage>");
+}
+
+TEST_F(ClipOperationsTest, Delete_DataThatCannotGoIsToldOnce) {
+    fake.files.SetReadOnly(FileOf(L"c1"), true);
+    fake.files.SetReadOnly(FileOf(L"c2"), true);
+    fake.files.Remove(FileOf(L"c3"));
+    fake.user.answers = {true, true};
+    EXPECT_TRUE(operations.Delete(&Get(L"c3"))) << "data that is gone already is no failure";
+    EXPECT_TRUE(fake.user.messages.empty());
+    EXPECT_TRUE(operations.Delete(&Get(L"S")));
+    EXPECT_EQ(fake.user.messages.size(), 1u);
+    EXPECT_EQ(DiskOutline(), L"P Q(U(c4))");
+}
+
+TEST_F(ClipOperationsTest, DeleteProfile_WhoseTreeFileStaysIsNotDeleted) {
+    fake.files.SetReadOnly(L"C:\\P\\nxclip.nxp", true);
+    const WorldState before = StateOf(*this);
+    fake.user.answers = {true};
+    EXPECT_FALSE(operations.Delete(&Get(L"P")));
+    EXPECT_EQ(fake.user.messages.size(), 1u);
+    EXPECT_EQ(StateOf(*this), before);
+}
+
+TEST_F(ClipOperationsTest, DeleteOfTheLockedTree_LetsOnlyClipsGo) {
+    Options().LockEdit = true;
+    fake.user.answers = {true, true, true};
+    EXPECT_FALSE(operations.Delete(&Get(L"S")));
+    EXPECT_FALSE(operations.Delete(&Get(L"P")));
+    EXPECT_TRUE(fake.user.questions.empty());
+    EXPECT_TRUE(operations.Delete(&Get(L"c1")));
+}
+
+// A clip that stands on the clipboard as a promise.
+class AnnouncedClipTest : public ClipOperationsTest {
+ protected:
+    void SetUp() override {
+        ClipOperationsTest::SetUp();
+        // One record: the format 1 "Text" with the text "Inhalt" and its zero.
+        std::string record("\x01\0\0\0", 4);
+        record += std::string("\x04\0", 2) + "Text" + std::string("\x07\0\0\0", 4) + "Inhalt\0"s;
+        fake.files.SetBytes(FileOf(L"c1"), record);
+        const WindowHandle window = fake.windows.AddWindow(L"NXClip");
+        TheMainWindowHooks.procedure = fake.windows.AddProcedure(ClipboardWndProc);
+        ConnectViewer(window);
+        ClipboardWindow = window;
+        ReadNodeAttributes(&Get(L"c1"));
+        ASSERT_TRUE(RestoreClip(clipBoard, window, FileOf(L"c1"), 1)) << "the record is readable";
+        ASSERT_TRUE(fake.clipboard.IsPending(kTextFormat));
+    }
+    void TearDown() override {
+        DisconnectViewer();
+        UnsubclassWindow();
+        ClipboardWindow = WindowHandle::None;
+        TheMainWindowHooks = {};
+    }
+    CClipBoard clipBoard;
+};
+
+TEST_F(AnnouncedClipTest, Delete_ThePasteAfterItStillWorks) {
+    fake.user.answers = {true};
+    const std::wstring file = FileOf(L"c1");
+    ASSERT_TRUE(operations.Delete(&Get(L"S")));
+    EXPECT_FALSE(fake.files.Has(file));
+    EXPECT_EQ(fake.clipboard.OtherProgramReads(kTextFormat), "Inhalt\0"s);
+}
+
+TEST_F(AnnouncedClipTest, MoveToAnotherProfile_ThePasteAfterItStillWorks) {
+    ASSERT_NE(operations.Drop(&Get(L"U"), &Get(L"c1"), true, true), nullptr);
+    EXPECT_EQ(fake.clipboard.OtherProgramReads(kTextFormat), "Inhalt\0"s);
+}
+
+TEST_F(AnnouncedClipTest, DeleteOfAnotherClip_LeavesThePromiseAsItIs) {
+    fake.user.answers = {true};
+    ASSERT_TRUE(operations.Delete(&Get(L"c3")));
+    EXPECT_TRUE(fake.clipboard.IsPending(kTextFormat));
+}
+
+// Every single call fails once, with a disk that keeps nothing of a failed write and one that keeps half.
+class ClipOperationsFaults : public testing::TestWithParam<WriteFailure> {
+ protected:
+    static void Prepare(World& world) {
+        world.Fill();
+        world.container.SetActiveContainer(&world.Get(L"T"));
+    }
+    static std::function<bool(World&)> Dropping(const wchar_t* source, const wchar_t* target, bool asChild,
+                                                bool move) {
+        return [=](World& world) {
+            return world.operations.Drop(&world.Get(target), &world.Get(source), asChild, move) != nullptr;
+        };
+    }
+    static std::function<bool(World&)> Deleting(const wchar_t* name) {
+        return [=](World& world) {
+            world.fake.user.answers = {true};
+            return world.operations.Delete(&world.Get(name));
+        };
+    }
+    static std::function<void(World&)> Expecting(const wchar_t* outline, const wchar_t* containerTitle) {
+        return [=](World& world) {
+            EXPECT_EQ(world.MemoryOutline(), outline);
+            EXPECT_EQ(world.container.Title(), containerTitle);
+        };
+    }
+};
+
+TEST_P(ClipOperationsFaults, Copy_IsDoneWholeOrNotAtAll) {
+    EXPECT_GE(FailEveryStep(GetParam(), Prepare, Dropping(L"S", L"U", true, false),
+                            Expecting(L"P(S(c1 T(c2)) c3) Q(U(c4 S(c1 T(c2))))", L"T")),
+              5);
+}
+
+TEST_P(ClipOperationsFaults, MoveInsideAProfile_IsDoneWholeOrNotAtAll) {
+    EXPECT_GE(FailEveryStep(GetParam(), Prepare, Dropping(L"S", L"c3", false, true),
+                            Expecting(L"P(S(c1 T(c2)) c3) Q(U(c4))", L"T")),
+              3);
+    EXPECT_GE(FailEveryStep(GetParam(), Prepare, Dropping(L"S", L"P", true, true),
+                            Expecting(L"P(c3 S(c1 T(c2))) Q(U(c4))", L"T")),
+              3);
+}
+
+TEST_P(ClipOperationsFaults, MoveAcrossProfiles_IsDoneWholeOrNotAtAll) {
+    EXPECT_GE(FailEveryStep(GetParam(), Prepare, Dropping(L"S", L"U", true, true),
+                            Expecting(L"P(c3) Q(U(c4 S(c1 T(c2))))", L"T")),
+              10);
+}
+
+TEST_P(ClipOperationsFaults, DeleteClip_IsDoneWholeOrNotAtAll) {
+    EXPECT_GE(FailEveryStep(GetParam(), Prepare, Deleting(L"c2"), Expecting(L"P(S(c1 T) c3) Q(U(c4))", L"T")),
+              4);
+}
+
+TEST_P(ClipOperationsFaults, DeleteFolder_IsDoneWholeOrNotAtAll) {
+    EXPECT_GE(FailEveryStep(GetParam(), Prepare, Deleting(L"S"), Expecting(L"P(c3) Q(U(c4))", L"P")), 5);
+}
+
+TEST_P(ClipOperationsFaults, DeleteProfile_IsDoneWholeOrNotAtAll) {
+    const auto isGone = [](World& world) {
+        Expecting(L"Q(U(c4))", L"Q")(world);
+        EXPECT_FALSE(world.fake.files.Has(L"C:\\P\\nxclip.nxp")) << "a tree without its clips";
+    };
+    EXPECT_GE(FailEveryStep(GetParam(), Prepare, Deleting(L"P"), isGone), 4);
+}
+
+// Two calls fail in a row: the save of the source, and then the taking back from the target. The clip must be
+// whole somewhere.
+TEST_P(ClipOperationsFaults, MoveAcrossProfiles_ThatCannotEvenBeTakenBackLeavesTwoWholeClips) {
+    for (const Operation step : {Operation::FilesOpen, Operation::FilesReserve, Operation::FilesWrite}) {
+        World world;
+        Prepare(world);
+        world.fake.failures.writeFailure = GetParam();
+        world.fake.user.duringMessage = [&] { world.fake.failures.FailAlways(step); };
+        world.fake.FailNth(step, 2);  // the first one saves the target
+        EXPECT_EQ(world.operations.Drop(&world.Get(L"U"), &world.Get(L"c1"), true, true), nullptr);
+        world.fake.user.duringMessage = {};
+        world.fake.failures.FailNone();
+        EXPECT_EQ(world.MemoryOutline(), L"P(S(c1 T(c2)) c3) Q(U(c4 c1))");
+        SaveAllProfiles(world.tree);
+        EXPECT_EQ(world.Damage(), std::vector<std::wstring>());
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Disks, ClipOperationsFaults,
+                         testing::Values(WriteFailure::Nothing, WriteFailure::DiskFullWithPart,
+                                         WriteFailure::Short));
+
+}  // namespace

@@ -1,0 +1,277 @@
+#include "engine/profiles/ProfileActions.h"
+
+#include "fake/FaultLoop.h"
+
+namespace {
+
+using World = ProfileWorld;
+
+constexpr const wchar_t* kTemplate = L"C:\\PROG\\Templates\\Vorlage.nxp";
+
+// A template: what a profile of another machine looks like, clips included.
+void AddTemplate(World& world) {
+    world.fake.files.AddDirectory(L"C:\\PROG\\Templates");
+    Node& profile = world.AddProfile(L"Vorlage");
+    profile.SetTag(L"P&3&Q:\\fremd&1&Zum Ausprobieren");
+    world.AddFolder(*Profiles().Item(Profiles().Count()).Node, L"Briefe", L"Post");
+    world.fake.user.messages.clear();
+    Node& clip = world.nodes.Add(&profile, NodeRelation::Child, L"leer", ImageValue());
+    clip.SetTag(L"C&3,1&t&");
+    world.tree.BuildTreeData(&profile);
+    world.tree.SaveDataToFile(kTemplate);
+    Profiles().Remove(Profiles().Count());
+    world.nodes.Remove(profile);
+    world.container.Restore();
+    world.fake.files.Remove(L"C:\\Vorlage\\nxclip.nxp");
+}
+
+class ProfileActionsTest : public ProfileWorldTest {
+ protected:
+    void SetUp() override {
+        AddTemplate(*this);
+        fake.files.AddDirectory(L"C:\\Neu");
+    }
+};
+
+TEST_F(ProfileActionsTest, BuildNewprofile_EmptyOneIsOnDiskAtOnce) {
+    Node* const profile = actions.BuildNewprofile(L"Texte", L"C:\\Neu", L"");
+    ASSERT_NE(profile, nullptr);
+    EXPECT_EQ(profile->Tag(), L"P&0&C:\\Neu&0&");
+    EXPECT_EQ(profile->Image(), ImageValue(std::wstring(L"Camera"))) << "the first one of all is active";
+    EXPECT_EQ(container.Get(), profile);
+    EXPECT_EQ(ListOutline(), L"Texte=C:\\Neu ");
+    EXPECT_EQ(Profiles().Item(1).Node, profile);
+    EXPECT_FALSE(Profiles().Item(1).Dirty);
+    EXPECT_EQ(DiskOutline(), L"Texte");
+    fake.files.AddDirectory(L"C:\\Neu2");
+    actions.BuildNewprofile(L"Mehr", L"C:\\Neu2", L"");
+    EXPECT_EQ(MemoryOutline(), L"Texte Mehr");
+    EXPECT_EQ(container.Get(), profile);
+    EXPECT_TRUE(fake.user.messages.empty());
+}
+
+TEST_F(ProfileActionsTest, BuildNewprofile_DoesNotWriteOverClipsThatLieThere) {
+    for (const wchar_t* name : {L"C4.nxc", L"c17.NXC", L"Cx.nxc", L"C99999999999.nxc", L"C20.txt"}) {
+        fake.files.SetBytes(std::wstring(L"C:\\Neu\\") + name, "data");
+    }
+    EXPECT_EQ(actions.BuildNewprofile(L"Texte", L"C:\\Neu", L"")->Tag(), L"P&17&C:\\Neu&0&");
+}
+
+TEST_F(ProfileActionsTest, BuildNewprofile_FromATemplateTakesItsFoldersOnly) {
+    Node* const profile = actions.BuildNewprofile(L"Meins", L"C:\\Neu\\", kTemplate);
+    ASSERT_NE(profile, nullptr);
+    EXPECT_EQ(MemoryOutline(), L"Meins(Briefe)") << "a clip without data is no use to anybody";
+    EXPECT_EQ(profile->Tag(), L"P&3&C:\\Neu\\&1&Zum Ausprobieren");
+    EXPECT_EQ(profile->FirstChild()->Tag(), L"S&Post");
+    EXPECT_EQ(ListOutline(), L"Meins=C:\\Neu\\ ");
+    EXPECT_EQ(DiskOutline(), MemoryOutline());
+    EXPECT_EQ(Damage(), std::vector<std::wstring>());
+    EXPECT_TRUE(fake.files.Has(kTemplate));
+}
+
+TEST_F(ProfileActionsTest, BuildNewprofile_BadTemplatesAreTold) {
+    const WorldState before = StateOf(*this);
+    EXPECT_EQ(actions.BuildNewprofile(L"x", L"C:\\Neu", L"C:\\PROG\\Templates\\fehlt.nxp"), nullptr);
+    EXPECT_EQ(fake.user.LastMessage(), L"Vorlage C:\\PROG\\Templates\\fehlt.nxp nicht verfügbar !!!");
+
+    fake.FailNth(Operation::FilesCopy, 1);
+    EXPECT_EQ(actions.BuildNewprofile(L"x", L"C:\\Neu", kTemplate), nullptr);
+    EXPECT_TRUE(fake.user.messages.back().title.empty()) << "the error's own description";
+    EXPECT_EQ(StateOf(*this), before);
+
+    fake.files.SetBytes(kTemplate, "damaged");
+    EXPECT_EQ(actions.BuildNewprofile(L"x", L"C:\\Neu", kTemplate), nullptr);
+    EXPECT_EQ(fake.user.LastMessage(), L"Profilverzeichnis C:\\Neu konnte nicht geladen werden");
+    EXPECT_EQ(StateOf(*this), before);
+}
+
+// A pattern finds a template when it is looked for, but there is no such file to copy.
+TEST_F(ProfileActionsTest, BuildNewprofile_TemplateThatIsGoneWhenItIsCopiedIsTold) {
+    EXPECT_EQ(actions.BuildNewprofile(L"x", L"C:\\Neu", L"C:\\PROG\\Templates\\*.nxp"), nullptr);
+    EXPECT_EQ(fake.user.messages.back().title, L"Datei nicht gefunden");
+    EXPECT_EQ(fake.user.LastMessage(),
+              L"Fehler beim Kopieren der Vorlagendatei \r\n\r\nC:\\PROG\\Templates\\*.nxp");
+}
+
+TEST_F(ProfileActionsTest, NewProfileRefusal_NamesWhatIsWrong) {
+    AddProfile(L"Da");
+    fake.files.SetBytes(L"C:\\Belegt\\nxclip.nxp", "");
+    const std::wstring other = L"\r\nWählen Sie bitte ein anderes Verzeichnis.";
+    EXPECT_EQ(NewProfileRefusal(L"x", L"C:\\Neu"), L"");
+    EXPECT_EQ(NewProfileRefusal(L"x", L"C:\\Noch\\nicht\\da"), L"");
+    EXPECT_EQ(NewProfileRefusal(L"x", L"\\\\server\\ablage\\Clips"), L"");
+    EXPECT_EQ(NewProfileRefusal(L" ", L"C:\\Neu"), L"Geben Sie bitte einen Namen ein.");
+    EXPECT_EQ(NewProfileRefusal(L"x", L"  "), L"Wählen Sie bitte ein Verzeichnis aus.");
+    EXPECT_EQ(NewProfileRefusal(L"x", L"C:\\R&B"),
+              L"Das Zeichen \"&\" ist im Verzeichnis eines Profils nicht erlaubt !!!" + other);
+    EXPECT_EQ(NewProfileRefusal(L"x", L"C:\\Belegt\\"),
+              L"Im angewählten Verzeichnis ist bereits ein Profil hinterlegt !!!" + other);
+    EXPECT_EQ(NewProfileRefusal(L"x", L"c:\\DA\\"), L"Das Profil ist schon eingebunden !!!");
+    for (const wchar_t* directory : {L"Clips", L"\\Clips", L"C:Clips", L"C:", L"\\\\", L"\\\\\\x"}) {
+        EXPECT_NE(NewProfileRefusal(L"x", directory), L"") << "means another place after the next start";
+    }
+}
+
+TEST_F(ProfileActionsTest, ConfirmNewProfile_OffersToMakeAMissingDirectory) {
+    EXPECT_TRUE(ConfirmNewProfile(L"x", L"C:\\Neu"));
+    EXPECT_TRUE(fake.user.questions.empty());
+    EXPECT_FALSE(ConfirmNewProfile(L"x", L"C:\\a\\b\\c\\"));
+    ASSERT_EQ(fake.user.questions.size(), 1u);
+    EXPECT_EQ(fake.user.questions[0].text,
+              L"Das Verzeichnis \r\n\r\nC:\\a\\b\\c\\\r\n\r\nexistiert nicht.\r\nSoll ein neues Verzeichnis "
+              L"angelegt werden ?");
+    EXPECT_EQ(fake.user.questions[0].title, L"Verzeichnis existiert nicht");
+    EXPECT_FALSE(fake.files.HasDirectory(L"C:\\a"));
+    EXPECT_TRUE(fake.user.messages.empty());
+
+    fake.user.answers = {true, true, true};
+    EXPECT_TRUE(ConfirmNewProfile(L"x", L"C:\\a\\b\\c\\"));
+    EXPECT_TRUE(fake.files.HasDirectory(L"C:\\a\\b\\c"));
+    EXPECT_FALSE(ConfirmNewProfile(L"x", L"Z:\\a"));
+    EXPECT_EQ(fake.user.messages.back().title, L"Verzeichnisfehler");
+    EXPECT_FALSE(ConfirmNewProfile(L"", L"C:\\Neu"));
+    EXPECT_EQ(fake.user.LastMessage(), L"Geben Sie bitte einen Namen ein.");
+}
+
+TEST_F(ProfileActionsTest, ImportProfileDirect_AttachesWhatTheDirectoryHolds) {
+    Fill();
+    fake.user.answers = {true};
+    ASSERT_TRUE(actions.UnlinkProfile(&Get(L"Q")));
+    const auto bytes = fake.files.Bytes(L"C:\\Q\\nxclip.nxp");
+    Node* const profile = actions.ImportProfileDirect(L"c:\\q");
+    ASSERT_NE(profile, nullptr);
+    EXPECT_EQ(MemoryOutline(), L"P(S(c1 T(c2)) c3) Q(U(c4))");
+    EXPECT_EQ(ListOutline(), L"P=C:\\P Q=c:\\q ");
+    EXPECT_EQ(Damage(), std::vector<std::wstring>());
+    EXPECT_EQ(fake.files.Bytes(L"C:\\Q\\nxclip.nxp"), bytes) << "an import writes nothing";
+    SetProfileChanged(&Get(L"c4"));
+    EXPECT_TRUE(Profiles().Item(2).Dirty);
+    EXPECT_TRUE(fake.user.messages.empty());
+}
+
+TEST_F(ProfileActionsTest, ImportProfileDirect_RefusesWhatIsAttachedOrUnreadable) {
+    Fill();
+    const WorldState before = StateOf(*this);
+    for (const wchar_t* directory : {L"C:\\Q", L"c:\\q", L"C:\\Q\\"}) {
+        EXPECT_EQ(actions.ImportProfileDirect(directory), nullptr);
+        EXPECT_EQ(fake.user.LastMessage(), L"Das Profil ist schon eingebunden !!!");
+    }
+    fake.files.SetBytes(L"C:\\Kaputt\\nxclip.nxp", "x");
+    for (const wchar_t* directory : {L"C:\\Fehlt", L"C:\\Kaputt"}) {
+        EXPECT_EQ(actions.ImportProfileDirect(directory), nullptr);
+        EXPECT_EQ(fake.user.LastMessage(),
+                  L"Profilverzeichnis " + std::wstring(directory) + L" konnte nicht geladen werden");
+    }
+    fake.files.Remove(L"C:\\Kaputt\\nxclip.nxp");
+    EXPECT_EQ(StateOf(*this), before);
+}
+
+TEST_F(ProfileActionsTest, UnlinkProfile_TouchesNoFile) {
+    Fill();
+    container.SetActiveContainer(&Get(L"T"));
+    const WorldState before = StateOf(*this);
+    EXPECT_FALSE(actions.UnlinkProfile(&Get(L"P")));
+    ASSERT_EQ(fake.user.questions.size(), 1u);
+    EXPECT_EQ(fake.user.questions[0].text, L"Wollen Sie wirklich das Profil ausblenden (nicht löschen) ?");
+    EXPECT_EQ(fake.user.questions[0].title, L"Profil ausblenden");
+    EXPECT_TRUE(fake.user.questions[0].noIsDefault);
+    EXPECT_FALSE(actions.UnlinkProfile(&Get(L"S"))) << "no profile";
+    EXPECT_EQ(StateOf(*this), before);
+
+    fake.user.answers = {true};
+    EXPECT_TRUE(actions.UnlinkProfile(&Get(L"P")));
+    EXPECT_EQ(MemoryOutline(), L"Q(U(c4))");
+    EXPECT_EQ(ListOutline(), L"Q=C:\\Q ");
+    EXPECT_EQ(Files(), before.files);
+    EXPECT_EQ(container.Title(), L"Q");
+}
+
+TEST_F(ProfileActionsTest, UnlinkProfile_ThatTheListDoesNotKnowIsTold) {
+    Fill();
+    Profiles().Remove(L"C:\\P");
+    fake.user.answers = {true};
+    EXPECT_FALSE(actions.UnlinkProfile(&Get(L"P")));
+    EXPECT_EQ(fake.user.LastMessage(),
+              L"Fataler Fehler (UnlinkProfile)\r\nC:\\P nicht in der Profilliste gefunden !!!");
+    EXPECT_EQ(nodes.Root()->Text(), L"P");
+}
+
+TEST_F(ProfileActionsTest, ProfileProperties_AreReadAndTakenOver) {
+    Fill();
+    ProfileProperties properties = ReadProfileProperties(Get(L"P"));
+    EXPECT_EQ(properties.name, L"P");
+    EXPECT_EQ(properties.directory, L"C:\\P");
+    EXPECT_EQ(properties.folders, 2);
+    EXPECT_EQ(properties.clips, 3);
+    EXPECT_FALSE(properties.globalFree || properties.locked);
+
+    properties.name = L"Größe";
+    properties.info = L"a & b\r\nc";
+    properties.globalFree = true;
+    EXPECT_TRUE(ApplyProfileProperties(tree, Get(L"P"), properties));
+    EXPECT_EQ(Get(L"Größe").Tag(), L"P&3&C:\\P&1&a & b\r\nc");
+    EXPECT_EQ(Profiles().Item(1).Name, L"Größe");
+    EXPECT_EQ(DiskOutline(), MemoryOutline());
+    Options().LockEdit = true;
+    EXPECT_FALSE(ReadProfileProperties(Get(L"Größe")).locked);
+    EXPECT_TRUE(ReadProfileProperties(Get(L"Q")).locked);
+}
+
+TEST_F(ProfileActionsTest, ApplyProfileProperties_ChangesNothingWhenOneTextIsRefused) {
+    Fill();
+    const std::wstring tag = Get(L"P").Tag();
+    ProfileProperties properties = ReadProfileProperties(Get(L"P"));
+    properties.globalFree = true;
+    properties.name = L" ";
+    EXPECT_FALSE(ApplyProfileProperties(tree, Get(L"P"), properties));
+    properties.name = L"neu";
+    properties.info = std::wstring(65530, L'x');
+    EXPECT_FALSE(ApplyProfileProperties(tree, Get(L"P"), properties));
+    EXPECT_EQ(fake.user.LastMessage(), L"Die Informationen sind zu lang !!!");
+    EXPECT_EQ(Get(L"P").Tag(), tag);
+}
+
+class ProfileActionsFaults : public testing::TestWithParam<WriteFailure> {
+ protected:
+    static void Prepare(World& world) {
+        AddTemplate(world);
+        world.Fill();
+        world.fake.files.AddDirectory(L"C:\\Neu");
+        world.container.SetActiveContainer(&world.Get(L"T"));
+    }
+    static void PrepareImport(World& world) {
+        Prepare(world);
+        world.fake.user.answers = {true};
+        world.actions.UnlinkProfile(&world.Get(L"Q"));
+    }
+    static std::function<void(World&)> Expecting(const wchar_t* list) {
+        return [=](World& world) {
+            EXPECT_EQ(world.ListOutline(), list);
+            EXPECT_EQ(world.container.Title(), L"T");
+        };
+    }
+};
+
+TEST_P(ProfileActionsFaults, NewProfile_IsMadeWholeOrNotAtAll) {
+    const auto build = [](World& world) {
+        return world.actions.BuildNewprofile(L"Neu", L"C:\\Neu", L"") != nullptr;
+    };
+    EXPECT_GE(FailEveryStep(GetParam(), Prepare, build, Expecting(L"P=C:\\P Q=C:\\Q Neu=C:\\Neu ")), 3);
+}
+
+TEST_P(ProfileActionsFaults, NewProfileFromATemplate_IsMadeWholeOrNotAtAll) {
+    const auto build = [](World& world) {
+        return world.actions.BuildNewprofile(L"Neu", L"C:\\Neu", kTemplate) != nullptr;
+    };
+    EXPECT_GE(FailEveryStep(GetParam(), Prepare, build, Expecting(L"P=C:\\P Q=C:\\Q Neu=C:\\Neu ")), 7);
+}
+
+TEST_P(ProfileActionsFaults, Import_IsDoneWholeOrNotAtAll) {
+    const auto import = [](World& world) { return world.actions.ImportProfileDirect(L"C:\\Q") != nullptr; };
+    EXPECT_GE(FailEveryStep(GetParam(), PrepareImport, import, Expecting(L"P=C:\\P Q=C:\\Q ")), 3);
+}
+
+INSTANTIATE_TEST_SUITE_P(Disks, ProfileActionsFaults,
+                         testing::Values(WriteFailure::Nothing, WriteFailure::DiskFullWithPart));
+
+}  // namespace

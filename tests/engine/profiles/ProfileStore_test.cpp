@@ -1,0 +1,193 @@
+#include "engine/profiles/ProfileStore.h"
+
+#include "engine/profiles/ProfileWorld.h"
+#include "engine/tree/TreeFile.h"
+
+namespace {
+
+class ProfileStoreTest : public ProfileWorldTest {
+ protected:
+    struct Record {
+        const wchar_t* tag;
+        const wchar_t* text;
+        std::int16_t depth;
+        const wchar_t* image = L"Clip";
+    };
+    void Write(const std::wstring& directory, const std::vector<Record>& records) {
+        TreeData data;
+        for (const Record& record : records) {
+            TreeNodeRecord node;
+            node.Tag = record.tag;
+            node.Text = record.text;
+            node.Depth = record.depth;
+            node.Image = std::wstring(record.image);
+            data.Nodes.push_back(node);
+        }
+        data.Count = static_cast<std::int32_t>(records.size());
+        const std::vector<std::uint8_t> image = EncodeTreeData(data);
+        fake.files.SetBytes(TreeDataFilePath(directory), std::string(image.begin(), image.end()));
+    }
+    void List(int position, const std::wstring& name, const std::wstring& directory) {
+        const std::wstring number = std::to_wstring(position);
+        fake.settings.Set(L"Profiles", L"Count", number);
+        fake.settings.Set(L"Profiles", L"Name" + number, name);
+        fake.settings.Set(L"Profiles", L"File" + number, directory);
+    }
+    std::wstring BackUp(const std::wstring& directory) { return directory + L"\\nxclip.bak"; }
+};
+
+TEST_F(ProfileStoreTest, LoadProfileDirectory_TheTagLeadsToWhereTheFileLies) {
+    Write(L"C:\\Kopie", {{L"P&5&C:\\Original&1&Info & mehr", L"P", 0}, {L"C&5,1&t&", L"c", 1}});
+    Node* const profile = LoadProfileDirectory(tree, L"C:\\Kopie\\");
+    ASSERT_NE(profile, nullptr);
+    EXPECT_EQ(profile->Tag(), L"P&5&C:\\Kopie\\&1&Info & mehr");
+    EXPECT_EQ(ClipFileOf(profile->FirstChild()), L"C:\\Kopie\\C5.nxc");
+}
+
+TEST_F(ProfileStoreTest, LoadProfileDirectory_NoNumberIsGivenTwice) {
+    Write(L"C:\\A", {{L"P&2&C:\\A&1&i", L"A", 0}, {L"S&", L"S", 1}, {L"C&7,1&t&", L"c", 2}});
+    EXPECT_EQ(LoadProfileDirectory(tree, L"C:\\A")->Tag(), L"P&7&C:\\A&1&i");
+    Write(L"C:\\B", {{L"P&zwei&C:\\B&1&i", L"B", 0}, {L"C&4,1&t&", L"c", 1}});
+    EXPECT_EQ(LoadProfileDirectory(tree, L"C:\\B")->Tag(), L"P&4&C:\\B&0&");
+}
+
+TEST_F(ProfileStoreTest, LoadProfileDirectory_ShowsNoContainerOfAnotherRun) {
+    Write(
+        L"C:\\A",
+        {{L"P&0&C:\\A&0&", L"A", 0, L"Camera"}, {L"S&", L"S", 1, L"Camera"}, {L"S&", L"T", 1, L"Structure"}});
+    Node* const profile = LoadProfileDirectory(tree, L"C:\\A");
+    EXPECT_EQ(profile->Image(), ImageValue(std::wstring(L"Profile")));
+    EXPECT_EQ(profile->FirstChild()->Image(), ImageValue(std::wstring(L"Structure")));
+}
+
+TEST_F(ProfileStoreTest, LoadProfileDirectory_WhatIsNoProfileLeavesNoNode) {
+    AddProfile(L"P");
+    Write(L"C:\\A", {{L"S&", L"S", 0}, {L"C&1,1&t&", L"c", 1}, {L"P&0&C:\\A&0&", L"A", 0}});
+    Write(L"C:\\B", {});
+    fake.files.SetBytes(L"C:\\C\\nxclip.nxp", "garbage");
+    Write(L"C:\\R&B", {{L"P&0&C:\\A&0&", L"A", 0}});
+    for (const wchar_t* directory :
+         {L"C:\\A", L"C:\\B", L"C:\\C", L"C:\\R&B", L"C:\\Missing", L"Z:\\x", L""}) {
+        EXPECT_EQ(LoadProfileDirectory(tree, directory), nullptr) << AnsiFromText(directory);
+        EXPECT_EQ(MemoryOutline(), L"P");
+    }
+}
+
+TEST_F(ProfileStoreTest, LoadProfileDirectory_AHalfReadFileIsKeptAside) {
+    Write(L"C:\\A", {{L"P&0&C:\\A&0&", L"A", 0}, {L"S&", L"S", 1}, {L"C&1,1&t&", L"c", 3}});
+    const auto original = fake.files.Bytes(L"C:\\A\\nxclip.nxp");
+    Node* const profile = LoadProfileDirectory(tree, L"C:\\A");
+    ASSERT_NE(profile, nullptr);
+    EXPECT_EQ(MemoryOutline(), L"A(S)");
+    EXPECT_EQ(fake.user.LastMessage(), L"Fataler Fehler: ungültige Knotentiefe.");
+    SaveProfile(tree, *profile);
+    EXPECT_EQ(fake.files.Bytes(BackUp(L"C:\\A")), original);
+
+    Write(L"C:\\B",
+          {{L"P&0&C:\\B&0&", L"B", 0}, {L"S&", L"S", 1}, {L"P&0&C:\\X&0&", L"X", 0}, {L"S&", L"Y", 1}});
+    fake.user.messages.clear();
+    ASSERT_NE(LoadProfileDirectory(tree, L"C:\\B"), nullptr);
+    EXPECT_EQ(MemoryOutline(), L"A(S) B(S)") << "a second profile in a file belongs to no list";
+    EXPECT_EQ(fake.user.LastMessage(), L"Fataler Fehler: ungültige Knotentiefe.");
+    EXPECT_TRUE(fake.files.Has(BackUp(L"C:\\B")));
+
+    Write(L"C:\\D", {{L"P&0&C:\\D&0&", L"D", 0}});
+    LoadProfileDirectory(tree, L"C:\\D");
+    EXPECT_FALSE(fake.files.Has(BackUp(L"C:\\D")));
+}
+
+TEST_F(ProfileStoreTest, LoadListedProfiles_KeepsTheOnesThatLoadInTheirOrder) {
+    Fill();
+    Profiles().SaveRegistry();
+    nodes.Select(&Get(L"c1"));
+    List(3, L"Weg", L"E:\\Weg");
+    List(4, L"Dasselbe", L"C:\\Q\\");
+    List(5, L"", L"");
+    LoadListedProfiles(tree);
+    EXPECT_EQ(MemoryOutline(), L"P(S(c1 T(c2)) c3) Q(U(c4))");
+    EXPECT_EQ(ListOutline(), L"P=C:\\P Q=C:\\Q ");
+    EXPECT_EQ(Damage(), std::vector<std::wstring>());
+    ASSERT_EQ(fake.user.messages.size(), 2u);
+    EXPECT_EQ(fake.user.messages[0].text, L"Profil \"Weg\" konnte nicht geladen werden");
+    EXPECT_EQ(fake.user.messages[1].text, L"Profil \"\" konnte nicht geladen werden");
+    EXPECT_EQ(fake.user.pointer, PointerShape::Normal);
+}
+
+TEST_F(ProfileStoreTest, SaveAllProfiles_OneFailureDoesNotStopTheOthers) {
+    Fill();
+    AddFolder(Get(L"P"), L"neu");
+    AddFolder(Get(L"Q"), L"auch");
+    fake.files.SetReadOnly(L"C:\\P\\nxclip.nxp", true);
+    EXPECT_FALSE(SaveAllProfiles(tree));
+    ASSERT_EQ(fake.user.messages.size(), 3u);
+    EXPECT_EQ(fake.user.messages[1].text, L"Speichern des Profils ist fehlgeschlagen !!!");
+    EXPECT_EQ(fake.user.messages[2].text, L"Speichern des Profiles ist fehlgeschlagen !!!");
+    EXPECT_EQ(DiskOutline(), L"P(S(c1 T(c2)) c3) Q(U(c4) auch)");
+    EXPECT_TRUE(Profiles().Item(1).Dirty);
+    EXPECT_FALSE(Profiles().Item(2).Dirty);
+    fake.files.SetReadOnly(L"C:\\P\\nxclip.nxp", false);
+    EXPECT_TRUE(SaveAllProfiles(tree)) << "what failed is written with the next save";
+    EXPECT_EQ(DiskOutline(), MemoryOutline());
+}
+
+TEST_F(ProfileStoreTest, SaveAllProfiles_WritesOnlyWhatChanged) {
+    Fill();
+    const int opened = fake.failures.Calls(Operation::FilesOpen);
+    EXPECT_TRUE(SaveAllProfiles(tree));
+    EXPECT_EQ(fake.failures.Calls(Operation::FilesOpen), opened);
+    SetProfileChanged(&Get(L"c4"));
+    EXPECT_TRUE(Profiles().Item(2).Dirty);
+    EXPECT_FALSE(Profiles().Item(1).Dirty);
+    EXPECT_TRUE(SaveAllProfiles(tree));
+    EXPECT_EQ(fake.failures.Calls(Operation::FilesOpen), opened + 1);
+}
+
+TEST_F(ProfileStoreTest, SaveProfile_WithoutASubtreeLeavesItInTheTree) {
+    Fill();
+    EXPECT_TRUE(SaveProfile(tree, Get(L"P"), &Get(L"T")));
+    EXPECT_EQ(DiskOutline(), L"P(S(c1) c3) Q(U(c4))");
+    EXPECT_EQ(MemoryOutline(), L"P(S(c1 T(c2)) c3) Q(U(c4))");
+    EXPECT_TRUE(SaveProfile(tree, Get(L"P"), &Get(L"U"))) << "a node of another profile changes nothing";
+    EXPECT_EQ(DiskOutline(), MemoryOutline());
+}
+
+TEST_F(ProfileStoreTest, SaveProfile_ATextThatIsTooLongIsRefusedBeforeAnythingIsWritten) {
+    Fill();
+    const auto before = fake.files.Bytes(L"C:\\P\\nxclip.nxp");
+    Get(L"S").SetText(std::wstring(70000, L'x'));
+    EXPECT_FALSE(SaveProfile(tree, Get(L"P")));
+    EXPECT_EQ(fake.files.Bytes(L"C:\\P\\nxclip.nxp"), before);
+    EXPECT_EQ(fake.user.LastMessage(), L"Speichern des Profils ist fehlgeschlagen !!!");
+}
+
+TEST_F(ProfileStoreTest, SaveProfile_WhatCannotBeFlattenedIsTold) {
+    Fill();
+    tree.Bind(nullptr);
+    EXPECT_FALSE(SaveProfile(tree, *Profiles().Item(1).Node));
+    ASSERT_EQ(fake.user.messages.size(), 2u);
+    EXPECT_EQ(fake.user.messages[0].text, L"BuildTreeData: Profiledaten konnten nicht ermittelt werden.");
+    EXPECT_EQ(fake.user.messages[1].text, L"Speichern des Profils ist fehlgeschlagen !!!");
+}
+
+TEST_F(ProfileStoreTest, SaveAndLoad_MoreNodesThan16BitsCount) {
+    Node& profile = AddProfile(L"P");
+    {
+        const BulkChangeScope bulk(nodes);
+        for (int i = 0; i < 400; ++i) {
+            Node& folder = nodes.Add(&profile, NodeRelation::Child, L"S" + std::to_wstring(i), ImageValue());
+            folder.SetTag(L"S&");
+            for (int j = 0; j < 99; ++j) {
+                nodes.Add(&folder, NodeRelation::Child, L"c" + std::to_wstring(j), ImageValue())
+                    .SetTag(MakeClipTag(i * 99 + j + 1, 1, L"t", L"i"));
+            }
+        }
+    }
+    EXPECT_TRUE(SaveProfile(tree, profile, profile.LastChild()));
+    Profiles().SaveRegistry();
+    LoadListedProfiles(tree);
+    EXPECT_EQ(nodes.Count(), 40'001 - 100);
+    EXPECT_EQ(nodes.Root()->Tag(), L"P&39501&C:\\P&0&");
+    EXPECT_TRUE(fake.user.messages.empty());
+}
+
+}  // namespace

@@ -1,0 +1,149 @@
+#pragma once
+
+#include <algorithm>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "engine/clipboard/modClipboard.h"
+#include "engine/process/modMain.h"
+#include "engine/process/modOption.h"
+#include "engine/profiles/ActiveContainer.h"
+#include "engine/profiles/CProfiles.h"
+#include "engine/profiles/ClipOperations.h"
+#include "engine/profiles/ProfileActions.h"
+#include "engine/profiles/ProfileStore.h"
+#include "engine/profiles/modProfile.h"
+#include "engine/tree/CTreeViewEx.h"
+#include "engine/tree/TestTree.h"
+#include "engine/tree/modTreeEx.h"
+#include "fake/FakePlatformTest.h"
+#include "platform/Text.h"
+
+// A machine with a tree of profiles, in memory and on its disk, and all that works on them. A clip's data
+// file says which clip it belongs to, so that a lost or confused one is noticed.
+class ProfileWorld {
+ public:
+    ProfileWorld() {
+        tree.Bind(&nodes);
+        Profiles().Clear();
+        Options() = OptionValues{};
+        AppPath = L"C:\\PROG\\";
+        ClearPendingRenderSet();
+    }
+    ~ProfileWorld() {
+        Profiles().Clear();
+        Options() = OptionValues{};
+        ClearPendingRenderSet();
+    }
+
+    FakePlatform fake;
+    NodeCollection nodes;
+    CTreeViewEx tree;
+    ActiveContainer container{tree};
+    ClipOperations operations{tree, container};
+    ProfileActions actions{tree, container};
+
+    // A saved profile in "C:\<name>".
+    Node& AddProfile(const std::wstring& name) {
+        fake.files.AddDirectory(L"C:\\" + name);
+        return *actions.BuildNewprofile(name, L"C:\\" + name, L"");
+    }
+    Node& AddFolder(Node& parent, const std::wstring& name, const std::wstring& info = L"") {
+        Node& folder = nodes.Add(&parent, NodeRelation::Child, name, std::wstring(L"Structure"));
+        folder.SetTag(MakeStructureTag(info));
+        SetProfileChanged(&folder);
+        return folder;
+    }
+    Node& AddClip(Node& parent, const std::wstring& name, const std::wstring& info = L"") {
+        std::int32_t number = 0;
+        const std::wstring file = NewClipFileName(&parent, true, number);
+        fake.files.SetBytes(file, DataOf(name));
+        Node& clip = nodes.Add(&parent, NodeRelation::Child, name, std::wstring(L"Clip"));
+        clip.SetTag(MakeClipTag(number, 2, L"15.11.1999 13:10:00", info));
+        return clip;
+    }
+    // Two profiles: "P(S(c1 T(c2)) c3) Q(U(c4))", saved.
+    void Fill() {
+        Node& p = AddProfile(L"P");
+        Node& q = AddProfile(L"Q");
+        Node& s = AddFolder(p, L"S", L"Info & mehr");
+        AddClip(s, L"c1");
+        AddClip(AddFolder(s, L"T"), L"c2", L"a&b");
+        AddClip(p, L"c3");
+        AddClip(AddFolder(q, L"U"), L"c4");
+        SaveAllProfiles(tree);
+        fake.user.messages.clear();
+    }
+
+    Node& Get(const std::wstring& name) { return Named(nodes, name); }
+    static std::string DataOf(const std::wstring& name) { return "data of " + AnsiFromText(name); }
+    std::wstring MemoryOutline() const { return Outline(nodes); }
+    // The attached profiles as they would be loaded now.
+    std::wstring DiskOutline() {
+        NodeCollection loaded;
+        LoadFromDisk(loaded);
+        return Outline(loaded);
+    }
+    std::wstring ListOutline() const {
+        std::wstring outline;
+        for (const CProfile* entry : Profiles().NewEnum())
+            outline += entry->Name + L"=" + entry->Directory + L" ";
+        return outline;
+    }
+    // What must never be, of tree and disk: clips without their data, two with the same file, a tree that
+    // contradicts itself, profiles that the list does not know.
+    std::vector<std::wstring> Damage() {
+        std::vector<std::wstring> found;
+        NoteDamage(nodes, L"tree: ", found);
+        NodeCollection loaded;
+        LoadFromDisk(loaded);
+        NoteDamage(loaded, L"disk: ", found);
+        for (const Node* root = nodes.Root(); root != nullptr; root = root->Next()) {
+            const CProfile* const entry = Profiles().ProfileOf(root);
+            if (entry == nullptr || entry->Directory != GetProfileDirectory(root)) {
+                found.push_back(L"not in the list: " + root->Text());
+            }
+        }
+        if (Profiles().Count() != CountRoots()) found.push_back(L"list and tree differ");
+        return found;
+    }
+    std::set<std::wstring> Files() const {
+        const auto all = fake.files.AllFiles();
+        return {all.begin(), all.end()};
+    }
+    bool WasTold(const std::wstring& text) const {
+        return std::any_of(fake.user.messages.begin(), fake.user.messages.end(),
+                           [&](const FakeUser::Message& message) { return message.text == text; });
+    }
+
+ private:
+    static void LoadFromDisk(NodeCollection& loaded) {
+        CTreeViewEx other;
+        other.Bind(&loaded);
+        for (const CProfile* entry : Profiles().NewEnum())
+            LoadProfileDirectory(other, entry->Directory);
+    }
+    int CountRoots() const {
+        int count = 0;
+        for (const Node* root = nodes.Root(); root != nullptr; root = root->Next())
+            ++count;
+        return count;
+    }
+    void NoteDamage(const NodeCollection& in, const std::wstring& where,
+                    std::vector<std::wstring>& found) const {
+        if (!IsConsistent(in)) found.push_back(where + L"links");
+        std::set<std::wstring> seen;
+        for (int i = 1; i <= in.Count(); ++i) {
+            const Node& node = *in.Item(i);
+            if (!IsClipNode(&node)) continue;
+            const std::wstring file = ClipFileOf(&node);
+            if (!seen.insert(UpperCase(file)).second) found.push_back(where + L"shared " + file);
+            if (fake.files.Bytes(file) != DataOf(node.Text()))
+                found.push_back(where + L"data of " + node.Text());
+        }
+    }
+};
+
+// A test with one such world.
+class ProfileWorldTest : public testing::Test, protected ProfileWorld {};

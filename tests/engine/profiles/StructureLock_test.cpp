@@ -1,0 +1,51 @@
+#include "engine/profiles/StructureLock.h"
+
+#include "engine/profiles/ProfileWorld.h"
+
+namespace {
+
+class StructureLockTest : public ProfileWorldTest {
+ protected:
+    void SetUp() override {
+        Fill();
+        Get(L"Q").SetTag(L"P&1&C:\\Q&1&");
+    }
+    static constexpr TreeAction kStructure[] = {
+        TreeAction::NewProfile,    TreeAction::ImportProfile, TreeAction::UnlinkProfile,
+        TreeAction::DeleteProfile, TreeAction::EditProfile,   TreeAction::NewFolder,
+        TreeAction::DeleteFolder,  TreeAction::EditFolder,    TreeAction::DragAndDrop};
+    static constexpr TreeAction kClip[] = {TreeAction::DeleteClip, TreeAction::EditClip};
+};
+
+TEST_F(StructureLockTest, LockBlocks_TheStructureButNotTheClips) {
+    for (const TreeAction action : kStructure) {
+        EXPECT_TRUE(LockBlocks(action, &Get(L"c1"), true));
+        EXPECT_TRUE(LockBlocks(action, nullptr, true));
+        EXPECT_FALSE(LockBlocks(action, &Get(L"c1"), false));
+        EXPECT_FALSE(LockBlocks(action, &Get(L"c4"), true)) << "its profile has the global release";
+    }
+    for (const TreeAction action : kClip)
+        EXPECT_FALSE(LockBlocks(action, &Get(L"c1"), true));
+    EXPECT_TRUE(LockBlocks(TreeAction::Snap, &Get(L"U"), true)) << "no release for snapping";
+    EXPECT_FALSE(LockBlocks(TreeAction::Snap, &Get(L"U"), false));
+}
+
+TEST_F(StructureLockTest, ActionAllowed_FollowsTheOptionAndTellsTheUser) {
+    EXPECT_TRUE(ActionAllowed(TreeAction::NewFolder, &Get(L"P")));
+    Options().LockEdit = true;
+    EXPECT_TRUE(ActionAllowed(TreeAction::NewFolder, &Get(L"Q")));
+    EXPECT_TRUE(fake.user.messages.empty());
+    EXPECT_FALSE(ActionAllowed(TreeAction::NewFolder, &Get(L"P")));
+    EXPECT_EQ(fake.user.LastMessage(), L"Die Strukturaktionen sind gesperrt !!!");
+}
+
+TEST_F(StructureLockTest, ActionsFor_FollowTheKind) {
+    EXPECT_EQ(DeleteActionFor(Get(L"P")), TreeAction::DeleteProfile);
+    EXPECT_EQ(DeleteActionFor(Get(L"S")), TreeAction::DeleteFolder);
+    EXPECT_EQ(DeleteActionFor(Get(L"c1")), TreeAction::DeleteClip);
+    EXPECT_EQ(EditActionFor(Get(L"P")), TreeAction::EditProfile);
+    EXPECT_EQ(EditActionFor(Get(L"S")), TreeAction::EditFolder);
+    EXPECT_EQ(EditActionFor(Get(L"c1")), TreeAction::EditClip);
+}
+
+}  // namespace

@@ -1,0 +1,158 @@
+#include "engine/profiles/modProfile.h"
+
+#include <limits>
+
+#include "engine/profiles/ProfileWorld.h"
+#include "platform/RuntimeError.h"
+
+namespace {
+
+class modProfileTest : public ProfileWorldTest {
+ protected:
+    // A profile node with a tag of its own, in the list.
+    Node& Profile(const std::wstring& tag, const std::wstring& directory) {
+        Node& profile = nodes.Add(nullptr, NodeRelation::Last, L"P", std::wstring(L"Profile"));
+        profile.SetTag(tag);
+        Profiles().Add(L"P", directory, false, &profile);
+        return profile;
+    }
+    Node& Below(Node& parent, const std::wstring& tag) {
+        Node& node = nodes.Add(&parent, NodeRelation::Child, L"n", ImageValue());
+        node.SetTag(tag);
+        return node;
+    }
+    Node* const none = nullptr;
+};
+
+TEST_F(modProfileTest, IsNodeOfKind_TestsTheMask) {
+    Node& profile = Profile(L"P&0&C:\\A&0&", L"C:\\A");
+    Node& folder = Below(profile, L"S&");
+    Node& clip = Below(folder, L"C&1,2&t&");
+    Node& other = Below(folder, L"X");
+    const Node* all[] = {&profile, &folder, &clip};
+    for (int mask = 0; mask < 8; ++mask) {
+        for (int kind = 0; kind < 3; ++kind)
+            EXPECT_EQ(IsNodeOfKind(all[kind], mask), ((mask >> kind) & 1) != 0);
+        EXPECT_FALSE(IsNodeOfKind(&other, mask));
+        EXPECT_FALSE(IsNodeOfKind(nullptr, mask));
+    }
+}
+
+TEST_F(modProfileTest, GetProfileNode_LooksAtTheRootOnly) {
+    Node& profile = Profile(L"P&0&C:\\A&0&", L"C:\\A");
+    Node& clip = Below(Below(profile, L"S&"), L"C&1,2&t&");
+    EXPECT_EQ(GetProfileNode(&clip, true), &profile);
+    EXPECT_EQ(GetProfileNode(&profile, true), &profile);
+    EXPECT_EQ(GetProfileNode(nullptr, true), nullptr);
+    EXPECT_TRUE(fake.user.messages.empty());
+
+    Node& stray = nodes.Add(nullptr, NodeRelation::Last, L"x", ImageValue());
+    stray.SetTag(L"S&");
+    Node& below = Below(stray, L"P&0&C:\\B&0&");
+    EXPECT_EQ(GetTopNode(&below), &stray);
+    EXPECT_EQ(GetProfileNode(&below, false), nullptr);
+    EXPECT_TRUE(fake.user.messages.empty());
+    EXPECT_EQ(GetProfileNode(&below, true), nullptr);
+    EXPECT_EQ(fake.user.LastMessage(), L"GetProfileNode: Fataler Fehler. Kein Profilknoten ermittelt");
+}
+
+TEST_F(modProfileTest, NewClipFileName_CountsOnlyWhenCommitted) {
+    Node& profile = Profile(L"P&16&D:\\Clips\\&1&Info & mehr", L"D:\\Clips\\");
+    Node& clip = Below(Below(profile, L"S&"), L"C&3,2&t&");
+    std::int32_t number = 0;
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(NewClipFileName(&clip, false, number), L"D:\\Clips\\C17.nxc");
+        EXPECT_EQ(number, 17);
+        EXPECT_FALSE(Profiles().Item(1).Dirty);
+    }
+    EXPECT_EQ(profile.Tag(), L"P&16&D:\\Clips\\&1&Info & mehr");
+    EXPECT_EQ(NewClipFileName(&clip, true, number), L"D:\\Clips\\C17.nxc");
+    EXPECT_EQ(profile.Tag(), L"P&17&D:\\Clips\\&1&Info & mehr");
+    EXPECT_TRUE(Profiles().Item(1).Dirty);
+    EXPECT_EQ(NewClipFileName(&profile, true, number), L"D:\\Clips\\C18.nxc");
+    SetProfileDirectory(&profile, L"D:\\Clips");
+    EXPECT_EQ(NewClipFileName(&profile, false, number), L"D:\\Clips\\C19.nxc") << "without the last \\";
+}
+
+TEST_F(modProfileTest, NewClipFileName_WithoutProfileOrNumberGivesNoName) {
+    std::int32_t number = 5;
+    EXPECT_EQ(NewClipFileName(none, true, number), L"");
+    EXPECT_TRUE(fake.user.messages.empty());
+    Node& stray = nodes.Add(nullptr, NodeRelation::Last, L"x", ImageValue());
+    EXPECT_EQ(NewClipFileName(&stray, true, number), L"");
+    EXPECT_EQ(fake.user.messages.size(), 1u);
+    EXPECT_EQ(number, 5);
+
+    Node& full = Profile(L"P&2147483647&C:\\A&0&", L"C:\\A");
+    EXPECT_THROW(NewClipFileName(&full, true, number), RuntimeError);
+    EXPECT_EQ(full.Tag(), L"P&2147483647&C:\\A&0&");
+    full.SetTag(L"P&zwei&C:\\A&0&");
+    EXPECT_THROW(NewClipFileName(&full, true, number), RuntimeError);
+}
+
+TEST_F(modProfileTest, SetDirtyProfile_UnknownDirectoryIsToldAndChangesNothing) {
+    Profile(L"P&0&C:\\A&0&", L"C:\\A");
+    SetDirtyProfile(L"C:\\B");
+    EXPECT_EQ(fake.user.LastMessage(),
+              L"Fataler Fehler (SetDirtyProfile)\r\nC:\\B nicht in der Profilliste gefunden !!!");
+    EXPECT_FALSE(Profiles().Item(1).Dirty);
+    SetDirtyProfile(L"c:\\a");
+    EXPECT_TRUE(Profiles().Item(1).Dirty);
+}
+
+TEST_F(modProfileTest, ProfileDirectory_OnlyOfProfileNodes) {
+    Node& profile = Profile(L"P&4&C:\\A&1&x&y", L"C:\\A");
+    Node& folder = Below(profile, L"S&0&C:\\A&1&");
+    EXPECT_EQ(GetProfileDirectory(&profile), L"C:\\A");
+    EXPECT_EQ(GetProfileDirectory(&folder), L"");
+    EXPECT_EQ(GetProfileDirectory(nullptr), L"");
+    SetProfileDirectory(&profile, L"E:\\Neu");
+    SetProfileDirectory(&folder, L"E:\\Neu");
+    EXPECT_EQ(profile.Tag(), L"P&4&E:\\Neu&1&x&y");
+    EXPECT_EQ(folder.Tag(), L"S&0&C:\\A&1&");
+    RaiseClipCounter(profile, 3);
+    EXPECT_EQ(profile.Tag(), L"P&4&E:\\Neu&1&x&y");
+    RaiseClipCounter(profile, 9);
+    EXPECT_EQ(profile.Tag(), L"P&9&E:\\Neu&1&x&y");
+}
+
+TEST_F(modProfileTest, ClipFileOf_OnlyASoundClipInAProfile) {
+    Node& profile = Profile(L"P&4&C:\\A&1&", L"C:\\A");
+    EXPECT_EQ(ClipFileOf(&Below(profile, L"C&12,3&t&i")), L"C:\\A\\C12.nxc");
+    for (const wchar_t* tag : {L"C&12", L"C&", L"C", L"C&x,3&t&i", L"C&-3,1&t&", L"C&7&t&", L"S&", L""}) {
+        EXPECT_EQ(ClipFileOf(&Below(profile, tag)), L"") << AnsiFromText(tag);
+    }
+    Node& stray = nodes.Add(nullptr, NodeRelation::Last, L"x", ImageValue());
+    stray.SetTag(L"C&12,3&t&i");
+    EXPECT_EQ(ClipFileOf(&stray), L"");
+}
+
+TEST_F(modProfileTest, ReadNodeAttributes_NothingOfTheNodeBeforeStays) {
+    Node& profile = Profile(L"P&4&C:\\A&1&x&y", L"C:\\A");
+    ReadNodeAttributes(&profile);
+    EXPECT_EQ(ReadAttributes().counter, 4);
+    EXPECT_EQ(ReadAttributes().directory, L"C:\\A");
+    EXPECT_TRUE(ReadAttributes().globalFlag);
+    EXPECT_EQ(ReadAttributes().info, L"x&y");
+    ReadNodeAttributes(&Below(profile, L"S&a&b"));
+    EXPECT_EQ(ReadAttributes().info, L"a&b");
+    EXPECT_EQ(ReadAttributes().directory, L"");
+    ReadNodeAttributes(&Below(profile, L"C&7,3&15.11.1999 13:10:00&n&m"));
+    EXPECT_EQ(ReadAttributes().clipNumber, 7);
+    EXPECT_EQ(ReadAttributes().formatCount, 3);
+    EXPECT_EQ(ReadAttributes().timeCaptured, L"15.11.1999 13:10:00");
+    EXPECT_EQ(ReadAttributes().info, L"n&m");
+    ReadNodeAttributes(&Below(profile, L"C&x"));
+    EXPECT_EQ(ReadAttributes().info, L"");
+    EXPECT_EQ(ReadAttributes().clipNumber, 0);
+}
+
+TEST_F(modProfileTest, CountBelow_CountsTheWholeSubtreeByKind) {
+    Fill();
+    const NodeCounts counts = CountBelow(Get(L"P"));
+    EXPECT_EQ(counts.folders, 2);
+    EXPECT_EQ(counts.clips, 3);
+    EXPECT_EQ(CountBelow(Get(L"c1")).clips, 0);
+}
+
+}  // namespace

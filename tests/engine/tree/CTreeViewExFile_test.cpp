@@ -1,0 +1,389 @@
+// The way of a subtree between the tree, the flattened records and the file.
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "engine/tree/CTreeViewEx.h"
+#include "engine/tree/TestTree.h"
+#include "engine/tree/TreeFile.h"
+#include "engine/tree/modTreeEx.h"
+#include "fake/FakePlatformTest.h"
+#include "platform/RuntimeError.h"
+
+namespace {
+
+const std::wstring kFile = L"C:\\Clips\\nxclip.nxp";
+
+class CTreeViewExFileTest : public FakePlatformTest {
+ protected:
+    void SetUp() override {
+        fake.files.AddDirectory(L"C:\\Clips");
+        tree.Bind(&nodes);
+    }
+    Node* At(std::wstring_view text) { return &Named(nodes, text); }
+    bool Save(Node* node) { return tree.BuildTreeData(node) && tree.SaveDataToFile(kFile); }
+    Node* Load(Node* parent = nullptr) {
+        return tree.LoadDataFromFile(kFile) ? tree.BuildSubTreeFromData(parent) : nullptr;
+    }
+    // A file whose records have these depths; each one's text is its number.
+    void PutFileWithDepths(const std::vector<std::int16_t>& depths) {
+        TreeData data;
+        for (const std::int16_t depth : depths) {
+            TreeNodeRecord record;
+            record.Text = std::to_wstring(++data.Count);
+            record.Depth = depth;
+            data.Nodes.push_back(record);
+        }
+        PutFile(EncodeTreeData(data));
+    }
+    void PutFile(const std::vector<std::uint8_t>& image) {
+        fake.files.SetBytes(kFile, std::string(image.begin(), image.end()));
+    }
+    // Text and title of the only message since the last call.
+    std::wstring TakeMessage() {
+        const auto messages = std::exchange(fake.user.messages, {});
+        return messages.size() == 1 ? messages[0].text + L"|" + messages[0].title
+                                    : std::to_wstring(messages.size()) + L" messages";
+    }
+
+    NodeCollection nodes;
+    CTreeViewEx tree;
+};
+
+TEST_F(CTreeViewExFileTest, BuildTreeData_TakesExactlyTheSubtree) {
+    Grow(nodes, L"P(S(a b) c) Q(d)");
+    ASSERT_TRUE(tree.BuildTreeData(At(L"S")));
+    EXPECT_EQ(tree.Data().Count, 3);
+    ASSERT_EQ(tree.Data().Nodes.size(), 4u);
+    EXPECT_EQ(tree.Data().Nodes[0], TreeNodeRecord{});
+    EXPECT_EQ(tree.Data().Nodes[1].Text, L"S");
+    EXPECT_EQ(tree.Data().Nodes[1].Depth, 0);
+    EXPECT_EQ(tree.Data().Nodes[3].Text, L"b");
+    EXPECT_EQ(tree.Data().Nodes[3].Depth, 1);
+
+    nodes.Add(nullptr, NodeRelation::First, L"youngest", {});
+    ASSERT_TRUE(tree.BuildTreeData(nullptr));
+    EXPECT_EQ(tree.Data().Count, 8);
+    EXPECT_EQ(tree.Data().Nodes[1].Text, L"youngest");
+    EXPECT_EQ(tree.Data().Nodes[8].Text, L"d");
+
+    nodes.Clear();
+    EXPECT_FALSE(tree.BuildTreeData(nullptr));
+    EXPECT_EQ(tree.Data().Count, 0);
+    tree.ReleaseData();
+    EXPECT_EQ(tree.Data().Nodes.size(), 2u);
+}
+
+TEST_F(CTreeViewExFileTest, BuildTreeData_RefusesDepthsThatDoNotFit) {
+    Node* deepest = nullptr;
+    for (int i = 0; i <= 32767; ++i)
+        deepest = &nodes.Add(deepest, NodeRelation::Child, L"x", {});
+    ASSERT_TRUE(tree.BuildTreeData(nodes.Root()));
+    nodes.Add(deepest, NodeRelation::Child, L"too deep", {});
+    EXPECT_FALSE(tree.BuildTreeData(nodes.Root()));
+    EXPECT_EQ(tree.Data().Count, 32768);
+    EXPECT_THROW(tree.NodeDepth(deepest), RuntimeError);
+}
+
+TEST_F(CTreeViewExFileTest, BuildSubTreeFromData_CarriesASubtreeToAnotherPlace) {
+    Grow(nodes, L"P(S(a b)) Q(c)");
+    tree.BuildTreeData(At(L"S"));
+    fake.user.pointer = PointerShape::Hourglass;
+    const Node* made = tree.BuildSubTreeFromData(At(L"Q"));
+    EXPECT_EQ(fake.user.pointer, PointerShape::Normal);
+    EXPECT_EQ(Outline(nodes), L"P(S(a b)) Q(c S(a b))");
+    EXPECT_EQ(made, At(L"Q")->LastChild());
+    EXPECT_TRUE(IsConsistent(nodes));
+    tree.ReleaseData();
+    EXPECT_EQ(tree.BuildSubTreeFromData(At(L"Q")), nullptr);
+    EXPECT_TRUE(fake.user.messages.empty());
+}
+
+TEST_F(CTreeViewExFileTest, BuildSubTreeFromData_FollowsTheDepths) {
+    PutFileWithDepths({0, 1, 2, 1, 0});
+    Grow(nodes, L"P");
+    EXPECT_EQ(Load()->Text(), L"1");
+    EXPECT_EQ(Outline(nodes), L"P 1(2(3) 4) 5");
+    nodes.Clear();
+    Grow(nodes, L"P(x) Q");
+    Load(nodes.Root());
+    EXPECT_EQ(Outline(nodes), L"P(x 1(2(3) 4) 5) Q");
+    nodes.Clear();
+    PutFileWithDepths({0, 1, 2, 3, 0, 1});
+    Load();
+    EXPECT_EQ(Outline(nodes), L"1(2(3(4))) 5(6)");
+    EXPECT_TRUE(fake.user.messages.empty());
+}
+
+TEST_F(CTreeViewExFileTest, BuildSubTreeFromData_StopsAtADepthThatLeadsNowhere) {
+    const std::wstring message = L"Fataler Fehler: ungültige Knotentiefe.|";
+    PutFileWithDepths({0, 1, 3, 0});
+    EXPECT_EQ(Load()->Text(), L"1");
+    EXPECT_EQ(TakeMessage(), message);
+    EXPECT_EQ(Outline(nodes), L"1(2)");
+
+    nodes.Clear();
+    Grow(nodes, L"P(S)");
+    for (const std::int16_t first : {std::int16_t{-1}, std::int16_t{-32768}, std::int16_t{1}}) {
+        PutFileWithDepths({first});
+        ASSERT_TRUE(tree.LoadDataFromFile(kFile));
+        fake.user.pointer = PointerShape::Hourglass;
+        EXPECT_EQ(tree.BuildSubTreeFromData(At(L"S")), nullptr);
+        EXPECT_EQ(TakeMessage(), message);
+        EXPECT_EQ(fake.user.pointer, PointerShape::Normal);
+    }
+    PutFileWithDepths({0, 1, -1, 0});
+    Load(At(L"S"));
+    EXPECT_EQ(TakeMessage(), message);
+    EXPECT_EQ(Outline(nodes), L"P(S(1(2)))");
+}
+
+TEST_F(CTreeViewExFileTest, BuildSubTreeFromData_TellsOfAnErrorOnTheWay) {
+    class BrokenScreen : public TestScreen {
+     public:
+        using TestScreen::TestScreen;
+        void NodeAdded(Node& node) override {
+            TestScreen::NodeAdded(node);
+            if (node.Text() == L"3") throw RuntimeError(ErrorNumber::OutOfMemory, L"kein Platz");
+        }
+    };
+    PutFileWithDepths({0, 1, 1, 1});
+    {
+        BrokenScreen screen(nodes);
+        // The screen is up to date again before the message is shown.
+        fake.user.duringMessage = [&] { EXPECT_EQ(screen.told.back(), L"end"); };
+        EXPECT_EQ(Load()->Text(), L"1");
+    }
+    EXPECT_EQ(TakeMessage(), L"kein Platz|Fehler beim Aufbau des Baumes 7");
+    EXPECT_EQ(Outline(nodes), L"1(2 3)");
+}
+
+TEST_F(CTreeViewExFileTest, SaveAndLoad_KeepEveryProperty) {
+    Grow(nodes, L"P(S(a) T)");
+    At(L"P")->SetTag(L"P&1&C:\\Clips&0&Größe & Maß");
+    At(L"P")->SetExpanded(true);
+    At(L"S")->SetImage(std::wstring(L"Camera"));
+    At(L"S")->SetExpandedImage(std::int32_t{70000});
+    At(L"S")->SetSelectedImage(true);
+    At(L"T")->SetSorted(true);
+    At(L"a")->SetImage(NullValue{});
+    At(L"a")->SetTag(L"");
+    ASSERT_TRUE(Save(At(L"P")));
+    const TreeData saved = tree.Data();
+    tree.ReleaseData();
+    const Node* loaded = Load();
+    EXPECT_EQ(Outline(nodes), L"P(S(a) T) P(S(a) T)");
+    ASSERT_TRUE(tree.BuildTreeData(nodes.LastRoot()));
+    EXPECT_EQ(tree.Data(), saved);
+    EXPECT_EQ(loaded, nodes.LastRoot());
+}
+
+TEST_F(CTreeViewExFileTest, SaveAndLoad_OfRandomTreesGiveThemBack) {
+    std::mt19937 random(3);
+    const auto value = [&]() -> ImageValue {
+        switch (random() % 6) {
+            case 0:
+                return {};
+            case 1:
+                return NullValue{};
+            case 2:
+                return static_cast<std::int16_t>(random());
+            case 3:
+                return static_cast<std::int32_t>(random());
+            case 4:
+                return random() % 2 == 0;
+            default:
+                return std::wstring(random() % 20, L'ß');
+        }
+    };
+    for (int round = 0; round < 40; ++round) {
+        nodes.Clear();
+        nodes.Add(nullptr, NodeRelation::Last, L"P", {});
+        const int count = static_cast<int>(random() % 200) + 1;
+        while (nodes.Count() < count) {
+            Node& parent = *nodes.Item(static_cast<int>(random() % nodes.Count()) + 1);
+            std::wstring text(random() % 6, L' ');
+            for (wchar_t& character : text)
+                character = L"aAbBzäÖß&\\\0 "[random() % 12];
+            Node& node = nodes.Add(&parent, NodeRelation::Child, text, value(), value());
+            node.SetTag(text + L"&");
+            node.SetExpandedImage(value());
+            node.SetExpanded(random() % 2 == 0);
+            node.SetSorted(random() % 4 == 0);
+        }
+        ASSERT_TRUE(Save(nodes.Root()));
+        const TreeData saved = tree.Data();
+        const std::wstring outline = Outline(nodes);
+        nodes.Clear();
+        ASSERT_NE(Load(), nullptr);
+        EXPECT_EQ(Outline(nodes), outline);
+        EXPECT_TRUE(IsConsistent(nodes));
+        ASSERT_TRUE(tree.BuildTreeData(nullptr));
+        EXPECT_EQ(tree.Data(), saved);
+    }
+}
+
+TEST_F(CTreeViewExFileTest, SaveAndLoad_Of100000NodesGiveThemBack) {
+    Node& profile = GrowProfile(nodes, 100'000);
+    EXPECT_THROW(tree.SubNodeCount(&profile), RuntimeError);
+    ASSERT_TRUE(Save(&profile));
+    EXPECT_EQ(tree.Data().Count, 100'000);
+    const TreeData saved = tree.Data();
+    nodes.Clear();
+    ASSERT_NE(Load(), nullptr);
+    EXPECT_EQ(nodes.Count(), 100'000);
+    ASSERT_TRUE(tree.BuildTreeData(nodes.Root()));
+    EXPECT_EQ(tree.Data(), saved);
+    EXPECT_TRUE(fake.user.messages.empty());
+}
+
+TEST_F(CTreeViewExFileTest, Load_OfASortedFolderInDisorderTakesOneSort) {
+    TreeData data;
+    data.Count = 20'001;
+    data.Nodes.resize(20'002);
+    data.Nodes[1].Sorted = true;
+    std::mt19937 random(5);
+    for (std::size_t i = 2; i < data.Nodes.size(); ++i) {
+        data.Nodes[i].Text = std::to_wstring(random());
+        data.Nodes[i].Depth = 1;
+    }
+    PutFile(EncodeTreeData(data));
+    // Searching the place of every child alone would take minutes.
+    ASSERT_NE(Load(), nullptr);
+    EXPECT_EQ(nodes.Count(), 20'001);
+    EXPECT_TRUE(IsConsistent(nodes));
+}
+
+TEST_F(CTreeViewExFileTest, Load_OfTheDeepestFileCanBeSavedAgain) {
+    std::vector<std::int16_t> depths(32768);
+    for (std::size_t i = 0; i < depths.size(); ++i)
+        depths[i] = static_cast<std::int16_t>(i);
+    depths.push_back(0);
+    PutFileWithDepths(depths);
+    ASSERT_NE(Load(), nullptr);
+    EXPECT_EQ(nodes.Root()->Next(), nodes.LastRoot());
+    tree.ExpandAllNodes();
+    tree.MaxNodeDepth(32767);
+    EXPECT_NE(tree.LastSubNode(nodes.Root(), false), nullptr);
+    Node* copy = tree.CopyNode(nullptr, nodes.Root(), false, false, false);
+    EXPECT_EQ(DescendantCount(copy), 32767);
+    EXPECT_TRUE(Save(copy));
+}
+
+TEST_F(CTreeViewExFileTest, Save_OverALongerFileKeepsItsTailAndLoads) {
+    Grow(nodes, L"P(a b c)");
+    ASSERT_TRUE(Save(nodes.Root()));
+    const std::string longer = *fake.files.Bytes(kFile);
+    nodes.Remove(*At(L"a"));
+    ASSERT_TRUE(Save(nodes.Root()));
+    const std::string now = *fake.files.Bytes(kFile);
+    EXPECT_EQ(now.size(), longer.size());
+    EXPECT_EQ(now.substr(now.size() - 20), longer.substr(longer.size() - 20));
+    nodes.Clear();
+    ASSERT_NE(Load(), nullptr);
+    EXPECT_EQ(Outline(nodes), L"P(b c)");
+}
+
+TEST_F(CTreeViewExFileTest, Save_TouchesNothingWhenItMustFail) {
+    Grow(nodes, L"P(a)");
+    ASSERT_TRUE(Save(nodes.Root()));
+    const std::string before = *fake.files.Bytes(kFile);
+
+    Node& longText = nodes.Add(nodes.Root(), NodeRelation::Child, std::wstring(65536, L'x'), {});
+    EXPECT_FALSE(Save(nodes.Root()));
+    EXPECT_NE(TakeMessage().find(L"zu lang"), std::wstring::npos);
+    EXPECT_EQ(fake.files.Bytes(kFile), before);
+
+    longText.SetText(std::wstring(60000, L'x'));
+    fake.files.capacity = 50000;
+    EXPECT_FALSE(Save(nodes.Root()));
+    EXPECT_EQ(fake.user.messages.size(), 1u);
+    EXPECT_EQ(fake.files.Bytes(kFile), before);
+    EXPECT_EQ(fake.user.pointer, PointerShape::Normal);
+}
+
+TEST_F(CTreeViewExFileTest, Save_WithAnyCallFailingIsToldAndKeepsTheTree) {
+    Grow(nodes, L"P(a)");
+    ASSERT_TRUE(Save(nodes.Root()));
+    const std::string before = *fake.files.Bytes(kFile);
+    nodes.Add(nodes.Root(), NodeRelation::Child, L"b", {});
+    ASSERT_TRUE(tree.BuildTreeData(nodes.Root()));
+    for (const WriteFailure failure :
+         {WriteFailure::DiskFullWithPart, WriteFailure::Nothing, WriteFailure::Short}) {
+        fake.failures.writeFailure = failure;
+        int n = 0;
+        do {
+            fake.files.SetBytes(kFile, before);
+            fake.user.pointers.clear();
+            const int writes = fake.failures.Calls(Operation::FilesWrite);
+            fake.FailNthOfAny(++n);
+            const bool saved = tree.SaveDataToFile(kFile);
+            EXPECT_EQ(saved, !fake.Fired()) << n;
+            if (fake.Fired()) {
+                EXPECT_EQ(std::exchange(fake.user.messages, {}).size(), 1u) << n;
+                if (fake.failures.Calls(Operation::FilesWrite) == writes) {
+                    EXPECT_EQ(fake.files.Bytes(kFile), before) << n;
+                }
+            }
+            EXPECT_EQ(fake.user.pointers, (std::vector{PointerShape::Hourglass, PointerShape::Normal}));
+        } while (fake.Fired());
+        EXPECT_GE(n, 4);  // at least opening, making room and writing have failed
+        fake.failures.FailNone();
+    }
+    EXPECT_EQ(Outline(nodes), L"P(a b)");
+    EXPECT_TRUE(fake.user.messages.empty());
+}
+
+TEST_F(CTreeViewExFileTest, Load_WithAnyCallFailingLeavesTheTreeAsItWas) {
+    Grow(nodes, L"P(a)");
+    ASSERT_TRUE(Save(nodes.Root()));
+    for (const ReadFailure failure : {ReadFailure::Error, ReadFailure::Short}) {
+        fake.failures.readFailure = failure;
+        int n = 0;
+        do {
+            const int listings = fake.failures.Calls(Operation::FilesExists);
+            const int opened = fake.failures.Calls(Operation::FilesOpen);
+            fake.FailNthOfAny(++n);
+            const bool loaded = tree.LoadDataFromFile(kFile);
+            EXPECT_EQ(loaded, !fake.Fired()) << n;
+            const bool missing = fake.failures.Calls(Operation::FilesOpen) == opened;
+            EXPECT_EQ(fake.failures.Calls(Operation::FilesExists), listings + 1);
+            EXPECT_EQ(std::exchange(fake.user.messages, {}).size(), loaded || missing ? 0u : 1u) << n;
+            EXPECT_EQ(fake.user.pointer, PointerShape::Normal);
+        } while (fake.Fired());
+        EXPECT_GE(n, 4);
+        fake.failures.FailNone();
+    }
+    EXPECT_EQ(Outline(nodes), L"P(a)");
+}
+
+TEST_F(CTreeViewExFileTest, Load_OfAMissingFileIsQuiet) {
+    EXPECT_FALSE(tree.LoadDataFromFile(kFile));
+    EXPECT_FALSE(tree.LoadDataFromFile(L"X:\\nowhere\\nxclip.nxp"));
+    EXPECT_TRUE(fake.user.messages.empty());
+}
+
+TEST_F(CTreeViewExFileTest, Load_OfADamagedFileIsToldAndLeavesTheTree) {
+    Grow(nodes, L"P(a)");
+    Save(nodes.Root());
+    std::string bytes = *fake.files.Bytes(kFile);
+    fake.files.SetBytes(kFile, bytes.substr(0, bytes.size() - 1));
+    EXPECT_EQ(Load(), nullptr);
+    EXPECT_NE(TakeMessage().find(L"|Strukturladefehler 62"), std::wstring::npos);
+    EXPECT_EQ(tree.Data(), TreeData{});
+    bytes[3] = '\x7F';  // two thousand million nodes
+    fake.files.SetBytes(kFile, bytes);
+    EXPECT_EQ(Load(), nullptr);
+    EXPECT_NE(TakeMessage().find(L"|Strukturladefehler 9"), std::wstring::npos);
+    EXPECT_EQ(Outline(nodes), L"P(a)");
+}
+
+TEST_F(CTreeViewExFileTest, RecordFields_AreNotImplemented) {
+    EXPECT_FALSE(tree.SaveToRecordField());
+    EXPECT_EQ(TakeMessage(), L"Noch nicht implementiert|");
+    EXPECT_FALSE(tree.LoadFromRecordField());
+    EXPECT_EQ(TakeMessage(), L"Noch nicht implementiert|");
+}
+
+}  // namespace

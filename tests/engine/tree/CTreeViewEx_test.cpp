@@ -1,0 +1,363 @@
+#include "engine/tree/CTreeViewEx.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "engine/tree/TestTree.h"
+#include "engine/tree/modTreeEx.h"
+#include "fake/FakePlatformTest.h"
+#include "platform/RuntimeError.h"
+
+namespace {
+
+using Told = std::vector<std::wstring>;
+
+// Writes the events down and cancels where it is told to.
+class EventLog : public TreeViewExEvents {
+ public:
+    Told told;
+    std::wstring cancelAt;  // the text of the source node whose event is cancelled
+    std::function<void(Node& copy)> afterCopy;
+
+    void BeforeNodeCopy(Node* newParent, Node& sourceNode, bool isMove, bool& cancel) override {
+        EXPECT_FALSE(cancel);
+        cancel = sourceNode.Text() == cancelAt;
+        told.push_back(L"before " + (newParent != nullptr ? newParent->Text() : L"-") + L"/" +
+                       sourceNode.Text() + (isMove ? L" move" : L""));
+    }
+    void AfterNodeCopy(Node& newNode, Node& sourceNode, bool isMove) override {
+        EXPECT_NE(&newNode, &sourceNode);
+        told.push_back(L"after " + newNode.FullPath() + (isMove ? L" move" : L""));
+        if (afterCopy) afterCopy(newNode);
+    }
+    void DoAction(std::int16_t action, Node& node, bool& cancel) override {
+        EXPECT_FALSE(cancel);
+        cancel = node.Text() == cancelAt;
+        told.push_back(node.Text() + std::to_wstring(action));
+    }
+    Told TakeTold() { return std::exchange(told, {}); }
+};
+
+class CTreeViewExTest : public FakePlatformTest {
+ protected:
+    void SetUp() override {
+        tree.Bind(&nodes);
+        tree.SetEvents(&events);
+    }
+    Node* At(std::wstring_view text) { return &Named(nodes, text); }
+    static std::wstring TextOf(const Node* node) { return node != nullptr ? node->Text() : L"-"; }
+
+    NodeCollection nodes;
+    CTreeViewEx tree;
+    EventLog events;
+};
+
+TEST_F(CTreeViewExTest, Unbound_EveryOperationDoesAndFindsNothing) {
+    Grow(nodes, L"P(C)");
+    tree.Bind(nullptr);
+    EXPECT_EQ(tree.SearchForTag(L"P"), nullptr);
+    EXPECT_EQ(tree.FirstNode(), nullptr);
+    EXPECT_EQ(tree.FirstVisibleNode(), nullptr);
+    EXPECT_EQ(tree.CopyNode(nullptr, At(L"C"), false, false, false), nullptr);
+    tree.ForAllNodes(nullptr, true, 1);
+    tree.MaxNodeDepth(0);
+    tree.ExpandAllNodes();
+    tree.SortAllNodes();
+    tree.ScrollUp();
+    tree.ScrollDown();
+    EXPECT_FALSE(tree.BuildTreeData(At(L"P")));
+    EXPECT_EQ(tree.BuildSubTreeFromData(nullptr), nullptr);
+    EXPECT_FALSE(tree.LoadDataFromFile(L"C:\\nxclip.nxp"));
+    EXPECT_EQ(tree.PositionOf(At(L"P")), -1);
+    EXPECT_EQ(tree.NodeAtPosition(1), nullptr);
+    EXPECT_TRUE(events.told.empty());
+    EXPECT_EQ(nodes.Count(), 2);
+}
+
+TEST_F(CTreeViewExTest, Navigation_FollowsTreeOrder) {
+    Grow(nodes, L"P(S1(C1) S2) Q");
+    At(L"P")->SetExpanded(true);
+    const auto next = [&](const wchar_t* from, bool visible) {
+        return TextOf(tree.NextNode(At(from), visible));
+    };
+    const auto previous = [&](const wchar_t* from, bool visible) {
+        return TextOf(tree.PreviousNode(At(from), visible));
+    };
+    EXPECT_EQ(next(L"S1", true), L"S2");
+    EXPECT_EQ(next(L"S1", false), L"C1");
+    EXPECT_EQ(next(L"C1", false), L"S2");
+    EXPECT_EQ(next(L"S2", false), L"Q");
+    EXPECT_EQ(next(L"Q", false), L"-");
+    EXPECT_EQ(previous(L"S2", false), L"C1");
+    EXPECT_EQ(previous(L"S2", true), L"S1");
+    EXPECT_EQ(previous(L"S1", true), L"P");
+    EXPECT_EQ(previous(L"Q", false), L"S2");
+    EXPECT_EQ(previous(L"P", false), L"-");
+
+    EXPECT_EQ(tree.NodeDepth(nullptr), 0);
+    EXPECT_EQ(tree.NodeDepth(At(L"Q")), 1);
+    EXPECT_EQ(tree.NodeDepth(At(L"C1")), 3);
+    EXPECT_EQ(tree.NodeRoot(At(L"C1")), At(L"P"));
+    EXPECT_EQ(tree.NodeRoot(nullptr), nullptr);
+    EXPECT_EQ(tree.NextNode(nullptr, false), nullptr);
+    EXPECT_EQ(tree.PreviousNode(nullptr, false), nullptr);
+}
+
+TEST_F(CTreeViewExTest, LastSubNode_LooksOnlyAtTheStartsExpansion) {
+    Grow(nodes, L"P(a S(b T(c)))");
+    EXPECT_EQ(TextOf(tree.LastSubNode(At(L"P"), false)), L"c");
+    EXPECT_EQ(TextOf(tree.LastSubNode(At(L"P"), true)), L"-");
+    At(L"P")->SetExpanded(true);
+    EXPECT_EQ(TextOf(tree.LastSubNode(At(L"P"), true)), L"c");
+    EXPECT_EQ(TextOf(tree.LastSubNode(At(L"c"), false)), L"-");
+    EXPECT_EQ(tree.LastSubNode(nullptr, false), nullptr);
+}
+
+TEST_F(CTreeViewExTest, FirstNode_IsTheRootOfTheOldestNode) {
+    EXPECT_EQ(tree.FirstNode(), nullptr);
+    Grow(nodes, L"P(C)");
+    nodes.Add(nullptr, NodeRelation::First, L"Q", {});
+    EXPECT_EQ(TextOf(tree.FirstNode()), L"P");
+}
+
+TEST_F(CTreeViewExTest, SearchForTag_ComparesTheWholeTag) {
+    Grow(nodes, L"P(C D)");
+    At(L"C")->SetTag(L"C&7,3&x&");
+    At(L"D")->SetTag(L"C&7");
+    EXPECT_EQ(TextOf(tree.SearchForTag(L"C&7")), L"D");
+    EXPECT_EQ(tree.SearchForTag(L"c&7"), nullptr);
+}
+
+TEST_F(CTreeViewExTest, MaxNodeDepth_CollapsesThatDepthAlone) {
+    Grow(nodes, L"P(S(T(C))) Q(R(D))");
+    tree.ExpandAllNodes();
+    EXPECT_FALSE(At(L"C")->Expanded());  // a leaf
+    tree.MaxNodeDepth(0);                // nothing is selected
+    EXPECT_TRUE(At(L"P")->Expanded() && At(L"S")->Expanded() && At(L"T")->Expanded());
+    tree.MaxNodeDepth(2);
+    EXPECT_TRUE(At(L"P")->Expanded() && At(L"T")->Expanded() && At(L"Q")->Expanded());
+    EXPECT_FALSE(At(L"S")->Expanded() || At(L"R")->Expanded());
+    nodes.Select(At(L"Q"));
+    tree.MaxNodeDepth(0);
+    EXPECT_FALSE(At(L"P")->Expanded() || At(L"Q")->Expanded());
+    EXPECT_TRUE(At(L"T")->Expanded());
+}
+
+TEST_F(CTreeViewExTest, SortAllNodes_SortsEveryLevel) {
+    Grow(nodes, L"Q(b a) P(d(2 1) c)");
+    tree.SortAllNodes();
+    EXPECT_EQ(Outline(nodes), L"P(c d(1 2)) Q(a b)");
+    nodes.Add(At(L"a"), NodeRelation::Child, L"y", {});
+    nodes.Add(At(L"a"), NodeRelation::Child, L"x", {});
+    nodes.Add(nullptr, NodeRelation::Last, L"A", {});
+    EXPECT_EQ(Outline(nodes), L"A P(c d(1 2)) Q(a(x y) b)");
+}
+
+TEST_F(CTreeViewExTest, FirstVisibleNode_IsTheTopmostShownOne) {
+    Grow(nodes, L"P(a b c)");
+    EXPECT_EQ(tree.FirstVisibleNode(), nullptr);  // no screen
+    TestScreen screen(nodes);
+    EXPECT_EQ(tree.FirstVisibleNode(), nullptr);
+    At(L"P")->SetExpanded(true);
+    // The oldest shown node is not the topmost.
+    Node& late = nodes.Add(At(L"b"), NodeRelation::Previous, L"late", {});
+    screen.shown = {At(L"b"), At(L"c"), &late};
+    EXPECT_EQ(TextOf(tree.FirstVisibleNode()), L"late");
+}
+
+TEST_F(CTreeViewExTest, Scrolling_MovesByOneNode) {
+    Grow(nodes, L"P(a S(x) b c)");
+    At(L"P")->SetExpanded(true);
+    TestScreen screen(nodes);
+    screen.shown = {At(L"c")};
+    tree.ScrollUp();
+    screen.shown = {At(L"b")};
+    tree.ScrollUp();
+    tree.ScrollDown();
+    screen.shown = {At(L"P")};
+    tree.ScrollUp();  // the top is reached
+    EXPECT_EQ(screen.TakeTold(), (Told{L"ensure b", L"ensure S", L"scroll down"}));
+
+    // A hidden node in front of the first shown one must not open its folder.
+    Grow(nodes, L"Q");
+    screen.shown = {At(L"Q")};
+    At(L"c")->SetText(L"T");
+    nodes.Add(At(L"T"), NodeRelation::Child, L"hidden", {});
+    screen.TakeTold();
+    tree.ScrollUp();
+    EXPECT_EQ(screen.TakeTold(), (Told{L"ensure T"}));
+
+    nodes.Clear();
+    screen.TakeTold();
+    tree.ScrollDown();
+    tree.ScrollUp();
+    EXPECT_TRUE(screen.TakeTold().empty());
+}
+
+TEST_F(CTreeViewExTest, DragOver_ScrollsNearTheEdges) {
+    Grow(nodes, L"P Q");
+    TestScreen screen(nodes);
+    screen.shown = {At(L"Q")};
+    const auto drag = [&](DragState state, float y) {
+        screen.TakeTold();
+        tree.DragOver(state, y, 1000);
+        return screen.TakeTold();
+    };
+    EXPECT_EQ(drag(DragState::Over, 89), Told{L"ensure P"});
+    EXPECT_EQ(drag(DragState::Over, 90), Told{});
+    EXPECT_EQ(drag(DragState::Over, 910), Told{});
+    EXPECT_EQ(drag(DragState::Over, 911), Told{L"scroll down"});
+    EXPECT_EQ(drag(DragState::Enter, 0), Told{});
+    EXPECT_EQ(drag(DragState::Leave, 0), Told{});
+    tree.SetAutoScroll(false);
+    EXPECT_EQ(drag(DragState::Over, 0), Told{});
+}
+
+TEST_F(CTreeViewExTest, CopyNode_AsSiblingGoesInFrontOfTheTarget) {
+    Grow(nodes, L"P(a b) Q");
+    Node* copy = tree.CopyNode(At(L"b"), At(L"a"), false, false, false);
+    EXPECT_EQ(copy, At(L"b")->Previous());
+    EXPECT_EQ(Outline(nodes), L"P(a a b) Q");
+    tree.CopyNode(nullptr, At(L"P"), false, true, false);
+    tree.CopyNode(At(L"Q"), At(L"Q"), false, false, false);
+    tree.CopyNode(nullptr, At(L"b"), true, true, false);
+    EXPECT_EQ(Outline(nodes), L"P(a a b) Q Q P b");
+    EXPECT_EQ(tree.CopyNode(At(L"Q"), nullptr, false, false, false), nullptr);
+    EXPECT_TRUE(IsConsistent(nodes));
+}
+
+TEST_F(CTreeViewExTest, CopyNode_TakesWhatBelongsToTheCopy) {
+    Grow(nodes, L"P(S) Q");
+    Node& source = *At(L"S");
+    source.SetTag(L"S&info");
+    source.SetSelectedImage(std::int16_t{4});
+    source.SetExpandedImage(std::wstring(L"open"));
+    source.SetExpanded(true);
+    source.SetSorted(true);
+    const Node& copy = *tree.CopyNode(At(L"Q"), &source, true, false, false);
+    EXPECT_EQ(copy.FullPath(), L"Q\\S");
+    EXPECT_EQ(copy.Tag(), L"S&info");
+    EXPECT_EQ(copy.Image(), source.Image());
+    EXPECT_EQ(copy.SelectedImage(), source.SelectedImage());
+    EXPECT_TRUE(copy.Expanded());
+    EXPECT_EQ(copy.ExpandedImage(), ImageValue{});
+    EXPECT_FALSE(copy.Sorted());
+}
+
+TEST_F(CTreeViewExTest, CopyNode_ReproducesTheShapeParentsFirst) {
+    Grow(nodes, L"P(S(T(a b) c U(d)) e) Q");
+    tree.CopyNode(At(L"Q"), At(L"S"), true, false, true);
+    EXPECT_EQ(Outline(nodes), L"P(S(T(a b) c U(d)) e) Q(S(T(a b) c U(d)))");
+    EXPECT_EQ(events.TakeTold(),
+              (Told{L"before Q/S move", L"after Q\\S move", L"before S/T move", L"after Q\\S\\T move",
+                    L"before T/a move", L"after Q\\S\\T\\a move", L"before T/b move",
+                    L"after Q\\S\\T\\b move", L"before S/c move", L"after Q\\S\\c move", L"before S/U move",
+                    L"after Q\\S\\U move", L"before U/d move", L"after Q\\S\\U\\d move"}));
+    EXPECT_TRUE(IsConsistent(nodes));
+
+    // Right beside the source: the walk must not run into its own copies.
+    tree.CopyNode(At(L"P"), At(L"T"), true, false, false);
+    tree.CopyNode(At(L"c"), At(L"T"), false, false, false);
+    EXPECT_EQ(Outline(nodes), L"P(S(T(a b) T(a b) c U(d)) e T(a b)) Q(S(T(a b) c U(d)))");
+}
+
+TEST_F(CTreeViewExTest, CopyNode_StopsAtOnceWhenAHandlerCancels) {
+    Grow(nodes, L"P(S(a b c)) Q");
+    events.cancelAt = L"S";
+    EXPECT_EQ(tree.CopyNode(At(L"Q"), At(L"S"), true, false, false), nullptr);
+    EXPECT_EQ(events.TakeTold(), Told{L"before Q/S"});
+    EXPECT_EQ(nodes.Count(), 6);
+
+    events.cancelAt = L"b";
+    const Node* copy = tree.CopyNode(At(L"Q"), At(L"S"), true, false, false);
+    EXPECT_EQ(copy, At(L"Q")->FirstChild());
+    EXPECT_EQ(Outline(nodes), L"P(S(a b c)) Q(S(a))");
+    EXPECT_EQ(events.TakeTold().back(), L"before S/b");
+}
+
+TEST_F(CTreeViewExTest, CopyNode_RefusesItsOwnSubtreeAsTarget) {
+    Grow(nodes, L"P(S(a))");
+    EXPECT_EQ(tree.CopyNode(At(L"a"), At(L"P"), true, false, false), nullptr);
+    EXPECT_EQ(tree.CopyNode(At(L"S"), At(L"S"), true, false, false), nullptr);
+    EXPECT_EQ(tree.CopyNode(At(L"a"), At(L"S"), false, false, false), nullptr);
+    EXPECT_EQ(Outline(nodes), L"P(S(a))");
+    EXPECT_TRUE(events.told.empty());
+}
+
+TEST_F(CTreeViewExTest, CopyNode_ByTextBelowASortedParent) {
+    Grow(nodes, L"P(b(2 1)) Q(a c)");
+    At(L"Q")->SetSorted(true);
+    tree.CopyNode(At(L"a"), At(L"b"), false, false, false);
+    EXPECT_EQ(Outline(nodes), L"P(b(2 1)) Q(a b(2 1) c)");
+}
+
+TEST_F(CTreeViewExTest, ForAllNodes_WalksTheSubtreeOrTheWholeTree) {
+    Grow(nodes, L"P(S(a b) c) Q(d)");
+    tree.ForAllNodes(At(L"S"), true, 1);
+    EXPECT_EQ(events.TakeTold(), (Told{L"S1", L"a1", L"b1"}));
+    tree.ForAllNodes(At(L"S"), false, 2);
+    EXPECT_EQ(events.TakeTold(), Told{L"S2"});
+    tree.ForAllNodes(At(L"d"), true, 1);
+    EXPECT_EQ(events.TakeTold(), Told{L"d1"});
+    nodes.Add(nullptr, NodeRelation::First, L"youngest", {});
+    tree.ForAllNodes(nullptr, true, 1);
+    EXPECT_EQ(events.TakeTold(), (Told{L"youngest1", L"P1", L"S1", L"a1", L"b1", L"c1", L"Q1", L"d1"}));
+    events.cancelAt = L"a";
+    tree.ForAllNodes(nullptr, true, 1);
+    EXPECT_EQ(events.TakeTold().back(), L"a1");
+    nodes.Clear();
+    tree.ForAllNodes(nullptr, true, 1);
+    EXPECT_TRUE(events.told.empty());
+}
+
+TEST_F(CTreeViewExTest, DropAllowed_GuardsTheSourcesOwnSubtree) {
+    Grow(nodes, L"P(S(a)) Q");
+    EXPECT_FALSE(tree.DropAllowed(At(L"a"), At(L"a"), false));
+    EXPECT_FALSE(tree.DropAllowed(nullptr, At(L"a"), false));
+    EXPECT_FALSE(tree.DropAllowed(At(L"P"), At(L"a"), true));
+    EXPECT_TRUE(tree.DropAllowed(At(L"P"), At(L"a"), false));
+    EXPECT_TRUE(tree.DropAllowed(At(L"a"), At(L"P"), true));
+    EXPECT_TRUE(tree.DropAllowed(At(L"P"), nullptr, true));
+    EXPECT_TRUE(tree.IsSubNode(At(L"a"), At(L"a")));
+    EXPECT_TRUE(tree.IsSubNode(At(L"a"), At(L"P")));
+    EXPECT_FALSE(tree.IsSubNode(At(L"P"), At(L"a")));
+    EXPECT_FALSE(tree.IsSubNode(nullptr, At(L"a")));
+}
+
+TEST_F(CTreeViewExTest, SubNodeCount_OverflowsInsteadOfWrapping) {
+    Grow(nodes, L"P(a b(x y z))");
+    EXPECT_EQ(tree.SubNodeCount(At(L"P")), 5);
+    EXPECT_EQ(tree.SubNodeCount(At(L"a")), 0);
+    EXPECT_EQ(tree.SubNodeCount(nullptr), 0);
+    while (nodes.Count() < 32768)
+        nodes.Add(At(L"P"), NodeRelation::Child, L"c", {});
+    EXPECT_EQ(tree.SubNodeCount(At(L"P")), 32767);
+    nodes.Add(At(L"P"), NodeRelation::Child, L"c", {});
+    try {
+        tree.SubNodeCount(At(L"P"));
+        FAIL() << "no overflow";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Number(), 6);
+    }
+}
+
+TEST_F(CTreeViewExTest, Position_NamesTheSameNodeAfterReloading) {
+    Grow(nodes, L"P(S) Q(T)");
+    // Younger than Q, yet in front of it in the tree: the index would change with the next loading.
+    Node& clip = nodes.Add(At(L"S"), NodeRelation::Child, L"clip", {});
+    const std::int32_t position = tree.PositionOf(At(L"T"));
+    ASSERT_TRUE(tree.BuildTreeData(nullptr));
+    nodes.Remove(clip);
+    nodes.Clear();
+    tree.BuildSubTreeFromData(nullptr);
+    EXPECT_EQ(TextOf(tree.NodeAtPosition(position)), L"T");
+
+    EXPECT_EQ(tree.PositionOf(nullptr), -1);
+    for (const std::int32_t nowhere : {-1, 0, 6, 2'000'000'000})
+        EXPECT_EQ(tree.NodeAtPosition(nowhere), nullptr);
+    EXPECT_EQ(TextOf(tree.NodeAtPosition(1)), L"P");
+    EXPECT_EQ(tree.ActiveContainer(), -1);
+}
+
+}  // namespace

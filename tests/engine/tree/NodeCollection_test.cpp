@@ -1,0 +1,270 @@
+#include "engine/tree/NodeCollection.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+#include "engine/tree/TestTree.h"
+#include "engine/tree/modTreeEx.h"
+
+namespace {
+
+using Told = std::vector<std::wstring>;
+
+TEST(NodeCollectionTest, Add_PutsTheNodeWhereTheRelationSays) {
+    NodeCollection nodes;
+    nodes.Add(nullptr, NodeRelation::Last, L"b", {});
+    nodes.Add(nullptr, NodeRelation::First, L"a", {});
+    nodes.Add(nullptr, NodeRelation::Next, L"e", {});
+    nodes.Add(&Named(nodes, L"e"), NodeRelation::Previous, L"d", {});
+    nodes.Add(&Named(nodes, L"b"), NodeRelation::Next, L"c", {});
+    nodes.Add(&Named(nodes, L"c"), NodeRelation::Child, L"c2", {});
+    nodes.Add(&Named(nodes, L"c"), NodeRelation::Child, L"c3", {});
+    nodes.Add(&Named(nodes, L"c3"), NodeRelation::First, L"c1", {});
+    nodes.Add(&Named(nodes, L"c1"), NodeRelation::Last, L"c4", {});
+    nodes.Add(&Named(nodes, L"c"), NodeRelation::Last, L"f", {});
+
+    EXPECT_EQ(Outline(nodes), L"a b c(c1 c2 c3 c4) d e f");
+    EXPECT_TRUE(IsConsistent(nodes));
+    EXPECT_EQ(Named(nodes, L"c4").FullPath(), L"c\\c4");
+}
+
+TEST(NodeCollectionTest, Remove_TakesTheSubtreeAndClosesUpTheIndexes) {
+    NodeCollection nodes;
+    Grow(nodes, L"P(S1(C1 C2) S2) Q");
+    // Younger than Q, so that the subtree's indexes do not lie side by side.
+    nodes.Add(&Named(nodes, L"C1"), NodeRelation::Child, L"late", {});
+    nodes.Add(&Named(nodes, L"S2"), NodeRelation::Child, L"stays", {});
+
+    nodes.Remove(Named(nodes, L"S1"));
+    EXPECT_EQ(Outline(nodes), L"P(S2(stays)) Q");
+    EXPECT_EQ(nodes.Item(3)->Text(), L"Q");
+    EXPECT_TRUE(IsConsistent(nodes));
+
+    nodes.Remove(Named(nodes, L"Q"));
+    nodes.Remove(Named(nodes, L"P"));
+    EXPECT_EQ(nodes.Root(), nullptr);
+    EXPECT_TRUE(IsConsistent(nodes));
+}
+
+TEST(NodeCollectionTest, Remove_HandsTheSelectionOnBeforeTheNodeGoes) {
+    NodeCollection nodes;
+    Grow(nodes, L"P(a b(x) c)");
+    TestScreen screen(nodes);
+    nodes.Select(&Named(nodes, L"x"));
+    screen.TakeTold();
+
+    nodes.Remove(Named(nodes, L"b"));
+    EXPECT_EQ(screen.TakeTold(), (Told{L"selected c", L"removing b"}));
+    nodes.Remove(Named(nodes, L"c"));
+    EXPECT_EQ(screen.TakeTold(), (Told{L"selected a", L"removing c"}));
+    nodes.Remove(Named(nodes, L"a"));
+    EXPECT_EQ(screen.TakeTold(), (Told{L"selected P", L"removing a"}));
+    nodes.Remove(Named(nodes, L"P"));
+    EXPECT_EQ(screen.TakeTold(), (Told{L"selected -", L"removing P"}));
+    EXPECT_EQ(nodes.Selected(), nullptr);
+}
+
+TEST(NodeCollectionTest, Remove_LeavesAForeignSelectionAlone) {
+    NodeCollection nodes;
+    Grow(nodes, L"P(a(x) b)");
+    nodes.Select(&Named(nodes, L"P"));
+    nodes.Remove(Named(nodes, L"a"));
+    EXPECT_EQ(nodes.Selected(), &Named(nodes, L"P"));
+}
+
+TEST(NodeCollectionTest, Clear_EmptiesTheTreeAndCanBeFilledAgain) {
+    NodeCollection nodes;
+    Grow(nodes, L"P(a)");
+    TestScreen screen(nodes);
+    nodes.Select(nodes.Root());
+    screen.TakeTold();
+
+    nodes.Clear();
+    EXPECT_EQ(screen.TakeTold(), (Told{L"selected -", L"all removed, 0"}));
+    EXPECT_TRUE(IsConsistent(nodes));
+    Grow(nodes, L"Q");
+    EXPECT_EQ(Outline(nodes), L"Q");
+    EXPECT_TRUE(IsConsistent(nodes));
+}
+
+TEST(NodeCollectionTest, Properties_TellTheScreenOnlyWhatChanges) {
+    NodeCollection nodes;
+    Grow(nodes, L"P");
+    Node& node = *nodes.Root();
+    TestScreen screen(nodes);
+    node.SetText(L"Q");
+    node.SetText(L"Q");
+    node.SetImage(std::wstring(L"Camera"));
+    node.SetImage(std::wstring(L"Camera"));
+    node.SetExpanded(true);
+    node.SetExpanded(true);
+    node.SetExpandedImage(std::int16_t{3});
+    node.SetSelectedImage(NullValue{});
+    nodes.Select(&node);
+    nodes.Select(&node);
+    EXPECT_EQ(screen.TakeTold(),
+              (Told{L"text Q", L"image Q", L"open Q", L"image Q", L"image Q", L"selected Q"}));
+}
+
+TEST(NodeCollectionTest, SortedParent_KeepsItsChildrenInOrder) {
+    NodeCollection nodes;
+    Grow(nodes, L"P(c B a)");
+    Node& parent = *nodes.Root();
+    parent.SetSorted(true);
+    EXPECT_EQ(Outline(nodes), L"P(a B c)");
+
+    nodes.Add(&parent, NodeRelation::Child, L"b", {});  // behind the one that compares equal
+    nodes.Add(&Named(nodes, L"a"), NodeRelation::Next, L"d", {});
+    nodes.Add(&Named(nodes, L"d"), NodeRelation::Previous, L"A", {});
+    EXPECT_EQ(Outline(nodes), L"P(a A B b c d)");
+
+    Named(nodes, L"a").SetText(L"bb");
+    Named(nodes, L"d").SetText(L"0");
+    EXPECT_EQ(Outline(nodes), L"P(0 A B b bb c)");
+    EXPECT_TRUE(IsConsistent(nodes));
+
+    parent.SetSorted(false);
+    nodes.Add(&parent, NodeRelation::Child, L"a", {});
+    EXPECT_EQ(Outline(nodes), L"P(0 A B b bb c a)");
+}
+
+TEST(NodeCollectionTest, SortedRootLevel_KeepsTheRootsInOrder) {
+    NodeCollection nodes;
+    Grow(nodes, L"c b a");
+    nodes.SetSorted(true);
+    nodes.Add(nullptr, NodeRelation::Last, L"aa", {});
+    nodes.Root()->SetText(L"z");
+    EXPECT_EQ(Outline(nodes), L"aa b c z");
+    EXPECT_TRUE(IsConsistent(nodes));
+}
+
+TEST(NodeCollectionTest, BulkChange_PutsInOrderOnceAtItsOutermostEnd) {
+    NodeCollection nodes;
+    Grow(nodes, L"P Q");
+    Node& parent = Named(nodes, L"P");
+    Named(nodes, L"Q").SetSorted(true);
+    TestScreen screen(nodes);
+    {
+        const BulkChangeScope outer(nodes);
+        {
+            const BulkChangeScope inner(nodes);
+            parent.SetSorted(true);
+            nodes.Add(&parent, NodeRelation::Child, L"c", {});
+            nodes.Add(&parent, NodeRelation::Child, L"a", {});
+            nodes.Add(&Named(nodes, L"Q"), NodeRelation::Child, L"x", {});
+        }
+        Named(nodes, L"c").SetText(L"b");
+        EXPECT_EQ(Outline(nodes), L"P(b a) Q(x)");
+    }
+    EXPECT_EQ(Outline(nodes), L"P(a b) Q(x)");
+    // Q's children came in order: nothing to tell.
+    EXPECT_EQ(screen.TakeTold(), (Told{L"begin", L"begin", L"added c", L"added a", L"added x", L"end",
+                                       L"text b", L"reordered P", L"end"}));
+    EXPECT_TRUE(IsConsistent(nodes));
+
+    nodes.Add(&parent, NodeRelation::Child, L"aa", {});
+    EXPECT_EQ(Outline(nodes), L"P(a aa b) Q(x)");
+    {
+        const BulkChangeScope bulk(nodes);
+        nodes.Add(&parent, NodeRelation::Child, L"0", {});
+        parent.SetSorted(false);
+    }
+    EXPECT_EQ(Outline(nodes), L"P(a aa b 0) Q(x)");
+}
+
+TEST(NodeCollectionTest, BulkChange_ForgetsParentsThatGoMeanwhile) {
+    NodeCollection nodes;
+    Grow(nodes, L"P(S) Q");
+    nodes.SetSorted(true);
+    Named(nodes, L"S").SetSorted(true);
+    {
+        const BulkChangeScope bulk(nodes);
+        nodes.Add(&Named(nodes, L"S"), NodeRelation::Child, L"b", {});
+        nodes.Add(&Named(nodes, L"S"), NodeRelation::Child, L"a", {});
+        nodes.Add(nullptr, NodeRelation::Last, L"A", {});
+        nodes.Remove(Named(nodes, L"P"));
+    }
+    EXPECT_EQ(Outline(nodes), L"A Q");
+    {
+        const BulkChangeScope bulk(nodes);
+        nodes.Add(nullptr, NodeRelation::Last, L"B", {});
+        Named(nodes, L"Q").SetSorted(true);
+        nodes.Clear();
+        Grow(nodes, L"d c");
+    }
+    EXPECT_EQ(Outline(nodes), L"c d");
+}
+
+TEST(NodeCollectionTest, Sorting_InBulkOrOneByOneGivesTheSameOrder) {
+    std::mt19937 random(7);
+    for (int count = 0; count < 70; ++count) {
+        NodeCollection oneByOne;
+        NodeCollection bulk;
+        NodeCollection afterwards;
+        oneByOne.SetSorted(true);
+        bulk.SetSorted(true);
+        bulk.BeginBulkChange();
+        for (int i = 0; i < count; ++i) {
+            // Few different letters in both cases: many that compare equal.
+            std::wstring text(1, static_cast<wchar_t>((i % 2 == 0 ? L'a' : L'A') + random() % 9));
+            for (NodeCollection* nodes : {&oneByOne, &bulk, &afterwards})
+                nodes->Add(nullptr, NodeRelation::Last, text, {}).SetTag(std::to_wstring(i));
+        }
+        bulk.EndBulkChange();
+        afterwards.SetSorted(true);
+        EXPECT_EQ(Outline(bulk), Outline(oneByOne));
+        EXPECT_EQ(Outline(afterwards), Outline(oneByOne));
+        const Node* other = bulk.Root();
+        for (const Node* node = oneByOne.Root(); node != nullptr; node = node->Next(), other = other->Next())
+            ASSERT_EQ(node->Tag(), other->Tag());
+        EXPECT_TRUE(IsConsistent(bulk));
+        EXPECT_TRUE(IsConsistent(oneByOne));
+    }
+}
+
+TEST(NodeCollectionTest, RandomChanges_KeepLinksAndIndexesRight) {
+    std::mt19937 random(11);
+    NodeCollection nodes;
+    for (int step = 0; step < 3000; ++step) {
+        Node* const node =
+            nodes.Count() == 0 ? nullptr : nodes.Item(static_cast<int>(random() % nodes.Count()) + 1);
+        const auto text = std::to_wstring(random() % 50);
+        switch (random() % 8) {
+            case 0:
+                if (node != nullptr && DescendantCount(node) < 40) nodes.Remove(*node);
+                break;
+            case 1:
+                if (node != nullptr) node->SetSorted(random() % 2 == 0);
+                break;
+            case 2:
+                if (node != nullptr) node->SetText(text);
+                break;
+            case 3:
+                nodes.Select(node);
+                break;
+            default:
+                nodes.Add(node, static_cast<NodeRelation>(random() % 5), text, {});
+        }
+        if (step % 50 == 0) {
+            ASSERT_TRUE(IsConsistent(nodes)) << step;
+        }
+    }
+    EXPECT_GT(nodes.Count(), 100);
+}
+
+TEST(NodeCollectionTest, ADeepChain_NeedsNoDeepStack) {
+    NodeCollection nodes;
+    Node* deepest = nullptr;
+    for (int i = 0; i < 200'000; ++i)
+        deepest = &nodes.Add(deepest, NodeRelation::Child, L"x", {});
+    EXPECT_EQ(DescendantCount(nodes.Root()), 199'999);
+    EXPECT_EQ(LevelOf(deepest), 200'000);
+    nodes.Select(deepest);
+    nodes.Remove(*nodes.Root()->FirstChild());
+    EXPECT_EQ(nodes.Count(), 1);
+    EXPECT_EQ(nodes.Selected(), nodes.Root());
+}
+
+}  // namespace

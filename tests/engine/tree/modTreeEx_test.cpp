@@ -1,0 +1,143 @@
+#include "engine/tree/modTreeEx.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <optional>
+#include <tuple>
+
+#include "engine/tree/TestTree.h"
+#include "platform/RuntimeError.h"
+
+namespace {
+
+struct ProfileFields {
+    std::int32_t counter = -7;
+    std::wstring directory = L"d";
+    bool globalFlag = true;
+    std::wstring info = L"i";
+
+    friend bool operator==(const ProfileFields&, const ProfileFields&) = default;
+};
+
+struct ClipFields {
+    std::int32_t number = -7;
+    std::int16_t formats = -8;
+    std::wstring time = L"t";
+    std::wstring info = L"i";
+
+    friend bool operator==(const ClipFields&, const ClipFields&) = default;
+};
+
+ProfileFields ParsedProfile(const std::wstring& tag) {
+    ProfileFields fields;
+    ParseProfileTag(tag, fields.counter, fields.directory, fields.globalFlag, fields.info);
+    return fields;
+}
+
+ClipFields ParsedClip(const std::wstring& tag) {
+    ClipFields fields;
+    ParseClipTag(tag, fields.number, fields.formats, fields.time, fields.info);
+    return fields;
+}
+
+template <typename Operation>
+int ErrorNumberOf(Operation operation) {
+    try {
+        operation();
+        return 0;
+    } catch (const RuntimeError& error) {
+        return error.Number();
+    }
+}
+
+TEST(TagTest, KindTests_GoByTheFirstCharacterAlone) {
+    NodeCollection nodes;
+    Node& node = nodes.Add(nullptr, NodeRelation::Last, L"x", {});
+    const auto kinds = [&](const wchar_t* tag) {
+        node.SetTag(tag);
+        return std::tuple(IsProfileNode(&node), IsStructureNode(&node), IsClipNode(&node));
+    };
+    EXPECT_EQ(kinds(L"P&0&d&0&"), std::tuple(true, false, false));
+    EXPECT_EQ(kinds(L"S"), std::tuple(false, true, false));
+    EXPECT_EQ(kinds(L"C&"), std::tuple(false, false, true));
+    EXPECT_EQ(kinds(L""), std::tuple(false, false, false));
+    EXPECT_EQ(kinds(L"c&1,1&&"), std::tuple(false, false, false));
+    EXPECT_FALSE(IsProfileNode(nullptr) || IsStructureNode(nullptr) || IsClipNode(nullptr));
+}
+
+TEST(TagTest, ParseProfileTag_ReadsWhatMakeProfileTagWrote) {
+    EXPECT_EQ(MakeProfileTag(16, L"D:\\Clips\\", true, L"Info"), L"P&16&D:\\Clips\\&1&Info");
+    EXPECT_EQ(ParsedProfile(L"P&16&D:\\Clips\\&1&a&b&"), (ProfileFields{16, L"D:\\Clips\\", true, L"a&b&"}));
+    EXPECT_EQ(ParsedProfile(L"P&0&C:\\Clips&0&"), (ProfileFields{0, L"C:\\Clips", false, L""}));
+    EXPECT_EQ(ParsedProfile(MakeProfileTag(std::numeric_limits<std::int32_t>::min(), L"", false, L"&")),
+              (ProfileFields{std::numeric_limits<std::int32_t>::min(), L"", false, L"&"}));
+}
+
+TEST(TagTest, ParseProfileTag_LeavesWhatTheTagDoesNotReach) {
+    const ProfileFields before;
+    for (const wchar_t* tag : {L"", L"P", L"P&", L"P&12", L"&&"})
+        EXPECT_EQ(ParsedProfile(tag), before) << tag;
+    EXPECT_EQ(ParsedProfile(L"P&12&D:\\x"), (ProfileFields{12, L"d", true, L"i"}));
+    EXPECT_EQ(ParsedProfile(L"P&12&D:\\x&"), (ProfileFields{12, L"D:\\x", false, L""}));
+    EXPECT_EQ(ParsedProfile(L"P&12&D:\\x&1"), (ProfileFields{12, L"D:\\x", true, L""}));
+    EXPECT_EQ(ErrorNumberOf([] { ParsedProfile(L"P&x&D:\\x&1&"); }), 13);
+    EXPECT_EQ(ErrorNumberOf([] { ParsedProfile(L"P&&D:\\x&1&"); }), 13);
+    EXPECT_EQ(ErrorNumberOf([] { ParsedProfile(L"P&2147483648&D:\\x&1&"); }), 13);
+}
+
+TEST(TagTest, ParseClipTag_ReadsWhatMakeClipTagWrote) {
+    EXPECT_EQ(MakeClipTag(7, 3, L"15.11.1999 13:10:00", L"note"), L"C&7,3&15.11.1999 13:10:00&note");
+    EXPECT_EQ(ParsedClip(L"C&7,3&15.11.1999 13:10:00&no&te"),
+              (ClipFields{7, 3, L"15.11.1999 13:10:00", L"no&te"}));
+}
+
+TEST(TagTest, ParseClipTag_LeavesWhatTheTagDoesNotReach) {
+    const ClipFields before;
+    for (const wchar_t* tag : {L"", L"C&7&x&y", L"C&&7,3&x"})
+        EXPECT_EQ(ParsedClip(tag), before) << tag;
+    EXPECT_EQ(ParsedClip(L"C&7,3&x"), (ClipFields{7, 3, L"t", L"i"}));
+    EXPECT_EQ(ParsedClip(L"C&7,3&x&"), (ClipFields{7, 3, L"x", L""}));
+    EXPECT_EQ(ErrorNumberOf([] { ParsedClip(L"C&7,32768&x&y"); }), 13);
+    EXPECT_EQ(ErrorNumberOf([] { ParsedClip(L"C&,3&x&y"); }), 13);
+}
+
+TEST(TagTest, ParseTagWithoutSecondSeparator_TheParsersDiffer) {
+    for (const wchar_t* tag : {L"C", L"C&", L"C&7,3", L"x"})
+        EXPECT_EQ(ErrorNumberOf([&] { ParsedClip(tag); }), 5) << tag;
+    EXPECT_EQ(ErrorNumberOf([] { ParsedProfile(L"P&7"); }), 0);
+}
+
+TEST(TagTest, StructureTag_KeepsTheInfoWhole) {
+    EXPECT_EQ(MakeStructureTag(L"a&b"), L"S&a&b");
+    EXPECT_EQ(ParseStructureTag(L"S&a&b"), L"a&b");
+    EXPECT_EQ(ParseStructureTag(L"S&"), L"");
+    EXPECT_EQ(ParseStructureTag(L"S"), L"");
+    EXPECT_EQ(ParseStructureTag(L""), L"");
+}
+
+TEST(TagTest, TreeDataFilePath_AppendsOneBackslashWhereItIsMissing) {
+    EXPECT_EQ(TreeDataFilePath(L"D:\\Clips"), L"D:\\Clips\\nxclip.nxp");
+    EXPECT_EQ(TreeDataFilePath(L"D:\\Clips\\"), L"D:\\Clips\\nxclip.nxp");
+    EXPECT_EQ(TreeDataFilePath(L"D:\\"), L"D:\\nxclip.nxp");
+}
+
+TEST(TreeWalkTest, Step_GoesInTreeOrderAndKnowsTheDepth) {
+    NodeCollection nodes;
+    Grow(nodes, L"P(S(C1 C2) S2) Q(C3)");
+    std::wstring way;
+    for (TreeWalk walk(nodes.Root()); walk.Current() != nullptr; walk.Step())
+        way += walk.Current()->Text() + std::to_wstring(walk.Depth()) + (walk.InSubtree() ? L" " : L"- ");
+    EXPECT_EQ(way, L"P0 S1 C12 C22 S21 Q0- C31- ");
+
+    way.clear();
+    for (TreeWalk walk(&Named(nodes, L"S")); walk.Current() != nullptr; walk.Step())
+        way += walk.Current()->Text() + (walk.InSubtree() ? L" " : L"- ");
+    EXPECT_EQ(way, L"S C1 C2 S2- Q- C3- ");
+
+    EXPECT_FALSE(TreeWalk<Node>(nullptr).InSubtree());
+    EXPECT_EQ(DescendantCount(nullptr), 0);
+    EXPECT_EQ(DescendantCount(nodes.Root()), 4);
+}
+
+}  // namespace

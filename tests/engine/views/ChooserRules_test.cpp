@@ -1,0 +1,64 @@
+#include "engine/views/ChooserRules.h"
+
+#include "engine/views/CFilters.h"
+#include "fake/FakePlatformTest.h"
+
+namespace {
+
+class ChooserRulesTest : public FakePlatformTest {};
+
+TEST_F(ChooserRulesTest, DriveAfterChange_AnUnreadableDriveIsLeft) {
+    EXPECT_EQ(DriveAfterChange(L"d:", true), L"d:");
+    EXPECT_TRUE(fake.user.messages.empty());
+    EXPECT_EQ(DriveAfterChange(L"a:", false), L"c:");
+    EXPECT_EQ(fake.user.LastMessage(), L"Laufwerk a: nicht verfügbar !!!");
+    EXPECT_EQ(fake.user.messages[0].title, L"Laufwerksfehler");
+}
+
+TEST_F(ChooserRulesTest, MatchesPattern_TakesAnyOfThem) {
+    for (const wchar_t* name : {L"bild.bmp", L"BILD.DIB", L".bmp", L"a.b.bmp"}) {
+        EXPECT_TRUE(MatchesPattern(name, L"*.bmp;*.dib"));
+        EXPECT_TRUE(MatchesPattern(name, L" *.BMP ; *.Dib;"));
+    }
+    for (const wchar_t* name : {L"bild.bmpx", L"bmp", L"bild", L""}) {
+        EXPECT_FALSE(MatchesPattern(name, L"*.bmp;*.dib"));
+    }
+    EXPECT_TRUE(MatchesPattern(L"nxclip.nxp", L"nxclip.nxp"));
+    EXPECT_FALSE(MatchesPattern(L"anxclip.nxp", L"nxclip.nxp"));
+    EXPECT_TRUE(MatchesPattern(L"ohnepunkt", L"*.*"));
+    EXPECT_TRUE(MatchesPattern(L"Größe1.wav", L"grÖße?.wav"));
+    for (const wchar_t* patterns : {L"", L";", L" ; "})
+        EXPECT_FALSE(MatchesPattern(L"a", patterns));
+}
+
+TEST_F(ChooserRulesTest, FilesMatching_ListsByTheFilter) {
+    for (const wchar_t* name : {L"b.ico", L"a.CUR", L"c.bmp", L"ohne"}) {
+        fake.files.SetBytes(std::wstring(L"C:\\Bilder\\") + name, "");
+    }
+    fake.files.AddDirectory(L"C:\\Bilder\\ordner.ico");
+    CFilters filters;
+    filters.AddPreset(2);
+    EXPECT_EQ(FilesMatching(L"C:\\Bilder", filters.Item(3).Pattern),
+              (std::vector<std::wstring>{L"a.CUR", L"b.ico"}));
+    EXPECT_EQ(FilesMatching(L"C:\\Bilder\\", L"*.*").size(), 4u);
+    EXPECT_TRUE(FilesMatching(L"C:\\Fehlt", L"*.*").empty());
+    fake.files.SetBytes(L"C:\\wurzel.wav", "");
+    EXPECT_EQ(FilesMatching(L"C:\\", L"*.wav").size(), 1u);
+}
+
+TEST_F(ChooserRulesTest, MakeDirectoryIn_MakesPlainNamesOnly) {
+    EXPECT_EQ(MakeDirectoryIn(L"C:\\", L"Neu"), L"C:\\Neu");
+    EXPECT_EQ(MakeDirectoryIn(L"C:\\Neu", L" Unter "), L"C:\\Neu\\Unter");
+    EXPECT_TRUE(fake.files.HasDirectory(L"C:\\Neu\\Unter"));
+    EXPECT_TRUE(fake.user.messages.empty());
+    for (const wchar_t* name : {L"..", L".", L"a\\b", L"a/b", L"C:", L"a*", L"a?", L" "}) {
+        EXPECT_EQ(MakeDirectoryIn(L"C:\\Neu", name), L"");
+        EXPECT_EQ(fake.user.messages.back().title, L"Verzeichnisfehler");
+    }
+    EXPECT_EQ(fake.failures.Calls(Operation::FilesMakeDirectory), 2);
+    EXPECT_EQ(MakeDirectoryIn(L"C:\\Neu", L"Unter"), L"") << "is there already";
+    EXPECT_EQ(MakeDirectoryIn(L"Z:\\", L"Neu"), L"");
+    EXPECT_EQ(fake.user.messages.size(), 10u);
+}
+
+}  // namespace

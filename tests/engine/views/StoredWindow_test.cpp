@@ -1,0 +1,49 @@
+#include "engine/views/StoredWindow.h"
+
+#include "fake/FakePlatformTest.h"
+
+namespace {
+
+using StoredWindow = FakePlatformTest;
+
+void Put(const wchar_t* key, const wchar_t* value) {
+    ThePlatform().settings.Write(L"Settings", key, value);
+}
+
+TEST_F(StoredWindow, ReadEmptyStore_GivesDefaultsAtTheSmallestWidth) {
+    const StoredPlace place = ReadMainPlace();
+    EXPECT_EQ(place.left, 1000);
+    EXPECT_EQ(place.top, 1000);
+    EXPECT_EQ(place.width, 5400);
+    EXPECT_EQ(place.height, 5000);
+    EXPECT_EQ(ReadMainState(), MainState::Normal);
+    EXPECT_EQ(ReadSplitter(1900), 1900);
+}
+
+TEST_F(StoredWindow, ReadNonsense_GivesDefaults) {
+    Put(L"MainLeft", L"links");
+    Put(L"MainTop", L"1e300");
+    Put(L"MainWidth", L"-7");
+    Put(L"MainState", L"17");
+    Put(L"Splitter", L"nan");
+    const StoredPlace place = ReadMainPlace();
+    EXPECT_EQ(place.left, 1000);
+    EXPECT_EQ(place.top, 1000);
+    EXPECT_EQ(place.width, 5400);
+    EXPECT_EQ(ReadMainState(), MainState::Normal);
+    EXPECT_EQ(ReadSplitter(1900), 1900);
+}
+
+TEST_F(StoredWindow, StoreAndRead_ComesBack) {
+    StoreMainWindow(MainState::Maximised, {-1234.4, 15, 9000, 8000});
+    StoreSplitterPlace(2345.6);
+    const StoredPlace place = ReadMainPlace();
+    EXPECT_EQ(place.left, -1234);
+    EXPECT_EQ(place.top, 15);
+    EXPECT_EQ(place.width, 9000);
+    EXPECT_EQ(place.height, 8000);
+    EXPECT_EQ(ReadMainState(), MainState::Maximised);
+    EXPECT_EQ(ReadSplitter(0), 2346);
+}
+
+}  // namespace

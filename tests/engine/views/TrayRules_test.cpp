@@ -1,0 +1,32 @@
+#include "engine/views/TrayRules.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(TrayRules, TrayEventOf_KnowsExactlyTheSevenMouseMessages) {
+    using enum TrayMouse;
+    const TrayMouseEvent expected[] = {{Move, 0}, {Down, 1}, {Up, 1},         {DoubleClick, 1},
+                                       {Down, 2}, {Up, 2},   {DoubleClick, 2}};
+    for (std::uint32_t i = 0; i < 7; ++i)
+        EXPECT_EQ(TrayEventOf(512 + i), expected[i]) << 512 + i;
+    for (const std::uint32_t other : {0u, 511u, 519u, 520u, 521u, 1024u, 0xFFFFFFFFu}) {
+        EXPECT_FALSE(TrayEventOf(other)) << other;
+    }
+}
+
+TEST(TrayRules, TrayTipBytes_LeavesRoomForTheTerminator) {
+    EXPECT_EQ(TrayTipBytes(L"NXClip für alle"), "NXClip f\xFCr alle");
+    EXPECT_EQ(TrayTipBytes(std::wstring(63, L'x')).size(), 63u);
+    EXPECT_EQ(TrayTipBytes(std::wstring(64, L'ü')), std::string(63, '\xFC'));
+    EXPECT_EQ(TrayTipBytes(std::wstring(L"Tip\0Rest", 8)), "Tip");
+}
+
+TEST(TrayRules, TrayFlags_TellsOnlyWhatIsSet) {
+    EXPECT_EQ(TrayFlags(false, L""), 1u);
+    EXPECT_EQ(TrayFlags(true, L""), 3u);
+    EXPECT_EQ(TrayFlags(false, L"x"), 5u);
+    EXPECT_EQ(TrayFlags(true, L"x"), 7u);
+}
+
+}  // namespace
