@@ -1,26 +1,27 @@
 # What drives the finished program from outside: the test program, the small programs that stand for the rest of
 # the world, and the one that lets a script drive. All of it lies in <build>/desktop/.
+set(DRIVER ${CMAKE_CURRENT_SOURCE_DIR}/tools/desktop)
 set(DESKTOP ${CMAKE_CURRENT_SOURCE_DIR}/tests/desktop)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/desktop)
 
-file(GLOB DRIVER_SOURCES CONFIGURE_DEPENDS ${DESKTOP}/*.cpp)
-list(FILTER DRIVER_SOURCES EXCLUDE REGEX "(_test|DesktopMain)\\.cpp$")
+# A unit of the driver begins with a capital, a program of its own does not.
+file(GLOB DRIVER_SOURCES CONFIGURE_DEPENDS ${DRIVER}/[A-Z]*.cpp)
 add_library(desktop_driver STATIC ${DRIVER_SOURCES})
-target_include_directories(desktop_driver PUBLIC ${CMAKE_CURRENT_SOURCE_DIR}/tests)
+target_include_directories(desktop_driver PUBLIC ${CMAKE_CURRENT_SOURCE_DIR}/tools)
 target_link_libraries(desktop_driver PUBLIC nxclip_flags comctl32 gdi32 user32 advapi32)
 
 add_custom_target(desktop_tools)
 foreach(tool clipput clipget drive)
-  add_executable(${tool} ${DESKTOP}/tools/${tool}.cpp)
+  add_executable(${tool} ${DRIVER}/${tool}.cpp)
   target_link_libraries(${tool} PRIVATE desktop_driver)
   target_link_options(${tool} PRIVATE -municode)
   add_dependencies(desktop_tools ${tool})
 endforeach()
 
 # Without a "lib" in front, as the test program loads it by name.
-add_library(menuspy MODULE ${DESKTOP}/tools/menuspy.cpp)
+add_library(menuspy MODULE ${DRIVER}/menuspy.cpp)
 set_target_properties(menuspy PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
-target_include_directories(menuspy PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/tests)
+target_include_directories(menuspy PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/tools)
 target_link_libraries(menuspy PRIVATE nxclip_flags user32)
 # The 32-bit compiler would add the size of the arguments to the exported name.
 target_link_options(menuspy PRIVATE -Wl,--kill-at)
@@ -29,6 +30,7 @@ add_dependencies(desktop_tools menuspy)
 if(TARGET GTest::gtest)
   file(GLOB DESKTOP_TESTS CONFIGURE_DEPENDS ${DESKTOP}/*_test.cpp)
   add_executable(nxclip_desktop_tests ${DESKTOP}/DesktopMain.cpp ${DESKTOP_TESTS})
+  target_include_directories(nxclip_desktop_tests PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/tests)
   target_link_libraries(nxclip_desktop_tests PRIVATE desktop_driver GTest::gtest)
   add_dependencies(nxclip_desktop_tests menuspy)
 endif()

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "platform/Text.h"
 #include "engine/tree/CTreeViewEx.h"
 #include "engine/tree/NodeCollection.h"
 #include "engine/tree/TreeFile.h"
 #include "engine/tree/modTreeEx.h"
+#include "platform/Text.h"
 
 namespace {
 

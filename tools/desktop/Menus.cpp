@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <memory>
 
-#include "desktop/tools/MenuSpy.h"
+#include "desktop/MenuSpy.h"
 
 namespace {
 

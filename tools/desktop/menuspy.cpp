@@ -5,7 +5,7 @@
 #include <iterator>
 #include <string>
 
-#include "desktop/tools/MenuSpy.h"
+#include "desktop/MenuSpy.h"
 
 namespace {
 
