@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "engine/clipboard/ClipFileLayout.h"
+#include "engine/clipboard/FormatNames.h"
 #include "engine/clipboard/GlobalBlock.h"
-#include "engine/clipboard/modClipboard.h"
 #include "engine/clipboard/modFileIO.h"
 #include "engine/process/modOption.h"
 #include "platform/ByteBuffer.h"

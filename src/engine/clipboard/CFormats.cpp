@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "engine/clipboard/modClipboard.h"
+#include "engine/clipboard/FormatNames.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
 

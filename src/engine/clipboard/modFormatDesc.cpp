@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "engine/clipboard/modClipboard.h"
+#include "engine/clipboard/FormatNames.h"
 
 namespace {
 

@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include "engine/clipboard/FormatNames.h"
 #include "engine/clipboard/modClipboard.h"
 #include "engine/clipboard/modFileIO.h"
 #include "engine/clipboard/modViewerHook.h"

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "engine/formatsets/modFormatSet.h"
+#include "engine/formatsets/FormatSetList.h"
 
 // The format-set file's bytes. Layout: docs/formats/nxclip-nxf.md.
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "engine/clipboard/CFormats.h"
+#include "engine/formatsets/modFormatSet.h"
 #include "platform/ByteBuffer.h"
 #include "platform/Platform.h"
 

@@ -3,7 +3,9 @@
 #include <string>
 #include <vector>
 
-#include "engine/formatsets/modFormatSet.h"
+#include "engine/formatsets/FormatSetList.h"
+
+class CFormats;
 
 // The rules of the format-set dialog over its working copy of the list. The form shows what this holds and
 // calls one method for each thing that the user does.

@@ -9,6 +9,7 @@
 #include "engine/profiles/ProfileStore.h"
 #include "engine/profiles/StructureLock.h"
 #include "engine/profiles/modProfile.h"
+#include "engine/tree/TreeWalk.h"
 #include "engine/tree/modTreeEx.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"

@@ -6,6 +6,7 @@
 #include "engine/profiles/ActiveContainer.h"
 #include "engine/profiles/CProfiles.h"
 #include "engine/profiles/modProfile.h"
+#include "engine/tree/TreeWalk.h"
 #include "engine/tree/modTreeEx.h"
 #include "platform/Platform.h"
 #include "platform/RuntimeError.h"

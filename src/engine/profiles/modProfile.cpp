@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "engine/profiles/CProfiles.h"
+#include "engine/tree/TreeWalk.h"
 #include "engine/tree/modTreeEx.h"
 #include "platform/Platform.h"
 #include "platform/RuntimeError.h"

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "engine/tree/TreeFile.h"
+#include "engine/tree/TreeWalk.h"
 #include "engine/tree/modTreeEx.h"
 #include "platform/FileBytes.h"
 #include "platform/Platform.h"

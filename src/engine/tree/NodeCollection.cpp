@@ -4,7 +4,7 @@
 #include <array>
 #include <utility>
 
-#include "engine/tree/modTreeEx.h"
+#include "engine/tree/TreeWalk.h"
 #include "platform/Text.h"
 
 namespace {

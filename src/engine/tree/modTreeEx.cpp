@@ -1,5 +1,6 @@
 #include "engine/tree/modTreeEx.h"
 
+#include "engine/tree/TreeWalk.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
 

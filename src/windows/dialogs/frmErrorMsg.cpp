@@ -1,6 +1,7 @@
 #include "windows/dialogs/frmErrorMsg.h"
 
 #include "engine/clipboard/Diagnosis.h"
+#include "engine/clipboard/FormatNames.h"
 #include "engine/clipboard/modClipboard.h"
 #include "engine/process/modMain.h"
 #include "resources/controls.h"

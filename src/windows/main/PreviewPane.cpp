@@ -7,7 +7,7 @@
 
 #include <algorithm>
 
-#include "engine/clipboard/modClipboard.h"
+#include "engine/clipboard/FormatNames.h"
 #include "engine/clipboard/modFileIO.h"
 #include "engine/views/PreviewText.h"
 #include "platform/Platform.h"

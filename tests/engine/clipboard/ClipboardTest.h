@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "engine/clipboard/CClipBoard.h"
+#include "engine/clipboard/FormatNames.h"
 #include "engine/clipboard/modClipboard.h"
 #include "engine/clipboard/modFileIO.h"
 #include "engine/clipboard/modViewerHook.h"

@@ -1,5 +1,6 @@
 #include "engine/profiles/ClipOperations.h"
 
+#include "engine/clipboard/FormatNames.h"
 #include "engine/clipboard/modViewerHook.h"
 #include "fake/FaultLoop.h"
 

@@ -7,6 +7,7 @@
 #include <tuple>
 
 #include "engine/tree/TestTree.h"
+#include "engine/tree/TreeWalk.h"
 #include "platform/RuntimeError.h"
 
 namespace {
