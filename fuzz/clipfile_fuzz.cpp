@@ -1,8 +1,8 @@
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
+#include "Require.h"
 #include "engine/clipboard/CClipBoard.h"
 #include "engine/clipboard/modClipboard.h"
 #include "engine/clipboard/modFileIO.h"
@@ -15,10 +15,6 @@
 namespace {
 
 constexpr const wchar_t* kClip = L"C:\\C1.nxc";
-
-void Require(bool condition) {
-    if (!condition) std::abort();
-}
 
 void LoadEverything(CClipBoard& clipBoard, std::int16_t count, std::size_t fileSize) {
     ClipFileScope file(OpenClipFile(kClip, false, true));

@@ -3,18 +3,14 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
+#include "Require.h"
 #include "engine/formatsets/modFormatSet.h"
 #include "engine/process/modMain.h"
 #include "fake/FakePlatform.h"
 
 namespace {
-
-void Expect(bool condition) {
-    if (!condition) std::abort();
-}
 
 // The least that the list takes on disk.
 std::size_t StoredSize(const FormatSetList& list) {
@@ -36,14 +32,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     FormatSetFile = L"C:\\given.nxf";
     fake.files.SetBytes(FormatSetFile, std::string_view(reinterpret_cast<const char*>(data), size));
     const bool loaded = LoadFormatSets();
-    Expect(fake.user.messages.size() == (loaded ? 0u : 1u));
-    Expect(!FormatSetsChanged);
-    Expect(StoredSize(FormatSets()) <= size);
+    Require(fake.user.messages.size() == (loaded ? 0u : 1u));
+    Require(!FormatSetsChanged);
+    Require(StoredSize(FormatSets()) <= size);
 
     const FormatSetList list = FormatSets();
     FormatSetFile = L"C:\\saved.nxf";
     FormatSetsChanged = true;
-    Expect(SaveFormatSets() && LoadFormatSets());
-    Expect(FormatSets() == list);
+    Require(SaveFormatSets() && LoadFormatSets());
+    Require(FormatSets() == list);
     return 0;
 }

@@ -3,9 +3,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
+#include "Require.h"
 #include "engine/tree/CTreeViewEx.h"
 #include "engine/tree/TestTree.h"
 #include "fake/FakePlatform.h"
@@ -14,10 +14,6 @@ namespace {
 
 const std::wstring kGiven = L"C:\\given.nxp";
 const std::wstring kSaved = L"C:\\saved.nxp";
-
-void Expect(bool condition) {
-    if (!condition) std::abort();
-}
 
 }  // namespace
 
@@ -30,22 +26,22 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     tree.Bind(&nodes);
 
     if (!tree.LoadDataFromFile(kGiven)) {
-        Expect(fake.user.messages.size() == 1 && tree.Data().Count == 0 && nodes.Count() == 2);
+        Require(fake.user.messages.size() == 1 && tree.Data().Count == 0 && nodes.Count() == 2);
         return 0;
     }
     const int stored = tree.Data().Count;
-    Expect(static_cast<std::size_t>(stored) <= size / 18);
+    Require(static_cast<std::size_t>(stored) <= size / 18);
     Node* const built = tree.BuildSubTreeFromData(nodes.Root()->FirstChild());
-    Expect(IsConsistent(nodes) && nodes.Count() <= stored + 2);
-    Expect((nodes.Count() == stored + 2) == fake.user.messages.empty());
-    Expect(Named(nodes, L"S").Next() == nullptr && nodes.Root()->Next() == nullptr);
+    Require(IsConsistent(nodes) && nodes.Count() <= stored + 2);
+    Require((nodes.Count() == stored + 2) == fake.user.messages.empty());
+    Require(Named(nodes, L"S").Next() == nullptr && nodes.Root()->Next() == nullptr);
     if (built == nullptr) return 0;
 
-    Expect(tree.BuildTreeData(built));
+    Require(tree.BuildTreeData(built));
     const TreeData saved = tree.Data();
-    Expect(tree.SaveDataToFile(kSaved) && tree.LoadDataFromFile(kSaved) && tree.Data() == saved);
+    Require(tree.SaveDataToFile(kSaved) && tree.LoadDataFromFile(kSaved) && tree.Data() == saved);
     Node* const again = tree.BuildSubTreeFromData(nullptr);
-    Expect(again != nullptr && tree.BuildTreeData(again) && tree.Data() == saved);
-    Expect(tree.CopyNode(nullptr, built, false, false, false) != nullptr && IsConsistent(nodes));
+    Require(again != nullptr && tree.BuildTreeData(again) && tree.Data() == saved);
+    Require(tree.CopyNode(nullptr, built, false, false, false) != nullptr && IsConsistent(nodes));
     return 0;
 }

@@ -17,7 +17,6 @@ from pathlib import Path
 
 REPO = Path(__file__).resolve().parent.parent
 LOGS = REPO / "build" / "logs"
-FUZZ_SECONDS = 10
 BUILD_LIMIT, TEST_LIMIT, DESKTOP_LIMIT = 2400, 600, 600
 WORKERS = max(2, min(4, os.cpu_count() or 2))
 COUNTS = re.compile(r"^(\d+) passed, (\d+) failed, (\d+) skipped$")
@@ -188,20 +187,10 @@ def fuzz_targets():
 
 def fuzz(name):
     def work(step):
-        seeds = REPO / "fuzz" / "seeds" / name
-        if not seeds.is_dir() or not any(seeds.iterdir()):
-            return Result(failed=1, notes=[f"there are no seeds in {seeds.relative_to(REPO)}"])
-        found = REPO / "build" / "fuzz" / "findings" / name
-        corpus = REPO / "build" / "fuzz" / "corpus" / name
-        shutil.rmtree(corpus, ignore_errors=True)
-        for directory in (found, corpus):
-            directory.mkdir(parents=True, exist_ok=True)
-        code = run([REPO / "build" / "fuzz" / name, f"-max_total_time={FUZZ_SECONDS}", "-timeout=5",
-                    "-rss_limit_mb=1500", "-malloc_limit_mb=512", "-print_final_stats=1",
-                    f"-artifact_prefix={found}/", corpus, seeds], step.log, FUZZ_SECONDS * 6 + 30)
+        code = run([REPO / "tools/fuzz", "--fixed", name], step.log, TEST_LIMIT)
         if code == 0:
             return Result(passed=1)
-        return Result(failed=1, notes=[said(code, FUZZ_SECONDS * 6 + 30), f"the input lies in {found.relative_to(REPO)}"]
+        return Result(failed=1, notes=[said(code, TEST_LIMIT), f"the input lies in build/fuzz/findings/{name}"]
                       + telling(step.log))
     return work
 

@@ -3,7 +3,7 @@
 #include <functional>
 #include <string>
 
-#include "engine/profiles/ProfileWorld.h"
+#include "engine/profiles/ProfileWorldTest.h"
 
 // What an operation may leave changed or not.
 struct WorldState {

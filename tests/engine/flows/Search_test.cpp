@@ -2,7 +2,7 @@
 
 #include <ctime>
 
-#include "engine/profiles/ProfileWorld.h"
+#include "engine/profiles/ProfileWorldTest.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "engine/profiles/ProfileStore.h"
 
-#include "engine/profiles/ProfileWorld.h"
+#include "engine/profiles/ProfileWorldTest.h"
 #include "engine/tree/TreeFile.h"
 
 namespace {

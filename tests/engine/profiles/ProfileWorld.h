@@ -17,7 +17,7 @@
 #include "engine/tree/CTreeViewEx.h"
 #include "engine/tree/TestTree.h"
 #include "engine/tree/modTreeEx.h"
-#include "fake/FakePlatformTest.h"
+#include "fake/FakePlatform.h"
 #include "platform/Text.h"
 
 // A machine with a tree of profiles, in memory and on its disk, and all that works on them. A clip's data
@@ -144,6 +144,3 @@ class ProfileWorld {
         }
     }
 };
-
-// A test with one such world.
-class ProfileWorldTest : public testing::Test, protected ProfileWorld {};

@@ -2,7 +2,7 @@
 
 #include <limits>
 
-#include "engine/profiles/ProfileWorld.h"
+#include "engine/profiles/ProfileWorldTest.h"
 #include "platform/RuntimeError.h"
 
 namespace {

@@ -1,0 +1,37 @@
+// A template file that nobody vouches for: it is looked at and installed. There is a whole profile
+// afterwards, the same in memory and on the disk, or none at all.
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "Require.h"
+#include "engine/profiles/ProfileWorld.h"
+#include "engine/profiles/Templates.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    ProfileWorld world;
+    const std::wstring file = TemplateDirectory() + kFirstStartTemplates[0].file;
+    world.fake.files.SetBytes(file, {reinterpret_cast<const char*>(data), size});
+
+    NodeCollection previewNodes;
+    CTreeViewEx preview;
+    preview.Bind(&previewNodes);
+    LoadTemplatePreview(preview, file);
+    Require(IsConsistent(previewNodes));
+
+    const auto before = world.Files();
+    Node* const profile =
+        InstallFirstStartTemplates(world.tree, world.container, {true, false, false, false}, true);
+    Require(IsConsistent(world.nodes) && world.container.Get() == profile);
+    Require(Profiles().Count() == (profile != nullptr ? 1 : 0));
+    if (profile == nullptr) {
+        Require(world.nodes.Count() == 0 && world.Files() == before);
+        return 0;
+    }
+    Require(profile->Text() == kFirstStartTemplates[0].name && profile->Next() == nullptr);
+    Require(world.Damage().empty());
+    Require(world.MemoryOutline() == world.DiskOutline());
+    return 0;
+}
