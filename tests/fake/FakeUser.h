@@ -27,6 +27,7 @@ class FakeUser : public UserPort {
     FakeUser(Failures& failures, const FakeFiles& files) : failures_(failures), files_(files) {}
 
     void Tell(const std::wstring& text, const std::wstring& title, MessageIcon icon) override;
+    void TellLater(const std::wstring& text) override { tellings.push_back(text); }
     bool Ask(const std::wstring& text, const std::wstring& title, bool noIsDefault) override;
     void Status(const std::wstring& text) override { statuses.push_back(text); }
     PointerShape ShowPointer(PointerShape shape) override;
@@ -38,6 +39,8 @@ class FakeUser : public UserPort {
     std::wstring LastStatus() const { return statuses.empty() ? std::wstring() : statuses.back(); }
 
     std::vector<Message> messages;
+    // What is to be told later.
+    std::vector<std::wstring> tellings;
     std::vector<Question> questions;
     // The answers to come, true for Yes; No when there is none left.
     std::deque<bool> answers;

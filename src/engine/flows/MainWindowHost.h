@@ -25,6 +25,9 @@ class MainWindowHost {
     // Writes every changed profile. A failure is told to the user there.
     virtual bool SaveAllProfiles() = 0;
 
+    // Nothing modal stands open, no menu, and no operation on the tree goes on below on the stack: a dialog
+    // may be opened now.
+    virtual bool MayOpenDialog() = 0;
     virtual void BringToFront() = 0;
     // Opens the clip's property dialog and returns when it has closed. The node may be gone then.
     virtual void EditClipProperties(Node& node) = 0;

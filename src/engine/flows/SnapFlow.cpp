@@ -7,6 +7,7 @@
 #include "engine/clipboard/modFileIO.h"
 #include "engine/clipboard/modViewerHook.h"
 #include "engine/formatsets/modFormatSet.h"
+#include "engine/process/TreeOperation.h"
 #include "engine/process/modMain.h"
 #include "engine/process/modOption.h"
 #include "engine/profiles/modProfile.h"
@@ -67,7 +68,7 @@ void SnapFlow::UpdateClipBoard() {
 }
 
 void SnapFlow::Snap() {
-    if (running_) return;
+    if (running_ || TreeOperationUnderWay()) return;
     const RunningScope running(running_);
     try {
         TakeSnap();

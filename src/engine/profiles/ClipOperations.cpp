@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "engine/clipboard/modClipboard.h"
+#include "engine/process/TreeOperation.h"
 #include "engine/profiles/CProfiles.h"
 #include "engine/profiles/DropRules.h"
 #include "engine/profiles/ProfileStore.h"
@@ -29,8 +30,10 @@ std::wstring RemoveIfThere(const std::wstring& file) {
     return FileErrorOf(files.LastError(), file).Description();
 }
 
-bool AskToDelete(const wchar_t* question, const wchar_t* title) {
-    return ThePlatform().user.Ask(question, title, true);
+// True when the node shall go and is still there: nobody knows what came while the question stood.
+bool AskToDelete(Node& node, const wchar_t* question, const wchar_t* title) {
+    const NodeRef asked(&node);
+    return ThePlatform().user.Ask(question, title, true) && asked.Get() != nullptr;
 }
 
 }  // namespace
@@ -46,6 +49,7 @@ ClipOperations::~ClipOperations() {
 
 Node* ClipOperations::Drop(Node* target, Node* source, bool asChild, bool move) {
     if (source == nullptr) return nullptr;
+    const TreeOperationScope operation;
     if (!DropPermitted(tree_, source, target, asChild, move)) {
         ThePlatform().user.Tell(L"Ablage auf diesem Eintrag ist nicht erlaubt !!!");
         return nullptr;
@@ -120,10 +124,11 @@ Node* ClipOperations::MoveProfile(Node* target, Node& source) {
 // neither.
 Node* ClipOperations::CopyWithData(Node* target, Node& source, bool asChild) {
     copiedFiles_.clear();
-    copyFailed_ = false;
+    failure_.reset();
     Node* const copy = tree_.CopyNode(target, &source, asChild, false, false);
-    if (copy == nullptr || !copyFailed_) return copy;
+    if (copy == nullptr || !failure_) return copy;
     TakeBack(*copy);
+    ThePlatform().user.Tell(failure_->text, failure_->title);
     return nullptr;
 }
 
@@ -146,6 +151,7 @@ void ClipOperations::CarryContainerOver(const Node& source, Node& copy) {
 }
 
 bool ClipOperations::Delete(Node* node) {
+    const TreeOperationScope operation;
     if (IsProfileNode(node)) return DeleteProfile(*node);
     if (IsStructureNode(node)) return DeleteFolder(*node);
     return IsClipNode(node) && DeleteClip(*node);
@@ -153,12 +159,13 @@ bool ClipOperations::Delete(Node* node) {
 
 bool ClipOperations::DeleteClip(Node& clip) {
     return ActionAllowed(TreeAction::DeleteClip, &clip) &&
-           AskToDelete(L"Wollen Sie wirklich den Clip löschen ?", L"Clip löschen") && Remove(clip);
+           AskToDelete(clip, L"Wollen Sie wirklich den Clip löschen ?", L"Clip löschen") && Remove(clip);
 }
 
 bool ClipOperations::DeleteFolder(Node& folder) {
     return ActionAllowed(TreeAction::DeleteFolder, &folder) &&
            AskToDelete(
+               folder,
                L"Wollen Sie wirklich den Ordner, sowie alle untergeordneten Ordner und Clips löschen ?",
                L"Ordner löschen") &&
            Remove(folder);
@@ -166,7 +173,7 @@ bool ClipOperations::DeleteFolder(Node& folder) {
 
 bool ClipOperations::DeleteProfile(Node& profile) {
     if (!ActionAllowed(TreeAction::DeleteProfile, &profile)) return false;
-    if (!AskToDelete(L"Wollen Sie wirklich das Profil unwiederruflich löschen ?", L"Profil löschen"))
+    if (!AskToDelete(profile, L"Wollen Sie wirklich das Profil unwiederruflich löschen ?", L"Profil löschen"))
         return false;
 
     const HourglassScope hourglass(ThePlatform().user);
@@ -243,7 +250,7 @@ void ClipOperations::DoAction(std::int16_t action, Node& node, bool& /*cancel*/)
 
 // One clip that could not be copied ends the whole copy.
 void ClipOperations::cTV_BeforeNodeCopy(bool& cancel) {
-    cancel = cancel || copyFailed_;
+    cancel = cancel || failure_.has_value();
 }
 
 void ClipOperations::cTV_AfterNodeCopy(Node& newNode, Node& sourceNode, bool isMove) {
@@ -251,7 +258,6 @@ void ClipOperations::cTV_AfterNodeCopy(Node& newNode, Node& sourceNode, bool isM
     newNode.SetImage(KindImage(&newNode));
     if (isMove || !IsClipNode(&sourceNode)) return;
 
-    UserPort& user = ThePlatform().user;
     const std::wstring from = ClipFileOf(&sourceNode);
     const std::wstring failure =
         L"Fehler beim Kopieren der Datei " + (from.empty() ? sourceNode.Text() : from);
@@ -259,12 +265,10 @@ void ClipOperations::cTV_AfterNodeCopy(Node& newNode, Node& sourceNode, bool isM
         if (from.empty()) throw RuntimeError(ErrorNumber::FileNotFound);
         CopyClipData(newNode, sourceNode, from);
     } catch (const RuntimeError& error) {
-        copyFailed_ = true;
-        if (error.Number() == static_cast<int>(ErrorNumber::FileNotFound)) {
-            user.Tell(failure, L"Datei nicht gefunden");
-        } else {
-            user.Tell(failure + L"\r\n" + error.Description(), L"Fataler Fehler in AfterNodeCopy");
-        }
+        if (error.Number() == static_cast<int>(ErrorNumber::FileNotFound))
+            failure_ = {failure, L"Datei nicht gefunden"};
+        else
+            failure_ = {failure + L"\r\n" + error.Description(), L"Fataler Fehler in AfterNodeCopy"};
     }
 }
 

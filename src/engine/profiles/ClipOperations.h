@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -54,7 +55,12 @@ class ClipOperations : public TreeViewExEvents {
 
     CTreeViewEx& tree_;
     ActiveContainer& container_;
+    // Told when what was made of the copy has been taken back.
+    struct Failure {
+        std::wstring text;
+        std::wstring title;
+    };
     std::vector<std::wstring> copiedFiles_;   // of the copy that is under way
-    bool copyFailed_ = false;                 // of the copy that is under way
+    std::optional<Failure> failure_;          // of the copy that is under way
     std::vector<std::wstring> noticedFiles_;  // by the walk that is under way
 };

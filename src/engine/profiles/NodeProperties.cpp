@@ -1,5 +1,6 @@
 #include "engine/profiles/NodeProperties.h"
 
+#include "engine/process/TreeOperation.h"
 #include "engine/profiles/ActiveContainer.h"
 #include "engine/profiles/CProfiles.h"
 #include "engine/profiles/ProfileStore.h"
@@ -49,6 +50,7 @@ ClipProperties ReadClipProperties(const Node& clip) {
 }
 
 bool ApplyClipProperties(CTreeViewEx& tree, Node& clip, const std::wstring& name, const std::wstring& info) {
+    const TreeOperationScope operation;
     ReadNodeAttributes(&clip);
     const NodeAttributes& read = ReadAttributes();
     const std::wstring tag = MakeClipTag(read.clipNumber, read.formatCount, read.timeCaptured, info);
@@ -66,6 +68,7 @@ FolderProperties ReadFolderProperties(const Node& folder) {
 
 bool ApplyFolderProperties(CTreeViewEx& tree, Node& folder, const std::wstring& name,
                            const std::wstring& info) {
+    const TreeOperationScope operation;
     const std::wstring tag = MakeStructureTag(info);
     if (!Accepted(NameRefusal(name)) || !Accepted(InfoRefusal(info, tag))) return false;
     folder.SetText(name);
@@ -75,6 +78,7 @@ bool ApplyFolderProperties(CTreeViewEx& tree, Node& folder, const std::wstring& 
 }
 
 Node* NewFolder(CTreeViewEx& tree, Node* container, const std::wstring& name, const std::wstring& info) {
+    const TreeOperationScope operation;
     if (!IsNodeOfKind(container, kProfileKind | kStructureKind)) return nullptr;
     const std::wstring tag = MakeStructureTag(info);
     if (!Accepted(NameRefusal(name)) || !Accepted(InfoRefusal(info, tag))) return nullptr;
@@ -85,6 +89,7 @@ Node* NewFolder(CTreeViewEx& tree, Node* container, const std::wstring& name, co
 }
 
 bool RenameNode(CTreeViewEx& tree, Node& node, const std::wstring& name) {
+    const TreeOperationScope operation;
     if (!Accepted(NameRefusal(name))) return false;
     node.SetText(name);
     CProfile* const profile = Profiles().ProfileOf(&node);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "engine/process/TreeOperation.h"
 #include "engine/process/modOption.h"
 #include "engine/profiles/CProfiles.h"
 #include "engine/profiles/NodeProperties.h"
@@ -87,6 +88,7 @@ bool MakeDirectories(const std::wstring& directory) {
 
 Node* ProfileActions::BuildNewprofile(const std::wstring& name, const std::wstring& directory,
                                       const std::wstring& templateFile) {
+    const TreeOperationScope operation;
     const std::wstring refusal = NewProfileRefusal(name, directory);
     if (!refusal.empty()) {
         Tell(refusal);
@@ -133,6 +135,7 @@ Node* ProfileActions::BuildFromTemplate(const std::wstring& name, const std::wst
 }
 
 Node* ProfileActions::ImportProfileDirect(const std::wstring& directory) {
+    const TreeOperationScope operation;
     const std::wstring refusal = DirectoryRefusal(directory);
     if (!refusal.empty()) {
         Tell(refusal);
@@ -160,8 +163,11 @@ void ProfileActions::TakeOut(Node& profile) {
 
 bool ProfileActions::UnlinkProfile(Node* profile) {
     if (!IsProfileNode(profile) || !ActionAllowed(TreeAction::UnlinkProfile, profile)) return false;
+    const TreeOperationScope operation;
+    const NodeRef asked(profile);
     if (!ThePlatform().user.Ask(L"Wollen Sie wirklich das Profil ausblenden (nicht löschen) ?",
-                                L"Profil ausblenden", true)) {
+                                L"Profil ausblenden", true) ||
+        asked.Get() == nullptr) {
         return false;
     }
     const std::wstring directory = GetProfileDirectory(profile);
@@ -221,6 +227,7 @@ ProfileProperties ReadProfileProperties(const Node& profile) {
 }
 
 bool ApplyProfileProperties(CTreeViewEx& tree, Node& profile, const ProfileProperties& properties) {
+    const TreeOperationScope operation;
     ReadNodeAttributes(&profile);
     const NodeAttributes read = ReadAttributes();
     const std::wstring tag =

@@ -59,6 +59,7 @@ class Node {
 
  private:
     friend class NodeCollection;
+    friend class NodeRef;
     explicit Node(NodeCollection& owner) : owner_(owner) {}
     void SetPicture(ImageValue& picture, const ImageValue& value);
 

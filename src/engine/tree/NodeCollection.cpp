@@ -21,7 +21,9 @@ bool IsInSubtree(const Node* node, const Node& top) {
 
 }  // namespace
 
-NodeCollection::~NodeCollection() = default;
+NodeCollection::~NodeCollection() {
+    ForgetIn(nullptr);
+}
 
 Node& NodeCollection::Add(Node* relative, NodeRelation relation, const std::wstring& text,
                           const ImageValue& image, const ImageValue& selectedImage) {
@@ -42,6 +44,7 @@ void NodeCollection::Remove(Node& node) {
         Select(sibling != nullptr ? sibling : node.parent_);
     }
     if (view_ != nullptr) view_->NodeRemoving(node);
+    ForgetIn(&node);
     std::erase_if(unsorted_, [&](Node* parent) { return IsInSubtree(parent, node); });
 
     // Those that go are marked by index 0; then the rest closes up in one pass, however many they are. All of
@@ -57,8 +60,17 @@ void NodeCollection::Remove(Node& node) {
         nodes_[static_cast<std::size_t>(index - 1)]->index_ = index;
 }
 
+void NodeCollection::ForgetIn(const Node* top) {
+    std::erase_if(watchers_, [&](NodeRef* reference) {
+        if (top != nullptr && !IsInSubtree(reference->node_, *top)) return false;
+        reference->node_ = nullptr;
+        return true;
+    });
+}
+
 void NodeCollection::Clear() {
     Select(nullptr);
+    ForgetIn(nullptr);
     // The nodes live until the screen has forgotten them.
     const std::vector<std::unique_ptr<Node>> gone = std::exchange(nodes_, {});
     firstRoot_ = lastRoot_ = nullptr;

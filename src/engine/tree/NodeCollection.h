@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "engine/tree/Node.h"
+#include "engine/tree/NodeRef.h"
 
 // Where a new node goes, seen from the node that is given with it.
 enum class NodeRelation {
@@ -93,6 +94,11 @@ class NodeCollection {
 
  private:
     friend class Node;
+    friend class NodeRef;
+    void Watch(NodeRef& reference) { watchers_.push_back(&reference); }
+    void Unwatch(NodeRef& reference) { std::erase(watchers_, &reference); }
+    // Those that name a node below `top` (all when null) name none from now on.
+    void ForgetIn(const Node* top);
     // The chain of the children of `parent`; null is the root level, here and below.
     Node*& FirstOf(Node* parent) { return parent != nullptr ? parent->firstChild_ : firstRoot_; }
     Node*& LastOf(Node* parent) { return parent != nullptr ? parent->lastChild_ : lastRoot_; }
@@ -117,6 +123,7 @@ class NodeCollection {
     bool sorted_ = false;
     bool awaitsOrder_ = false;  // as in Node, for the root level
     int bulkDepth_ = 0;
+    std::vector<NodeRef*> watchers_;
     std::vector<Node*> unsorted_;  // parents to be put in order at the end of the bulk change
 };
 

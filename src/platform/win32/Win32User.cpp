@@ -1,7 +1,10 @@
 #include "platform/win32/Win32User.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "engine/process/modMain.h"
+#include "platform/win32/ModalWindows.h"
 #include "platform/win32/SystemHandles.h"
 #include "platform/win32/SystemPath.h"
 
@@ -23,11 +26,18 @@ unsigned IconStyle(MessageIcon icon) {
     return 0;
 }
 
+// The one whose texts wait for the timer; a timer without a window knows nothing else of its maker.
+Win32User* teller = nullptr;
+
 }  // namespace
 
+Win32User::~Win32User() {
+    if (teller == this) teller = nullptr;
+}
+
 int Win32User::ShowBox(const std::wstring& text, const std::wstring& title, unsigned style) {
-    HWND owner = GetActiveWindow();
-    if (owner == nullptr) owner = SystemWindow(mainWindow_);
+    const OpenDialogScope open;
+    const HWND owner = ModalWindowOver(SystemWindow(mainWindow_));
     // Without an owner the box would not keep the user from the program's other windows.
     if (owner == nullptr) style |= MB_TASKMODAL;
     return MessageBoxW(owner, text.c_str(), (title.empty() ? title_ : title).c_str(), style);
@@ -35,6 +45,26 @@ int Win32User::ShowBox(const std::wstring& text, const std::wstring& title, unsi
 
 void Win32User::Tell(const std::wstring& text, const std::wstring& title, MessageIcon icon) {
     ShowBox(text, title, MB_OK | IconStyle(icon));
+}
+
+void Win32User::TellLater(const std::wstring& text) {
+    if (std::find(waiting_.begin(), waiting_.end(), text) != waiting_.end()) return;
+    waiting_.push_back(text);
+    teller = this;
+    SetTimer(nullptr, 0, USER_TIMER_MINIMUM, [](HWND, UINT, UINT_PTR timer, DWORD) {
+        KillTimer(nullptr, timer);
+        if (teller != nullptr) teller->TellWhatWaits();
+    });
+}
+
+// One box after the other: what comes to wait while one stands is told behind it.
+void Win32User::TellWhatWaits() {
+    if (std::exchange(telling_, true)) return;
+    while (!waiting_.empty()) {
+        Tell(waiting_.front(), {}, MessageIcon::Error);
+        waiting_.pop_front();
+    }
+    telling_ = false;
 }
 
 bool Win32User::Ask(const std::wstring& text, const std::wstring& title, bool noIsDefault) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <string>
 
@@ -10,15 +11,19 @@
 class Win32User : public UserPort {
  public:
     explicit Win32User(std::wstring title = L"NXClip") : title_(std::move(title)) {}
+    ~Win32User() override;
+    Win32User(const Win32User&) = delete;
+    Win32User& operator=(const Win32User&) = delete;
 
     void Tell(const std::wstring& text, const std::wstring& title, MessageIcon icon) override;
+    void TellLater(const std::wstring& text) override;
     bool Ask(const std::wstring& text, const std::wstring& title, bool noIsDefault) override;
     void Status(const std::wstring& text) override;
     PointerShape ShowPointer(PointerShape shape) override;
     void Beep() override;
     bool PlaySoundFile(const std::wstring& path) override;
 
-    // Owns the message boxes while no other window of the program is active. None when there is none yet.
+    // Owns the message boxes, or the modal dialog over it does. None when there is none yet.
     void SetMainWindow(WindowHandle window) { mainWindow_ = window; }
     // Shows the status text. Empty to forget the texts again: set it no longer than its window lives.
     void SetStatusLine(std::function<void(const std::wstring& text)> show) { showStatus_ = std::move(show); }
@@ -27,9 +32,12 @@ class Win32User : public UserPort {
 
  private:
     int ShowBox(const std::wstring& text, const std::wstring& title, unsigned style);
+    void TellWhatWaits();
 
     std::wstring title_;
     WindowHandle mainWindow_ = WindowHandle::None;
     std::function<void(const std::wstring& text)> showStatus_;
     PointerShape pointer_ = PointerShape::Normal;
+    std::deque<std::wstring> waiting_;  // to be told later
+    bool telling_ = false;
 };

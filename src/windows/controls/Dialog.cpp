@@ -4,7 +4,9 @@
 #include <vector>
 
 #include "engine/process/modMain.h"
+#include "platform/Guard.h"
 #include "platform/Platform.h"
+#include "platform/win32/ModalWindows.h"
 #include "resources/controls.h"
 #include "windows/controls/DialogTemplate.h"
 
@@ -56,6 +58,7 @@ bool Dialog::ShowModal(HWND owner, int dialogTemplate) {
 HWND Dialog::ShowModeless(HWND owner, int dialogTemplate) {
     const HWND window = CreateBeside(owner, dialogTemplate);
     if (window != nullptr) {
+        MarkAsModeless(window);
         ModelessWindows().push_back(window);
         ShowWindow(window, SW_SHOW);
     }
@@ -82,7 +85,8 @@ INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPA
         reinterpret_cast<Dialog*>(lParam)->window_ = window;
     }
     auto* const dialog = reinterpret_cast<Dialog*>(GetWindowLongPtrW(window, DWLP_USER));
-    return dialog != nullptr ? dialog->Handle(message, wParam, lParam) : FALSE;
+    if (dialog == nullptr) return FALSE;
+    return Guarded<INT_PTR>(FALSE, [&] { return dialog->Handle(message, wParam, lParam); });
 }
 
 INT_PTR Dialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -4,11 +4,13 @@
 #include <cstdlib>
 #include <utility>
 
+#include "engine/process/TreeOperation.h"
 #include "engine/process/modMain.h"
 #include "engine/process/modOption.h"
 #include "engine/profiles/ProfileStore.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/views/MainLayout.h"
+#include "platform/Guard.h"
 #include "platform/Platform.h"
 #include "resources/controls.h"
 #include "windows/controls/Boxes.h"
@@ -66,8 +68,8 @@ LRESULT CALLBACK frmMain::Procedure(HWND window, UINT message, WPARAM wParam, LP
         form->window_ = window;
     }
     auto* const form = reinterpret_cast<frmMain*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    return form != nullptr ? form->Handle(message, wParam, lParam)
-                           : DefWindowProcW(window, message, wParam, lParam);
+    if (form == nullptr) return DefWindowProcW(window, message, wParam, lParam);
+    return Guarded<LRESULT>(0, [&] { return form->Handle(message, wParam, lParam); });
 }
 
 LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -103,6 +105,12 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_CONTEXTMENU:
             ShowContextMenu(reinterpret_cast<HWND>(wParam),
                             {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))});
+            return 0;
+        case WM_ENTERMENULOOP:
+            ++menusOpen_;
+            return 0;
+        case WM_EXITMENULOOP:
+            --menusOpen_;
             return 0;
         case WM_INITMENUPOPUP:
             RefreshCommands();
@@ -363,6 +371,10 @@ void frmMain::Restore() {
 
 void frmMain::Minimise() {
     ShowWindow(window_, SW_MINIMIZE);
+}
+
+bool frmMain::MayOpenDialog() {
+    return !ModalDialogOpen && !TreeOperationUnderWay() && menusOpen_ == 0 && IsWindowEnabled(window_);
 }
 
 void frmMain::BringToFront() {

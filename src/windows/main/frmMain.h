@@ -85,6 +85,7 @@ class frmMain : public MainWindowHost,
     bool LockPressed() override;
     void ScrollIntoView(Node& node) override;
     void SelectAndShow(Node& node) override;
+    bool MayOpenDialog() override;
     void BringToFront() override;
     void EditClipProperties(Node& node) override;
     void Minimise() override;
@@ -215,6 +216,7 @@ class frmMain : public MainWindowHost,
     bool stretched_ = false;
     int showCommand_ = 1;  // how the window is first shown, SW_SHOWNORMAL
     bool loaded_ = false;
+    int menusOpen_ = 0;
     // A label that was edited, until the tree control is done with it.
     struct EditedLabel {
         int index = 0;

@@ -36,12 +36,14 @@ class TestMainWindow : public MainWindowHost {
         Note(L"save");
         return ::SaveAllProfiles(tree_);
     }
+    bool MayOpenDialog() override { return mayOpenDialog; }
     void BringToFront() override { Note(L"front"); }
     void EditClipProperties(Node&) override { Note(L"edit"); }
     void Minimise() override { Note(L"minimise"); }
 
     Node* activeContainer = nullptr;
     bool locked = false;
+    bool mayOpenDialog = true;
     std::wstring done;
     // Called at every step.
     std::function<void(const std::wstring& step)> atStep;

@@ -1,6 +1,7 @@
 #include "engine/flows/SnapFlow.h"
 
 #include "engine/flows/ClipFlowTest.h"
+#include "engine/process/TreeOperation.h"
 
 namespace {
 
@@ -108,6 +109,12 @@ TEST_F(SnapTest, Snap_StopsWithoutAWordWhereNothingIsToBeTaken) {
     ModalDialogOpen = true;
     flow.UpdateClipBoard();
     EXPECT_EQ(LastClip(), nullptr);
+
+    ModalDialogOpen = false;
+    {
+        const TreeOperationScope operation;
+        EXPECT_TRUE(takesNothing()) << "on command neither";
+    }
 
     Copy({FakeClipboard::Bytes(1, "own"), FakeClipboard::Bytes(OwnMarkerFormat, "mark")});
     const std::wstring tag = profile->Tag();

@@ -2,6 +2,8 @@
 
 #include "engine/clipboard/FormatNames.h"
 #include "engine/clipboard/modViewerHook.h"
+#include "engine/process/TreeOperation.h"
+#include "engine/profiles/NodeProperties.h"
 #include "fake/FaultLoop.h"
 
 namespace {
@@ -115,15 +117,52 @@ TEST_F(ClipOperationsTest, Drop_RefusesWhatTheRulesOrTheLockForbid) {
     EXPECT_NE(operations.Drop(&Get(L"Q"), &Get(L"c4"), true, true), nullptr);
 }
 
+// Every box that an operation shows, be it a question or a failure, stands inside the operation: no capture
+// may come in below it.
+TEST_F(ClipOperationsTest, EveryBox_StandsInsideTheOperation) {
+    int boxes = 0;
+    fake.user.duringMessage = [&] {
+        ++boxes;
+        EXPECT_TRUE(TreeOperationUnderWay()) << "box " << boxes;
+    };
+    for (const wchar_t* name : {L"c1", L"S", L"P"})
+        operations.Delete(&Get(name));
+    operations.Drop(&Get(L"c3"), &Get(L"c1"), true, true);
+    actions.UnlinkProfile(&Get(L"P"));
+    actions.BuildNewprofile(L"", L"C:\\P", L"");
+    actions.ImportProfileDirect(L"C:\\P");
+    NewFolder(tree, &Get(L"P"), L"", L"");
+    RenameNode(tree, Get(L"c1"), L"");
+    ApplyClipProperties(tree, Get(L"c1"), L"", L"");
+    ApplyFolderProperties(tree, Get(L"S"), L"", L"");
+    ApplyProfileProperties(tree, Get(L"P"), {});
+    EXPECT_EQ(boxes, 12);
+    EXPECT_FALSE(TreeOperationUnderWay());
+}
+
+TEST_F(ClipOperationsTest, Question_AboutANodeThatIsGoneDoesNothing) {
+    for (const wchar_t* name : {L"c1", L"S", L"P"}) {
+        fake.user.answers = {true};
+        fake.user.duringMessage = [&] { nodes.Remove(Get(name)); };
+        EXPECT_FALSE(operations.Delete(&Get(name)));
+    }
+    fake.user.answers = {true};
+    fake.user.duringMessage = [&] { nodes.Remove(Get(L"Q")); };
+    EXPECT_FALSE(actions.UnlinkProfile(&Get(L"Q")));
+    EXPECT_EQ(fake.user.messages.size(), 0u);
+}
+
 TEST_F(ClipOperationsTest, DropCopy_MissingOrUnreadableDataIsTold) {
     const std::string data = *fake.files.Bytes(FileOf(L"c1"));
     fake.files.Remove(FileOf(L"c1"));
     fake.files.Remove(FileOf(L"c2"));
+    fake.user.duringMessage = [&] {
+        EXPECT_EQ(MemoryOutline(), L"P(S(c1 T(c2)) c3) Q(U(c4))") << "told with half a copy in the tree";
+    };
     EXPECT_EQ(operations.Drop(&Get(L"U"), &Get(L"S"), true, false), nullptr);
     ASSERT_EQ(fake.user.messages.size(), 1u) << "once, and the copy ends there";
     EXPECT_EQ(fake.user.messages[0].text, L"Fehler beim Kopieren der Datei C:\\P\\C1.nxc");
     EXPECT_EQ(fake.user.messages[0].title, L"Datei nicht gefunden");
-    EXPECT_EQ(MemoryOutline(), L"P(S(c1 T(c2)) c3) Q(U(c4))");
     EXPECT_FALSE(fake.files.Has(L"C:\\Q\\C2.nxc"));
 
     fake.files.SetBytes(FileOf(L"c1"), data);

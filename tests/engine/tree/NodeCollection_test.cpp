@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <memory>
 #include <random>
 
 #include "engine/tree/TestTree.h"
@@ -28,6 +29,26 @@ TEST(NodeCollectionTest, Add_PutsTheNodeWhereTheRelationSays) {
     EXPECT_EQ(Outline(nodes), L"a b c(c1 c2 c3 c4) d e f");
     EXPECT_TRUE(IsConsistent(nodes));
     EXPECT_EQ(Named(nodes, L"c4").FullPath(), L"c\\c4");
+}
+
+TEST(NodeCollectionTest, NodeRef_NamesTheNodeUntilItIsGone) {
+    auto nodes = std::make_unique<NodeCollection>();
+    Grow(*nodes, L"P(S(C1 C2)) Q");
+    NodeRef clip(&Named(*nodes, L"C2"));
+    NodeRef profile(&Named(*nodes, L"P"));
+    const NodeRef other(&Named(*nodes, L"Q"));
+    nodes->Remove(Named(*nodes, L"C1"));
+    EXPECT_EQ(clip.Get(), &Named(*nodes, L"C2")) << "its index is another one now";
+    nodes->Remove(Named(*nodes, L"S"));
+    EXPECT_EQ(clip.Get(), nullptr);
+    clip.Follow(&Named(*nodes, L"Q"));
+    profile.Follow(nullptr);
+    nodes->Clear();
+    EXPECT_EQ(clip.Get(), nullptr);
+    clip.Follow(&nodes->Add(nullptr, NodeRelation::Last, L"R", {}));
+    nodes.reset();
+    EXPECT_EQ(clip.Get(), nullptr) << "the collection is gone as well";
+    EXPECT_EQ(other.Get(), nullptr);
 }
 
 TEST(NodeCollectionTest, Remove_TakesTheSubtreeAndClosesUpTheIndexes) {

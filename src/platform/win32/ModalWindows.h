@@ -1,0 +1,11 @@
+#pragma once
+
+#include <windows.h>
+
+// The window that a new modal window belongs to: the youngest modal dialog or message box over `window`, or
+// `window` itself while there is none. Null stays null. A modeless window is never meant: as an owner it
+// would leave the main window open to commands below the box.
+HWND ModalWindowOver(HWND window);
+
+// Marks a dialog as one that keeps the user from nothing.
+void MarkAsModeless(HWND dialog);
