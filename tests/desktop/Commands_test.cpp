@@ -31,6 +31,22 @@ class Commands : public ProgramTest {
         box.Send(EM_GETCHARFORMAT, SCF_SELECTION, memory.Parameter());
         return (memory.Get<CHARFORMATW>().dwEffects & CFE_BOLD) != 0;
     }
+    // Types a name into the edit that is open in the tree and returns what stood there before.
+    std::wstring TypeName(const std::wstring& name) {
+        const auto edit = [&] {
+            return Window(reinterpret_cast<HWND>(nxclip_.Tree().window().Send(TVM_GETEDITCONTROL)));
+        };
+        const Window opened = WaitFor("the name to edit", edit);
+        const std::wstring before = opened.Text();
+        opened.Send(WM_SETTEXT, 0, reinterpret_cast<LPARAM>(name.c_str()));
+        PressKeys({VK_RETURN});
+        WaitFor("the edit to close", [&] { return edit() != opened; });
+        return before;
+    }
+    std::wstring Rename(const std::wstring& name) {
+        PressKeys({VK_F2});
+        return TypeName(name);
+    }
     bool MenuEnabled(int number) { return nxclip_.Menu(number).enabled; }
     // The first entry of the context menu that a right click opens; the menu is closed again.
     int FirstEntryAt(POINT place) {
@@ -73,13 +89,15 @@ TEST_F(Commands, Keys_ReachTheSelectedNode) {
     WaitFor("the clip on the clipboard", [&] { return GetClipboardSequenceNumber() != before; });
     EXPECT_EQ(ReadFormatNow(Private()), PrivateOffers().front().bytes);
 
-    PressKeys({VK_F2});
-    const Window edit = WaitFor("the name to edit", [&] {
-        return Window(reinterpret_cast<HWND>(nxclip_.Tree().window().Send(TVM_GETEDITCONTROL)));
-    });
-    EXPECT_EQ(edit.Text(), L"Clip");
-    Type(L"Käse");
-    PressKeys({VK_RETURN});
+    EXPECT_EQ(Rename(L"Käse"), L"Clip");
+    nxclip_.WaitForTree(L"Profil [Camera] open\n  Ordner [Structure]\n  Käse [Clip]\n");
+
+    // Longer than the control draws, and once one that is none.
+    const std::wstring longName(400, L'x');
+    Rename(longName);
+    EXPECT_EQ(Rename(L" "), longName);
+    EXPECT_EQ(nxclip_.AnswerNotice(), L"Geben Sie bitte einen Namen ein.");
+    EXPECT_EQ(TypeName(L"Käse"), L" ") << "what was typed is still there";
     nxclip_.WaitForTree(L"Profil [Camera] open\n  Ordner [Structure]\n  Käse [Clip]\n");
 
     PressKeys({VK_MENU, VK_RETURN});

@@ -1,10 +1,29 @@
 #include "desktop/ProgramTest.h"
+#include "desktop/WholeFile.h"
 
 // How the program comes up, with and without something to come back to.
 
 namespace {
 
 class StartUp : public ProgramTest {};
+
+// A tree data file: a profile and below it `levels` opened folders, each in the one before.
+std::string DeepTreeFile(std::int16_t levels) {
+    const auto number = [](auto value) { return std::string(reinterpret_cast<char*>(&value), sizeof value); };
+    const auto text = [&](const std::string& bytes) {
+        return number(static_cast<std::uint16_t>(bytes.size())) + bytes;
+    };
+    const std::int32_t count = levels + 1;
+    std::string file = number(count) + number(std::int16_t{1}) + number(count + 1) + number(std::int32_t{0}) +
+                       std::string(18, '\0');
+    for (std::int16_t depth = 0; depth <= levels; ++depth) {
+        const bool top = depth == 0;
+        file += text(top ? "P&0&x&0&" : "S&") + text(top ? "Profil" : "Ordner") + number(depth) +
+                number(std::int16_t{0}) + number(std::int16_t{8}) + text(top ? "Profile" : "Structure") +
+                number(std::int16_t{-1}) + std::string(6, '\0');
+    }
+    return file;
+}
 
 TEST_F(StartUp, FirstStart_ShowsAnEmptyTreeAndMakesNoProfile) {
     ClearSettings();
@@ -53,6 +72,21 @@ TEST_F(StartUp, MissingProfile_IsToldAndLeftOutWhileTheOthersLoad) {
     EXPECT_EQ(ReadSetting(L"Profiles", L"Count"), L"1");
     EXPECT_EQ(ReadSetting(L"Profiles", L"Name1"), L"Profil");
     EXPECT_EQ(ReadSetting(L"Profiles", L"Name2"), std::nullopt);
+}
+
+TEST_F(StartUp, FoldersOpenedVeryDeep_AreShownAsFarAsTheControlBears) {
+    StartWithProfile();
+    nxclip_.Quit();
+    WriteWholeFile(nxclip_.ProfileDirectory() / L"nxclip.nxp", DeepTreeFile(20'000));
+    nxclip_.Start();
+    const std::size_t opened = nxclip_.Tree().Lines().size();
+    EXPECT_GT(opened, 100u);
+    EXPECT_LT(opened, 1'000u);
+    nxclip_.Tree().Select(L"Profil\\Ordner");
+    nxclip_.Tree().Expand(L"Profil", false);
+    EXPECT_EQ(nxclip_.Tree().SelectedPath(), L"Profil") << "a closed folder takes the selection";
+    WaitFor("its children in the list", [&] { return nxclip_.List().Count() == 1; });
+    EXPECT_EQ(nxclip_.Quit(), 0u);
 }
 
 TEST_F(StartUp, SecondInstance_ActivatesTheFirstAndEnds) {

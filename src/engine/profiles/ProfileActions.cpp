@@ -57,11 +57,9 @@ std::int32_t HighestClipFile(const std::wstring& directory) {
 void RemoveClips(NodeCollection& nodes, Node& profile) {
     std::vector<Node*> clips;
     for (TreeWalk walk(&profile); walk.InSubtree(); walk.Step()) {
-        if (IsClipNode(walk.Current()) && !IsClipNode(walk.Current()->Parent()))
-            clips.push_back(walk.Current());
+        if (IsClipNode(walk.Current())) clips.push_back(walk.Current());
     }
-    for (Node* clip : clips)
-        nodes.Remove(*clip);
+    nodes.RemoveAll(clips);
 }
 
 bool CopyTemplate(const std::wstring& templateFile, const std::wstring& treeFile) {

@@ -22,11 +22,6 @@ std::vector<Node*> RootNodesFrom(const NodeCollection& nodes, int first) {
     return roots;
 }
 
-void RemoveAll(NodeCollection& nodes, const std::vector<Node*>& roots) {
-    for (Node* root : roots)
-        nodes.Remove(*root);
-}
-
 // The tag is what leads from a clip to its file, so it must be right whatever the file says: the directory,
 // and a counter that gives no number a second time.
 void MakeTagTrue(Node& profile, const std::wstring& directory) {
@@ -72,7 +67,7 @@ Node* LoadProfileDirectory(CTreeViewEx& tree, const std::wstring& directory) {
 
     std::vector<Node*> roots = RootNodesFrom(nodes, before + 1);
     if (!IsProfileNode(profile)) {
-        RemoveAll(nodes, roots);
+        nodes.RemoveAll(roots);
         return nullptr;
     }
     if (!complete || roots.size() > 1) KeepDamagedFile(directory);
@@ -80,7 +75,7 @@ Node* LoadProfileDirectory(CTreeViewEx& tree, const std::wstring& directory) {
         // A second top node belongs to no profile of the list: it could neither be saved nor deleted.
         ThePlatform().user.Tell(L"Fataler Fehler: ungültige Knotentiefe.");
         std::erase(roots, profile);
-        RemoveAll(nodes, roots);
+        nodes.RemoveAll(roots);
     }
     MakeTagTrue(*profile, directory);
     ShowKinds(*profile);

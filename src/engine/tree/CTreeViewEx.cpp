@@ -100,17 +100,7 @@ Node* CTreeViewEx::NodeRoot(Node* node) const {
 
 Node* CTreeViewEx::FirstVisibleNode() const {
     NodeView* const screen = mvarTreeView != nullptr ? mvarTreeView->View() : nullptr;
-    if (screen == nullptr) return nullptr;
-    Node* candidate = nullptr;
-    for (int i = 1; i <= mvarTreeView->Count() && candidate == nullptr; ++i)
-        if (screen->IsVisible(*mvarTreeView->Item(i))) candidate = mvarTreeView->Item(i);
-    if (candidate == nullptr) return nullptr;
-    Node* previous = PreviousNode(candidate, true);
-    while (previous != nullptr && screen->IsVisible(*previous)) {
-        candidate = previous;
-        previous = PreviousNode(candidate, true);
-    }
-    return candidate;
+    return screen != nullptr ? screen->FirstVisible() : nullptr;
 }
 
 Node* CTreeViewEx::PreviousNode(Node* node, bool visibleOnly) const {

@@ -29,6 +29,7 @@ void Node::SetPicture(ImageValue& picture, const ImageValue& value) {
 
 void Node::SetExpanded(bool expanded) {
     if (expanded_ == expanded) return;
+    if (!expanded) owner_.Collapsing(*this);
     expanded_ = expanded;
     if (owner_.View() != nullptr) owner_.View()->NodeExpandedChanged(*this);
 }

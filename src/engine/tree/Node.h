@@ -38,7 +38,8 @@ class Node {
     void SetImage(const ImageValue& image);
     void SetSelectedImage(const ImageValue& image);
     void SetExpandedImage(const ImageValue& image);
-    // Kept even while the node has no children: they are shown open once they come.
+    // Kept even while the node has no children: they are shown open once they come. A closed node takes the
+    // selection from what is below it.
     void SetExpanded(bool expanded);
     void SetSorted(bool sorted);
 
@@ -72,6 +73,7 @@ class Node {
     bool expanded_ = false;
     bool sorted_ = false;
     bool awaitsOrder_ = false;  // its children are put in order at the end of the bulk change
+    bool going_ = false;        // is being removed
     Node* parent_ = nullptr;
     Node* firstChild_ = nullptr;
     Node* lastChild_ = nullptr;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -26,11 +27,13 @@ class NodeView {
     // parent is its last one only after ChildrenReordered.
     virtual void NodeAdded(Node& node) = 0;
     // The node and everything below it are about to go; one call for the whole subtree. None of them is
-    // selected any more.
+    // selected any more. Of several siblings that go together the last one comes first.
     virtual void NodeRemoving(Node& node) = 0;
     virtual void NodeTextChanged(Node& node) = 0;
     virtual void NodeImageChanged(Node& node) = 0;
     virtual void NodeExpandedChanged(Node& node) = 0;
+    // The node stands at another place among its siblings.
+    virtual void NodeMoved(Node& node) = 0;
     // The children of `parent` (the root level when null) stand in another order.
     virtual void ChildrenReordered(Node* parent) = 0;
     virtual void SelectionChanged(Node* node) = 0;
@@ -44,8 +47,8 @@ class NodeView {
 
     // Scrolls and opens parents until the node is shown.
     virtual void EnsureVisible(Node& node) = 0;
-    // True when the node lies in opened parents and within the shown area.
-    virtual bool IsVisible(const Node& node) = 0;
+    // The topmost node that is shown; null when there is none.
+    virtual Node* FirstVisible() = 0;
     // Makes the second shown node the first one; the selection stays.
     virtual void ScrollDown() = 0;
 };
@@ -66,6 +69,9 @@ class NodeCollection {
     // Removes the node and everything below it. A selection in there goes to the next sibling, else to the
     // previous one, else to the parent, while the node is still there.
     void Remove(Node& node);
+    // Removes several in one pass, each with everything below it; one may stand below another. The selection
+    // goes where Remove would send it, past those that go as well.
+    void RemoveAll(std::span<Node* const> nodes);
     void Clear();
 
     int Count() const { return static_cast<int>(nodes_.size()); }
@@ -97,8 +103,10 @@ class NodeCollection {
     friend class NodeRef;
     void Watch(NodeRef& reference) { watchers_.push_back(&reference); }
     void Unwatch(NodeRef& reference) { std::erase(watchers_, &reference); }
-    // Those that name a node below `top` (all when null) name none from now on.
-    void ForgetIn(const Node* top);
+    // The references to nodes that go name none from now on.
+    template <typename Goes>
+    void Forget(Goes goes);
+    void ForgetAll();
     // The chain of the children of `parent`; null is the root level, here and below.
     Node*& FirstOf(Node* parent) { return parent != nullptr ? parent->firstChild_ : firstRoot_; }
     Node*& LastOf(Node* parent) { return parent != nullptr ? parent->lastChild_ : lastRoot_; }
@@ -107,13 +115,18 @@ class NodeCollection {
     void Link(Node& node, Node* relative, NodeRelation relation);
     void LinkBefore(Node& node, Node* parent, Node* before);
     void LinkSorted(Node& node, Node* parent);
+    // The first child of `parent` that sorts behind the node; null when there is none.
+    Node* FirstBehind(const Node& node, Node* parent);
     void Unlink(Node& node);
+    Node* SurvivorFor(Node* going) const;
+    void CloseUp(int firstGap);
     // Sorts the children of `parent` now, or at the end of a bulk change.
     void PutInOrder(Node* parent);
     void OrderLater(Node* parent);
     void SortChildren(Node* parent);
     static Node* Merge(Node* a, Node* b);
     void TextChanged(Node& node);
+    void Collapsing(Node& node);
 
     std::vector<std::unique_ptr<Node>> nodes_;
     Node* firstRoot_ = nullptr;

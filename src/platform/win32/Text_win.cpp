@@ -75,13 +75,14 @@ std::wstring LowerCase(std::wstring_view text) {
 }
 
 int CompareNoCase(std::wstring_view a, std::wstring_view b) {
-    const std::wstring upperA = UpperCase(a), upperB = UpperCase(b);
-    if (upperA == upperB) return 0;
+    // An empty view may have no characters to point to.
+    if (a.empty() || b.empty()) return (a.empty() ? 0 : 1) - (b.empty() ? 0 : 1);
+    const int lengthA = LengthOf(a.size()), lengthB = LengthOf(b.size());
+    const int plain = CompareStringOrdinal(a.data(), lengthA, b.data(), lengthB, TRUE);
+    if (plain == CSTR_EQUAL) return 0;
     // The language's order takes some different texts for equal, such as those with a sharp s and with two s;
     // names must still be told apart.
-    const int order = CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE, a.data(), LengthOf(a.size()),
-                                     b.data(), LengthOf(b.size()));
-    if (order == CSTR_LESS_THAN) return -1;
-    if (order == CSTR_GREATER_THAN) return 1;
-    return upperA < upperB ? -1 : 1;
+    const int order =
+        CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE, a.data(), lengthA, b.data(), lengthB);
+    return (order == CSTR_LESS_THAN || order == CSTR_GREATER_THAN ? order : plain) - CSTR_EQUAL;
 }

@@ -1,11 +1,18 @@
 #include "windows/controls/TreePane.h"
 
 #include <algorithm>
-#include <string>
+#include <utility>
 
+#include "platform/ByteBuffer.h"
 #include "windows/controls/Pictures.h"
 
 namespace {
+
+// Sent by the control to itself: something waits to be told.
+constexpr UINT kTellWaitingMessage = WM_APP;
+
+// A damaged file can nest nodes very deeply, and the control walks opened levels by recursion.
+constexpr int kDeepestOpenedLevel = 300;
 
 // While it lives, what the control reports is an echo of the collection's own change.
 class MirrorScope {
@@ -20,6 +27,26 @@ class MirrorScope {
     bool before_;
 };
 
+bool IsInSubtree(const Node* node, const Node& top) {
+    while (node != nullptr && node != &top)
+        node = node->Parent();
+    return node != nullptr;
+}
+
+bool OpensByItself(const Node& node) {
+    if (!node.Expanded()) return false;
+    int level = 1;
+    for (const Node* above = node.Parent(); above != nullptr; above = above->Parent())
+        if (++level > kDeepestOpenedLevel) return false;
+    return true;
+}
+
+std::wstring TextOfWindow(HWND window) {
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+    text.resize(static_cast<std::size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
 }  // namespace
 
 TreePane::~TreePane() {
@@ -27,88 +54,153 @@ TreePane::~TreePane() {
 }
 
 bool TreePane::Create(HWND parent, int control) {
-    window_ = CreateWindowExW(WS_EX_CLIENTEDGE, WC_TREEVIEWW, L"",
-                              WS_CHILD | WS_VISIBLE | WS_TABSTOP | TVS_HASBUTTONS | TVS_HASLINES |
-                                  TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_EDITLABELS,
-                              0, 0, 0, 0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(control)),
-                              GetModuleHandleW(nullptr), nullptr);
-    if (window_ == nullptr) return false;
-    Attach(window_);
+    const HWND made =
+        CreateWindowExW(WS_EX_CLIENTEDGE, WC_TREEVIEWW, L"",
+                        WS_CHILD | WS_VISIBLE | WS_TABSTOP | TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT |
+                            TVS_SHOWSELALWAYS | TVS_EDITLABELS,
+                        0, 0, 0, 0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(control)),
+                        GetModuleHandleW(nullptr), nullptr);
+    if (made == nullptr) return false;
+    Attach(made);
     return true;
 }
 
 void TreePane::Attach(HWND control) {
     window_ = control;
+    SetWindowSubclass(window_, &TreePane::Procedure, 0, reinterpret_cast<DWORD_PTR>(this));
     nodes_.SetView(this);
 }
 
 void TreePane::Detach() {
     if (nodes_.View() == this) nodes_.SetView(nullptr);
     listener_ = nullptr;
+    waiting_.clear();
+    RemoveWindowSubclass(window_, &TreePane::Procedure, 0);
+}
+
+LRESULT CALLBACK TreePane::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                     DWORD_PTR self) {
+    if (message != kTellWaitingMessage) return DefSubclassProc(window, message, wParam, lParam);
+    reinterpret_cast<TreePane*>(self)->TellWaiting();
+    return 0;
 }
 
 LRESULT TreePane::OnNotify(NMHDR& header) {
+    auto& change = reinterpret_cast<NMTREEVIEWW&>(header);
+    auto& info = reinterpret_cast<NMTVDISPINFOW&>(header).item;
     switch (header.code) {
         case TVN_GETDISPINFOW:
-            FillItem(reinterpret_cast<NMTVDISPINFOW&>(header).item);
+            FillItem(info);
             return 0;
-        case TVN_ITEMEXPANDINGW: {
-            auto& change = reinterpret_cast<NMTREEVIEWW&>(header);
-            if (change.action == TVE_EXPAND) MakeChildren(&NodeOf(change.itemNew.lParam));
+        case TVN_ITEMEXPANDINGW:
+            // What the pane opens itself has its items already, and to open it once more from here would send
+            // this notification again, without end.
+            if (!mirroring_ && change.action == TVE_EXPAND) MakeItemsBelow(&NodeOf(change.itemNew.lParam));
             return FALSE;
-        }
-        case TVN_ITEMEXPANDEDW: {
-            auto& change = reinterpret_cast<NMTREEVIEWW&>(header);
-            const MirrorScope mirror(mirroring_);
-            NodeOf(change.itemNew.lParam).SetExpanded((change.itemNew.state & TVIS_EXPANDED) != 0);
+        case TVN_ITEMEXPANDEDW:
+            OnExpanded(NodeOf(change.itemNew.lParam), (change.itemNew.state & TVIS_EXPANDED) != 0);
             return 0;
-        }
-        case TVN_SELCHANGEDW: {
-            if (mirroring_) return 0;
-            auto& change = reinterpret_cast<NMTREEVIEWW&>(header);
-            Node* const node = change.itemNew.hItem != nullptr ? &NodeOf(change.itemNew.lParam) : nullptr;
-            {
-                const MirrorScope mirror(mirroring_);
-                nodes_.Select(node);
-            }
-            if (listener_ != nullptr) listener_->TreeSelectionChanged(node);
+        case TVN_SELCHANGEDW:
+            if (!mirroring_)
+                OnSelected(change.itemNew.hItem != nullptr ? &NodeOf(change.itemNew.lParam) : nullptr);
             return 0;
-        }
-        case TVN_DELETEITEMW: {
-            auto& change = reinterpret_cast<NMTREEVIEWW&>(header);
-            if (!allGone_) NodeOf(change.itemOld.lParam).viewItem = 0;
+        case TVN_DELETEITEMW:
+            NodeOf(change.itemOld.lParam).viewItem = 0;
             return 0;
-        }
-        case TVN_BEGINLABELEDITW: {
-            auto& item = reinterpret_cast<NMTVDISPINFOW&>(header).item;
-            return listener_ == nullptr || !listener_->MayEditLabel(NodeOf(item.lParam));
-        }
-        case TVN_ENDLABELEDITW: {
-            auto& item = reinterpret_cast<NMTVDISPINFOW&>(header).item;
-            if (item.pszText != nullptr && listener_ != nullptr)
-                listener_->LabelEdited(NodeOf(item.lParam), item.pszText);
-            // The item goes on asking its node for the text: what was taken over may differ from what was
+        case TVN_BEGINLABELEDITW:
+            if (listener_ == nullptr || !listener_->MayEditLabel(NodeOf(info.lParam))) return TRUE;
+            OnBeginLabelEdit(NodeOf(info.lParam));
+            return FALSE;
+        case TVN_ENDLABELEDITW:
+            if (info.pszText != nullptr) OnEndLabelEdit(NodeOf(info.lParam), info.pszText);
+            // The item goes on asking its node for the text: what is taken over may differ from what was
             // typed.
             return FALSE;
-        }
-        case TVN_BEGINDRAGW: {
-            auto& change = reinterpret_cast<NMTREEVIEWW&>(header);
-            if (listener_ != nullptr) listener_->DragStarted(NodeOf(change.itemNew.lParam));
+        case TVN_BEGINDRAGW:
+            TellLater(Deed::Drag, NodeOf(change.itemNew.lParam));
             return 0;
-        }
         case NM_RETURN:
-        case NM_DBLCLK: {
-            DWORD where = GetMessagePos();
-            POINT point{static_cast<short>(LOWORD(where)), static_cast<short>(HIWORD(where))};
-            ScreenToClient(window_, &point);
-            Node* const node = header.code == NM_RETURN ? nodes_.Selected() : NodeAt(point);
-            if (node != nullptr && listener_ != nullptr) listener_->NodeActivated(*node);
+        case NM_DBLCLK:
+            if (Node* const node = ActivatedBy(header.code); node != nullptr)
+                TellLater(Deed::Activate, *node);
             // A used Enter must not beep; a double click still opens and closes folders.
             return header.code == NM_RETURN;
-        }
         default:
             return 0;
     }
+}
+
+void TreePane::OnExpanded(Node& node, bool expanded) {
+    const Node* const selected = nodes_.Selected();
+    {
+        const MirrorScope mirror(mirroring_);
+        node.SetExpanded(expanded);
+    }
+    // The closed item took the selection; the control does the same, but not every one tells of it.
+    if (nodes_.Selected() != selected && listener_ != nullptr)
+        listener_->TreeSelectionChanged(nodes_.Selected());
+}
+
+void TreePane::OnSelected(Node* node) {
+    if (node == nodes_.Selected()) return;
+    {
+        const MirrorScope mirror(mirroring_);
+        nodes_.Select(node);
+    }
+    if (listener_ != nullptr) listener_->TreeSelectionChanged(node);
+}
+
+// The control's own edit would hold no more than it draws of a text.
+void TreePane::OnBeginLabelEdit(const Node& node) const {
+    const HWND edit = TreeView_GetEditControl(window_);
+    SendMessageW(edit, EM_SETLIMITTEXT, kLongestStoredText, 0);
+    SetWindowTextW(edit, node.Text().c_str());
+}
+
+void TreePane::OnEndLabelEdit(Node& node, const wchar_t* text) {
+    const HWND edit = TreeView_GetEditControl(window_);
+    TellLater(Deed::Rename, node, edit != nullptr ? TextOfWindow(edit) : text);
+}
+
+Node* TreePane::ActivatedBy(UINT notification) const {
+    if (notification == NM_RETURN) return nodes_.Selected();
+    const DWORD where = GetMessagePos();
+    POINT point{static_cast<short>(LOWORD(where)), static_cast<short>(HIWORD(where))};
+    ScreenToClient(window_, &point);
+    return NodeAt(point);
+}
+
+void TreePane::TellLater(Deed deed, Node& node, std::wstring text) {
+    if (listener_ == nullptr) return;
+    waiting_.push_back({deed, &node, std::move(text)});
+    PostMessageW(window_, kTellWaitingMessage, 0, 0);
+}
+
+void TreePane::TellWaiting() {
+    // What is told may take long, and more may come meanwhile.
+    while (!waiting_.empty() && listener_ != nullptr) {
+        const Waiting next = std::move(waiting_.front());
+        waiting_.erase(waiting_.begin());
+        switch (next.deed) {
+            case Deed::Drag:
+                listener_->DragStarted(*next.node);
+                break;
+            case Deed::Activate:
+                listener_->NodeActivated(*next.node);
+                break;
+            case Deed::Rename:
+                Rename(*next.node, next.text);
+                break;
+        }
+    }
+}
+
+void TreePane::Rename(Node& node, const std::wstring& text) {
+    if (text == node.Text() || listener_->LabelEdited(node, text)) return;
+    EditLabel(node);
+    const HWND edit = TreeView_GetEditControl(window_);
+    SetWindowTextW(edit, text.c_str());
+    SendMessageW(edit, EM_SETSEL, 0, -1);
 }
 
 Node* TreePane::NodeAt(POINT point) const {
@@ -171,10 +263,14 @@ void TreePane::FillItem(TVITEMW& item) const {
     if (item.mask & TVIF_CHILDREN) item.cChildren = node.Children() > 0 ? 1 : 0;
 }
 
+bool TreePane::HasChildItems(const Node* parent) const {
+    return TreeView_GetChild(window_, parent != nullptr ? ItemOf(*parent) : TVI_ROOT) != nullptr;
+}
+
 bool TreePane::ShowsChildren(const Node* parent) const {
     if (parent == nullptr) return true;
     if (parent->viewItem == 0) return false;
-    return parent->Expanded() || TreeView_GetChild(window_, ItemOf(*parent)) != nullptr;
+    return OpensByItself(*parent) || HasChildItems(parent);
 }
 
 Node* TreePane::FirstOf(const Node* parent) const {
@@ -187,7 +283,6 @@ HTREEITEM TreePane::PlaceOf(const Node& node) {
 }
 
 void TreePane::MakeItem(Node& node, HTREEITEM after) {
-    if (node.viewItem != 0) return;
     TVINSERTSTRUCTW insert{};
     insert.hParent = node.Parent() != nullptr ? ItemOf(*node.Parent()) : TVI_ROOT;
     insert.hInsertAfter = after;
@@ -199,32 +294,51 @@ void TreePane::MakeItem(Node& node, HTREEITEM after) {
     insert.item.lParam = reinterpret_cast<LPARAM>(&node);
     node.viewItem = static_cast<std::uintptr_t>(
         SendMessageW(window_, TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
-    if (node.Expanded()) MakeChildren(&node);
 }
 
-void TreePane::MakeChildren(Node* parent) {
-    const HTREEITEM above = parent != nullptr ? ItemOf(*parent) : TVI_ROOT;
-    const bool allMissing = TreeView_GetChild(window_, above) == nullptr;
-    for (Node* child = FirstOf(parent); child != nullptr; child = child->Next())
-        MakeItem(*child, allMissing ? TVI_LAST : PlaceOf(*child));
-    if (parent != nullptr && parent->Expanded()) {
-        const MirrorScope mirror(mirroring_);
-        TreeView_Expand(window_, ItemOf(*parent), TVE_EXPAND);
+// Makes the items that are missing below `parent`, and below those of them that are open, without recursion;
+// then opens them, the deepest first, while they are not yet shown. `parent` itself stays as it is.
+void TreePane::MakeItemsBelow(Node* parent) {
+    std::vector<Node*> opened{parent};
+    for (std::size_t next = 0; next < opened.size(); ++next) {
+        const Node* const above = opened[next];
+        const bool allMissing = !HasChildItems(above);
+        for (Node* child = FirstOf(above); child != nullptr; child = child->Next()) {
+            if (child->viewItem != 0) continue;
+            MakeItem(*child, allMissing ? TVI_LAST : PlaceOf(*child));
+            if (child->viewItem != 0 && child->Children() > 0 && OpensByItself(*child))
+                opened.push_back(child);
+        }
     }
+    const MirrorScope mirror(mirroring_);
+    for (std::size_t next = opened.size() - 1; next > 0; --next)
+        TreeView_Expand(window_, ItemOf(*opened[next]), TVE_EXPAND);
+}
+
+void TreePane::ShowChildren(Node* parent) {
+    MakeItemsBelow(parent);
+    if (parent == nullptr || !OpensByItself(*parent)) return;
+    const MirrorScope mirror(mirroring_);
+    TreeView_Expand(window_, ItemOf(*parent), TVE_EXPAND);
 }
 
 void TreePane::MakeItemsDownTo(Node& node) {
-    if (node.viewItem != 0) return;
-    if (node.Parent() == nullptr) {
-        MakeItem(node, PlaceOf(node));
-        return;
-    }
-    MakeItemsDownTo(*node.Parent());
-    MakeChildren(node.Parent());
+    std::vector<Node*> missing;
+    Node* above = &node;
+    for (; above != nullptr && above->viewItem == 0; above = above->Parent())
+        missing.push_back(above);
+    // What is made for one level may reach down to the next.
+    for (auto next = missing.rbegin(); next != missing.rend(); ++next)
+        if ((*next)->viewItem == 0) ShowChildren((*next)->Parent());
+}
+
+void TreePane::SelectItemOf(Node* node) {
+    if (node != nullptr) MakeItemsDownTo(*node);
+    const MirrorScope mirror(mirroring_);
+    TreeView_SelectItem(window_, node != nullptr ? ItemOf(*node) : nullptr);
 }
 
 void TreePane::TellChildCount(const Node& node) {
-    if (node.viewItem == 0) return;
     // The button in front of the item appears or goes; the control asks for the number when it draws.
     Redraw(node);
 }
@@ -236,35 +350,30 @@ void TreePane::Redraw(const Node& node) {
 }
 
 void TreePane::NodeAdded(Node& node) {
-    if (bulkDepth_ > 0) {
-        pending_.push_back(&node);
-        return;
-    }
     Node* const parent = node.Parent();
-    if (!ShowsChildren(parent)) {
-        if (parent != nullptr) TellChildCount(*parent);
+    if (bulkDepth_ > 0) {
+        const bool hasItem = parent == nullptr || parent->viewItem != 0;
+        if (hasItem && (grown_.empty() || grown_.back() != parent)) grown_.push_back(parent);
         return;
     }
-    const bool firstShown = parent != nullptr && TreeView_GetChild(window_, ItemOf(*parent)) == nullptr;
-    if (firstShown)
-        MakeChildren(parent);
-    else
-        MakeItem(node, PlaceOf(node));
+    if (ShowsChildren(parent)) {
+        if (HasChildItems(parent))
+            MakeItem(node, PlaceOf(node));
+        else
+            ShowChildren(parent);
+    }
     if (parent != nullptr) TellChildCount(*parent);
 }
 
 void TreePane::NodeRemoving(Node& node) {
-    if (bulkDepth_ > 0) {
-        std::erase_if(pending_, [&](Node* waiting) {
-            for (const Node* above = waiting; above != nullptr; above = above->Parent())
-                if (above == &node) return true;
-            return false;
-        });
+    std::erase_if(waiting_, [&](const Waiting& each) { return IsInSubtree(each.node, node); });
+    if (node.viewItem != 0) {
+        const MirrorScope mirror(mirroring_);
+        TreeView_DeleteItem(window_, ItemOf(node));
+        node.viewItem = 0;
+        // The items below it went with it.
+        std::erase_if(grown_, [](const Node* parent) { return parent != nullptr && parent->viewItem == 0; });
     }
-    if (node.viewItem == 0) return;
-    const MirrorScope mirror(mirroring_);
-    TreeView_DeleteItem(window_, ItemOf(node));
-    node.viewItem = 0;
     if (node.Parent() != nullptr) TellChildCount(*node.Parent());
 }
 
@@ -286,43 +395,51 @@ void TreePane::NodeExpandedChanged(Node& node) {
     if (node.viewItem == 0 || node.Children() == 0) return;
     const bool shown = (TreeView_GetItemState(window_, ItemOf(node), TVIS_EXPANDED) & TVIS_EXPANDED) != 0;
     if (shown == node.Expanded()) return;
+    if (node.Expanded()) {
+        ShowChildren(&node);
+        return;
+    }
     const MirrorScope mirror(mirroring_);
-    if (node.Expanded())
-        MakeChildren(&node);
-    else
-        TreeView_Expand(window_, ItemOf(node), TVE_COLLAPSE);
+    TreeView_Expand(window_, ItemOf(node), TVE_COLLAPSE);
+}
+
+void TreePane::NodeMoved(Node& node) {
+    if (node.viewItem == 0) return;
+    const MirrorScope mirror(mirroring_);
+    Node* const selected = nodes_.Selected();
+    const bool holdsSelection = IsInSubtree(selected, node);
+    // Otherwise the control would look for another item to select, and tell of it.
+    if (holdsSelection) SelectItemOf(nullptr);
+    TreeView_DeleteItem(window_, ItemOf(node));
+    MakeItem(node, PlaceOf(node));
+    if (node.Children() > 0 && OpensByItself(node)) ShowChildren(&node);
+    if (holdsSelection) SelectItemOf(selected);
 }
 
 void TreePane::ChildrenReordered(Node* parent) {
     if (!ShowsChildren(parent)) return;
     const MirrorScope mirror(mirroring_);
     BeginBulkChange();
-    for (Node* child = FirstOf(parent); child != nullptr; child = child->Next())
+    SelectItemOf(nullptr);
+    for (Node* child = parent != nullptr ? parent->LastChild() : nodes_.LastRoot(); child != nullptr;
+         child = child->Previous())
         if (child->viewItem != 0) TreeView_DeleteItem(window_, ItemOf(*child));
-    MakeChildren(parent);
-    if (Node* const selected = nodes_.Selected(); selected != nullptr) {
-        MakeItemsDownTo(*selected);
-        TreeView_SelectItem(window_, ItemOf(*selected));
-    }
+    ShowChildren(parent);
+    if (nodes_.Selected() != nullptr) SelectItemOf(nodes_.Selected());
     EndBulkChange();
 }
 
 void TreePane::SelectionChanged(Node* node) {
     if (mirroring_) return;
-    if (node != nullptr) MakeItemsDownTo(*node);
-    {
-        const MirrorScope mirror(mirroring_);
-        TreeView_SelectItem(window_, node != nullptr ? ItemOf(*node) : nullptr);
-    }
+    SelectItemOf(node);
     if (listener_ != nullptr) listener_->TreeSelectionChanged(node);
 }
 
 void TreePane::AllRemoved() {
     const MirrorScope mirror(mirroring_);
-    pending_.clear();
-    allGone_ = true;
+    grown_.clear();
+    waiting_.clear();
     TreeView_DeleteAllItems(window_);
-    allGone_ = false;
 }
 
 void TreePane::BeginBulkChange() {
@@ -331,10 +448,11 @@ void TreePane::BeginBulkChange() {
 
 void TreePane::EndBulkChange() {
     if (--bulkDepth_ > 0) return;
-    const std::vector<Node*> added = std::move(pending_);
-    pending_.clear();
-    for (Node* node : added)
-        if (node->viewItem == 0 && ShowsChildren(node->Parent())) MakeChildren(node->Parent());
+    std::vector<Node*> grown = std::exchange(grown_, {});
+    std::sort(grown.begin(), grown.end());
+    grown.erase(std::unique(grown.begin(), grown.end()), grown.end());
+    for (Node* const parent : grown)
+        if (ShowsChildren(parent)) ShowChildren(parent);
     SendMessageW(window_, WM_SETREDRAW, TRUE, 0);
     InvalidateRect(window_, nullptr, TRUE);
 }
@@ -344,15 +462,9 @@ void TreePane::EnsureVisible(Node& node) {
     TreeView_EnsureVisible(window_, ItemOf(node));
 }
 
-bool TreePane::IsVisible(const Node& node) {
-    if (node.viewItem == 0) return false;
-    for (const Node* above = node.Parent(); above != nullptr; above = above->Parent())
-        if (!above->Expanded()) return false;
-    RECT item;
-    RECT client;
-    if (!TreeView_GetItemRect(window_, ItemOf(node), &item, FALSE)) return false;
-    GetClientRect(window_, &client);
-    return item.bottom > client.top && item.top < client.bottom;
+Node* TreePane::FirstVisible() {
+    const HTREEITEM first = TreeView_GetFirstVisible(window_);
+    return first != nullptr ? NodeOfItem(first) : nullptr;
 }
 
 void TreePane::ScrollDown() {

@@ -4,12 +4,18 @@
 // The tree control needs <windows.h> in front of it.
 #include <commctrl.h>
 
+#include <string>
 #include <vector>
 
 #include "engine/tree/NodeCollection.h"
 
 // The tree control on the screen. It mirrors the node collection: texts and pictures are asked for when they
 // are drawn, and items are made when their parent is first opened, so that even a huge tree is shown at once.
+// What lies deeper than some hundred levels is opened by the user alone.
+//
+// What the user starts here may take long, show boxes and change the tree, none of which the control is ready
+// for in the middle of its own notification: drags, activations and new names are told afterwards, by a
+// message of their own.
 class TreePane : public NodeView {
  public:
     explicit TreePane(NodeCollection& nodes) : nodes_(nodes) {}
@@ -45,8 +51,8 @@ class TreePane : public NodeView {
         virtual ~Listener() = default;
         virtual void TreeSelectionChanged(Node* node) = 0;
         virtual bool MayEditLabel(Node& node) = 0;
-        // A new name was typed. Whether it is taken over is the listener's to say.
-        virtual void LabelEdited(Node& node, const std::wstring& text) = 0;
+        // Another name was typed. False when it cannot be taken over: it stands in the edit again then.
+        virtual bool LabelEdited(Node& node, const std::wstring& text) = 0;
         virtual void DragStarted(Node& node) = 0;
         virtual void NodeActivated(Node& node) = 0;
     };
@@ -57,37 +63,61 @@ class TreePane : public NodeView {
     void NodeTextChanged(Node& node) override;
     void NodeImageChanged(Node& node) override;
     void NodeExpandedChanged(Node& node) override;
+    void NodeMoved(Node& node) override;
     void ChildrenReordered(Node* parent) override;
     void SelectionChanged(Node* node) override;
     void AllRemoved() override;
     void BeginBulkChange() override;
     void EndBulkChange() override;
     void EnsureVisible(Node& node) override;
-    bool IsVisible(const Node& node) override;
+    Node* FirstVisible() override;
     void ScrollDown() override;
 
  private:
+    // What is told to the listener once the control is done with its notification.
+    enum class Deed { Drag, Activate, Rename };
+    struct Waiting {
+        Deed deed;
+        Node* node;
+        std::wstring text;
+    };
+
     static HTREEITEM ItemOf(const Node& node) { return reinterpret_cast<HTREEITEM>(node.viewItem); }
     static Node& NodeOf(LPARAM parameter) { return *reinterpret_cast<Node*>(parameter); }
     Node* NodeOfItem(HTREEITEM item) const;
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                      DWORD_PTR self);
 
-    // True when the children of `parent` (null: the root level) have items of their own.
+    // True when the children of `parent` (null: the root level) have items of their own, or are to have them.
     bool ShowsChildren(const Node* parent) const;
+    bool HasChildItems(const Node* parent) const;
     Node* FirstOf(const Node* parent) const;
     // Behind which item the node's own belongs when its elder siblings have theirs.
     static HTREEITEM PlaceOf(const Node& node);
     void MakeItem(Node& node, HTREEITEM after);
-    void MakeChildren(Node* parent);
+    void MakeItemsBelow(Node* parent);
+    void ShowChildren(Node* parent);
     void MakeItemsDownTo(Node& node);
+    void SelectItemOf(Node* node);
     void TellChildCount(const Node& node);
     void Redraw(const Node& node);
     void FillItem(TVITEMW& item) const;
+
+    void OnExpanded(Node& node, bool expanded);
+    void OnSelected(Node* node);
+    void OnBeginLabelEdit(const Node& node) const;
+    void OnEndLabelEdit(Node& node, const wchar_t* text);
+    Node* ActivatedBy(UINT notification) const;
+    void TellLater(Deed deed, Node& node, std::wstring text = {});
+    void TellWaiting();
+    void Rename(Node& node, const std::wstring& text);
 
     NodeCollection& nodes_;
     HWND window_ = nullptr;
     Listener* listener_ = nullptr;
     int bulkDepth_ = 0;
-    std::vector<Node*> pending_;  // added during a bulk change, not yet looked at
-    bool mirroring_ = false;      // the control changes because the collection did, not the user
-    bool allGone_ = false;        // the nodes are no more; their items must not look at them
+    std::vector<Node*> grown_;      // parents with items, null for the root level, below which nodes were
+                                    // added during a bulk change
+    std::vector<Waiting> waiting_;  // in the order in which it was done
+    bool mirroring_ = false;        // the control changes because the collection did, not the user
 };

@@ -115,9 +115,6 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_INITMENUPOPUP:
             RefreshCommands();
             return 0;
-        case kLabelEditedMessage:
-            TakeEditedName();
-            return 0;
         case WM_QUERYENDSESSION:
             return TRUE;
         case WM_ENDSESSION:

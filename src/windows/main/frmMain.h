@@ -28,9 +28,6 @@
 #include "windows/main/TreeDrag.h"
 #include "windows/main/cSysTray.h"
 
-// Posted by the window to itself when a label was edited in the tree.
-inline constexpr UINT kLabelEditedMessage = WM_APP;
-
 // The main window: owns the tree, the list, the bars and the menus, and ties the flows to them. It lives from
 // its load to its unload, both in the order of MainWindowOrder.h, and clipboard changes are watched just as
 // long.
@@ -140,7 +137,7 @@ class frmMain : public MainWindowHost,
     // What the user does in the tree.
     void TreeSelectionChanged(Node* node) override;
     bool MayEditLabel(Node& node) override;
-    void LabelEdited(Node& node, const std::wstring& text) override;
+    bool LabelEdited(Node& node, const std::wstring& text) override;
     void DragStarted(Node& node) override;
     void NodeActivated(Node& node) override;
 
@@ -183,8 +180,6 @@ class frmMain : public MainWindowHost,
     void ShowFirstStart();
     void ShowDiagnosis();
     void ShowFormatQuery();
-    // Renames the node whose label was edited.
-    void TakeEditedName();
     void ExitHook();
     void About();
 
@@ -217,11 +212,6 @@ class frmMain : public MainWindowHost,
     int showCommand_ = 1;  // how the window is first shown, SW_SHOWNORMAL
     bool loaded_ = false;
     int menusOpen_ = 0;
-    // A label that was edited, until the tree control is done with it.
-    struct EditedLabel {
-        int index = 0;
-        std::wstring text;
-    } editedLabel_;
 
     CClipBoard clipBoard_;
     SnapFlow snap_{*this, clipBoard_};

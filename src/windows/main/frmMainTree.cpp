@@ -54,17 +54,10 @@ bool frmMain::MayEditLabel(Node& node) {
            ActionAllowed(EditActionFor(node), &node);
 }
 
-// The control still works on the item, and in a sorted folder the new name makes the items anew: it comes
-// afterwards.
-void frmMain::LabelEdited(Node& node, const std::wstring& text) {
-    editedLabel_ = {node.Index(), text};
-    PostMessageW(window_, kLabelEditedMessage, 0, 0);
-}
-
-void frmMain::TakeEditedName() {
-    Node* const node = nodes_.Item(editedLabel_.index);
-    if (node != nullptr && RenameNode(cTV, *node, editedLabel_.text)) UpdateListview();
-    editedLabel_ = {};
+bool frmMain::LabelEdited(Node& node, const std::wstring& text) {
+    if (!RenameNode(cTV, node, text)) return false;
+    UpdateListview();
+    return true;
 }
 
 void frmMain::DragStarted(Node& node) {

@@ -154,34 +154,22 @@ TEST_F(CTreeViewExTest, SortAllNodes_SortsEveryLevel) {
     EXPECT_EQ(Outline(nodes), L"A P(c d(1 2)) Q(a(x y) b)");
 }
 
-TEST_F(CTreeViewExTest, FirstVisibleNode_IsTheTopmostShownOne) {
-    Grow(nodes, L"P(a b c)");
-    EXPECT_EQ(tree.FirstVisibleNode(), nullptr);  // no screen
-    TestScreen screen(nodes);
-    EXPECT_EQ(tree.FirstVisibleNode(), nullptr);
-    At(L"P")->SetExpanded(true);
-    // The oldest shown node is not the topmost.
-    Node& late = nodes.Add(At(L"b"), NodeRelation::Previous, L"late", {});
-    screen.shown = {At(L"b"), At(L"c"), &late};
-    EXPECT_EQ(TextOf(tree.FirstVisibleNode()), L"late");
-}
-
 TEST_F(CTreeViewExTest, Scrolling_MovesByOneNode) {
     Grow(nodes, L"P(a S(x) b c)");
     At(L"P")->SetExpanded(true);
     TestScreen screen(nodes);
-    screen.shown = {At(L"c")};
+    screen.firstShown = At(L"c");
     tree.ScrollUp();
-    screen.shown = {At(L"b")};
+    screen.firstShown = At(L"b");
     tree.ScrollUp();
     tree.ScrollDown();
-    screen.shown = {At(L"P")};
+    screen.firstShown = At(L"P");
     tree.ScrollUp();  // the top is reached
     EXPECT_EQ(screen.TakeTold(), (Told{L"ensure b", L"ensure S", L"scroll down"}));
 
     // A hidden node in front of the first shown one must not open its folder.
     Grow(nodes, L"Q");
-    screen.shown = {At(L"Q")};
+    screen.firstShown = At(L"Q");
     At(L"c")->SetText(L"T");
     nodes.Add(At(L"T"), NodeRelation::Child, L"hidden", {});
     screen.TakeTold();
@@ -189,6 +177,7 @@ TEST_F(CTreeViewExTest, Scrolling_MovesByOneNode) {
     EXPECT_EQ(screen.TakeTold(), (Told{L"ensure T"}));
 
     nodes.Clear();
+    screen.firstShown = nullptr;
     screen.TakeTold();
     tree.ScrollDown();
     tree.ScrollUp();
@@ -198,7 +187,7 @@ TEST_F(CTreeViewExTest, Scrolling_MovesByOneNode) {
 TEST_F(CTreeViewExTest, DragOver_ScrollsNearTheEdges) {
     Grow(nodes, L"P Q");
     TestScreen screen(nodes);
-    screen.shown = {At(L"Q")};
+    screen.firstShown = At(L"Q");
     const auto drag = [&](DragState state, float y) {
         screen.TakeTold();
         tree.DragOver(state, y, 1000);

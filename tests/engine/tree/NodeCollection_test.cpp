@@ -87,12 +87,38 @@ TEST(NodeCollectionTest, Remove_HandsTheSelectionOnBeforeTheNodeGoes) {
     EXPECT_EQ(nodes.Selected(), nullptr);
 }
 
-TEST(NodeCollectionTest, Remove_LeavesAForeignSelectionAlone) {
+TEST(NodeCollectionTest, RemoveAll_TakesNestedOnesAndSelectsWhatStays) {
     NodeCollection nodes;
-    Grow(nodes, L"P(a(x) b)");
-    nodes.Select(&Named(nodes, L"P"));
-    nodes.Remove(Named(nodes, L"a"));
-    EXPECT_EQ(nodes.Selected(), &Named(nodes, L"P"));
+    Grow(nodes, L"P(a b(x(y) z) c d) Q R(e)");
+    TestScreen screen(nodes);
+    nodes.Select(&Named(nodes, L"y"));
+    screen.TakeTold();
+
+    const std::vector<Node*> gone = {&Named(nodes, L"x"), &Named(nodes, L"b"), &Named(nodes, L"c"),
+                                     &Named(nodes, L"d"), &Named(nodes, L"R"), &Named(nodes, L"c")};
+    nodes.RemoveAll(gone);
+    EXPECT_EQ(screen.TakeTold(),
+              (Told{L"selected a", L"removing R", L"removing d", L"removing c", L"removing b"}));
+    EXPECT_EQ(Outline(nodes), L"P(a) Q");
+    EXPECT_TRUE(IsConsistent(nodes));
+
+    nodes.RemoveAll({});
+    nodes.Remove(Named(nodes, L"Q"));
+    EXPECT_EQ(screen.TakeTold(), (Told{L"removing Q"}));
+    EXPECT_EQ(nodes.Selected(), &Named(nodes, L"a"));
+}
+
+TEST(NodeCollectionTest, SetExpanded_AClosedNodeTakesTheSelectionUp) {
+    NodeCollection nodes;
+    Grow(nodes, L"P(a(x)) Q");
+    Node& top = Named(nodes, L"P");
+    top.SetExpanded(true);
+    TestScreen screen(nodes);
+    nodes.Select(&Named(nodes, L"x"));
+    top.SetExpanded(false);
+    Named(nodes, L"Q").SetExpanded(true);
+    Named(nodes, L"Q").SetExpanded(false);
+    EXPECT_EQ(screen.TakeTold(), (Told{L"selected x", L"selected P", L"closed P", L"open Q", L"closed Q"}));
 }
 
 TEST(NodeCollectionTest, Clear_EmptiesTheTreeAndCanBeFilledAgain) {
@@ -141,14 +167,17 @@ TEST(NodeCollectionTest, SortedParent_KeepsItsChildrenInOrder) {
     nodes.Add(&Named(nodes, L"d"), NodeRelation::Previous, L"A", {});
     EXPECT_EQ(Outline(nodes), L"P(a A B b c d)");
 
+    TestScreen screen(nodes);
     Named(nodes, L"a").SetText(L"bb");
     Named(nodes, L"d").SetText(L"0");
-    EXPECT_EQ(Outline(nodes), L"P(0 A B b bb c)");
+    Named(nodes, L"c").SetText(L"C");
+    EXPECT_EQ(Outline(nodes), L"P(0 A B b bb C)");
+    EXPECT_EQ(screen.TakeTold(), (Told{L"text bb", L"moved bb", L"text 0", L"moved 0", L"text C"}));
     EXPECT_TRUE(IsConsistent(nodes));
 
     parent.SetSorted(false);
     nodes.Add(&parent, NodeRelation::Child, L"a", {});
-    EXPECT_EQ(Outline(nodes), L"P(0 A B b bb c a)");
+    EXPECT_EQ(Outline(nodes), L"P(0 A B b bb C a)");
 }
 
 TEST(NodeCollectionTest, SortedRootLevel_KeepsTheRootsInOrder) {

@@ -116,24 +116,21 @@ class TestScreen : public NodeView {
     ~TestScreen() override { nodes_.SetView(nullptr); }
 
     std::vector<std::wstring> told;
-    std::vector<const Node*> shown;  // what IsVisible answers true for
+    Node* firstShown = nullptr;
 
     void NodeAdded(Node& node) override { Note(L"added", &node); }
     void NodeRemoving(Node& node) override { Note(L"removing", &node); }
     void NodeTextChanged(Node& node) override { Note(L"text", &node); }
     void NodeImageChanged(Node& node) override { Note(L"image", &node); }
     void NodeExpandedChanged(Node& node) override { Note(node.Expanded() ? L"open" : L"closed", &node); }
+    void NodeMoved(Node& node) override { Note(L"moved", &node); }
     void ChildrenReordered(Node* parent) override { Note(L"reordered", parent); }
     void SelectionChanged(Node* node) override { Note(L"selected", node); }
     void AllRemoved() override { told.push_back(L"all removed, " + std::to_wstring(nodes_.Count())); }
     void BeginBulkChange() override { told.push_back(L"begin"); }
     void EndBulkChange() override { told.push_back(L"end"); }
     void EnsureVisible(Node& node) override { Note(L"ensure", &node); }
-    bool IsVisible(const Node& node) override {
-        for (const Node* each : shown)
-            if (each == &node) return true;
-        return false;
-    }
+    Node* FirstVisible() override { return firstShown; }
     void ScrollDown() override { told.push_back(L"scroll down"); }
 
     std::vector<std::wstring> TakeTold() { return std::exchange(told, {}); }
