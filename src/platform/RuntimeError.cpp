@@ -1,5 +1,10 @@
 #include "platform/RuntimeError.h"
 
+#include <new>
+#include <stdexcept>
+
+#include "platform/Platform.h"
+
 namespace {
 
 std::wstring DescriptionOf(ErrorNumber number) {
@@ -14,6 +19,8 @@ std::wstring DescriptionOf(ErrorNumber number) {
             return L"Index außerhalb des gültigen Bereichs";
         case ErrorNumber::TypeMismatch:
             return L"Falscher Datentyp";
+        case ErrorNumber::Internal:
+            return L"Interner Fehler";
         case ErrorNumber::FileNotFound:
             return L"Datei nicht gefunden";
         case ErrorNumber::FileError:
@@ -82,4 +89,23 @@ RuntimeError FileErrorOf(std::uint32_t systemCode, const std::wstring& path) {
             return error(ErrorNumber::FileError, DescriptionOf(ErrorNumber::FileError) + L" (Fehlercode " +
                                                      std::to_wstring(systemCode) + L")");
     }
+}
+
+RuntimeError ErrorBeingHandled() {
+    try {
+        throw;
+    } catch (const RuntimeError& error) {
+        return error;
+    } catch (const std::bad_alloc&) {
+        return RuntimeError(ErrorNumber::OutOfMemory);
+    } catch (const std::length_error&) {
+        // A container says this of a size that no memory could hold.
+        return RuntimeError(ErrorNumber::OutOfMemory);
+    } catch (const std::exception&) {
+        return RuntimeError(ErrorNumber::Internal);
+    }
+}
+
+void TellError(const RuntimeError& error) {
+    ThePlatform().user.Tell(error.Description());
 }

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <exception>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -12,10 +13,11 @@ enum class ErrorNumber : int {
     OutOfMemory = 7,
     IndexOutOfRange = 9,
     TypeMismatch = 13,
+    Internal = 51,
     FileNotFound = 53,
     FileError = 57,
-    FileTooShort = 62,
     DiskFull = 61,
+    FileTooShort = 62,
     AccessDenied = 70,
     PathError = 76,
     ObjectMissing = 91,
@@ -43,3 +45,29 @@ class RuntimeError : public std::exception {
 // What the system's error code of a failed file call says, as an error of ours; `path` is part of the
 // description.
 RuntimeError FileErrorOf(std::uint32_t systemCode, const std::wstring& path);
+
+// What the exception that is being handled means to the user: an error of ours is itself, memory that could
+// not be had is OutOfMemory, anything else of the C++ library Internal.
+RuntimeError ErrorBeingHandled();
+
+// Runs an action; the error that ended it, if one did.
+template <typename Action>
+std::optional<RuntimeError> ErrorIn(Action&& action) {
+    try {
+        action();
+        return std::nullopt;
+    } catch (const std::exception&) {
+        return ErrorBeingHandled();
+    }
+}
+
+// Shows the user the error's description.
+void TellError(const RuntimeError& error);
+
+// Runs an action. False when an error ended it, which the user has been told then.
+template <typename Action>
+bool Succeeds(Action&& action) {
+    const std::optional<RuntimeError> error = ErrorIn(action);
+    if (error) TellError(*error);
+    return !error;
+}

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "fake/FakePlatform.h"
 #include "platform/Files.h"
 
 namespace {
@@ -26,8 +27,20 @@ TEST(RuntimeError, FileErrorOf_TellsTheCausesApart) {
     EXPECT_NE(FileErrorOf(1117, L"x").Description().find(L"1117"), std::wstring::npos);
 }
 
-TEST(RuntimeError, Description_BelongsToTheNumberUnlessGiven) {
-    EXPECT_EQ(RuntimeError(ErrorNumber::Overflow).Description(), L"Überlauf");
-    EXPECT_EQ(RuntimeError(ErrorNumber::Overflow, L"anders").Description(), L"anders");
-    EXPECT_EQ(RuntimeError(ErrorNumber::Overflow).Number(), 6);
+TEST(RuntimeError, Succeeds_TellsWhatEndedTheAction) {
+    FakePlatform fake;
+    const auto told = [&](const auto& action) {
+        fake.user.messages.clear();
+        EXPECT_FALSE(Succeeds(action));
+        return fake.user.LastMessage();
+    };
+    EXPECT_EQ(told([] { throw RuntimeError(ErrorNumber::Overflow); }), L"Überlauf");
+    EXPECT_EQ(told([] { throw RuntimeError(ErrorNumber::Overflow, L"anders"); }), L"anders");
+    EXPECT_EQ(told([] { throw std::bad_alloc(); }), L"Nicht genügend Speicher");
+    EXPECT_EQ(told([] { std::string().reserve(std::string().max_size() + 1); }), L"Nicht genügend Speicher");
+    EXPECT_EQ(told([] { static_cast<void>(std::string().at(0)); }), L"Interner Fehler");
+
+    fake.user.messages.clear();
+    EXPECT_TRUE(Succeeds([] {}));
+    EXPECT_TRUE(fake.user.messages.empty());
 }

@@ -271,13 +271,7 @@ bool CFormat::LoadAndSaveFormat(FileHandle file) {
     Loaded = false;
     WriteError = 0;
     bool saved = false;
-    try {
-        saved = SaveFromClipboard(file);
-    } catch (const RuntimeError& error) {
-        ThePlatform().user.Tell(error.Description());
-    } catch (const std::bad_alloc&) {
-        ThePlatform().user.Tell(RuntimeError(ErrorNumber::OutOfMemory).Description());
-    }
+    Succeeds([&] { saved = SaveFromClipboard(file); });
     if (!saved) Reset();
     return saved;
 }

@@ -70,13 +70,7 @@ void SnapFlow::UpdateClipBoard() {
 void SnapFlow::Snap() {
     if (running_ || TreeOperationUnderWay()) return;
     const RunningScope running(running_);
-    try {
-        TakeSnap();
-    } catch (const RuntimeError& error) {
-        ThePlatform().user.Tell(error.Description());
-    } catch (const std::bad_alloc&) {
-        ThePlatform().user.Tell(RuntimeError(ErrorNumber::OutOfMemory).Description());
-    }
+    Succeeds([this] { TakeSnap(); });
 }
 
 void SnapFlow::TakeSnap() {

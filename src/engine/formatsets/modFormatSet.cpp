@@ -1,7 +1,6 @@
 #include "engine/formatsets/modFormatSet.h"
 
 #include <algorithm>
-#include <exception>
 #include <string_view>
 
 #include "engine/clipboard/CFormats.h"
@@ -9,7 +8,6 @@
 #include "engine/process/modMain.h"
 #include "engine/process/modOption.h"
 #include "platform/FileBytes.h"
-#include "platform/Platform.h"
 #include "platform/RuntimeError.h"
 
 bool FormatSetsChanged = false;
@@ -41,20 +39,6 @@ FormatSet MakeSet(const std::wstring& name, std::vector<FormatSetEntry> entries)
     set.Key = BuildFormatSetKey(entries);
     set.Formats = std::move(entries);
     return set;
-}
-
-// Runs a part of load or save and tells the user what went wrong in it.
-template <typename Action>
-bool Succeeds(Action action) {
-    try {
-        action();
-        return true;
-    } catch (const RuntimeError& error) {
-        ThePlatform().user.Tell(error.Description());
-    } catch (const std::bad_alloc&) {
-        ThePlatform().user.Tell(RuntimeError(ErrorNumber::OutOfMemory).Description());
-    }
-    return false;
 }
 
 }  // namespace

@@ -137,14 +137,13 @@ void SetDefaultOptions() {
 
 void LoadOptions() {
     LogDebug(L"LoadOptions ...");
-    try {
+    const auto error = ErrorIn([] {
         for (const Option& option : kOptions)
             Read(option, Options());
         if (Options().KeyActivate.size() != 1) Options().KeyActivate = L"L";
         LogDebug(L"LoadOptions beendet");
-    } catch (const RuntimeError& error) {
-        TellLoadError(error.Description());
-    }
+    });
+    if (error) TellLoadError(error->Description());
 }
 
 bool SaveOptions() {

@@ -261,15 +261,15 @@ void ClipOperations::cTV_AfterNodeCopy(Node& newNode, Node& sourceNode, bool isM
     const std::wstring from = ClipFileOf(&sourceNode);
     const std::wstring failure =
         L"Fehler beim Kopieren der Datei " + (from.empty() ? sourceNode.Text() : from);
-    try {
+    const auto error = ErrorIn([&] {
         if (from.empty()) throw RuntimeError(ErrorNumber::FileNotFound);
         CopyClipData(newNode, sourceNode, from);
-    } catch (const RuntimeError& error) {
-        if (error.Number() == static_cast<int>(ErrorNumber::FileNotFound))
-            failure_ = {failure, L"Datei nicht gefunden"};
-        else
-            failure_ = {failure + L"\r\n" + error.Description(), L"Fataler Fehler in AfterNodeCopy"};
-    }
+    });
+    if (!error) return;
+    if (error->Number() == static_cast<int>(ErrorNumber::FileNotFound))
+        failure_ = {failure, L"Datei nicht gefunden"};
+    else
+        failure_ = {failure + L"\r\n" + error->Description(), L"Fataler Fehler in AfterNodeCopy"};
 }
 
 // Gives the copy of a clip a data file of its own, under the next number of the profile it stands in.

@@ -15,19 +15,6 @@
 
 namespace {
 
-// Runs an operation and returns the error that ended it.
-template <typename Operation>
-std::optional<RuntimeError> ErrorIn(Operation operation) {
-    try {
-        operation();
-        return std::nullopt;
-    } catch (const RuntimeError& error) {
-        return error;
-    } catch (const std::bad_alloc&) {
-        return RuntimeError(ErrorNumber::OutOfMemory);
-    }
-}
-
 std::int16_t In16Bits(std::int32_t number) {
     if (number > std::numeric_limits<std::int16_t>::max()) throw RuntimeError(ErrorNumber::Overflow);
     return static_cast<std::int16_t>(number);

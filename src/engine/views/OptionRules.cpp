@@ -139,13 +139,7 @@ bool ConfirmOptions(OptionControls& controls, OptionValues& values) {
     controls.tbTextLen = TextLenAfterLeave(controls.tbTextLen);
     controls.tbClipLen = ClipLenAfterLeave(controls.tbClipLen);
     controls.tbKeyActivate = KeyActivateAfterLeave(controls.tbKeyActivate, values.KeyActivate);
-    try {
-        values = ValuesFromControls(controls, values);
-        return true;
-    } catch (const RuntimeError& error) {
-        ThePlatform().user.Tell(error.Description());
-        return false;
-    }
+    return Succeeds([&] { values = ValuesFromControls(controls, values); });
 }
 
 bool ClipLenKeyPasses(wchar_t key) {
