@@ -9,7 +9,7 @@ bool IsDriveRoot(const std::wstring& path) {
 }  // namespace
 
 std::wstring JoinDirectory(const std::wstring& directory, const std::wstring& name) {
-    return directory.ends_with(L'\\') ? directory + name : directory + L"\\" + name;
+    return WithBackslash(directory) + name;
 }
 
 std::wstring DirectoryOf(const std::wstring& path) {
@@ -26,6 +26,10 @@ std::wstring DirectoryAbove(const std::wstring& directory) {
 
 std::wstring LastPartOf(const std::wstring& path) {
     return path.substr(path.rfind(L'\\') + 1);
+}
+
+std::wstring WithBackslash(const std::wstring& directory) {
+    return directory.ends_with(L'\\') ? directory : directory + L'\\';
 }
 
 std::wstring WithoutBackslash(const std::wstring& directory) {

@@ -12,6 +12,8 @@ std::wstring DirectoryOf(const std::wstring& path);
 std::wstring DirectoryAbove(const std::wstring& directory);
 // The part behind the last "\".
 std::wstring LastPartOf(const std::wstring& path);
+// With "\" at its end, otherwise as it was written. Empty gives "\".
+std::wstring WithBackslash(const std::wstring& directory);
 // Without the "\" at its end, if it has one; the root of a drive keeps it.
 std::wstring WithoutBackslash(const std::wstring& directory);
 // A full path as the system's calls take it: prefixed when it is too long for the usual limit of 260

@@ -2,6 +2,7 @@
 
 #include <exception>
 
+#include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "platform/Text.h"
 
@@ -14,9 +15,7 @@ bool RequestTrace = false;
 bool ModalDialogOpen = false;
 
 std::wstring AddBackslash(const std::wstring& path) {
-    std::wstring result = UpperCase(Trim(path));
-    if (result.empty() || result.back() != L'\\') result += L'\\';
-    return result;
+    return WithBackslash(UpperCase(Trim(path)));
 }
 
 bool FileExists(const std::wstring& path) {

@@ -38,8 +38,8 @@ class OpenDialogScope {
     bool before_;
 };
 
-// `path` without blanks at its ends, in upper case, with "\" appended when it has none there. An empty path
-// gives "\". Every path built with it is in upper case.
+// More than its name says: `path` without blanks at its ends, IN UPPER CASE, with "\" appended when it has
+// none there; an empty path gives "\". For a path as the user wrote it: WithBackslash (platform/Paths.h).
 std::wstring AddBackslash(const std::wstring& path);
 
 // True when a listing of `path` yields a name, be it a file's or a directory's. Never fails.

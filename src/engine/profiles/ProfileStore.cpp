@@ -8,6 +8,7 @@
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/TreeWalk.h"
 #include "engine/tree/modTreeEx.h"
+#include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "platform/RuntimeError.h"
 

@@ -6,6 +6,7 @@
 #include "engine/profiles/CProfiles.h"
 #include "engine/tree/TreeWalk.h"
 #include "engine/tree/modTreeEx.h"
+#include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"

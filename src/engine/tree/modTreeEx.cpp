@@ -1,6 +1,7 @@
 #include "engine/tree/modTreeEx.h"
 
 #include "engine/tree/TreeWalk.h"
+#include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
 
@@ -95,10 +96,6 @@ std::wstring MakeStructureTag(const std::wstring& info) {
 
 std::wstring ParseStructureTag(const std::wstring& tag) {
     return From(tag, kFirstField);
-}
-
-std::wstring WithBackslash(const std::wstring& directory) {
-    return directory.ends_with(L'\\') ? directory : directory + L'\\';
 }
 
 std::wstring TreeDataFilePath(const std::wstring& directory) {

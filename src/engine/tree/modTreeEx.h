@@ -38,9 +38,6 @@ std::wstring MakeStructureTag(const std::wstring& info);
 // The tag from its third character on; empty for a shorter one.
 std::wstring ParseStructureTag(const std::wstring& tag);
 
-// A profile's directory with "\" at its end; it is otherwise as the user wrote it. Empty gives "\".
-std::wstring WithBackslash(const std::wstring& directory);
-
 // The full path of the tree data file in a profile's directory.
 std::wstring TreeDataFilePath(const std::wstring& directory);
 

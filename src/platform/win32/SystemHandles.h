@@ -23,6 +23,14 @@ inline DataHandle EngineData(HANDLE data) {
     return static_cast<DataHandle>(reinterpret_cast<std::uintptr_t>(data));
 }
 
+inline HANDLE SystemFile(FileHandle file) {
+    return reinterpret_cast<HANDLE>(file);
+}
+
+inline FileHandle EngineFile(HANDLE file) {
+    return static_cast<FileHandle>(reinterpret_cast<std::uintptr_t>(file));
+}
+
 struct FileTraits {
     using Handle = HANDLE;
     static HANDLE None() { return INVALID_HANDLE_VALUE; }

@@ -11,10 +11,6 @@ namespace {
 
 constexpr int kMostCopyNames = 100;
 
-HANDLE SystemFile(FileHandle file) {
-    return reinterpret_cast<HANDLE>(file);
-}
-
 struct OpenWay {
     DWORD access;
     DWORD disposition;
@@ -82,7 +78,7 @@ FileHandle Win32Files::Open(const std::wstring& path, FileUse use) {
     if (!Noted(file.IsSet())) return FileHandle::None;
     if (use == FileUse::Append && !Noted(SetFilePointerEx(file.Get(), LARGE_INTEGER{}, nullptr, FILE_END)))
         return FileHandle::None;
-    return static_cast<FileHandle>(reinterpret_cast<std::uintptr_t>(file.Release()));
+    return EngineFile(file.Release());
 }
 
 void Win32Files::Close(FileHandle file) {

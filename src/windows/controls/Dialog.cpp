@@ -7,6 +7,7 @@
 #include "platform/Guard.h"
 #include "platform/Platform.h"
 #include "platform/win32/ModalWindows.h"
+#include "platform/win32/SystemHandles.h"
 #include "resources/controls.h"
 #include "windows/controls/DialogTemplate.h"
 
@@ -149,7 +150,7 @@ bool Dialog::OnMessage(UINT, WPARAM, LPARAM, LRESULT&) {
 }
 
 void Dialog::OnHelp() {
-    ShowHelp(HandleOf(window_), Topic());
+    ShowHelp(EngineWindow(window_), Topic());
 }
 
 void Dialog::Close(bool confirmed) {

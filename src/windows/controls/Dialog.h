@@ -5,7 +5,6 @@
 #include <string>
 
 #include "engine/process/modHelp.h"
-#include "platform/Handles.h"
 
 // A dialog window made from a template of the resources, shown in the system's message font. One class per
 // form; the object stays with its window while that lives. Enter presses cb_ok, Escape cb_cancel.
@@ -70,14 +69,6 @@ class Dialog {
     bool modal_ = false;
     bool page_ = false;
 };
-
-// A real window as the engine's ports know it, and back.
-inline WindowHandle HandleOf(HWND window) {
-    return static_cast<WindowHandle>(reinterpret_cast<std::uintptr_t>(window));
-}
-inline HWND WindowOf(WindowHandle handle) {
-    return reinterpret_cast<HWND>(static_cast<std::uintptr_t>(handle));
-}
 
 // The text of any window.
 std::wstring WindowText(HWND window);

@@ -5,6 +5,7 @@
 #include "engine/clipboard/modViewerHook.h"
 #include "engine/process/modMain.h"
 #include "platform/Platform.h"
+#include "platform/win32/SystemHandles.h"
 #include "resources/controls.h"
 
 namespace {
@@ -41,7 +42,7 @@ void frmDiagnose::cbRefresh_Click() {
 }
 
 void frmDiagnose::FillFormats() {
-    const OpenClipboardScope open(HandleOf(Window()));
+    const OpenClipboardScope open(EngineWindow(Window()));
     if (!open.IsOpen()) return;
     const HWND list = Control(lstClipboard);
     SendMessageW(list, LB_RESETCONTENT, 0, 0);

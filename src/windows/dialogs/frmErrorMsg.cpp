@@ -4,6 +4,7 @@
 #include "engine/clipboard/FormatNames.h"
 #include "engine/clipboard/modClipboard.h"
 #include "engine/process/modMain.h"
+#include "platform/win32/SystemHandles.h"
 #include "resources/controls.h"
 
 namespace {
@@ -31,7 +32,7 @@ void frmErrorMsg::OnCommand(int control, int code) {
 
 void frmErrorMsg::cbRefresh_Click() {
     SendMessageW(Control(lstMessages), LB_RESETCONTENT, 0, 0);
-    const OpenClipboardScope open(HandleOf(Window()));
+    const OpenClipboardScope open(EngineWindow(Window()));
     if (!open.IsOpen()) return;
     for (const CFormat& format : *clipBoard_.GetClipboardFormats())
         AddLine(DescribeFormat(format));

@@ -4,6 +4,7 @@
 #include <commctrl.h>
 
 #include "engine/clipboard/modClipboard.h"
+#include "platform/win32/SystemHandles.h"
 #include "resources/controls.h"
 #include "windows/controls/ToolTips.h"
 #include "windows/dialogs/frmChangeAlias.h"
@@ -94,7 +95,7 @@ void frmFormatSets::lstAlias_Click() {
 void frmFormatSets::Command1_Click() {
     std::shared_ptr<CFormats> formats;
     {
-        const OpenClipboardScope clipboard(HandleOf(Window()));
+        const OpenClipboardScope clipboard(EngineWindow(Window()));
         if (clipboard.IsOpen()) formats = clipBoard_.GetClipboardFormats();
     }
     if (!model_.AddFromClipboard(formats.get())) return;

@@ -9,6 +9,7 @@
 #include "engine/process/modHelp.h"
 #include "engine/process/modMain.h"
 #include "platform/Platform.h"
+#include "platform/win32/SystemHandles.h"
 #include "platform/win32/Win32Platform.h"
 #include "resources/controls.h"
 #include "windows/controls/Dialog.h"
@@ -50,10 +51,10 @@ class WindowsStartUp : public StartUpHost {
     }
 
     WindowHandle FindTopLevelWindow(const std::wstring& title) override {
-        return HandleOf(FindWindowW(nullptr, title.c_str()));
+        return EngineWindow(FindWindowW(nullptr, title.c_str()));
     }
-    bool IsMinimised(WindowHandle window) override { return IsIconic(WindowOf(window)) != 0; }
-    void ShowNormal(WindowHandle window) override { ShowWindow(WindowOf(window), SW_SHOWNORMAL); }
+    bool IsMinimised(WindowHandle window) override { return IsIconic(SystemWindow(window)) != 0; }
+    void ShowNormal(WindowHandle window) override { ShowWindow(SystemWindow(window), SW_SHOWNORMAL); }
 
     void ActivateByTitle(const std::wstring& title) override {
         const HWND window = FindWindowW(nullptr, title.c_str());

@@ -12,6 +12,7 @@
 #include "engine/views/MainLayout.h"
 #include "platform/Guard.h"
 #include "platform/Platform.h"
+#include "platform/win32/SystemHandles.h"
 #include "resources/controls.h"
 #include "windows/controls/Boxes.h"
 #include "windows/controls/Dialog.h"
@@ -52,7 +53,7 @@ bool frmMain::Load() {
     CreateWindowExW(WS_EX_CONTROLPARENT, kWindowClass, L"", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
                     CW_USEDEFAULT, 0, CW_USEDEFAULT, 0, nullptr, nullptr, instance, this);
     if (window_ == nullptr) return false;
-    user_.SetMainWindow(HandleOf(window_));
+    user_.SetMainWindow(EngineWindow(window_));
     user_.SetStatusLine([this](const std::wstring& text) { ShowStatus(text); });
     keys_ = LoadAcceleratorsW(instance, MAKEINTRESOURCEW(IDA_frmMain));
     LoadMainWindow(*this);
@@ -342,7 +343,7 @@ void frmMain::SetOptions() {
     tbToolBar_.Press(tbbAutoDetect, Options().AutoSnap);
     tbToolBar_.Press(tbbLock, Options().LockEdit);
     tbToolBar_.ShowToolTips(Options().ShowTooltips);
-    SetTopless(HandleOf(window_), Options().TopWindow);
+    SetTopless(EngineWindow(window_), Options().TopWindow);
     cSysTray1.SetInTray(Options().ShowInTray);
     // Without its icon in the notification area a hidden window could not be reached any more.
     if (loaded_ && !Options().ShowInTray && !IsWindowVisible(window_)) ShowWindow(window_, SW_SHOWMINIMIZED);
@@ -379,7 +380,7 @@ void frmMain::BringToFront() {
 }
 
 WindowHandle frmMain::Window() {
-    return HandleOf(window_);
+    return EngineWindow(window_);
 }
 
 bool frmMain::LockPressed() {

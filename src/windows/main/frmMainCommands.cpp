@@ -16,6 +16,7 @@
 #include "engine/tree/modTreeEx.h"
 #include "engine/views/ChooserRules.h"
 #include "platform/Platform.h"
+#include "platform/win32/SystemHandles.h"
 #include "resources/controls.h"
 #include "windows/controls/Dialog.h"
 #include "windows/dialogs/frmAbout.h"
@@ -151,11 +152,11 @@ void frmMain::RunCommand(int command) {
         case m_test_exithook:
             return ExitHook();
         case mnuHelpContents:
-            return ShowHelp(HandleOf(window_));
+            return ShowHelp(EngineWindow(window_));
         case mnuHelpSearch:
-            return ShowHelpCommand(HandleOf(window_), kHelpFinder, 0);
+            return ShowHelpCommand(EngineWindow(window_), kHelpFinder, 0);
         case m_help_keys:
-            return ShowHelp(HandleOf(window_), HelpTopic::Keys);
+            return ShowHelp(EngineWindow(window_), HelpTopic::Keys);
         case mnuHelpAbout:
             return About();
         case m_tray_restore:
@@ -330,8 +331,8 @@ void frmMain::Search(bool again) {
 
 void frmMain::ShowOptions() {
     if (!frmOption().ShowModal(window_, IDD_frmOption)) return;
-    UnregisterActivationHotKey(HandleOf(window_));
-    RegisterActivationHotKey(HandleOf(window_));
+    UnregisterActivationHotKey(EngineWindow(window_));
+    RegisterActivationHotKey(EngineWindow(window_));
     SetOptions();
 }
 

@@ -11,6 +11,7 @@
 #include "engine/profiles/ProfileStore.h"
 #include "engine/views/MainLayout.h"
 #include "engine/views/StoredWindow.h"
+#include "platform/win32/SystemHandles.h"
 #include "resources/controls.h"
 #include "windows/controls/Boxes.h"
 #include "windows/controls/Dialog.h"
@@ -20,13 +21,13 @@
 namespace {
 
 LRESULT CALLBACK HookThunk(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    return ClipboardWndProc(HandleOf(window), message, static_cast<MessageParameter>(wParam), lParam);
+    return ClipboardWndProc(EngineWindow(window), message, static_cast<MessageParameter>(wParam), lParam);
 }
 
 }  // namespace
 
 void frmMain::AddHotKey() {
-    RegisterActivationHotKey(HandleOf(window_));
+    RegisterActivationHotKey(EngineWindow(window_));
 }
 
 void frmMain::JoinViewerChain() {
@@ -34,7 +35,7 @@ void frmMain::JoinViewerChain() {
         static_cast<ProcedureAddress>(reinterpret_cast<std::uintptr_t>(&HookThunk));
     TheMainWindowHooks.updateClipBoard = [this] { UpdateClipBoard(); };
     TheMainWindowHooks.hotKeyAction = [this](WindowHandle) { Restore(); };
-    ConnectViewer(HandleOf(window_));
+    ConnectViewer(EngineWindow(window_));
 }
 
 void frmMain::ClearPreview() {
@@ -103,7 +104,7 @@ void frmMain::RenderWhatIsPromised() {
 }
 
 void frmMain::RemoveHotKey() {
-    UnregisterActivationHotKey(HandleOf(window_));
+    UnregisterActivationHotKey(EngineWindow(window_));
 }
 
 void frmMain::LeaveViewerChain() {
