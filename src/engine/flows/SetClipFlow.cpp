@@ -15,8 +15,7 @@ void SetClipFlow::SetClip() {
         ThePlatform().user.Status(L"Die Datei des Clips konnte nicht ermittelt werden.");
         return;
     }
-    ReadNodeAttributes(node);
-    if (!RestoreClip(clipBoard_, host_.Window(), path, ReadAttributes().formatCount)) return;
+    if (!RestoreClip(clipBoard_, host_.Window(), path, AttributesOf(node).formatCount)) return;
     if (Options().SetBeep) ThePlatform().user.Beep();
     if (Options().IconAfterSetClip) {
         host_.Minimise();

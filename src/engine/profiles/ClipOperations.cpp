@@ -285,8 +285,7 @@ void ClipOperations::CopyClipData(Node& newNode, const Node& sourceNode, const s
     if (!files.Copy(from, to, false)) throw FileErrorOf(files.LastError(), from);
     copiedFiles_.push_back(to);
 
-    ReadNodeAttributes(&sourceNode);
-    const NodeAttributes& read = ReadAttributes();
+    const NodeAttributes read = AttributesOf(&sourceNode);
     newNode.SetTag(MakeClipTag(number, read.formatCount, read.timeCaptured, read.info));
 }
 

@@ -44,15 +44,13 @@ std::wstring InfoRefusal(const std::wstring& info, const std::wstring& tag) {
 }
 
 ClipProperties ReadClipProperties(const Node& clip) {
-    ReadNodeAttributes(&clip);
-    const NodeAttributes& read = ReadAttributes();
+    const NodeAttributes read = AttributesOf(&clip);
     return {clip.Text(), read.info, read.timeCaptured, read.formatCount, ClipFileOf(&clip)};
 }
 
 bool ApplyClipProperties(CTreeViewEx& tree, Node& clip, const std::wstring& name, const std::wstring& info) {
     const TreeOperationScope operation;
-    ReadNodeAttributes(&clip);
-    const NodeAttributes& read = ReadAttributes();
+    const NodeAttributes read = AttributesOf(&clip);
     const std::wstring tag = MakeClipTag(read.clipNumber, read.formatCount, read.timeCaptured, info);
     if (!Accepted(NameRefusal(name)) || !Accepted(InfoRefusal(info, tag))) return false;
     clip.SetText(name);

@@ -211,8 +211,7 @@ bool MakeProfileDirectory(const std::wstring& directory) {
 }
 
 ProfileProperties ReadProfileProperties(const Node& profile) {
-    ReadNodeAttributes(&profile);
-    const NodeAttributes read = ReadAttributes();
+    const NodeAttributes read = AttributesOf(&profile);
     const NodeCounts counts = CountBelow(profile);
     const bool locked = LockBlocks(TreeAction::EditProfile, &profile, Options().LockEdit);
     return {.name = profile.Text(),
@@ -226,8 +225,7 @@ ProfileProperties ReadProfileProperties(const Node& profile) {
 
 bool ApplyProfileProperties(CTreeViewEx& tree, Node& profile, const ProfileProperties& properties) {
     const TreeOperationScope operation;
-    ReadNodeAttributes(&profile);
-    const NodeAttributes read = ReadAttributes();
+    const NodeAttributes read = AttributesOf(&profile);
     const std::wstring tag =
         MakeProfileTag(read.counter, read.directory, properties.globalFree, properties.info);
     const std::wstring nameRefusal = NameRefusal(properties.name);

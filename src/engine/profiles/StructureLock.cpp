@@ -10,9 +10,7 @@ namespace {
 // The profile of `node` carries the global release.
 bool IsReleased(const Node* node) {
     const Node* const profile = GetTopNode(node);
-    if (!IsProfileNode(profile)) return false;
-    ReadNodeAttributes(profile);
-    return ReadAttributes().globalFlag;
+    return IsProfileNode(profile) && AttributesOf(profile).globalFlag;
 }
 
 }  // namespace

@@ -75,8 +75,7 @@ TemplatePreview LoadTemplatePreview(CTreeViewEx& previewTree, const std::wstring
     const Node* const profile = previewTree.BuildSubTreeFromData(nullptr);
     previewTree.ReleaseData();
     if (!IsProfileNode(profile)) return {};
-    ReadNodeAttributes(profile);
-    return {profile->Text(), ReadAttributes().info};
+    return {profile->Text(), AttributesOf(profile).info};
 }
 
 bool FirstStartDue() {

@@ -26,7 +26,7 @@ struct ProfileFields {
     std::wstring Tag() const { return MakeProfileTag(counter, directory, globalFlag, info); }
 };
 
-NodeAttributes attributes;
+NodeAttributes sharedAttributes;
 
 }  // namespace
 
@@ -126,13 +126,8 @@ void SetDirtyProfile(const std::wstring& directory) {
     }
 }
 
-const NodeAttributes& ReadAttributes() {
-    return attributes;
-}
-
-void ReadNodeAttributes(const Node* node) {
-    attributes = {};
-    if (node == nullptr) return;
+NodeAttributes AttributesOf(const Node* node) {
+    NodeAttributes attributes;
     try {
         if (IsClipNode(node)) {
             ParseClipTag(node->Tag(), attributes.clipNumber, attributes.formatCount, attributes.timeCaptured,
@@ -146,6 +141,15 @@ void ReadNodeAttributes(const Node* node) {
     } catch (const RuntimeError&) {
         // What stands in front of the damage has been read; a search must not stop here.
     }
+    return attributes;
+}
+
+void ReadNodeAttributes(const Node* node) {
+    sharedAttributes = AttributesOf(node);
+}
+
+const NodeAttributes& ReadAttributes() {
+    return sharedAttributes;
 }
 
 NodeCounts CountBelow(const Node& node) {

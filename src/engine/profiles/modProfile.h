@@ -58,11 +58,11 @@ struct NodeAttributes {
     bool globalFlag = false;
     std::wstring info;
 };
-// The attributes of the node read last. Shared; good until the next ReadNodeAttributes.
-const NodeAttributes& ReadAttributes();
-// Parses a node's tag into them; all of them are empty first. A damaged tag gives what could be read before
-// the damage.
+// A damaged tag gives what could be read before the damage; no node, or one of no kind, gives nothing.
+NodeAttributes AttributesOf(const Node* node);
+// The same into a value that everybody shares, for the search; good until the next ReadNodeAttributes.
 void ReadNodeAttributes(const Node* node);
+const NodeAttributes& ReadAttributes();
 
 // All folders and clips below a node.
 struct NodeCounts {

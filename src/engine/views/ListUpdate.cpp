@@ -35,8 +35,7 @@ void ListFormats(const Node& clipNode, CClipBoard& clipBoard, ListContent& conte
         content.status = L"Datei " + path + L" nicht verfügbar !!!";
         return;
     }
-    ReadNodeAttributes(&clipNode);
-    const auto formats = clipBoard.LoadFormatsByHandle(file.Handle(), ReadAttributes().formatCount);
+    const auto formats = clipBoard.LoadFormatsByHandle(file.Handle(), AttributesOf(&clipNode).formatCount);
     if (formats == nullptr || formats->Count() == 0) {
         content.status = L"Keine Formate ermittelt";
         return;
@@ -50,8 +49,7 @@ void ListFormats(const Node& clipNode, CClipBoard& clipBoard, ListContent& conte
 }
 
 std::vector<std::wstring> NodeDetails(const Node& node) {
-    ReadNodeAttributes(&node);
-    const NodeAttributes& attributes = ReadAttributes();
+    const NodeAttributes attributes = AttributesOf(&node);
     if (IsClipNode(&node)) {
         return {L"", L"", NumberText(attributes.formatCount), attributes.timeCaptured, attributes.info};
     }

@@ -28,8 +28,7 @@ class SnapTest : public ClipFlowTest {
     // The data of each record that the node counts, as another program would get it.
     std::vector<std::string> StoredData(const Node& clip) {
         std::vector<std::string> all;
-        ReadNodeAttributes(&clip);
-        const std::int16_t count = ReadAttributes().formatCount;
+        const std::int16_t count = AttributesOf(&clip).formatCount;
         ClipFileScope file(OpenClipFile(ClipFileOf(&clip), false, true));
         CClipBoard reader;
         const auto formats = reader.LoadFormatsByHandle(file.Handle(), count);

@@ -16,10 +16,7 @@ class ClipOperationsTest : public ProfileWorldTest {
  protected:
     void SetUp() override { Fill(); }
     std::wstring FileOf(const std::wstring& name) { return ClipFileOf(&Get(name)); }
-    std::wstring InfoOf(const Node& node) {
-        ReadNodeAttributes(&node);
-        return ReadAttributes().info;
-    }
+    std::wstring InfoOf(const Node& node) { return AttributesOf(&node).info; }
 };
 
 TEST_F(ClipOperationsTest, DropCopy_GivesEachClipAFileOfItsOwn) {
@@ -264,7 +261,6 @@ class AnnouncedClipTest : public ClipOperationsTest {
         TheMainWindowHooks.procedure = fake.windows.AddProcedure(ClipboardWndProc);
         ConnectViewer(window);
         ClipboardWindow = window;
-        ReadNodeAttributes(&Get(L"c1"));
         ASSERT_TRUE(RestoreClip(clipBoard, window, FileOf(L"c1"), 1)) << "the record is readable";
         ASSERT_TRUE(fake.clipboard.IsPending(kTextFormat));
     }

@@ -127,24 +127,21 @@ TEST_F(modProfileTest, ClipFileOf_OnlyASoundClipInAProfile) {
     EXPECT_EQ(ClipFileOf(&stray), L"");
 }
 
-TEST_F(modProfileTest, ReadNodeAttributes_NothingOfTheNodeBeforeStays) {
+TEST_F(modProfileTest, AttributesOf_ReadsWhatStandsBeforeTheDamage) {
     Node& profile = Profile(L"P&4&C:\\A&1&x&y", L"C:\\A");
-    ReadNodeAttributes(&profile);
-    EXPECT_EQ(ReadAttributes().counter, 4);
-    EXPECT_EQ(ReadAttributes().directory, L"C:\\A");
-    EXPECT_TRUE(ReadAttributes().globalFlag);
-    EXPECT_EQ(ReadAttributes().info, L"x&y");
-    ReadNodeAttributes(&Below(profile, L"S&a&b"));
-    EXPECT_EQ(ReadAttributes().info, L"a&b");
-    EXPECT_EQ(ReadAttributes().directory, L"");
-    ReadNodeAttributes(&Below(profile, L"C&7,3&15.11.1999 13:10:00&n&m"));
-    EXPECT_EQ(ReadAttributes().clipNumber, 7);
-    EXPECT_EQ(ReadAttributes().formatCount, 3);
-    EXPECT_EQ(ReadAttributes().timeCaptured, L"15.11.1999 13:10:00");
-    EXPECT_EQ(ReadAttributes().info, L"n&m");
-    ReadNodeAttributes(&Below(profile, L"C&x"));
-    EXPECT_EQ(ReadAttributes().info, L"");
-    EXPECT_EQ(ReadAttributes().clipNumber, 0);
+    const NodeAttributes ofProfile = AttributesOf(&profile);
+    EXPECT_EQ(ofProfile.counter, 4);
+    EXPECT_EQ(ofProfile.directory, L"C:\\A");
+    EXPECT_TRUE(ofProfile.globalFlag);
+    EXPECT_EQ(ofProfile.info, L"x&y");
+    EXPECT_EQ(AttributesOf(&Below(profile, L"S&a&b")).info, L"a&b");
+    const NodeAttributes ofClip = AttributesOf(&Below(profile, L"C&7,3&15.11.1999 13:10:00&n&m"));
+    EXPECT_EQ(ofClip.clipNumber, 7);
+    EXPECT_EQ(ofClip.formatCount, 3);
+    EXPECT_EQ(ofClip.timeCaptured, L"15.11.1999 13:10:00");
+    EXPECT_EQ(ofClip.info, L"n&m");
+    EXPECT_EQ(AttributesOf(&Below(profile, L"C&7,x&t&i")).clipNumber, 7);
+    EXPECT_EQ(AttributesOf(&Below(profile, L"C&x")).clipNumber, 0);
 }
 
 TEST_F(modProfileTest, CountBelow_CountsTheWholeSubtreeByKind) {
