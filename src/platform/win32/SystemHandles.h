@@ -3,9 +3,9 @@
 #include <windows.h>
 
 #include "platform/Handles.h"
-#include "platform/win32/UniqueHandle.h"
+#include "platform/UniqueHandle.h"
 
-// The engine's handles and the system's, and the owners of those that a port keeps for the length of a call.
+// The engine's handles and the system's, and the owners of the system's.
 
 inline HWND SystemWindow(WindowHandle window) {
     return reinterpret_cast<HWND>(window);
@@ -31,23 +31,24 @@ inline FileHandle EngineFile(HANDLE file) {
     return static_cast<FileHandle>(reinterpret_cast<std::uintptr_t>(file));
 }
 
-struct FileTraits {
-    using Handle = HANDLE;
-    static HANDLE None() { return INVALID_HANDLE_VALUE; }
-    static void Close(HANDLE file) { CloseHandle(file); }
+// A kind of handle that one call closes; null is none.
+template <typename HandleType, auto CloseCall>
+struct ClosedByCall {
+    using Handle = HandleType;
+    static Handle None() { return nullptr; }
+    static void Close(Handle handle) { CloseCall(handle); }
 };
-using UniqueFile = UniqueHandle<FileTraits>;
+using UniqueRegistryKey = UniqueHandle<ClosedByCall<HKEY, &RegCloseKey>>;
+using UniqueThread = UniqueHandle<ClosedByCall<HANDLE, &CloseHandle>>;
+using UniqueLibrary = UniqueHandle<ClosedByCall<HMODULE, &FreeLibrary>>;
+using UniqueIcon = UniqueHandle<ClosedByCall<HICON, &DestroyIcon>>;
 
-struct FindTraits {
+// Files and searches have a number of their own for none.
+template <auto CloseCall>
+struct ClosedFileByCall {
     using Handle = HANDLE;
-    static HANDLE None() { return INVALID_HANDLE_VALUE; }
-    static void Close(HANDLE find) { FindClose(find); }
+    static Handle None() { return INVALID_HANDLE_VALUE; }
+    static void Close(Handle handle) { CloseCall(handle); }
 };
-using UniqueFind = UniqueHandle<FindTraits>;
-
-struct RegistryKeyTraits {
-    using Handle = HKEY;
-    static HKEY None() { return nullptr; }
-    static void Close(HKEY key) { RegCloseKey(key); }
-};
-using UniqueRegistryKey = UniqueHandle<RegistryKeyTraits>;
+using UniqueFile = UniqueHandle<ClosedFileByCall<&CloseHandle>>;
+using UniqueFind = UniqueHandle<ClosedFileByCall<&FindClose>>;

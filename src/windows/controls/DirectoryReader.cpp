@@ -8,6 +8,7 @@
 #include "engine/views/ChooserRules.h"
 #include "platform/Platform.h"
 #include "platform/Text.h"
+#include "platform/win32/SystemHandles.h"
 
 namespace {
 
@@ -21,9 +22,9 @@ struct Job {
 
 std::optional<DirectoryContent> ReadNow(const std::wstring& pattern) {
     WIN32_FIND_DATAW found;
-    const HANDLE search = FindFirstFileW(pattern.c_str(), &found);
+    const UniqueFind search(FindFirstFileW(pattern.c_str(), &found));
     // The root of an empty drive has no entries at all, not even ".".
-    if (search == INVALID_HANDLE_VALUE)
+    if (!search.IsSet())
         return GetLastError() == ERROR_FILE_NOT_FOUND ? std::optional(DirectoryContent()) : std::nullopt;
     DirectoryContent content;
     do {
@@ -32,8 +33,7 @@ std::optional<DirectoryContent> ReadNow(const std::wstring& pattern) {
             content.files.push_back(name);
         else if (name != L"." && name != L"..")
             content.directories.push_back(name);
-    } while (FindNextFileW(search, &found));
-    FindClose(search);
+    } while (FindNextFileW(search.Get(), &found));
     const auto before = [](const std::wstring& a, const std::wstring& b) { return CompareNoCase(a, b) < 0; };
     std::sort(content.directories.begin(), content.directories.end(), before);
     std::sort(content.files.begin(), content.files.end(), before);
@@ -55,10 +55,9 @@ std::optional<DirectoryContent> ReadDirectory(const std::wstring& directory) {
     const auto job = std::make_shared<Job>();
     job->pattern = JoinDirectory(directory, L"*");
     auto forThread = std::make_unique<std::shared_ptr<Job>>(job);
-    const HANDLE thread = CreateThread(nullptr, 0, &ReadInThread, forThread.get(), 0, nullptr);
-    if (thread == nullptr) return std::nullopt;
+    const UniqueThread thread(CreateThread(nullptr, 0, &ReadInThread, forThread.get(), 0, nullptr));
+    if (!thread.IsSet()) return std::nullopt;
     (void)forThread.release();  // the thread's now
-    const bool finished = WaitForSingleObject(thread, kMostMilliseconds) == WAIT_OBJECT_0;
-    CloseHandle(thread);
+    const bool finished = WaitForSingleObject(thread.Get(), kMostMilliseconds) == WAIT_OBJECT_0;
     return finished ? job->content : std::nullopt;
 }

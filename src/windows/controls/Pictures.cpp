@@ -8,18 +8,16 @@
 
 namespace {
 
-HICON LoadPicture(const Picture& picture, int pixels) {
-    return static_cast<HICON>(
-        LoadImageW(GetModuleHandleW(nullptr), picture.resource, IMAGE_ICON, pixels, pixels, LR_DEFAULTCOLOR));
+UniqueIcon LoadPicture(const Picture& picture, int pixels) {
+    return UniqueIcon(static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), picture.resource, IMAGE_ICON,
+                                                    pixels, pixels, LR_DEFAULTCOLOR)));
 }
 
 UniqueImageList LoadPictures(std::span<const Picture> pictures, int pixels) {
     UniqueImageList list(
         ImageList_Create(pixels, pixels, ILC_COLOR32 | ILC_MASK, static_cast<int>(pictures.size()), 0));
     for (const Picture& picture : pictures) {
-        const HICON icon = LoadPicture(picture, pixels);
-        ImageList_AddIcon(list.get(), icon);
-        DestroyIcon(icon);
+        ImageList_AddIcon(list.get(), LoadPicture(picture, pixels).Get());
     }
     return list;
 }
@@ -62,10 +60,10 @@ UniqueImageList LoadToolBarPictures(int pixels) {
     return LoadPictures(kToolbarPictures, pixels);
 }
 
-HICON LoadProgramIcon(int pixels) {
+UniqueIcon LoadProgramIcon(int pixels) {
     return LoadPicture(kApplicationPicture, pixels);
 }
 
-HICON LoadTrayIcon(int pixels) {
+UniqueIcon LoadTrayIcon(int pixels) {
     return LoadPicture(kTrayPicture, pixels);
 }

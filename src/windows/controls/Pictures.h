@@ -8,6 +8,7 @@
 #include <string>
 
 #include "engine/tree/Node.h"
+#include "platform/win32/SystemHandles.h"
 
 struct ImageListDeleter {
     using pointer = HIMAGELIST;
@@ -26,7 +27,7 @@ int ListPictureIndex(const ImageValue& image);
 // The tool bar's pictures in the order of its buttons.
 UniqueImageList LoadToolBarPictures(int pixels);
 
-// The program's icon at a size in pixels; the caller destroys it.
-HICON LoadProgramIcon(int pixels);
+// The program's icon at a size in pixels.
+UniqueIcon LoadProgramIcon(int pixels);
 // The one for the notification area.
-HICON LoadTrayIcon(int pixels);
+UniqueIcon LoadTrayIcon(int pixels);

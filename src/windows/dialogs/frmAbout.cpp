@@ -11,7 +11,7 @@
 void frmAbout::OnInit() {
     SetText(lbVersion, L"Version " + ProgramVersion());
     logo_ = LoadProgramIcon(Scaled(48, DpiOfWindow(Window())));
-    SendMessageW(Control(imgLogo), STM_SETICON, reinterpret_cast<WPARAM>(logo_), 0);
+    SendMessageW(Control(imgLogo), STM_SETICON, reinterpret_cast<WPARAM>(logo_.Get()), 0);
 }
 
 void frmAbout::OnCommand(int control, int code) {
@@ -27,8 +27,4 @@ void frmAbout::cbSysInfo_Click() {
         ShellExecuteW(Window(), L"open", L"msinfo32.exe", nullptr, nullptr, SW_SHOWNORMAL);
     if (reinterpret_cast<INT_PTR>(started) <= 32)
         ThePlatform().user.Tell(L"Die Systeminformationen konnten nicht gestartet werden !!!");
-}
-
-void frmAbout::OnClosed() {
-    DestroyIcon(logo_);
 }

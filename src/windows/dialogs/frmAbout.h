@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/win32/SystemHandles.h"
 #include "windows/controls/Dialog.h"
 
 // What the program is, its version, and a way to the system's own information tool.
@@ -7,10 +8,9 @@ class frmAbout : public Dialog {
  private:
     void OnInit() override;
     void OnCommand(int control, int code) override;
-    void OnClosed() override;
     HelpTopic Topic() const override { return HelpTopic::About; }
 
     void cbSysInfo_Click();
 
-    HICON logo_ = nullptr;
+    UniqueIcon logo_;
 };

@@ -13,7 +13,7 @@ constexpr UINT kShownMilliseconds = 1500;
 void frmSplash::OnInit() {
     SetText(lbVersion, L"Version " + ProgramVersion());
     logo_ = LoadProgramIcon(Scaled(64, DpiOfWindow(Window())));
-    SendMessageW(Control(imgLogo), STM_SETICON, reinterpret_cast<WPARAM>(logo_), 0);
+    SendMessageW(Control(imgLogo), STM_SETICON, reinterpret_cast<WPARAM>(logo_.Get()), 0);
     SetTimer(Window(), kCloseTimer, kShownMilliseconds, nullptr);
 }
 
@@ -28,8 +28,4 @@ bool frmSplash::OnMessage(UINT message, WPARAM wParam, LPARAM, LRESULT&) {
     if (message != WM_TIMER || wParam != kCloseTimer) return false;
     Close(true);
     return true;
-}
-
-void frmSplash::OnClosed() {
-    DestroyIcon(logo_);
 }

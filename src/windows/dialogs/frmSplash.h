@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/win32/SystemHandles.h"
 #include "windows/controls/Dialog.h"
 
 // The window that greets at start-up. It closes by its timer, by Escape or by a click on its close label.
@@ -8,7 +9,6 @@ class frmSplash : public Dialog {
     void OnInit() override;
     void OnCommand(int control, int code) override;
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
-    void OnClosed() override;
 
-    HICON logo_ = nullptr;
+    UniqueIcon logo_;
 };

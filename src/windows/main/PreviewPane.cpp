@@ -70,10 +70,6 @@ DWORD CALLBACK FeedRichText(DWORD_PTR cookie, LPBYTE buffer, LONG wanted, LONG* 
 
 }  // namespace
 
-PreviewPane::~PreviewPane() {
-    if (richTextLibrary_ != nullptr) FreeLibrary(richTextLibrary_);
-}
-
 bool PreviewPane::Create(HWND parent) {
     const HINSTANCE instance = GetModuleHandleW(nullptr);
     const auto make = [&](DWORD exStyle, const wchar_t* name, DWORD style, int control) {
@@ -84,12 +80,12 @@ bool PreviewPane::Create(HWND parent) {
         WS_VSCROLL | WS_HSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL | ES_AUTOHSCROLL;
     tab_ = make(0, WC_TABCONTROLW, WS_CLIPSIBLINGS, tabFormat);
     text_ = make(WS_EX_CLIENTEDGE, L"EDIT", kTextStyle, tbPreviewText);
-    richTextLibrary_ = LoadLibraryW(L"Msftedit.dll");
-    if (richTextLibrary_ != nullptr) {
+    richTextLibrary_.Reset(LoadLibraryW(L"Msftedit.dll"));
+    if (richTextLibrary_.IsSet()) {
         richText_ = make(WS_EX_CLIENTEDGE, MSFTEDIT_CLASS, kTextStyle, tbPreviewRtf);
     }
     if (richText_ == nullptr) {
-        richTextLibrary_ = LoadLibraryW(L"Riched20.dll");
+        richTextLibrary_.Reset(LoadLibraryW(L"Riched20.dll"));
         richText_ = make(WS_EX_CLIENTEDGE, RICHEDIT_CLASSW, kTextStyle, tbPreviewRtf);
     }
     if (tab_ == nullptr || text_ == nullptr || richText_ == nullptr ||

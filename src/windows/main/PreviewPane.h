@@ -9,14 +9,13 @@
 
 #include "engine/views/ListUpdate.h"
 #include "engine/views/MainLayout.h"
+#include "platform/win32/SystemHandles.h"
 #include "windows/controls/PictureBox.h"
 
 // The preview below the list: a tab (tabFormat) with a text box, a rich-text box and a picture box. It shows
 // one format of the selected clip, read from the clip's file when its tab is looked at.
 class PreviewPane {
  public:
-    ~PreviewPane();
-
     bool Create(HWND parent);
     void SetFont(HFONT font);
     // Places the tab and what stands in it; an empty box hides them.
@@ -54,7 +53,7 @@ class PreviewPane {
     HWND tab_ = nullptr;
     HWND text_ = nullptr;
     HWND richText_ = nullptr;
-    HMODULE richTextLibrary_ = nullptr;
+    UniqueLibrary richTextLibrary_;
     PictureBox picture_;
     const ListContent* content_ = nullptr;
     bool shown_ = false;

@@ -42,8 +42,8 @@ bool frmMain::Load() {
     shape.lpfnWndProc = &frmMain::Procedure;
     shape.hInstance = instance;
     shape.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    shape.hIcon = LoadProgramIcon(GetSystemMetrics(SM_CXICON));
-    shape.hIconSm = LoadProgramIcon(GetSystemMetrics(SM_CXSMICON));
+    shape.hIcon = LoadProgramIcon(GetSystemMetrics(SM_CXICON)).Release();  // the class keeps it to its end
+    shape.hIconSm = LoadProgramIcon(GetSystemMetrics(SM_CXSMICON)).Release();
     shape.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
     shape.lpszMenuName = MAKEINTRESOURCEW(IDM_frmMain);
     shape.lpszClassName = kWindowClass;
@@ -179,7 +179,7 @@ bool frmMain::CreateTray() {
     };
     if (!cSysTray1.Create(window_, std::move(events))) return false;
     trayIcon_ = LoadTrayIcon(GetSystemMetrics(SM_CXSMICON));
-    cSysTray1.SetTrayIcon(trayIcon_);
+    cSysTray1.SetTrayIcon(trayIcon_.Get());
     taskBarCreated_ = RegisterWindowMessageW(L"TaskbarCreated");
     return true;
 }

@@ -218,7 +218,7 @@ class frmMain : public MainWindowHost,
     SetClipFlow setClip_{*this, clipBoard_};
     frmDiagnose diagnosis_{clipBoard_, [this] { return snap_.LastUpdate(); }};
     frmErrorMsg formatQuery_{clipBoard_};
+    UniqueIcon trayIcon_;  // goes behind the tray that shows it
     cSysTray cSysTray1;
-    HICON trayIcon_ = nullptr;
     UINT taskBarCreated_ = 0;
 };

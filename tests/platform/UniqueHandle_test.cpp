@@ -1,4 +1,4 @@
-#include "platform/win32/UniqueHandle.h"
+#include "platform/UniqueHandle.h"
 
 #include <gtest/gtest.h>
 
