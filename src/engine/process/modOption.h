@@ -4,7 +4,8 @@
 #include <string>
 
 // The user's options. Each has two defaults, which differ on purpose: the reset value holds before the store
-// is read and for every key that a failed load did not reach, the other one takes the place of a missing key.
+// is read and for every key that a failed load did not reach, the other one takes the place of a missing key
+// and stands in the option's row (OptionTable.cpp).
 struct OptionValues {
     bool TopWindow = false;          // the main window stays above other windows
     bool SnapSound = false;          // play a sound after a capture

@@ -2,14 +2,16 @@
 
 #include <algorithm>
 
-#include "platform/Platform.h"
+#include "engine/process/OptionTable.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "resources/controls.h"
 
 namespace {
 
 constexpr wchar_t kBackspace = 8;
-constexpr int kSaveAllBox = 6;
+constexpr int kFormatBoxes = 5;
+constexpr int kSaveAllBox = chkSaveUnknown + kFormatBoxes + 1;
 constexpr std::int16_t kAllFormats = 255;
 
 bool IsDigit(wchar_t character) {
@@ -33,112 +35,83 @@ bool IsNumeric(const std::wstring& text) {
     return !digits.empty() && std::all_of(digits.begin(), digits.end(), IsDigit);
 }
 
-CheckMark MarkOf(bool on) {
-    return on ? CheckMark::On : CheckMark::Off;
+// A box of chkSaveUnknown, from 1, as its bit in the mask UnknownFormats.
+int UnknownFormatBit(int box) {
+    return 1 << (box - 1);
 }
 
-// The check boxes and the flags they stand for.
-struct FlagControl {
-    CheckMark OptionControls::*box;
-    bool OptionValues::*flag;
-};
-
-constexpr FlagControl kFlagControls[] = {
-    {&OptionControls::chkTopWindow, &OptionValues::TopWindow},
-    {&OptionControls::chkSound, &OptionValues::SnapSound},
-    {&OptionControls::chkSnapDialog, &OptionValues::EditPropAfterSnap},
-    {&OptionControls::chkIconAfterSnap, &OptionValues::IconAfterSnap},
-    {&OptionControls::chkTray, &OptionValues::ShowInTray},
-    {&OptionControls::chkIcon, &OptionValues::StartAsIcon},
-    {&OptionControls::chkTooltips, &OptionValues::ShowTooltips},
-    {&OptionControls::chkLock, &OptionValues::LockEdit},
-    {&OptionControls::chkSplash, &OptionValues::ShowSplash},
-    {&OptionControls::chkAutoSnap, &OptionValues::AutoSnap},
-    {&OptionControls::chkDblClick, &OptionValues::SetClipByDblClick},
-    {&OptionControls::chkIconAfterSet, &OptionValues::IconAfterSetClip},
-    {&OptionControls::chkSetBeep, &OptionValues::SetBeep},
-};
-
 std::int16_t MaskOf(const OptionControls& controls) {
+    if (controls.marks.at(kSaveAllBox)) return kAllFormats;
     int mask = 0;
-    for (int box = 1; box <= kSaveAllBox; ++box) {
-        if (controls.chkSaveUnknown[box] == CheckMark::On) mask |= UnknownFormatBit(box);
+    for (int box = 1; box <= kFormatBoxes; ++box) {
+        if (controls.marks.at(chkSaveUnknown + box)) mask |= UnknownFormatBit(box);
     }
     return static_cast<std::int16_t>(mask);
 }
 
+// The first button of the pair that is chosen: 0 "Ignorieren", 1 "Anlegen mit Namen".
 std::int16_t SelectedAction(const OptionControls& controls) {
-    const auto& buttons = controls.OptFSet;
-    const auto selected = std::find(buttons.begin(), buttons.end(), true);
-    return static_cast<std::int16_t>(selected == buttons.end() ? -1 : selected - buttons.begin());
-}
-
-template <typename Number>
-Number Converted(const std::optional<Number>& number) {
-    if (!number) throw RuntimeError(ErrorNumber::Overflow);
-    return *number;
+    if (controls.marks.at(OptFSet)) return 0;
+    return controls.marks.at(OptFSet + 1) ? 1 : -1;
 }
 
 OptionValues ValuesFromControls(const OptionControls& controls, const OptionValues& before) {
     OptionValues values = before;
-    for (const FlagControl& control : kFlagControls) {
-        values.*control.flag = controls.*control.box == CheckMark::On;
+    for (const OptionRow& row : OptionRows()) {
+        if (row.control == 0) continue;
+        const std::wstring text = !IsFlag(row)                     ? controls.texts.at(row.control)
+                                  : controls.marks.at(row.control) ? L"1"
+                                                                   : L"0";
+        if (!SetOption(row, values, text)) throw RuntimeError(ErrorNumber::Overflow);
     }
-    values.SoundFile = controls.tbSoundFile;
-    values.UserInfo = controls.tbInfo;
-    values.NewtextMode = controls.optTextTitle ? 1 : 0;
-    values.NewMaxLen = Converted(ParseInt16(controls.tbTextLen));
-    values.MaxClipSize = Converted(ParseInt32(controls.tbClipLen));
+    values.NewtextMode = controls.marks.at(optTextTitle) ? 1 : 0;
     values.ActionUnknownSet = SelectedAction(controls);
     values.UnknownFormats = MaskOf(controls);
-    values.UnknownSet = controls.tbUnknownFormatSet;
-    values.KeyActivate = controls.tbKeyActivate;
     return values;
+}
+
+std::wstring KeyActivateAfterLeave(const std::wstring& text, const std::wstring& stored) {
+    if (text.empty()) return stored;
+    return KeyActivateAfterPress(text.front()).value_or(stored);
 }
 
 }  // namespace
 
-int UnknownFormatBit(int box) {
-    return box == kSaveAllBox ? kAllFormats : 1 << (box - 1);
-}
-
 OptionControls ControlsFromOptions(const OptionValues& values) {
     OptionControls controls;
-    for (const FlagControl& control : kFlagControls) {
-        controls.*control.box = MarkOf(values.*control.flag);
+    for (const OptionRow& row : OptionRows()) {
+        if (row.control == 0) continue;
+        const std::wstring text = OptionText(row, values);
+        if (IsFlag(row)) {
+            controls.marks[row.control] = text == L"1";
+        } else {
+            controls.texts[row.control] = text;
+        }
     }
-    controls.tbSoundFile = values.SoundFile;
-    controls.tbInfo = values.UserInfo;
-    controls.tbTextLen = NumberText(values.NewMaxLen);
-    controls.tbClipLen = NumberText(values.MaxClipSize);
-    controls.tbUnknownFormatSet = values.UnknownSet;
-    controls.tbKeyActivate = values.KeyActivate;
-    controls.optTextTitle = values.NewtextMode == 1;
-    controls.optFormatTitle = !controls.optTextTitle;
-    controls.OptFSet[1] = values.ActionUnknownSet != 0;
-    controls.OptFSet[0] = !controls.OptFSet[1];
-    for (int box = 1; box < kSaveAllBox; ++box) {
-        const int bit = UnknownFormatBit(box);
-        controls.chkSaveUnknown[box] = MarkOf((values.UnknownFormats & bit) == bit);
+    controls.marks[optTextTitle] = values.NewtextMode == 1;
+    controls.marks[optFormatTitle] = values.NewtextMode != 1;
+    controls.marks[OptFSet] = values.ActionUnknownSet == 0;
+    controls.marks[OptFSet + 1] = values.ActionUnknownSet != 0;
+    for (int box = 1; box <= kFormatBoxes; ++box) {
+        controls.marks[chkSaveUnknown + box] = (values.UnknownFormats & UnknownFormatBit(box)) != 0;
     }
-    controls.chkSaveUnknown[kSaveAllBox] = MarkOf(values.UnknownFormats == kAllFormats);
+    controls.marks[kSaveAllBox] = values.UnknownFormats == kAllFormats;
     controls.formatBoxesEnabled = values.UnknownFormats != kAllFormats;
     return controls;
 }
 
 void SaveAllClicked(OptionControls& controls) {
-    const bool all = controls.chkSaveUnknown[kSaveAllBox] == CheckMark::On;
+    const bool all = controls.marks.at(kSaveAllBox);
     controls.formatBoxesEnabled = !all;
     if (!all) return;
-    for (int box = 1; box < kSaveAllBox; ++box) {
-        controls.chkSaveUnknown[box] = CheckMark::On;
+    for (int box = 1; box <= kFormatBoxes; ++box) {
+        controls.marks[chkSaveUnknown + box] = true;
     }
 }
 
 bool ConfirmOptions(OptionControls& controls, OptionValues& values) {
-    controls.tbTextLen = TextLenAfterLeave(controls.tbTextLen);
-    controls.tbClipLen = ClipLenAfterLeave(controls.tbClipLen);
-    controls.tbKeyActivate = KeyActivateAfterLeave(controls.tbKeyActivate, values.KeyActivate);
+    for (auto& [textBox, text] : controls.texts)
+        text = TextAfterLeave(textBox, text, values);
     return Succeeds([&] { values = ValuesFromControls(controls, values); });
 }
 
@@ -154,12 +127,17 @@ bool UnknownFormatSetKeyPasses(wchar_t key) {
     return IsLetter(key) || IsDigit(key) || key == L'_' || key == kBackspace;
 }
 
-std::wstring ClipLenAfterLeave(const std::wstring& text) {
-    return IsNumeric(text) ? text : L"0";
-}
-
-std::wstring TextLenAfterLeave(const std::wstring& text) {
-    return IsNumeric(text) ? text : L"20";
+std::wstring TextAfterLeave(int textBox, const std::wstring& text, const OptionValues& stored) {
+    switch (textBox) {
+        case tbClipLen:
+            return IsNumeric(text) ? text : L"0";
+        case tbTextLen:
+            return IsNumeric(text) ? text : L"20";
+        case tbKeyActivate:
+            return KeyActivateAfterLeave(text, stored.KeyActivate);
+        default:
+            return text;
+    }
 }
 
 std::optional<std::wstring> KeyActivateAfterPress(wchar_t key) {
@@ -169,9 +147,4 @@ std::optional<std::wstring> KeyActivateAfterPress(wchar_t key) {
 
 std::wstring KeyActivateAfterRelease(const std::wstring& text, const std::wstring& stored) {
     return text.empty() ? stored : text;
-}
-
-std::wstring KeyActivateAfterLeave(const std::wstring& text, const std::wstring& stored) {
-    if (text.empty()) return stored;
-    return KeyActivateAfterPress(text.front()).value_or(stored);
 }

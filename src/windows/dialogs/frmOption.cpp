@@ -22,43 +22,7 @@ constexpr std::array<PageShape, 4> kPages{{{L"Allgemein", IDD_frmOptionGeneral, 
                                            {L"Formatsätze", IDD_frmOptionSets, OptFSet + 1},
                                            {L"Info", IDD_frmOptionInfo, tbInfo}}};
 
-// The check boxes and the fields of OptionControls that they show.
-struct FlagBox {
-    int control;
-    CheckMark OptionControls::*field;
-};
-
-constexpr std::array<FlagBox, 13> kFlagBoxes{{{chkTopWindow, &OptionControls::chkTopWindow},
-                                              {chkSound, &OptionControls::chkSound},
-                                              {chkSnapDialog, &OptionControls::chkSnapDialog},
-                                              {chkIconAfterSnap, &OptionControls::chkIconAfterSnap},
-                                              {chkTray, &OptionControls::chkTray},
-                                              {chkIcon, &OptionControls::chkIcon},
-                                              {chkTooltips, &OptionControls::chkTooltips},
-                                              {chkLock, &OptionControls::chkLock},
-                                              {chkSplash, &OptionControls::chkSplash},
-                                              {chkAutoSnap, &OptionControls::chkAutoSnap},
-                                              {chkDblClick, &OptionControls::chkDblClick},
-                                              {chkIconAfterSet, &OptionControls::chkIconAfterSet},
-                                              {chkSetBeep, &OptionControls::chkSetBeep}}};
-
-struct TextField {
-    int control;
-    std::wstring OptionControls::*field;
-};
-
-constexpr std::array<TextField, 6> kTextFields{{{tbSoundFile, &OptionControls::tbSoundFile},
-                                                {tbInfo, &OptionControls::tbInfo},
-                                                {tbTextLen, &OptionControls::tbTextLen},
-                                                {tbClipLen, &OptionControls::tbClipLen},
-                                                {tbUnknownFormatSet, &OptionControls::tbUnknownFormatSet},
-                                                {tbKeyActivate, &OptionControls::tbKeyActivate}}};
-
 constexpr int kFormatBoxes = 6;
-
-CheckMark MarkOf(bool checked) {
-    return checked ? CheckMark::On : CheckMark::Off;
-}
 
 // The one dialog that is open; it is modal.
 frmOption* openForm = nullptr;
@@ -178,50 +142,40 @@ void frmOption::FilterTextBoxes() {
 }
 
 void frmOption::ShowControls(const OptionControls& controls) {
-    for (const FlagBox& box : kFlagBoxes)
-        Check(box.control, controls.*box.field == CheckMark::On);
-    for (const TextField& text : kTextFields)
-        SetText(text.control, controls.*text.field);
-    Check(optFormatTitle, controls.optFormatTitle);
-    Check(optTextTitle, controls.optTextTitle);
-    for (int i = 0; i < 2; ++i)
-        Check(OptFSet + i, controls.OptFSet[static_cast<std::size_t>(i)]);
-    for (int i = 1; i <= kFormatBoxes; ++i) {
-        Check(chkSaveUnknown + i, controls.chkSaveUnknown[static_cast<std::size_t>(i)] == CheckMark::On);
-        if (i < kFormatBoxes) Enable(chkSaveUnknown + i, controls.formatBoxesEnabled);
-    }
+    for (const auto& [box, marked] : controls.marks)
+        Check(box, marked);
+    for (const auto& [box, text] : controls.texts)
+        SetText(box, text);
+    for (int i = 1; i < kFormatBoxes; ++i)
+        Enable(chkSaveUnknown + i, controls.formatBoxesEnabled);
 }
 
 OptionControls frmOption::ReadControls() const {
-    OptionControls controls;
-    for (const FlagBox& box : kFlagBoxes)
-        controls.*box.field = MarkOf(Checked(box.control));
-    for (const TextField& text : kTextFields)
-        controls.*text.field = Text(text.control);
-    controls.optFormatTitle = Checked(optFormatTitle);
-    controls.optTextTitle = Checked(optTextTitle);
-    for (int i = 0; i < 2; ++i)
-        controls.OptFSet[static_cast<std::size_t>(i)] = Checked(OptFSet + i);
-    for (int i = 1; i <= kFormatBoxes; ++i)
-        controls.chkSaveUnknown[static_cast<std::size_t>(i)] = MarkOf(Checked(chkSaveUnknown + i));
+    // The options in force say which controls there are.
+    OptionControls controls = ControlsFromOptions(Options());
+    for (auto& [box, marked] : controls.marks)
+        marked = Checked(box);
+    for (auto& [box, text] : controls.texts)
+        text = Text(box);
     controls.formatBoxesEnabled = IsWindowEnabled(Control(chkSaveUnknown + 1)) != 0;
     return controls;
 }
 
 void frmOption::OnCommand(int control, int code) {
-    const bool left = code == EN_KILLFOCUS;
-    if (control == tbClipLen && left)
-        SetText(tbClipLen, ClipLenAfterLeave(Text(tbClipLen)));
-    else if (control == tbTextLen && left)
-        SetText(tbTextLen, TextLenAfterLeave(Text(tbTextLen)));
-    else if (control == tbKeyActivate && left)
-        SetText(tbKeyActivate, KeyActivateAfterLeave(Text(tbKeyActivate), Options().KeyActivate));
+    if (code == EN_KILLFOCUS)
+        LeaveTextBox(control);
     else if (control == cbFile)
         cbFile_Click();
     else if (control == chkSaveUnknown + kFormatBoxes && code == BN_CLICKED)
         chkSaveAll_Click();
     else
         Dialog::OnCommand(control, code);
+}
+
+void frmOption::LeaveTextBox(int textBox) {
+    const std::wstring text = Text(textBox);
+    const std::wstring kept = TextAfterLeave(textBox, text, Options());
+    if (kept != text) SetText(textBox, kept);
 }
 
 void frmOption::chkSaveAll_Click() {

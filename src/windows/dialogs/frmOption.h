@@ -37,6 +37,7 @@ class frmOption : public Dialog {
     void FilterTextBoxes();
     void ShowControls(const OptionControls& controls);
     OptionControls ReadControls() const;
+    void LeaveTextBox(int textBox);
     void cbFile_Click();
     void chkSaveAll_Click();
 

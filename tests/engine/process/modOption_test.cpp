@@ -1,7 +1,9 @@
 #include "engine/process/modOption.h"
 
 #include "engine/process/AppTest.h"
+#include "engine/process/OptionTable.h"
 #include "engine/process/SearchCriteria.h"
+#include "platform/Text.h"
 
 namespace {
 
@@ -40,20 +42,16 @@ OptionValues ValuesOfAnEmptyStore() {
     return values;
 }
 
+// No option is as it is reset or counts when it is absent.
 OptionValues UnusualValues() {
     OptionValues values;
-    values.TopWindow = values.SnapSound = values.EditPropAfterSnap = values.IconAfterSnap = true;
-    values.ShowInTray = values.ShowTooltips = values.ShowSplash = values.SetClipByDblClick = false;
-    values.StartAsIcon = values.LockEdit = values.IconAfterSetClip = values.SetBeep = true;
-    values.SoundFile = L"C:\\Klänge\\pling.wav";
+    for (const OptionRow& row : OptionRows()) {
+        const bool on = OptionText(row, ValuesOfAnEmptyStore()) == L"1";
+        EXPECT_TRUE(SetOption(row, values, on ? L"0" : L"1"));
+    }
+    values.AutoSnap = false;
     values.UserInfo = L"Zeile 1\r\nZeile 2";
-    values.NewtextMode = 1;
-    values.NewMaxLen = 255;
     values.MaxClipSize = 2'000'000'000;
-    values.ActionUnknownSet = 0;
-    values.UnknownFormats = 31;
-    values.UnknownSet = L"Sonstiges";
-    values.KeyActivate = L"Q";
     return values;
 }
 
@@ -77,7 +75,7 @@ TEST_F(modOptionTest, SaveOptions_ThenLoad_BringsEveryOptionBack) {
     Options().AutoSnap = true;
     EXPECT_TRUE(SaveOptions());
     EXPECT_EQ(Loaded(), UnusualValues());  // automatic capture is off again: it is not stored
-    EXPECT_EQ(fake.settings.KeyCount(kSettings), 21u);
+    EXPECT_EQ(fake.settings.KeyCount(kSettings), OptionRows().size() - 1);
     EXPECT_EQ(Stored(L"TopWindow"), L"1");
     EXPECT_EQ(Stored(L"ShowInTray"), L"0");
     EXPECT_EQ(Stored(L"MaxClipSize"), L"2000000000");
@@ -110,37 +108,27 @@ TEST_F(modOptionTest, LoadOptions_NewtextMode_IsReadUnderEitherSpelling) {
     EXPECT_EQ(Loaded().NewtextMode, -7);
 }
 
-// Every option that can be bad, in the order of the store.
-constexpr const wchar_t* kNumbers[] = {L"NewtextMode", L"NewMaxLen", L"MaxClipSize", L"ActionUnknownSet",
-                                       L"UnknownFormats"};
-
 TEST_F(modOptionTest, LoadOptions_BadEntry_KeepsWhatStandsBeforeItAndResetsTheRest) {
-    Options() = UnusualValues();
+    const OptionValues reset, stored = UnusualValues();
+    Options() = stored;
     SaveOptions();
-    for (const wchar_t* bad : {L"abc", L"", L"12x", L"99999999999"}) {
-        for (std::size_t failing = 0; failing < std::size(kNumbers); ++failing) {
-            const std::wstring before = Stored(kNumbers[failing]);
-            Store(kNumbers[failing], bad);
+    int failed = 0;
+    for (const OptionRow& failing : OptionRows()) {
+        const bool number =
+            !IsFlag(failing) && !std::holds_alternative<std::wstring OptionValues::*>(failing.member);
+        if (!number) continue;
+        for (const wchar_t* bad : {L"abc", L"", L"12x", L"99999999999"}) {
+            Store(failing.key, bad);
             const OptionValues values = Loaded();
-            Store(kNumbers[failing], before);
-
-            const OptionValues reset, stored = UnusualValues();
-            const auto expected = [&](auto OptionValues::*field, std::size_t position) {
-                return position < failing ? stored.*field : reset.*field;
-            };
-            EXPECT_EQ(values.UserInfo, stored.UserInfo);
-            EXPECT_EQ(values.EditPropAfterSnap, true);
-            EXPECT_EQ(values.NewtextMode, expected(&OptionValues::NewtextMode, 0));
-            EXPECT_EQ(values.NewMaxLen, expected(&OptionValues::NewMaxLen, 1));
-            EXPECT_EQ(values.SetClipByDblClick, expected(&OptionValues::SetClipByDblClick, 1));
-            EXPECT_EQ(values.SetBeep, expected(&OptionValues::SetBeep, 1));
-            EXPECT_EQ(values.MaxClipSize, expected(&OptionValues::MaxClipSize, 2));
-            EXPECT_EQ(values.ActionUnknownSet, expected(&OptionValues::ActionUnknownSet, 3));
-            EXPECT_EQ(values.UnknownFormats, reset.UnknownFormats);
-            EXPECT_EQ(values.UnknownSet, reset.UnknownSet);
-            EXPECT_EQ(values.KeyActivate, L"C");
+            for (const OptionRow& row : OptionRows()) {
+                EXPECT_EQ(OptionText(row, values), OptionText(row, &row < &failing ? stored : reset))
+                    << AnsiFromText(row.key != nullptr ? row.key : L"AutoSnap");
+            }
         }
+        Store(failing.key, OptionText(failing, stored));
+        ++failed;
     }
+    EXPECT_EQ(failed, 5);
     EXPECT_TRUE(fake.user.messages.empty());
     EXPECT_FALSE(fake.files.Has(kLog));
 }
@@ -169,8 +157,8 @@ TEST_F(modOptionTest, SaveOptions_AWriteThatFails_DoesNotStopTheOthers) {
     Options() = UnusualValues();
     fake.FailNth(Operation::SettingsWrite, 3);
     EXPECT_FALSE(SaveOptions());
-    EXPECT_EQ(fake.settings.KeyCount(kSettings), 20u);
-    EXPECT_EQ(Stored(L"KeyActivate"), L"Q");
+    EXPECT_EQ(fake.settings.KeyCount(kSettings), OptionRows().size() - 2);
+    EXPECT_EQ(Stored(L"KeyActivate"), L"1");
 }
 
 TEST_F(modOptionTest, InitSearchOptions_PutsTheCriteriaBack) {

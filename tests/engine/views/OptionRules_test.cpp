@@ -1,13 +1,12 @@
 #include "engine/views/OptionRules.h"
 
 #include "engine/process/AppTest.h"
+#include "engine/process/OptionTable.h"
+#include "resources/controls.h"
 
 namespace {
 
 class OptionRulesTest : public AppTest {};
-
-constexpr auto On = CheckMark::On;
-constexpr auto Off = CheckMark::Off;
 
 std::wstring Passing(bool (*passes)(wchar_t)) {
     std::wstring passing;
@@ -29,12 +28,13 @@ TEST_F(OptionRulesTest, KeyFilters_LetExactlyTheirCharactersThrough) {
         EXPECT_EQ(name.find(sign), std::wstring::npos);
 }
 
-TEST_F(OptionRulesTest, NumberFields_LeftWithoutANumber_GetTheirDefault) {
-    EXPECT_EQ(ClipLenAfterLeave(L"0123456789012"), L"0123456789012");
-    EXPECT_EQ(TextLenAfterLeave(L"5"), L"5");
+TEST_F(OptionRulesTest, TextAfterLeave_GivesANumberFieldItsDefault) {
+    EXPECT_EQ(TextAfterLeave(tbClipLen, L"0123456789012", {}), L"0123456789012");
+    EXPECT_EQ(TextAfterLeave(tbTextLen, L"5", {}), L"5");
+    EXPECT_EQ(TextAfterLeave(tbInfo, L"", {}), L"");
     for (const wchar_t* text : {L"", L" ", L"-", L"1a", L"1 2"}) {
-        EXPECT_EQ(ClipLenAfterLeave(text), L"0");
-        EXPECT_EQ(TextLenAfterLeave(text), L"20");
+        EXPECT_EQ(TextAfterLeave(tbClipLen, text, {}), L"0");
+        EXPECT_EQ(TextAfterLeave(tbTextLen, text, {}), L"20");
     }
 }
 
@@ -45,31 +45,29 @@ TEST_F(OptionRulesTest, KeyActivate_TakesLettersOnlyAndFallsBackToTheStoredOne) 
         EXPECT_FALSE(KeyActivateAfterPress(key));
     EXPECT_EQ(KeyActivateAfterRelease(L"", L"L"), L"L");
     EXPECT_EQ(KeyActivateAfterRelease(L"7", L"L"), L"7");
-    EXPECT_EQ(KeyActivateAfterLeave(L"xyz", L"L"), L"X");
-    EXPECT_EQ(KeyActivateAfterLeave(L"7", L"L"), L"L");
-    EXPECT_EQ(KeyActivateAfterLeave(L"", L"x"), L"x");
+    OptionValues stored;
+    stored.KeyActivate = L"x";
+    EXPECT_EQ(TextAfterLeave(tbKeyActivate, L"yz", stored), L"Y");
+    EXPECT_EQ(TextAfterLeave(tbKeyActivate, L"7", stored), L"x");
+    EXPECT_EQ(TextAfterLeave(tbKeyActivate, L"", stored), L"x");
 }
 
-TEST_F(OptionRulesTest, ControlsFromOptions_ThenConfirm_ChangesNothing) {
-    OptionValues values;
-    for (const bool odd : {false, true}) {
-        values.TopWindow = values.EditPropAfterSnap = values.ShowInTray = values.ShowTooltips = odd;
-        values.ShowSplash = values.SetClipByDblClick = values.SetBeep = odd;
-        values.SnapSound = values.IconAfterSnap = values.StartAsIcon = values.LockEdit = !odd;
-        values.AutoSnap = values.IconAfterSetClip = !odd;
-        values.SoundFile = L"a.wav";
-        values.UserInfo = L"Info";
-        values.NewtextMode = odd;
-        values.NewMaxLen = 99;
-        values.MaxClipSize = 1'000'000;
-        values.ActionUnknownSet = !odd;
-        values.UnknownFormats = odd ? 255 : 18;
-        values.UnknownSet = L"Rest";
-        values.KeyActivate = L"K";
-        OptionControls controls = ControlsFromOptions(values);
-        OptionValues after = values;
+TEST_F(OptionRulesTest, ConfirmOptions_EachControlChangesItsOwnOption) {
+    const OptionValues before;
+    for (const OptionRow& row : OptionRows()) {
+        OptionControls controls = ControlsFromOptions(before);
+        OptionValues expected = before;
+        if (row.control != 0) {
+            const std::wstring text = row.control == tbKeyActivate      ? L"K"
+                                      : OptionText(row, before) == L"1" ? L"0"
+                                                                        : L"1";
+            ASSERT_TRUE(SetOption(row, expected, text));
+            if (IsFlag(row)) controls.marks.at(row.control) = text == L"1";
+            if (!IsFlag(row)) controls.texts.at(row.control) = text;
+        }
+        OptionValues after = before;
         EXPECT_TRUE(ConfirmOptions(controls, after));
-        EXPECT_EQ(after, values);
+        EXPECT_EQ(after, expected);
     }
 }
 
@@ -79,11 +77,12 @@ TEST_F(OptionRulesTest, ControlsFromOptions_ShowsOddValuesByTheirRule) {
     values.ActionUnknownSet = 7;
     values.UnknownFormats = 0x105;
     OptionControls controls = ControlsFromOptions(values);
-    EXPECT_TRUE(controls.optFormatTitle);
-    EXPECT_FALSE(controls.optTextTitle);
-    EXPECT_TRUE(controls.OptFSet[1]);
-    EXPECT_FALSE(controls.OptFSet[0]);
-    EXPECT_EQ(controls.chkSaveUnknown, (std::array<CheckMark, 7>{Off, On, Off, On, Off, Off, Off}));
+    EXPECT_TRUE(controls.marks.at(optFormatTitle));
+    EXPECT_FALSE(controls.marks.at(optTextTitle));
+    EXPECT_TRUE(controls.marks.at(OptFSet + 1));
+    EXPECT_FALSE(controls.marks.at(OptFSet));
+    for (int box = 1; box <= 6; ++box)
+        EXPECT_EQ(controls.marks.at(chkSaveUnknown + box), box == 1 || box == 3) << box;
     EXPECT_TRUE(ConfirmOptions(controls, values));
     EXPECT_EQ(values.NewtextMode, 0);
     EXPECT_EQ(values.ActionUnknownSet, 1);
@@ -95,7 +94,7 @@ TEST_F(OptionRulesTest, SaveAll_ChecksAndDisablesTheOthersAndLeavesTheirMarks) {
     values.UnknownFormats = 4;
     OptionControls controls = ControlsFromOptions(values);
     EXPECT_TRUE(controls.formatBoxesEnabled);
-    controls.chkSaveUnknown[6] = On;
+    controls.marks[chkSaveUnknown + 6] = true;
     SaveAllClicked(controls);
     EXPECT_FALSE(controls.formatBoxesEnabled);
     EXPECT_TRUE(ConfirmOptions(controls, values));
@@ -103,42 +102,36 @@ TEST_F(OptionRulesTest, SaveAll_ChecksAndDisablesTheOthersAndLeavesTheirMarks) {
 
     controls = ControlsFromOptions(values);
     EXPECT_FALSE(controls.formatBoxesEnabled);
-    controls.chkSaveUnknown[6] = Off;
+    controls.marks[chkSaveUnknown + 6] = false;
     SaveAllClicked(controls);
     EXPECT_TRUE(controls.formatBoxesEnabled);
     EXPECT_TRUE(ConfirmOptions(controls, values));
     EXPECT_EQ(values.UnknownFormats, 31);
 }
 
-TEST_F(OptionRulesTest, ConfirmOptions_AppliesTheLeaveRulesAndCountsGreyAsOff) {
+TEST_F(OptionRulesTest, ConfirmOptions_AppliesTheLeaveRulesOrKeepsEveryValue) {
     OptionValues values;
     OptionControls controls = ControlsFromOptions(values);
-    controls.chkSplash = CheckMark::Grey;
-    controls.chkSaveUnknown.fill(CheckMark::Grey);
-    controls.OptFSet = {false, false};
-    controls.tbTextLen = L"x";
-    controls.tbClipLen = L"";
-    controls.tbKeyActivate = L"9";
+    controls.marks[OptFSet + 1] = false;
+    controls.texts[tbTextLen] = L"x";
+    controls.texts[tbClipLen] = L"";
+    controls.texts[tbKeyActivate] = L"9";
     EXPECT_TRUE(ConfirmOptions(controls, values));
-    EXPECT_FALSE(values.ShowSplash);
-    EXPECT_EQ(values.UnknownFormats, 0);
     EXPECT_EQ(values.ActionUnknownSet, -1);
     EXPECT_EQ(values.NewMaxLen, 20);
     EXPECT_EQ(values.MaxClipSize, 0);
     EXPECT_EQ(values.KeyActivate, L"C");
-}
 
-TEST_F(OptionRulesTest, ConfirmOptions_NumberTooLarge_TellsAndKeepsEveryValue) {
-    const OptionValues before;
-    for (const auto field : {&OptionControls::tbClipLen, &OptionControls::tbTextLen}) {
-        OptionValues values = before;
-        OptionControls controls = ControlsFromOptions(values);
-        controls.chkTopWindow = On;
-        controls.*field = L"99999999999";
+    const OptionValues before = values;
+    for (const int textBox : {tbClipLen, tbTextLen}) {
+        controls = ControlsFromOptions(values);
+        controls.marks[chkTopWindow] = true;
+        controls.texts[textBox] = L"99999999999";
         EXPECT_FALSE(ConfirmOptions(controls, values));
         EXPECT_EQ(values, before);
+        EXPECT_EQ(fake.user.LastMessage(), L"Überlauf");
+        fake.user.messages.clear();
     }
-    EXPECT_EQ(fake.user.messages.size(), 2u);
 }
 
 }  // namespace
