@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "platform/Platform.h"
+#include "platform/Text.h"
 
 namespace {
 
@@ -101,7 +102,10 @@ RuntimeError ErrorBeingHandled() {
     } catch (const std::length_error&) {
         // A container says this of a size that no memory could hold.
         return RuntimeError(ErrorNumber::OutOfMemory);
-    } catch (const std::exception&) {
+    } catch (const std::exception& error) {
+        const std::wstring description = DescriptionOf(ErrorNumber::Internal);
+        return RuntimeError(ErrorNumber::Internal, description + L": " + TextFromAnsi(error.what()));
+    } catch (...) {
         return RuntimeError(ErrorNumber::Internal);
     }
 }

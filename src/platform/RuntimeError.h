@@ -47,7 +47,7 @@ class RuntimeError : public std::exception {
 RuntimeError FileErrorOf(std::uint32_t systemCode, const std::wstring& path);
 
 // What the exception that is being handled means to the user: an error of ours is itself, memory that could
-// not be had is OutOfMemory, anything else of the C++ library Internal.
+// not be had is OutOfMemory, anything else Internal.
 RuntimeError ErrorBeingHandled();
 
 // Runs an action; the error that ended it, if one did.
