@@ -18,19 +18,9 @@ foreach(tool clipput clipget drive)
   add_dependencies(desktop_tools ${tool})
 endforeach()
 
-# Without a "lib" in front, as the test program loads it by name.
-add_library(menuspy MODULE ${DRIVER}/menuspy.cpp)
-set_target_properties(menuspy PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
-target_include_directories(menuspy PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/tools)
-target_link_libraries(menuspy PRIVATE nxclip_flags user32)
-# The 32-bit compiler would add the size of the arguments to the exported name.
-target_link_options(menuspy PRIVATE -Wl,--kill-at)
-add_dependencies(desktop_tools menuspy)
-
 if(TARGET GTest::gtest)
   file(GLOB DESKTOP_TESTS CONFIGURE_DEPENDS ${DESKTOP}/*_test.cpp)
   add_executable(nxclip_desktop_tests ${DESKTOP}/DesktopMain.cpp ${DESKTOP_TESTS})
   target_include_directories(nxclip_desktop_tests PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/tests)
   target_link_libraries(nxclip_desktop_tests PRIVATE desktop_driver GTest::gtest)
-  add_dependencies(nxclip_desktop_tests menuspy)
 endif()

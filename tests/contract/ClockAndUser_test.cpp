@@ -31,38 +31,16 @@ TEST_F(ClockContract, DateText_CanStandInATag) {
     EXPECT_EQ(clock.DateText(std::numeric_limits<FileTime>::max()), L"");
 }
 
-TEST_F(UserContract, Tell_ShowsTextAndTitle) {
-    const Home::Box own = home->Answer(false, [&] { user.Tell(L"Keine Formate ermittelt", L"", {}); });
-    EXPECT_EQ(own.text, L"Keine Formate ermittelt");
-    EXPECT_EQ(own.title, L"NXClip");
-    const Home::Box titled =
-        home->Answer(false, [&] { user.Tell(L"Überlauf", L"Strukturladefehler 6", MessageIcon::Error); });
-    EXPECT_EQ(titled.text, L"Überlauf");
-    EXPECT_EQ(titled.title, L"Strukturladefehler 6");
-}
-
-TEST_F(UserContract, Ask_ReturnsTheAnswer) {
-    for (const bool noIsDefault : {false, true})
-        for (const bool yes : {false, true}) {
-            bool answer = !yes;
-            const Home::Box box = home->Answer(
-                yes, [&] { answer = user.Ask(L"Profil wirklich löschen?", L"Löschen", noIsDefault); });
-            EXPECT_EQ(answer, yes);
-            EXPECT_EQ(box.text, L"Profil wirklich löschen?");
-            EXPECT_EQ(box.title, L"Löschen");
-        }
-}
-
-TEST_F(UserContract, ShowPointer_ReturnsTheOneBefore) {
-    EXPECT_EQ(user.ShowPointer(PointerShape::Hourglass), PointerShape::Normal);
-    {
-        const HourglassScope scope(user);
-        EXPECT_EQ(user.ShowPointer(PointerShape::Hourglass), PointerShape::Hourglass);
+TEST_F(UserContract, AskAndTell_ShowTheTextAndReturnTheAnswer) {
+    for (const bool yes : {false, true}) {
+        bool answer = !yes;
+        const Home::Box box =
+            home->Answer(yes, [&] { answer = user.Ask(L"Profil wirklich löschen?", L"Löschen", !yes); });
+        EXPECT_EQ(answer, yes);
+        EXPECT_EQ(box.text, L"Profil wirklich löschen?");
+        EXPECT_EQ(box.title, L"Löschen");
     }
-    EXPECT_EQ(user.ShowPointer(PointerShape::Normal), PointerShape::Hourglass);
-}
-
-TEST_F(UserContract, PlaySoundFile_MissingFileIsNotPlayed) {
-    EXPECT_FALSE(user.PlaySoundFile(home->Directory() + L"none.wav"));
-    EXPECT_FALSE(user.PlaySoundFile(L""));
+    const Home::Box told = home->Answer(false, [&] { user.Tell(L"Überlauf", L"", MessageIcon::Error); });
+    EXPECT_EQ(told.text, L"Überlauf");
+    EXPECT_EQ(told.title, L"NXClip");
 }

@@ -6,7 +6,6 @@ namespace {
 class FakeHome : public Home {
  public:
     FakeHome() {
-        fake_.clipboard.synthesise = true;
         fake_.files.capacity = std::int64_t{1} << 30;
         fake_.files.AddDirectory(Directory());
     }

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <map>
 
+#include "desktop/ClipboardData.h"
 #include "platform/ByteBuffer.h"
 #include "platform/win32/SystemHandles.h"
 
@@ -27,50 +28,14 @@ enum : ULONG_PTR { kCopy = 1, kRead, kHold, kRelease };
 
 std::map<UINT, std::string> lateFormats;
 
-HGLOBAL BlockOf(const std::string& bytes) {
-    const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, bytes.size());
-    if (void* address = GlobalLock(block)) bytes.copy(static_cast<char*>(address), bytes.size());
-    GlobalUnlock(block);
-    return block;
-}
+// In front of a metafile picture's bits: mapping mode, width, height, 0.
+constexpr std::int32_t kPictureHeader[] = {MM_ANISOTROPIC, 100, 100, 0};
 
 HANDLE DataOf(UINT format, const std::string& bytes) {
-    const auto* bits = reinterpret_cast<const BYTE*>(bytes.data());
-    const auto size = static_cast<UINT>(bytes.size());
-    switch (format) {
-        case CF_BITMAP:
-            return CreateBitmap(4, 4, 1, 1, nullptr);
-        case CF_ENHMETAFILE:
-            return SetEnhMetaFileBits(size, bits);
-        case CF_METAFILEPICT: {
-            const METAFILEPICT picture = {MM_ANISOTROPIC, 100, 100, SetMetaFileBitsEx(size, bits)};
-            return BlockOf(std::string(reinterpret_cast<const char*>(&picture), sizeof(picture)));
-        }
-        default:
-            return BlockOf(bytes);
-    }
-}
-
-std::optional<std::string> BytesOf(UINT format, HANDLE data) {
-    if (data == nullptr) return std::nullopt;
-    std::string bytes;
-    if (format == CF_ENHMETAFILE) {
-        const auto metafile = static_cast<HENHMETAFILE>(data);
-        bytes.resize(GetEnhMetaFileBits(metafile, 0, nullptr));
-        GetEnhMetaFileBits(metafile, static_cast<UINT>(bytes.size()), reinterpret_cast<BYTE*>(bytes.data()));
-        return bytes;
-    }
-    const void* address = GlobalLock(data);
-    if (address == nullptr) return std::nullopt;
-    if (format == CF_METAFILEPICT) {
-        const HMETAFILE metafile = static_cast<const METAFILEPICT*>(address)->hMF;
-        bytes.resize(GetMetaFileBitsEx(metafile, 0, nullptr));
-        GetMetaFileBitsEx(metafile, static_cast<UINT>(bytes.size()), bytes.data());
-    } else {
-        bytes.assign(static_cast<const char*>(address), GlobalSize(data));
-    }
-    GlobalUnlock(data);
-    return bytes;
+    if (format == CF_BITMAP) return CreateBitmap(4, 4, 1, 1, nullptr);
+    if (format != CF_METAFILEPICT) return MakeClipboardData(format, bytes);
+    return MakeClipboardData(
+        format, std::string(reinterpret_cast<const char*>(kPictureHeader), sizeof kPictureHeader) + bytes);
 }
 
 void CopyAll(HWND window, ByteReader formats) {
@@ -90,9 +55,10 @@ void CopyAll(HWND window, ByteReader formats) {
 
 void ReadOne(HWND window, HWND replyTo, UINT format) {
     if (!OpenClipboard(window)) GiveUp("cannot open the clipboard to read");
-    std::optional<std::string> bytes = BytesOf(format, GetClipboardData(format));
+    std::optional<std::string> bytes = ReadFormat(format);
     CloseClipboard();
     if (!bytes) return;
+    if (format == CF_METAFILEPICT) bytes->erase(0, sizeof kPictureHeader);
     COPYDATASTRUCT reply = {kRead, static_cast<DWORD>(bytes->size()), bytes->data()};
     SendMessageW(replyTo, WM_COPYDATA, reinterpret_cast<WPARAM>(window), reinterpret_cast<LPARAM>(&reply));
 }

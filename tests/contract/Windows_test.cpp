@@ -61,20 +61,6 @@ TEST_F(WindowContract, Title_IsCutAtItsLimit) {
     EXPECT_EQ(windows.Title(WindowHandle::None, 240), L"");
 }
 
-TEST_F(WindowContract, SetAlwaysOnTop_RefusesAWindowThatIsGone) {
-    const WindowHandle window = MakeWindow();
-    EXPECT_TRUE(windows.SetAlwaysOnTop(window, true));
-    EXPECT_TRUE(windows.SetAlwaysOnTop(window, false));
-    EXPECT_FALSE(windows.SetAlwaysOnTop(MakeGone(), true));
-}
-
-TEST_F(WindowContract, BringToFront_GoneWindowChangesNothing) {
-    const WindowHandle before = windows.Foreground();
-    windows.BringToFront(MakeGone());
-    windows.BringToFront(WindowHandle::None);
-    EXPECT_EQ(windows.Foreground(), before);
-}
-
 TEST_F(WindowContract, Atoms_OfTheSameTextAreTheSame) {
     const std::uint16_t atom = windows.AddGlobalAtom("Contract Atom");
     EXPECT_GE(atom, 0xC000);
@@ -100,9 +86,4 @@ TEST_F(WindowContract, HotKey_IsTakenOnceAndFreeAgainAfterwards) {
     windows.RemoveHotKey(window, kIdentifier);
     EXPECT_FALSE(windows.AddHotKey(WindowHandle::None, 7, kAlt | kControl, 'Z'));
     EXPECT_FALSE(windows.AddHotKey(MakeGone(), 7, kAlt | kControl, 'Z'));
-}
-
-TEST_F(WindowContract, OpenHelp_MissingFileIsRefusedAtOnce) {
-    EXPECT_FALSE(windows.OpenHelp(MakeWindow(), home->Directory() + L"none.hlp", 1, 10));
-    EXPECT_FALSE(windows.OpenHelp(MakeWindow(), home->Directory(), 1, 10));
 }

@@ -76,13 +76,6 @@ TEST_F(Capture, Automatic_WaitsWhileADialogIsOpenOrTheLockIsPressed) {
     EXPECT_EQ(TreeOutline(), L"Profil [Camera] open\n  Clip [Clip]\n");
 }
 
-TEST_F(Capture, Snap_WithoutAContainerIsToldToTheUser) {
-    nxclip_.Start();
-    PutFormats(PrivateOffers());
-    nxclip_.Command(m_edit_insert);
-    EXPECT_EQ(nxclip_.AnswerNotice(), L"Aktivieren Sie bitte erst ein Profil oder einen Ordner.");
-}
-
 TEST_F(Capture, Snap_OffersTheClipsPropertiesWhereTheOptionSaysSo) {
     WriteSetting(L"Settings", L"EditPropAfterSnap", L"1");
     StartWithProfile();
@@ -93,17 +86,6 @@ TEST_F(Capture, Snap_OffersTheClipsPropertiesWhereTheOptionSaysSo) {
     dialog.Press(cb_ok);
     Driver::WaitUntilGone(dialog);
     nxclip_.WaitForTree(L"Profil [Camera] open\n  Süßes [Clip]\n");
-}
-
-TEST_F(Capture, UnknownFormats_AreKeptByTheMaskAndTextNamesTheClip) {
-    WriteSetting(L"Settings", L"UnknownFormats", L"1");
-    WriteSetting(L"Settings", L"NewTextMode", L"1");
-    StartWithProfile();
-    SnapOf({{CF_TEXT, std::string("Ein Name\0unsichtbar", 19)}, {Private(), "weg"}});
-    EXPECT_EQ(TreeOutline(), L"Profil [Camera] open\n  Ein Name [Clip]\n");
-    const std::vector<ClipRecord> records = ReadClipFile(ClipFileAt(1));
-    ASSERT_EQ(records.size(), 1u);
-    EXPECT_EQ(records[0], (ClipRecord{CF_TEXT, "Text", std::string("Ein Name\0", 9)}));
 }
 
 }  // namespace

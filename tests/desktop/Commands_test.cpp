@@ -47,38 +47,18 @@ class Commands : public ProgramTest {
         PressKeys({VK_F2});
         return TypeName(name);
     }
-    bool MenuEnabled(int number) { return nxclip_.Menu(number).enabled; }
-    // The first entry of the context menu that a right click opens; the menu is closed again.
-    int FirstEntryAt(POINT place) {
-        BringToFront(nxclip_.Main());
-        RightClick(place);
-        const Window menu = WaitForPopUpMenu(nxclip_.Program().Id());
-        const std::vector<MenuEntry> entries = MenuEntries(menu);
-        PressKeys({VK_ESCAPE});
-        Driver::WaitUntilGone(menu);
-        return entries.empty() ? 0 : entries.front().number;
-    }
 };
 
-TEST_F(Commands, Menus_OfferWhatFitsTheSelection) {
+TEST_F(Commands, RightClick_SelectsAndOpensAMenuOfTheNode) {
     StartWithTree();
-    EXPECT_TRUE(MenuEnabled(m_copyToClipboard));
-    EXPECT_TRUE(MenuEnabled(m_edit_delete));
-    EXPECT_FALSE(MenuEnabled(m_activate));
-    EXPECT_TRUE(nxclip_.ToolBar().Enabled(tbbCopy));
-    nxclip_.Tree().Select(L"Profil");
-    EXPECT_FALSE(MenuEnabled(m_copyToClipboard));
-    EXPECT_FALSE(MenuEnabled(m_activate)) << "it is the active container already";
-    EXPECT_FALSE(nxclip_.ToolBar().Enabled(tbbCopy));
-    nxclip_.Tree().Select(L"Profil\\Ordner");
-    EXPECT_TRUE(MenuEnabled(m_activate));
-
-    EXPECT_EQ(FirstEntryAt(nxclip_.Tree().PlaceOf(L"Profil")), m_profile_active);
-    EXPECT_EQ(FirstEntryAt(nxclip_.Tree().PlaceOf(L"Profil\\Ordner")), m_struct_active);
-    EXPECT_EQ(FirstEntryAt(nxclip_.Tree().PlaceOf(L"Profil\\Clip")), m_to_clipboard);
-    EXPECT_EQ(nxclip_.Tree().SelectedPath(), L"Profil\\Clip") << "a right click selects";
-    const RECT tree = nxclip_.Tree().window().Rectangle();
-    EXPECT_EQ(FirstEntryAt({tree.left + 20, tree.bottom - 20}), m_pNN_NewProfil);
+    BringToFront(nxclip_.Main());
+    RightClick(nxclip_.Tree().PlaceOf(L"Profil\\Ordner"));
+    const Window menu = nxclip_.WaitForPopUpMenu();
+    PressKeys({VK_DOWN});  // the first entry
+    PressKeys({VK_RETURN});
+    Driver::WaitUntilGone(menu);
+    nxclip_.WaitForTree(L"Profil [Profile] open\n  Ordner [Camera]\n  Clip [Clip]\n");
+    EXPECT_EQ(nxclip_.Tree().SelectedPath(), L"Profil\\Ordner");
 }
 
 TEST_F(Commands, Keys_ReachTheSelectedNode) {
@@ -115,10 +95,8 @@ TEST_F(Commands, View_ShowsAndHidesItsParts) {
     StartWithTree();
     const Window main = nxclip_.Main();
     const auto toggles = [&](int command, int control) {
-        EXPECT_TRUE(nxclip_.Menu(command).checked);
         nxclip_.Command(command);
         WaitFor("the part to go", [&] { return !main.Control(control).Visible(); });
-        EXPECT_FALSE(nxclip_.Menu(command).checked);
         nxclip_.Command(command);
         WaitFor("the part to come back", [&] { return main.Control(control).Visible(); });
     };
@@ -133,7 +111,6 @@ TEST_F(Commands, View_ShowsAndHidesItsParts) {
     for (int mode = 0; mode < 4; ++mode) {
         nxclip_.ToolBar().Click(tbbViewLarge + mode);
         WaitFor("the list's mode", [&] { return nxclip_.List().Mode() == modes[mode]; });
-        EXPECT_TRUE(nxclip_.Menu(mnuListViewLarge + mode).checked);
         EXPECT_EQ(nxclip_.List().Names().size(), 2u);
     }
 }

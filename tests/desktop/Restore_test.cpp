@@ -50,16 +50,6 @@ TEST_F(Restore, Put_GivesAnotherProgramEveryFormat) {
     ExpectOnClipboard(offers);
 }
 
-TEST_F(Restore, Put_ReadsTheFileOnlyWhenSomebodyAsks) {
-    const std::vector<ClipboardOffer> offers = PrivateOffers();
-    TakeClip(offers);
-    nxclip_.PutOnClipboard(L"Profil\\Clip");
-    std::filesystem::rename(ClipFileAt(1), ClipFileAt(99));
-    EXPECT_EQ(ReadFormatNow(offers[0].format), std::nullopt);
-    std::filesystem::rename(ClipFileAt(99), ClipFileAt(1));
-    EXPECT_EQ(ReadFormatNow(offers[1].format), offers[1].bytes);
-}
-
 TEST_F(Restore, Put_IsNotTakenAgainAsAClip) {
     TakeClip(PrivateOffers());
     nxclip_.SetAutoDetect(true);
@@ -91,19 +81,6 @@ TEST_F(Restore, Quit_LeavesTheWholeClipOnTheClipboard) {
     EXPECT_EQ(nxclip_.Quit(), 0u);
     std::filesystem::remove(ClipFileAt(1));
     ExpectOnClipboard(offers);
-}
-
-TEST_F(Restore, MissingFile_IsToldInTheStatusBarAndLeavesTheClipboard) {
-    TakeClip(PrivateOffers());
-    nxclip_.Tree().Select(L"Profil");
-    std::filesystem::remove(ClipFileAt(1));
-    nxclip_.Tree().Select(L"Profil\\Clip");
-    nxclip_.WaitForStatus(L"nicht verfügbar !!!");
-    EXPECT_EQ(nxclip_.List().Count(), 0);
-    nxclip_.Command(m_copyToClipboard);
-    // Answered behind the command.
-    nxclip_.Main().Send(WM_NULL);
-    EXPECT_EQ(ReadFormatNow(FormatNumber(L"NXClip Desktop Other")), "etwas anderes");
 }
 
 }  // namespace

@@ -26,52 +26,21 @@ std::string DeepTreeFile(std::int16_t levels) {
 }
 
 TEST_F(StartUp, FirstStart_ShowsAnEmptyTreeAndMakesNoProfile) {
-    ClearSettings();
-    WriteSetting(L"Settings", L"ShowSplash", L"0");
-    WriteSetting(L"Settings", L"Dialog", L"1");
     nxclip_.Start();
     EXPECT_EQ(nxclip_.Tree().Outline(), L"");
     EXPECT_EQ(nxclip_.List().Count(), 0);
     EXPECT_EQ(nxclip_.Title(), L"<Keine aktive Ablage>");
     EXPECT_FALSE(nxclip_.ToolBar().Enabled(tbbSnap));
-    EXPECT_FALSE(nxclip_.ToolBar().Enabled(tbbCopy));
-    EXPECT_FALSE(nxclip_.ToolBar().Enabled(tbbDelete));
-    EXPECT_FALSE(nxclip_.ToolBar().Pressed(tbbAutoDetect));
     // 1000, 1000, 5000 x 5000 twips, widened to the least width of 5400.
     const RECT place = nxclip_.Main().Rectangle();
     EXPECT_NEAR(place.left, 67, 1);
     EXPECT_NEAR(place.top, 67, 1);
     EXPECT_EQ(place.right - place.left, 360);
     EXPECT_NEAR(place.bottom - place.top, 333, 1);
-    // Nothing but the program's own menus, without the one for tests.
-    EXPECT_FALSE(FindMenuEntry(nxclip_.Main(), m_test_exithook).has_value());
-    EXPECT_TRUE(FindMenuEntry(nxclip_.Main(), m_ext_diag).has_value());
-
     EXPECT_EQ(nxclip_.Quit(), 0u);
     EXPECT_EQ(ReadSetting(L"Profiles", L"Count"), L"0");
     for (const auto& entry : std::filesystem::recursive_directory_iterator(nxclip_.Directory()))
         EXPECT_FALSE(entry.path().filename() == L"nxclip.nxp") << entry.path();
-}
-
-TEST_F(StartUp, MissingProfile_IsToldAndLeftOutWhileTheOthersLoad) {
-    StartWithProfile();
-    nxclip_.Quit();
-    const auto directory = ReadSetting(L"Profiles", L"File1");
-    ASSERT_TRUE(directory.has_value());
-    WriteSetting(L"Profiles", L"Count", L"2");
-    WriteSetting(L"Profiles", L"Name1", L"Verschwunden");
-    WriteSetting(L"Profiles", L"File1", (nxclip_.Directory() / L"Nirgends").wstring());
-    WriteSetting(L"Profiles", L"Name2", L"Profil");
-    WriteSetting(L"Profiles", L"File2", *directory);
-
-    nxclip_.Launch();
-    EXPECT_EQ(nxclip_.AnswerNotice(), L"Profil \"Verschwunden\" konnte nicht geladen werden");
-    nxclip_.WaitForMain();
-    EXPECT_EQ(TreeOutline(), L"Profil [Camera]\n");
-    nxclip_.Quit();
-    EXPECT_EQ(ReadSetting(L"Profiles", L"Count"), L"1");
-    EXPECT_EQ(ReadSetting(L"Profiles", L"Name1"), L"Profil");
-    EXPECT_EQ(ReadSetting(L"Profiles", L"Name2"), std::nullopt);
 }
 
 TEST_F(StartUp, FoldersOpenedVeryDeep_AreShownAsFarAsTheControlBears) {
@@ -105,16 +74,6 @@ TEST_F(StartUp, SecondInstance_ActivatesTheFirstAndEnds) {
                    GetForegroundWindow() == nxclip_.Main().Handle();
         });
     }
-}
-
-TEST_F(StartUp, Debug_WritesTheLogOnlyForTheExactWord) {
-    const std::filesystem::path log = nxclip_.Directory() / L"protokol.txt";
-    nxclip_.Start(L"debug");
-    EXPECT_FALSE(std::filesystem::exists(log));
-    nxclip_.Quit();
-    nxclip_.Start(L"DEBUG");
-    EXPECT_TRUE(std::filesystem::exists(log));
-    EXPECT_TRUE(FindMenuEntry(nxclip_.Main(), m_test_exithook).has_value());
 }
 
 TEST_F(StartUp, Splash_ComesFirstAndClosesByEscape) {

@@ -122,16 +122,13 @@ def one(directory, pattern):
     return found[0]
 
 
-def checksums_hold():
-    for line in one(package("dist"), "*.sha256").read_text().splitlines():
-        digest, name = line.split()
-        check(hashlib.sha256((SCRATCH / "dist" / name).read_bytes()).hexdigest() == digest, f"{name} is another file")
-
-
-def second_run_gives_same_bytes():
-    first = one(SCRATCH / "dist", "*.sha256").read_text()
+def same_sources_give_the_same_bytes():
+    first = one(package("dist"), "*.sha256").read_text()
     second = one(package("again"), "*.sha256").read_text()
     check(first == second, f"{first}\n{second}")
+    for line in first.splitlines():
+        digest, name = line.split()
+        check(hashlib.sha256((SCRATCH / "dist" / name).read_bytes()).hexdigest() == digest, f"{name} is another file")
     shutil.rmtree(SCRATCH / "again")
 
 
@@ -207,28 +204,21 @@ def update_and_removal_keep_what_the_user_made():
     shutil.rmtree(directory)
 
 
-def removal_leaves_nothing_when_nothing_was_made():
-    directory = install()
-    uninstall(directory)
-    wait_for("the directory to go", lambda: not directory.exists())
-
-
 def running_program_is_closed_first():
     directory = install()
     with Drive() as drive:
         drive.ask("run", windows_path(directory / "NXClip.exe"))
         wait_for("the main window", lambda: drive.sees("NXClipMain "))
         uninstall(directory)
-        check(not (directory / "NXClip.exe").exists(), "the program file is still there")
         check(not drive.sees("NXClipMain "), "the program still runs")
-    check((directory / "NXClip.nxf").is_file(), "the program was ended before it had saved")
+    check(files_below(directory) == ["NXClip.nxf"], f"not saved, or left behind: {files_below(directory)}")
     shutil.rmtree(directory)
 
 
 def main():
-    cases = [checksums_hold, second_run_gives_same_bytes, zip_unpacks_and_runs]
+    cases = [same_sources_give_the_same_bytes, zip_unpacks_and_runs]
     installer = [installer_installs_for_the_user_alone, update_and_removal_keep_what_the_user_made,
-                 removal_leaves_nothing_when_nothing_was_made, running_program_is_closed_first]
+                 running_program_is_closed_first]
     skipped = 0
     if BITS == "32":
         cases += installer

@@ -21,7 +21,6 @@ void Failures::FailAlways(Operation operation) {
 
 void Failures::FailNone() {
     plan_ = Plan::None;
-    fired_ = false;
 }
 
 int Failures::Calls(Operation operation) const {

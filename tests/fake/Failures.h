@@ -66,6 +66,7 @@ class Failures {
     void FailNthOfAny(int n);
     // Every call of `operation` from now on fails.
     void FailAlways(Operation operation);
+    // Nothing fails any more; whether the last plan has fired is still known.
     void FailNone();
     // True when a planned failure has happened since it was planned.
     bool Fired() const { return fired_; }

@@ -3,12 +3,11 @@
 #include <algorithm>
 
 #include "fake/AsciiCase.h"
-#include "fake/SynthesisedFormats.h"
 
 namespace {
 
 constexpr FormatNumber kText = 1, kBitmap = 2, kPicture = 3, kOemText = 7, kPalette = 9, kUnicode = 13,
-                       kEnhancedMetafile = 14, kLocale = 16;
+                       kEnhancedMetafile = 14;
 constexpr FormatNumber kDisplayBitmap = 130, kDisplayEnhancedMetafile = 142;
 constexpr FormatNumber kFirstRegistered = 0xC000, kLastRegistered = 0xFFFF;
 constexpr std::size_t kLongestName = 255;
@@ -78,7 +77,6 @@ void FakeClipboard::Close() {
     ledger_.EndLoans();
     if (!changed_) return;
     changed_ = false;
-    if (synthesise) AddSynthesised();
     TellViewers();
 }
 
@@ -248,8 +246,7 @@ void FakeClipboard::OtherProgramCopies(const std::vector<Offer>& offers) {
     FreeContent();
     owner_ = otherProgram;
     for (const Offer& offer : offers)
-        content_.push_back({offer.format, offer.late ? DataHandle::None : offer.make(*this), offer.make, 0});
-    if (synthesise) AddSynthesised();
+        content_.push_back({offer.format, offer.late ? DataHandle::None : offer.make(*this), offer.make});
     TellViewers();
 }
 
@@ -308,9 +305,9 @@ void FakeClipboard::Store(FormatNumber format, DataHandle data) {
     if (rendering_ == 0) changed_ = true;
     if (Entry* entry = Find(format)) {
         FreeData(*entry);
-        *entry = {format, data, {}, 0};
+        *entry = {format, data, {}};
     } else {
-        content_.push_back({format, data, {}, 0});
+        content_.push_back({format, data, {}});
     }
 }
 
@@ -326,27 +323,16 @@ DataHandle FakeClipboard::DataOf(FormatNumber format) {
 
 void FakeClipboard::Render(FormatNumber format) {
     const Entry entry = *Find(format);
-    DataHandle data = DataHandle::None;
-    if (entry.madeFrom != 0) {
-        const DataHandle source = entry.madeFrom == kLocale ? DataHandle::None : DataOf(entry.madeFrom);
-        if (source == DataHandle::None && entry.madeFrom != kLocale) return;
-        const Offer made =
-            KindOf(format) == ResourceKind::GdiObject
-                ? GdiObject(format)
-                : Bytes(format, SynthesisedBytes(format, entry.madeFrom, BytesOf(entry.madeFrom, source)));
-        data = made.make(*this);
-    } else if (entry.make) {
-        rendered.push_back(format);
-        data = entry.make(*this);
-    } else {
-        // The owner answers this with a Put of its own.
-        rendered.push_back(format);
-        ++rendering_;
-        windows_.Deliver(owner_, kRenderFormatMessage, format, 0);
-        --rendering_;
+    rendered.push_back(format);
+    if (entry.make) {
+        const DataHandle data = entry.make(*this);
+        if (Entry* stored = Find(format)) stored->data = data;
         return;
     }
-    if (Entry* stored = Find(format)) stored->data = data;
+    // The owner answers this with a Put of its own.
+    ++rendering_;
+    windows_.Deliver(owner_, kRenderFormatMessage, format, 0);
+    --rendering_;
 }
 
 std::string FakeClipboard::BytesOf(FormatNumber format, DataHandle data) const {
@@ -380,22 +366,6 @@ void FakeClipboard::FreeContent() {
     for (const Entry& entry : content_)
         FreeData(entry);
     content_.clear();
-}
-
-void FakeClipboard::AddSynthesised() {
-    std::vector<FormatNumber> real;
-    for (const Entry& entry : content_)
-        if (entry.madeFrom == 0) real.push_back(entry.format);
-    for (auto entry = content_.begin(); entry != content_.end();) {
-        if (entry->madeFrom != 0) {
-            FreeData(*entry);
-            entry = content_.erase(entry);
-        } else {
-            ++entry;
-        }
-    }
-    for (const SynthesisedFormat& made : SynthesisedFormatsOf(real))
-        content_.push_back({made.format, DataHandle::None, {}, made.madeFrom});
 }
 
 void FakeClipboard::TellViewers() {

@@ -61,8 +61,6 @@ class FakeClipboard : public ClipboardPort {
     // Another program has the clipboard open for the next `opens` tries to open it.
     void OtherProgramHolds(int opens) { busyOpens_ = opens; }
 
-    // Content offers further formats made by the system: texts, pictures. Off at first.
-    bool synthesise = false;
     WindowHandle otherProgram = WindowHandle::None;
     // Every format that was rendered by its owner, in order.
     std::vector<FormatNumber> rendered;
@@ -82,7 +80,6 @@ class FakeClipboard : public ClipboardPort {
         FormatNumber format;
         DataHandle data = DataHandle::None;
         std::function<DataHandle(FakeClipboard&)> make;  // another program's way to render
-        FormatNumber madeFrom = 0;                       // of a synthesised format
     };
 
     bool MayPut() const;
@@ -95,7 +92,6 @@ class FakeClipboard : public ClipboardPort {
     std::string BytesOf(FormatNumber format, DataHandle data) const;
     void FreeData(const Entry& entry);
     void FreeContent();
-    void AddSynthesised();
     void TellViewers();
     bool Fail(std::uint32_t error);
 

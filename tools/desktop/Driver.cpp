@@ -95,12 +95,6 @@ std::unique_ptr<Process> Driver::StartSecond() const {
     return second;
 }
 
-MenuEntry Driver::Menu(int number) const {
-    const auto entry = FindMenuEntry(main_, number);
-    if (!entry) throw DriverError("the menu has no entry " + std::to_string(number));
-    return *entry;
-}
-
 Window Driver::WaitForDialog(std::wstring_view title) const {
     return WaitFor("the dialog \"" + Utf8(title) + "\"", [&] {
         for (Window window : TopLevelWindows(process_->Id())) {
@@ -136,6 +130,15 @@ std::wstring Driver::AnswerNotice(int button) const {
     const Notice notice = WaitForNotice();
     Answer(notice, button);
     return notice.text;
+}
+
+Window Driver::WaitForPopUpMenu() const {
+    return WaitFor("a popped-up menu", [&] {
+        for (Window window : TopLevelWindows(process_->Id())) {
+            if (window.ClassName() == L"#32768") return window;
+        }
+        return Window();
+    });
 }
 
 bool Driver::Quiet() const {

@@ -9,7 +9,6 @@
 #include <string_view>
 
 #include "desktop/Controls.h"
-#include "desktop/Menus.h"
 #include "desktop/Process.h"
 #include "desktop/ScratchDirectory.h"
 #include "desktop/Window.h"
@@ -58,8 +57,6 @@ class Driver {
     StatusBarControl StatusBar() const { return StatusBarControl(main_.Control(sbStatusBar)); }
     TabControl FormatTab() const { return TabControl(main_.Control(tabFormat)); }
     std::wstring Title() const { return main_.TextOf(lblTitle); }
-    // The menu bar's entry; a DriverError when there is none.
-    MenuEntry Menu(int number) const;
 
     void Command(int number) const { main_.Command(number); }
 
@@ -72,6 +69,8 @@ class Driver {
     // Waits for a message box, answers it and returns its text.
     std::wstring AnswerNotice(int button = IDOK) const;
     static void Answer(const Notice& notice, int button);
+    // Waits for the menu that a right click has opened.
+    Window WaitForPopUpMenu() const;
     // No message box and no dialog is open.
     bool Quiet() const;
 

@@ -1,4 +1,5 @@
 #include "engine/clipboard/ClipboardTest.h"
+#include "fake/FaultLoop.h"
 
 // A clip's whole way: from another program to disk, back on the clipboard, and out to another program. Every
 // single operation of the machine fails once on each leg; the ledger of the fake machine finds what is not
@@ -44,53 +45,43 @@ TEST_F(ClipTravelTest, Clip_ComesBackWhole) {
 TEST_F(ClipTravelTest, Capture_WithAnyOperationFailingCountsWhatCanBeReadAgain) {
     for (const auto failure : {WriteFailure::DiskFullWithPart, WriteFailure::Nothing, WriteFailure::Short}) {
         fake.failures.writeFailure = failure;
-        for (int n = 1; n == 1 || fake.Fired(); ++n) {
-            SCOPED_TRACE(n);
-            fake.clipboard.OtherProgramCopies(content);
-            fake.FailNthOfAny(n);
-            SaveClipboard();
-            EXPECT_FALSE(fake.clipboard.IsOpen());
-            if (!fake.Fired()) break;
-        }
+        FailEachCall(
+            fake, 50, [&] { fake.clipboard.OtherProgramCopies(content); }, [&] { SaveClipboard(); },
+            [&](bool) { EXPECT_FALSE(fake.clipboard.IsOpen()); });
     }
 }
 
 TEST_F(ClipTravelTest, Restore_WithAnyOperationFailingKeepsTheClipReadable) {
     const std::int16_t count = Capture(content);
     const std::string bytes = ClipBytes();
-    for (int n = 1; n == 1 || fake.Fired(); ++n) {
-        SCOPED_TRACE(n);
-        fake.FailNthOfAny(n);
-        const bool restored = RestoreClip(clipBoard, mainWindow, kClip, count);
-        const bool failed = fake.Fired();
-        fake.failures.FailNone();
-        EXPECT_FALSE(fake.clipboard.IsOpen());
-        EXPECT_EQ(ClipBytes(), bytes);
-        if (!restored) {
-            EXPECT_FALSE(fake.user.statuses.empty() && fake.user.messages.empty());
-        }
-        if (!failed) {
+    bool restored = false;
+    FailEachCall(
+        fake, 43,
+        [&] {
+            fake.user.statuses.clear();
+            fake.user.messages.clear();
+        },
+        [&] { restored = RestoreClip(clipBoard, mainWindow, kClip, count); },
+        [&](bool failed) {
+            EXPECT_FALSE(fake.clipboard.IsOpen());
+            EXPECT_EQ(ClipBytes(), bytes);
+            EXPECT_TRUE(restored || !fake.user.statuses.empty() || !fake.user.messages.empty());
+            if (failed) return;
             EXPECT_TRUE(restored);
             EXPECT_EQ(ReadAll(), whole);
-            break;
-        }
-    }
+        });
 }
 
 TEST_F(ClipTravelTest, Request_WithAnyOperationFailingIsAnsweredTheNextTime) {
     const std::int16_t count = Capture(content);
     for (const auto failure : {ReadFailure::Error, ReadFailure::Short}) {
         fake.failures.readFailure = failure;
-        for (int n = 1;; ++n) {
-            SCOPED_TRACE(n);
-            ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, count));
-            fake.FailNthOfAny(n);
-            ReadAll();
-            const bool failed = fake.Fired();
-            fake.failures.FailNone();
-            EXPECT_EQ(fake.ledger.Owned(ResourceKind::Block), 0);
-            EXPECT_EQ(ReadAll(), whole);
-            if (!failed) break;
-        }
+        FailEachCall(
+            fake, 58, [&] { ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, count)); },
+            [&] { ReadAll(); },
+            [&](bool) {
+                EXPECT_EQ(fake.ledger.Owned(ResourceKind::Block), 0);
+                EXPECT_EQ(ReadAll(), whole);
+            });
     }
 }

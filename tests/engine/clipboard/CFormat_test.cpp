@@ -35,14 +35,6 @@ class FormatTest : public ClipboardTest {
 
 }  // namespace
 
-TEST_F(FormatTest, New_IsEmptyAndOwnsNothing) {
-    CFormat format;
-    EXPECT_EQ(format.LockMemo(), nullptr);
-    EXPECT_FALSE(format.SetToClipboard());
-    EXPECT_FALSE(format.SetClipboardFromFile(kClip));
-    EXPECT_TRUE(fake.user.messages.empty());
-}
-
 TEST_F(FormatTest, LoadAndSaveFormat_StoresTextUpToItsZero) {
     EXPECT_EQ(Capture({FakeClipboard::Bytes(1, TextBlock("abc", 60))}), 1);
     EXPECT_EQ(ClipBytes(), RecordBytes(1, "Text", std::string("abc\0", 4)));
@@ -70,19 +62,6 @@ TEST_F(FormatTest, LoadAndSaveFormat_WritesTheDocumentedExample) {
                                      0x74, 0x20, 0x46, 0x6F, 0x72, 0x6D, 0x61, 0x74, 0x08, 0x00, 0x00,
                                      0x00, 0x7B, 0x5C, 0x72, 0x74, 0x66, 0x31, 0x7D, 0x00};
     EXPECT_EQ(ClipBytes(), std::string(std::begin(example), std::end(example)));
-}
-
-TEST_F(FormatTest, LoadAndSaveFormat_MakesThePreviewTextInNamingMode1Only) {
-    fake.clipboard.OtherProgramCopies({FakeClipboard::Bytes(1, TextBlock("Der erste Satz", 3))});
-    const auto preview = [&](std::int16_t mode, std::int16_t length) {
-        Options().NewtextMode = mode;
-        Options().NewMaxLen = length;
-        SaveClipboard();
-        return clipBoard.Formats()->Item(1).PreviewText;
-    };
-    EXPECT_EQ(preview(0, 9), L"");
-    EXPECT_EQ(preview(2, 9), L"");
-    EXPECT_EQ(preview(1, 9), L"Der erste");
 }
 
 TEST_F(FormatTest, LoadAndSaveFormat_TestsTheSizeLimitAgainstWhatTheClipboardHolds) {
@@ -219,16 +198,6 @@ TEST_F(FormatTest, LoadDataFromFile_AsksForNoMemoryThatTheFileCannotFill) {
     EXPECT_EQ(fake.failures.Calls(Operation::MemoryAllocate), before);
 }
 
-TEST_F(FormatTest, LoadDataFromFile_ReplacesWhatWasLoaded) {
-    const auto formats = Headers(RecordBytes(8, "DIB", "0123456789"), 1);
-    ClipFileScope file(OpenClipFile(kClip, false, true));
-    EXPECT_TRUE(formats->Item(1).LoadDataFromFile(file.Handle(), false));
-    EXPECT_NE(formats->Item(1).LockedPointer, nullptr);
-    EXPECT_TRUE(formats->Item(1).LoadDataFromFile(file.Handle(), true));
-    EXPECT_EQ(formats->Item(1).LockedPointer, nullptr);
-    EXPECT_EQ(fake.ledger.Owned(ResourceKind::Block), 1);
-}
-
 TEST_F(FormatTest, Register_RenewsRegisteredNamesOnly) {
     const FormatNumber now = Registered("Rich Text Format");
     const auto registeredAs = [](FormatNumber id, const wchar_t* name) {
@@ -245,14 +214,6 @@ TEST_F(FormatTest, Register_RenewsRegisteredNamesOnly) {
     EXPECT_EQ(registeredAs(0xC999, L""), 0xC999);
     fake.FailNth(Operation::ClipboardRegisterName, 1);
     EXPECT_EQ(registeredAs(0xC999, L"Rich Text Format"), 0xC999);
-}
-
-TEST_F(FormatTest, SetToClipboard_KeepsNoMemoryOfWhatTheClipboardCopied) {
-    Capture({FakeClipboard::Picture(PictureOf(100), 7, -300, 400), FakeClipboard::Enhanced(EnhancedOf(200))});
-    ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 2));
-    EXPECT_EQ(fake.clipboard.OtherProgramReads(3), PictureOf(100));
-    EXPECT_EQ(fake.clipboard.OtherProgramReads(14), EnhancedOf(200));
-    EXPECT_EQ(fake.ledger.Owned(ResourceKind::Block), 0);
 }
 
 TEST_F(FormatTest, SetToClipboard_MarksWhatWasHandedOver) {

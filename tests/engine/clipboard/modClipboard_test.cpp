@@ -120,13 +120,3 @@ TEST_F(ClipboardUnitTest, RenderAllFormats_MakesEveryAnnouncementRealForTheOwner
     EXPECT_TRUE(fake.clipboard.IsPending(1));
     EXPECT_EQ(fake.user.messages.size(), 0u);
 }
-
-TEST_F(ClipboardUnitTest, PutOwnMarker_DoesNothingWithoutMemory) {
-    OpenClipboardScope opened(mainWindow);
-    fake.clipboard.Empty();
-    fake.failures.FailAlways(Operation::MemoryAllocate);
-    PutOwnMarker();
-    fake.failures.FailAlways(Operation::MemoryLock);
-    PutOwnMarker();
-    EXPECT_TRUE(fake.clipboard.Formats().empty());
-}

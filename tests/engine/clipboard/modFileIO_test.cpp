@@ -17,23 +17,6 @@ TEST_F(ClipFileTest, OpenClipFile_TellsEveryFailureButAMissingFileThatMustExist)
     EXPECT_EQ(fake.user.LastMessage(), L"CreateFile fehlgeschlagen mit Fehlercode: 32");
 }
 
-TEST_F(ClipFileTest, OpenClipFile_TruncatesForWritingAndAnswersForPositions) {
-    fake.files.SetBytes(L"C:\\C1.nxc", "0123456789");
-    FileHandle file = OpenClipFile(L"C:\\C1.nxc", false, true);
-    EXPECT_EQ(RemainingInClipFile(file), 10);
-    EXPECT_TRUE(SeekClipFile(file, 4));
-    EXPECT_EQ(TellClipFile(file), 4);
-    EXPECT_EQ(RemainingInClipFile(file), 6);
-    EXPECT_TRUE(SeekClipFile(file, 400));
-    EXPECT_EQ(RemainingInClipFile(file), 0);
-    CloseClipFile(file);
-    EXPECT_EQ(file, FileHandle::None);
-    CloseClipFile(file);
-
-    const ClipFileScope rewritten(OpenClipFile(L"C:\\C1.nxc", true, false));
-    EXPECT_EQ(RemainingInClipFile(rewritten.Handle()), 0);
-}
-
 TEST(FindByte, FindByte_StopsAtTheBlocksEnd) {
     const std::string_view zero("\0", 1);
     // The byte behind the block must not be found.

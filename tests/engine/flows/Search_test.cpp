@@ -1,7 +1,5 @@
 #include "engine/flows/Search.h"
 
-#include <ctime>
-
 #include "engine/profiles/ProfileWorldTest.h"
 
 namespace {
@@ -141,42 +139,6 @@ TEST(SearchDialog, Controls_RoundTripAllCriteria) {
     EXPECT_TRUE(first.chkProfile && first.chkStruct && first.chkClip && first.chkName);
     EXPECT_FALSE(first.chkInfo || first.chkValue);
     EXPECT_TRUE(first.optSearchPattern[0] && first.optUpDown[1]);
-}
-
-TEST(SearchDialog, CanBeConfirmed_NeedsTextKindAndField) {
-    SearchControls controls;
-    controls.tbSearch = L" ";
-    controls.chkStruct = true;
-    controls.chkValue = true;
-    EXPECT_TRUE(SearchCanBeConfirmed(controls));
-    SearchControls less = controls;
-    less.tbSearch = L"";
-    EXPECT_FALSE(SearchCanBeConfirmed(less));
-    less = controls;
-    less.chkStruct = false;
-    EXPECT_FALSE(SearchCanBeConfirmed(less));
-    less = controls;
-    less.chkValue = false;
-    EXPECT_FALSE(SearchCanBeConfirmed(less));
-}
-
-TEST_F(SearchTest, SearchForNode_AHundredThousandNodesAreDoneAtOnce) {
-    {
-        const BulkChangeScope bulk(nodes);
-        for (int i = 0; i < 100'000; ++i) {
-            nodes.Add(&Get(L"P"), NodeRelation::Child, L"Ein Clip wie jeder andere", ImageValue())
-                .SetTag(L"C&1,2&15.11.1999 13:10:00&Eine Information wie jede andere");
-        }
-    }
-    SearchCriteria criteria = For(L"gibt es nicht");
-    criteria.fields = 7;
-    for (const bool downward : {true, false}) {
-        criteria.downward = downward;
-        const std::clock_t start = std::clock();
-        EXPECT_EQ(SearchForNode(tree, criteria, downward ? &Get(L"P") : nodes.LastRoot()), nullptr);
-        // The sanitizers of this build make it some thirty times as long as it is in the program.
-        EXPECT_LT(std::clock() - start, 2 * CLOCKS_PER_SEC);
-    }
 }
 
 }  // namespace

@@ -63,14 +63,6 @@ TEST_F(FormatSetCodingTest, Encode_GivesTheDocumentedBytes) {
     EXPECT_EQ(decoded, list);
 }
 
-TEST_F(FormatSetCodingTest, Encode_EmptyList_WritesOneEmptyElementWithIndexZero) {
-    const Bytes expected = {0, 0, 1, 0, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0};
-    EXPECT_EQ(EncodeFormatSets({}), expected);
-    FormatSetList decoded;
-    EXPECT_EQ(DecodeError(expected, decoded), 0);
-    EXPECT_EQ(decoded.Count(), 0);
-}
-
 TEST_F(FormatSetCodingTest, Decode_SetsAreTheElementsFromOneToCount) {
     const auto encoded = [](std::int16_t count, std::int32_t lowerBound, int elements) {
         ByteWriter writer;
@@ -136,17 +128,6 @@ TEST_F(FormatSetCodingTest, Decode_HostileHeads_AreRefused) {
     EXPECT_EQ(with(19, {3, 0}), kDamaged);
     EXPECT_EQ(with(21, {0x00, 0x94, 0x35, 0x77}), kTooShort);
     EXPECT_EQ(with(21, {0x00, 0x00, 0x00, 0x80}), kTooShort);
-}
-
-TEST_F(FormatSetCodingTest, Decode_OtherFlagsAndTrailingBytes_AreTaken) {
-    FormatSetList list;
-    list.Append(PictureSet());
-    Bytes bytes = EncodeFormatSets(list);
-    bytes[bytes.size() - 2] = 1;
-    bytes.insert(bytes.end(), {1, 2, 3});
-    FormatSetList decoded;
-    EXPECT_EQ(DecodeError(bytes, decoded), 0);
-    EXPECT_TRUE(decoded.Item(1).Formats[1].Save);
 }
 
 }  // namespace

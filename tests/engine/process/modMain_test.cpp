@@ -14,14 +14,6 @@ TEST_F(modMainTest, AddBackslash_TrimsCapitalisesAndEndsWithOneBackslash) {
     EXPECT_EQ(AddBackslash(L"   "), L"\\");
 }
 
-TEST_F(modMainTest, FileExists_FindsFilesAndDirectories) {
-    fake.files.SetBytes(L"C:\\NXCLIP\\A.TXT", "");
-    EXPECT_TRUE(FileExists(L"c:\\nxclip\\a.txt"));
-    EXPECT_TRUE(FileExists(L"C:\\NXCLIP"));
-    EXPECT_FALSE(FileExists(L"C:\\NXCLIP\\B.TXT"));
-    EXPECT_FALSE(FileExists(L"Q:\\A.TXT"));
-}
-
 TEST_F(modMainTest, SetTopless_TellsOnlyOfARefusal) {
     const WindowHandle window = fake.windows.AddWindow(L"NXClip");
     SetTopless(window, true);

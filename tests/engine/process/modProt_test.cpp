@@ -16,15 +16,6 @@ TEST_F(modProtTest, WriteLog_AppendsOneLineWithItsTimeAndClosesTheFile) {
               "15.11.1999 13:15:00: Zweiter\r\n");
 }
 
-TEST_F(modProtTest, WriteLog_ThatFails_SaysNothing) {
-    for (const Operation operation : {Operation::FilesOpen, Operation::FilesWrite}) {
-        fake.FailNth(operation, 1);
-        EXPECT_TRUE(WriteLog(L"verloren"));
-        EXPECT_TRUE(fake.Fired());
-    }
-    EXPECT_TRUE(fake.user.messages.empty());
-}
-
 TEST_F(modProtTest, LogDebug_WritesOnlyInDebugMode) {
     LogDebug(L"nichts");
     EXPECT_FALSE(fake.files.Has(kLog));

@@ -94,16 +94,6 @@ TEST_F(CProfilesTest, SaveRegistry_LeavesNothingOfAListThatShrank) {
     EXPECT_FALSE(again.Item(1).Dirty);
 }
 
-TEST_F(CProfilesTest, SaveRegistry_AFailedWriteSkipsOnlyItself) {
-    list.Add(L"eins", L"C:\\1", false, nullptr);
-    list.Add(L"zwei", L"C:\\2", false, nullptr);
-    fake.FailNth(Operation::SettingsWrite, 3);  // File1
-    list.SaveRegistry();
-    ASSERT_TRUE(fake.Fired());
-    EXPECT_EQ(Stored(L"File1"), L"<none>");
-    EXPECT_EQ(Stored(L"Name1") + Stored(L"File2"), L"einsC:\\2");
-}
-
 TEST_F(CProfilesTest, SearchDir_IgnoresCaseAndNothingElse) {
     list.Add(L"a", L"C:\\Daten", false, nullptr);
     list.Add(L"b", L"C:\\Größe\\", false, nullptr);
@@ -116,20 +106,6 @@ TEST_F(CProfilesTest, SearchDir_IgnoresCaseAndNothingElse) {
     EXPECT_EQ(list.ProfileInDirectory(L"c:\\DATEN\\"), &list.Item(1));
     EXPECT_EQ(list.ProfileInDirectory(L"C:\\Größe"), &list.Item(2));
     EXPECT_EQ(list.ProfileInDirectory(L"C:\\Dat"), nullptr);
-}
-
-TEST_F(CProfilesTest, ListAccess_RefusesWhatIsNotThere) {
-    list.Add(L"a", L"C:\\Daten", false, nullptr);
-    EXPECT_THROW(list.Add(L"b", L"c:\\DATEN", false, nullptr), RuntimeError);
-    EXPECT_EQ(list.Count(), 1);
-    for (const int position : {-1, 0, 2}) {
-        EXPECT_THROW(list.Item(position), RuntimeError);
-        EXPECT_THROW(list.Remove(position), RuntimeError);
-    }
-    EXPECT_THROW(list.Item(L"C:\\"), RuntimeError);
-    EXPECT_EQ(list.Item(L"C:\\DATEN").Name, L"a");
-    list.Remove(L"C:\\DATEN");
-    EXPECT_EQ(list.Count(), 0);
 }
 
 TEST_F(CProfilesTest, OrderAsInTree_FollowsTheRootLevel) {

@@ -4,7 +4,7 @@
 #include "engine/clipboard/modViewerHook.h"
 #include "engine/process/TreeOperation.h"
 #include "engine/profiles/NodeProperties.h"
-#include "fake/FaultLoop.h"
+#include "engine/profiles/WorldFaults.h"
 
 namespace {
 
@@ -30,21 +30,6 @@ TEST_F(ClipOperationsTest, DropCopy_GivesEachClipAFileOfItsOwn) {
     EXPECT_EQ(copy->LastChild()->FirstChild()->Tag(), L"C&3,2&15.11.1999 13:10:00&a&b");
     EXPECT_EQ(Get(L"c2").Tag(), L"C&2,2&15.11.1999 13:10:00&a&b") << "the source keeps its number";
     EXPECT_TRUE(fake.user.messages.empty());
-}
-
-TEST_F(ClipOperationsTest, DropCopyInsideAProfile_GoesInFrontOfTheTarget) {
-    Node* const copy = operations.Drop(&Get(L"c3"), &Get(L"c1"), false, false);
-    ASSERT_NE(copy, nullptr);
-    EXPECT_EQ(MemoryOutline(), L"P(S(c1 T(c2)) c1 c3) Q(U(c4))");
-    EXPECT_EQ(Damage(), std::vector<std::wstring>());
-    EXPECT_EQ(ClipFileOf(copy), L"C:\\P\\C4.nxc");
-}
-
-TEST_F(ClipOperationsTest, DropCopy_PassesByAFileThatNoNodeLeadsTo) {
-    fake.files.SetBytes(L"C:\\Q\\C2.nxc", "left by a crash");
-    Node* const copy = operations.Drop(&Get(L"U"), &Get(L"c1"), true, false);
-    EXPECT_EQ(ClipFileOf(copy), L"C:\\Q\\C3.nxc");
-    EXPECT_EQ(fake.files.Bytes(L"C:\\Q\\C2.nxc"), "left by a crash");
 }
 
 TEST_F(ClipOperationsTest, DropMoveInsideAProfile_KeepsTheFiles) {
@@ -181,12 +166,6 @@ TEST_F(ClipOperationsTest, Delete_AsksAndTakesNoForNo) {
     EXPECT_FALSE(operations.Delete(nullptr));
     ASSERT_EQ(fake.user.questions.size(), 3u);
     EXPECT_EQ(fake.user.questions[0].text, L"Wollen Sie wirklich den Clip löschen ?");
-    EXPECT_EQ(fake.user.questions[0].title, L"Clip löschen");
-    EXPECT_EQ(fake.user.questions[1].text,
-              L"Wollen Sie wirklich den Ordner, sowie alle untergeordneten Ordner und Clips löschen ?");
-    EXPECT_EQ(fake.user.questions[1].title, L"Ordner löschen");
-    EXPECT_EQ(fake.user.questions[2].text, L"Wollen Sie wirklich das Profil unwiederruflich löschen ?");
-    EXPECT_EQ(fake.user.questions[2].title, L"Profil löschen");
     for (const FakeUser::Question& question : fake.user.questions)
         EXPECT_TRUE(question.noIsDefault);
     EXPECT_EQ(StateOf(*this), before);
@@ -228,15 +207,6 @@ TEST_F(ClipOperationsTest, Delete_DataThatCannotGoIsToldOnce) {
     EXPECT_TRUE(operations.Delete(&Get(L"S")));
     EXPECT_EQ(fake.user.messages.size(), 1u);
     EXPECT_EQ(DiskOutline(), L"P Q(U(c4))");
-}
-
-TEST_F(ClipOperationsTest, DeleteProfile_WhoseTreeFileStaysIsNotDeleted) {
-    fake.files.SetReadOnly(L"C:\\P\\nxclip.nxp", true);
-    const WorldState before = StateOf(*this);
-    fake.user.answers = {true};
-    EXPECT_FALSE(operations.Delete(&Get(L"P")));
-    EXPECT_EQ(fake.user.messages.size(), 1u);
-    EXPECT_EQ(StateOf(*this), before);
 }
 
 TEST_F(ClipOperationsTest, DeleteOfTheLockedTree_LetsOnlyClipsGo) {

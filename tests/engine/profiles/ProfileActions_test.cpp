@@ -1,6 +1,6 @@
 #include "engine/profiles/ProfileActions.h"
 
-#include "fake/FaultLoop.h"
+#include "engine/profiles/WorldFaults.h"
 
 namespace {
 
@@ -83,14 +83,6 @@ TEST_F(ProfileActionsTest, BuildNewprofile_BadTemplatesAreTold) {
     EXPECT_EQ(actions.BuildNewprofile(L"x", L"C:\\Neu", kTemplate), nullptr);
     EXPECT_EQ(fake.user.LastMessage(), L"Profilverzeichnis C:\\Neu konnte nicht geladen werden");
     EXPECT_EQ(StateOf(*this), before);
-}
-
-// A pattern finds a template when it is looked for, but there is no such file to copy.
-TEST_F(ProfileActionsTest, BuildNewprofile_TemplateThatIsGoneWhenItIsCopiedIsTold) {
-    EXPECT_EQ(actions.BuildNewprofile(L"x", L"C:\\Neu", L"C:\\PROG\\Templates\\*.nxp"), nullptr);
-    EXPECT_EQ(fake.user.messages.back().title, L"Datei nicht gefunden");
-    EXPECT_EQ(fake.user.LastMessage(),
-              L"Fehler beim Kopieren der Vorlagendatei \r\n\r\nC:\\PROG\\Templates\\*.nxp");
 }
 
 TEST_F(ProfileActionsTest, NewProfileRefusal_NamesWhatIsWrong) {
@@ -184,16 +176,6 @@ TEST_F(ProfileActionsTest, UnlinkProfile_TouchesNoFile) {
     EXPECT_EQ(ListOutline(), L"Q=C:\\Q ");
     EXPECT_EQ(Files(), before.files);
     EXPECT_EQ(container.Title(), L"Q");
-}
-
-TEST_F(ProfileActionsTest, UnlinkProfile_ThatTheListDoesNotKnowIsTold) {
-    Fill();
-    Profiles().Remove(L"C:\\P");
-    fake.user.answers = {true};
-    EXPECT_FALSE(actions.UnlinkProfile(&Get(L"P")));
-    EXPECT_EQ(fake.user.LastMessage(),
-              L"Fataler Fehler (UnlinkProfile)\r\nC:\\P nicht in der Profilliste gefunden !!!");
-    EXPECT_EQ(nodes.Root()->Text(), L"P");
 }
 
 TEST_F(ProfileActionsTest, ProfileProperties_AreReadAndTakenOver) {

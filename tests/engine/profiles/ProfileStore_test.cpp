@@ -151,43 +151,4 @@ TEST_F(ProfileStoreTest, SaveProfile_WithoutASubtreeLeavesItInTheTree) {
     EXPECT_EQ(DiskOutline(), MemoryOutline());
 }
 
-TEST_F(ProfileStoreTest, SaveProfile_ATextThatIsTooLongIsRefusedBeforeAnythingIsWritten) {
-    Fill();
-    const auto before = fake.files.Bytes(L"C:\\P\\nxclip.nxp");
-    Get(L"S").SetText(std::wstring(70000, L'x'));
-    EXPECT_FALSE(SaveProfile(tree, Get(L"P")));
-    EXPECT_EQ(fake.files.Bytes(L"C:\\P\\nxclip.nxp"), before);
-    EXPECT_EQ(fake.user.LastMessage(), L"Speichern des Profils ist fehlgeschlagen !!!");
-}
-
-TEST_F(ProfileStoreTest, SaveProfile_WhatCannotBeFlattenedIsTold) {
-    Fill();
-    tree.Bind(nullptr);
-    EXPECT_FALSE(SaveProfile(tree, *Profiles().Item(1).Node));
-    ASSERT_EQ(fake.user.messages.size(), 2u);
-    EXPECT_EQ(fake.user.messages[0].text, L"BuildTreeData: Profiledaten konnten nicht ermittelt werden.");
-    EXPECT_EQ(fake.user.messages[1].text, L"Speichern des Profils ist fehlgeschlagen !!!");
-}
-
-TEST_F(ProfileStoreTest, SaveAndLoad_MoreNodesThan16BitsCount) {
-    Node& profile = AddProfile(L"P");
-    {
-        const BulkChangeScope bulk(nodes);
-        for (int i = 0; i < 400; ++i) {
-            Node& folder = nodes.Add(&profile, NodeRelation::Child, L"S" + std::to_wstring(i), ImageValue());
-            folder.SetTag(L"S&");
-            for (int j = 0; j < 99; ++j) {
-                nodes.Add(&folder, NodeRelation::Child, L"c" + std::to_wstring(j), ImageValue())
-                    .SetTag(MakeClipTag(i * 99 + j + 1, 1, L"t", L"i"));
-            }
-        }
-    }
-    EXPECT_TRUE(SaveProfile(tree, profile, profile.LastChild()));
-    Profiles().SaveRegistry();
-    LoadListedProfiles(tree);
-    EXPECT_EQ(nodes.Count(), 40'001 - 100);
-    EXPECT_EQ(nodes.Root()->Tag(), L"P&39501&C:\\P&0&");
-    EXPECT_TRUE(fake.user.messages.empty());
-}
-
 }  // namespace

@@ -39,13 +39,4 @@ TEST_F(StructureLockTest, ActionAllowed_FollowsTheOptionAndTellsTheUser) {
     EXPECT_EQ(fake.user.LastMessage(), L"Die Strukturaktionen sind gesperrt !!!");
 }
 
-TEST_F(StructureLockTest, ActionsFor_FollowTheKind) {
-    EXPECT_EQ(DeleteActionFor(Get(L"P")), TreeAction::DeleteProfile);
-    EXPECT_EQ(DeleteActionFor(Get(L"S")), TreeAction::DeleteFolder);
-    EXPECT_EQ(DeleteActionFor(Get(L"c1")), TreeAction::DeleteClip);
-    EXPECT_EQ(EditActionFor(Get(L"P")), TreeAction::EditProfile);
-    EXPECT_EQ(EditActionFor(Get(L"S")), TreeAction::EditFolder);
-    EXPECT_EQ(EditActionFor(Get(L"c1")), TreeAction::EditClip);
-}
-
 }  // namespace

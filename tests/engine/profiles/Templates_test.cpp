@@ -27,14 +27,6 @@ class TemplatesTest : public ProfileWorldTest {
     std::wstring Asked(std::size_t i) const { return fake.user.messages.at(i).title; }
 };
 
-TEST_F(TemplatesTest, TemplateFiles_ListsTheTemplatesAlone) {
-    AddTemplate(L"Zusatz.nxp", L"Zusatz");
-    fake.files.SetBytes(L"C:\\PROG\\Templates\\liesmich.txt", "");
-    EXPECT_EQ(TemplateDirectory(), L"C:\\PROG\\Templates\\");
-    EXPECT_EQ(TemplateFiles(), (std::vector<std::wstring>{L"Develop.nxp", L"Handbuch.nxp", L"Medien.nxp",
-                                                          L"Office.nxp", L"Zusatz.nxp"}));
-}
-
 TEST_F(TemplatesTest, LoadTemplatePreview_ShowsOneTemplateAtATime) {
     NodeCollection shown;
     CTreeViewEx preview;
@@ -119,16 +111,6 @@ TEST_F(TemplatesTest, InstallFirstStartTemplates_AFailureStopsOnlyItsOwnTemplate
     EXPECT_TRUE(WasTold(L"Profil 'Entwicklung' konnte nicht angelegt werden."));
     EXPECT_FALSE(WasTold(L"Profil 'Office' konnte nicht angelegt werden."));
     EXPECT_EQ(Asked(4), L"Verzeichnisfehler");
-}
-
-TEST_F(TemplatesTest, InstallFirstStartTemplates_WithoutTheDataDirectoryNothingIsMade) {
-    fake.failures.FailAlways(Operation::FilesMakeDirectory);
-    EXPECT_EQ(InstallFirstStartTemplates(tree, container, {true, true, true, true}, false), nullptr);
-    ASSERT_EQ(fake.user.messages.size(), 3u);
-    EXPECT_EQ(Asked(1), L"Verzeichnisfehler");
-    EXPECT_EQ(fake.user.LastMessage(), L"Es wurden keine Vorlagen angelegt.");
-    EXPECT_EQ(nodes.Count(), 0);
-    EXPECT_EQ(fake.settings.Value(L"Settings", L"Dialog"), L"0");
 }
 
 }  // namespace

@@ -54,16 +54,4 @@ TEST_F(ModDragDropTest, GetDraggedNode_LeavesThePayloadAloneWithoutGoodData) {
     EXPECT_EQ(payload, before);
 }
 
-TEST_F(ModDragDropTest, RegisterOleData_RefusedRecognisesNoDrag) {
-    fake.FailNth(Operation::ClipboardRegisterName, 1);
-    RegisterOleData();
-    EXPECT_EQ(DraggedNodeFormat(), 0);
-    FakeDragData data;
-    data.bytes.emplace(8);
-    DraggedNode payload;
-    EXPECT_FALSE(GetDraggedNode(data, payload));
-    RegisterOleData();
-    EXPECT_NE(DraggedNodeFormat(), 0);
-}
-
 }  // namespace

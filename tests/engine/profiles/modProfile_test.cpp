@@ -24,20 +24,6 @@ class modProfileTest : public ProfileWorldTest {
     Node* const none = nullptr;
 };
 
-TEST_F(modProfileTest, IsNodeOfKind_TestsTheMask) {
-    Node& profile = Profile(L"P&0&C:\\A&0&", L"C:\\A");
-    Node& folder = Below(profile, L"S&");
-    Node& clip = Below(folder, L"C&1,2&t&");
-    Node& other = Below(folder, L"X");
-    const Node* all[] = {&profile, &folder, &clip};
-    for (int mask = 0; mask < 8; ++mask) {
-        for (int kind = 0; kind < 3; ++kind)
-            EXPECT_EQ(IsNodeOfKind(all[kind], mask), ((mask >> kind) & 1) != 0);
-        EXPECT_FALSE(IsNodeOfKind(&other, mask));
-        EXPECT_FALSE(IsNodeOfKind(nullptr, mask));
-    }
-}
-
 TEST_F(modProfileTest, GetProfileNode_LooksAtTheRootOnly) {
     Node& profile = Profile(L"P&0&C:\\A&0&", L"C:\\A");
     Node& clip = Below(Below(profile, L"S&"), L"C&1,2&t&");
@@ -90,16 +76,6 @@ TEST_F(modProfileTest, NewClipFileName_WithoutProfileOrNumberGivesNoName) {
     EXPECT_THROW(NewClipFileName(&full, true, number), RuntimeError);
 }
 
-TEST_F(modProfileTest, SetDirtyProfile_UnknownDirectoryIsToldAndChangesNothing) {
-    Profile(L"P&0&C:\\A&0&", L"C:\\A");
-    SetDirtyProfile(L"C:\\B");
-    EXPECT_EQ(fake.user.LastMessage(),
-              L"Fataler Fehler (SetDirtyProfile)\r\nC:\\B nicht in der Profilliste gefunden !!!");
-    EXPECT_FALSE(Profiles().Item(1).Dirty);
-    SetDirtyProfile(L"c:\\a");
-    EXPECT_TRUE(Profiles().Item(1).Dirty);
-}
-
 TEST_F(modProfileTest, ProfileDirectory_OnlyOfProfileNodes) {
     Node& profile = Profile(L"P&4&C:\\A&1&x&y", L"C:\\A");
     Node& folder = Below(profile, L"S&0&C:\\A&1&");
@@ -142,14 +118,6 @@ TEST_F(modProfileTest, AttributesOf_ReadsWhatStandsBeforeTheDamage) {
     EXPECT_EQ(ofClip.info, L"n&m");
     EXPECT_EQ(AttributesOf(&Below(profile, L"C&7,x&t&i")).clipNumber, 7);
     EXPECT_EQ(AttributesOf(&Below(profile, L"C&x")).clipNumber, 0);
-}
-
-TEST_F(modProfileTest, CountBelow_CountsTheWholeSubtreeByKind) {
-    Fill();
-    const NodeCounts counts = CountBelow(Get(L"P"));
-    EXPECT_EQ(counts.folders, 2);
-    EXPECT_EQ(counts.clips, 3);
-    EXPECT_EQ(CountBelow(Get(L"c1")).clips, 0);
 }
 
 }  // namespace

@@ -99,14 +99,6 @@ TEST(TreeFileTest, EveryVariantType_ComesBackAsItWas) {
     }
 }
 
-TEST(TreeFileTest, Encode_WritesElement0EmptyWhateverItHolds) {
-    TreeData data = Example();
-    data.Nodes[0].Text = L"junk";
-    data.Nodes.push_back(Record(L"", L"not counted", 0, {}, false));
-    EXPECT_EQ(EncodeTreeData(data), EncodeTreeData(Example()));
-    EXPECT_EQ(EncodeTreeData(TreeData{}).size(), kTreeFileHeaderSize + kSmallestTreeRecordSize);
-}
-
 TEST(TreeFileTest, Encode_RefusesWhatCannotBeStored) {
     const std::wstring longest(65535, L'ä');
     TreeData data = DataOf({Record(longest, longest, 0, longest, false)});

@@ -10,16 +10,6 @@ void Put(const wchar_t* key, const wchar_t* value) {
     ThePlatform().settings.Write(L"Settings", key, value);
 }
 
-TEST_F(StoredWindow, ReadEmptyStore_GivesDefaultsAtTheSmallestWidth) {
-    const StoredPlace place = ReadMainPlace();
-    EXPECT_EQ(place.left, 1000);
-    EXPECT_EQ(place.top, 1000);
-    EXPECT_EQ(place.width, 5400);
-    EXPECT_EQ(place.height, 5000);
-    EXPECT_EQ(ReadMainState(), MainState::Normal);
-    EXPECT_EQ(ReadSplitter(1900), 1900);
-}
-
 TEST_F(StoredWindow, ReadNonsense_GivesDefaults) {
     Put(L"MainLeft", L"links");
     Put(L"MainTop", L"1e300");

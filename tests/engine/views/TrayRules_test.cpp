@@ -22,11 +22,4 @@ TEST(TrayRules, TrayTipBytes_LeavesRoomForTheTerminator) {
     EXPECT_EQ(TrayTipBytes(std::wstring(L"Tip\0Rest", 8)), "Tip");
 }
 
-TEST(TrayRules, TrayFlags_TellsOnlyWhatIsSet) {
-    EXPECT_EQ(TrayFlags(false, L""), 1u);
-    EXPECT_EQ(TrayFlags(true, L""), 3u);
-    EXPECT_EQ(TrayFlags(false, L"x"), 5u);
-    EXPECT_EQ(TrayFlags(true, L"x"), 7u);
-}
-
 }  // namespace

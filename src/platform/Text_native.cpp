@@ -1,4 +1,4 @@
-// The system's part of platform/Text.h for the native tests: code page 1252 and German casing.
+// The system's part of platform/Text.h where there is no Windows: code page 1252 and German casing.
 
 #include <algorithm>
 #include <array>
