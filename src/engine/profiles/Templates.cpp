@@ -76,7 +76,7 @@ TemplatePreview LoadTemplatePreview(CTreeViewEx& previewTree, const std::wstring
     previewTree.ReleaseData();
     if (!IsProfileNode(profile)) return {};
     ReadNodeAttributes(profile);
-    return {profile->Text(), ReadAttributes().info};
+    return {profile->Text(), ReadAttributes().info, ReadAttributes().globalFlag};
 }
 
 bool FirstStartDue() {
