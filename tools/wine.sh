@@ -124,6 +124,9 @@ template_fill() {
     find "$prefix/drive_c/users" -type l | while read -r link; do
         rm "$link" && mkdir "$link"
     done
+    # Marlett draws the caption buttons and the arrows. This Wine does not look into the directory of its own fonts,
+    # and of them no other is wanted: Tahoma would change the size of every dialog.
+    cp "${WINELOADER%/lib/wine/*}/share/wine/fonts/marlett.ttf" "$prefix/drive_c/windows/Fonts/" || return 1
     [ -s "$prefix/user.reg" ]
 }
 

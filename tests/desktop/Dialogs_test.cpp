@@ -10,6 +10,26 @@
 
 namespace {
 
+// The font of messages and dialogs in another height, in pixels of the screen.
+class SystemFontScope {
+ public:
+    explicit SystemFontScope(LONG height) {
+        before_.cbSize = sizeof before_;
+        SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof before_, &before_, 0);
+        NONCLIENTMETRICSW changed = before_;
+        changed.lfMessageFont.lfHeight = height;
+        SystemParametersInfoW(SPI_SETNONCLIENTMETRICS, sizeof changed, &changed, SPIF_UPDATEINIFILE);
+    }
+    ~SystemFontScope() {
+        SystemParametersInfoW(SPI_SETNONCLIENTMETRICS, sizeof before_, &before_, SPIF_UPDATEINIFILE);
+    }
+    SystemFontScope(const SystemFontScope&) = delete;
+    SystemFontScope& operator=(const SystemFontScope&) = delete;
+
+ private:
+    NONCLIENTMETRICSW before_{};
+};
+
 class Dialogs : public ProgramTest {
  protected:
     // Opens a dialog by its command and waits until it has the keyboard.
@@ -49,6 +69,13 @@ TEST_F(Dialogs, Options_AreAppliedAndKept) {
     PressAlt('M');
     Type(L"12a34");
     WaitFor("digits only", [&] { return options.TextOf(tbClipLen) == L"1234"; });
+    const Window textLen = options.Control(tbTextLen);
+    textLen.Send(EM_SETSEL, 0, -1);
+    for (const auto& [pasted, then] : {std::pair{"1234", L"20"}, {"1x", L"20"}, {"123", L"123"}}) {
+        PutFormats({{CF_TEXT, std::string(pasted) + '\0'}});
+        textLen.Send(WM_PASTE);
+        EXPECT_EQ(textLen.Text(), then) << pasted;
+    }
     Confirm(options);
     EXPECT_TRUE(nxclip_.ToolBar().Pressed(tbbAutoDetect));
 
@@ -161,15 +188,28 @@ TEST_F(Dialogs, NewProfile_FromATemplateInANewDirectory) {
     const Window profile = Open(mnuFileNew, L"Neue Profil");
     Type(L"Aus Vorlage");
     Press(VK_TAB);
+    Type(L"abc");  // not a full path, and none of a drive either
     Press(VK_TAB);
     Press(VK_SPACE);
     const Window directories = InFront(L"Verzeichnis auswählen");
+    // What is highlighted is opened by Enter; until then the list's path stays, and with it what "Neu" works
+    // in.
+    const std::wstring program = directories.TextOf(tbDir);
+    PressAlt('V');
+    Press(VK_DOWN);
+    Press(VK_RETURN);
+    WaitFor("the directory to open", [&] { return directories.TextOf(tbDir) != program; });
+    Press(VK_UP);
+    EXPECT_NE(directories.TextOf(tbDir), program) << "only highlighted";
+    Press(VK_RETURN);
+    WaitFor("the way back up", [&] { return directories.TextOf(tbDir) == program; });
+    Press(VK_DOWN);
     PressAlt('N');
     const Window name = InFront(L"Neues Verzeichnis");
     Type(L"Vorlagenprofil");
     Confirm(name);
     BringToFront(directories);
-    WaitFor("the new directory", [&] { return directories.TextOf(tbDir).ends_with(L"Vorlagenprofil"); });
+    WaitFor("the new directory", [&] { return directories.TextOf(tbDir) == program + L"\\Vorlagenprofil"; });
     Confirm(directories);
     BringToFront(profile);
     EXPECT_TRUE(profile.TextOf(tbDir).ends_with(L"Vorlagenprofil"));
@@ -189,6 +229,54 @@ TEST_F(Dialogs, NewProfile_FromATemplateInANewDirectory) {
     WaitFor("the profile", [&] { return nxclip_.Tree().SelectedPath() == L"Aus Vorlage"; });
     EXPECT_GT(nxclip_.List().Count(), 0) << "the template's folders";
     EXPECT_TRUE(std::filesystem::exists(nxclip_.Directory() / L"Vorlagenprofil" / L"nxclip.nxp"));
+}
+
+TEST_F(Dialogs, Lock_ShowsPropertiesToRead) {
+    StartWithProfile();
+    MakeFolder(L"Ordner");
+    nxclip_.ToolBar().Click(tbbLock);
+    WaitFor("the lock", [&] { return nxclip_.ToolBar().Pressed(tbbLock); });
+    for (const auto& [path, title] : {std::pair{L"Profil", L"Profil-Eigenschaften"},
+                                      std::pair{L"Profil\\Ordner", L"Ordner-Eigenschaften"}}) {
+        nxclip_.Tree().Select(path);
+        const Window shown = Open(mnuFileProperties, title);
+        Type(L"Anders");
+        if (shown.FindControl(chkLocked).Exists()) {
+            EXPECT_TRUE(shown.Checked(chkLocked));
+        }
+        Confirm(shown);
+    }
+    nxclip_.WaitForTree(L"Profil [Camera] open\n  Ordner [Structure]\n");
+}
+
+// Large letters stand for a small screen: the dialogs have to become smaller than the letters want.
+TEST_F(Dialogs, EveryDialog_IsSeenWhole) {
+    const SystemFontScope large(-40);
+    StartWithProfile();
+    const RECT screen = Window(GetDesktopWindow()).Rectangle();
+    const std::pair<int, const wchar_t*> dialogs[] = {
+        {mnuViewOptions, L"Optionen"},
+        {mnuFileNew, L"Neue Profil"},
+        {mnuFileProperties, L"Profil-Eigenschaften"},
+        {m_edit_newstruct, L"Ordner-Eigenschaften"},
+        {m_importProfil, L"Profil importieren"},
+        {m_extra_fs, L"Formatsätze"},
+        {m_search, L"Suchen"},
+        {m_quickstart, L"Norvale - Der Manger für die Zwischenablage"},
+        {m_ext_diag, L"Clipboard Diagnose"},
+        {m_ext_fa, L"Formatabfragen"},
+        {mnuHelpAbout, L"Info zu NXClip"},
+    };
+    for (const auto& [command, title] : dialogs) {
+        nxclip_.Command(command);
+        const Window dialog = nxclip_.WaitForDialog(title);
+        const RECT place = dialog.Rectangle();
+        RECT seen;
+        IntersectRect(&seen, &place, &screen);
+        EXPECT_TRUE(EqualRect(&seen, &place)) << Utf8(title);
+        dialog.Close();
+        Driver::WaitUntilGone(dialog);
+    }
 }
 
 TEST_F(Dialogs, FirstStart_InstallsAllFourTemplates) {

@@ -1,6 +1,7 @@
 #include "engine/profiles/ProfileActions.h"
 
 #include <algorithm>
+#include <limits>
 #include <vector>
 
 #include "engine/process/TreeOperation.h"
@@ -188,8 +189,11 @@ std::wstring NewProfileRefusal(const std::wstring& name, const std::wstring& dir
     return {};
 }
 
-bool ConfirmNewProfile(const std::wstring& name, const std::wstring& directory) {
-    const std::wstring refusal = NewProfileRefusal(name, directory);
+bool ConfirmNewProfile(const std::wstring& name, const std::wstring& directory, const std::wstring& info) {
+    std::wstring refusal = NewProfileRefusal(name, directory);
+    // With the longest counter: the tag has to hold it one day.
+    constexpr std::int32_t kLongest = std::numeric_limits<std::int32_t>::max();
+    if (refusal.empty()) refusal = InfoRefusal(info, MakeProfileTag(kLongest, directory, false, info));
     if (!refusal.empty()) {
         Tell(refusal);
         return false;

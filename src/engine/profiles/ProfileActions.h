@@ -36,9 +36,9 @@ class ProfileActions {
     ActiveContainer& container_;
 };
 
-// The OK of the dialog for a new profile: checks name and directory and offers to make a missing directory.
-// True when the profile can be built now; else the user has been told why not.
-bool ConfirmNewProfile(const std::wstring& name, const std::wstring& directory);
+// The OK of the dialog for a new profile: checks what was typed and offers to make a missing directory. True
+// when the profile can be built now; else the user has been told why not.
+bool ConfirmNewProfile(const std::wstring& name, const std::wstring& directory, const std::wstring& info);
 // Why a profile cannot be made with this name in this directory; empty when it can.
 std::wstring NewProfileRefusal(const std::wstring& name, const std::wstring& directory);
 

@@ -75,7 +75,8 @@ TemplatePreview LoadTemplatePreview(CTreeViewEx& previewTree, const std::wstring
     const Node* const profile = previewTree.BuildSubTreeFromData(nullptr);
     previewTree.ReleaseData();
     if (!IsProfileNode(profile)) return {};
-    return {profile->Text(), AttributesOf(profile).info};
+    const NodeAttributes read = AttributesOf(profile);
+    return {profile->Text(), read.info, read.globalFlag};
 }
 
 bool FirstStartDue() {

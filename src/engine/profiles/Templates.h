@@ -13,11 +13,12 @@ std::wstring TemplateDirectory();
 // The names of the template files, sorted.
 std::vector<std::wstring> TemplateFiles();
 
-// What the preview of a template shows besides its tree: from the top node of a template loaded into the
-// preview's own tree; both empty when that is no profile.
+// What a template brings along besides its tree: from the top node of a template loaded into the preview's
+// own tree; empty when that is no profile.
 struct TemplatePreview {
     std::wstring name;
     std::wstring info;
+    bool globalFree = false;
 };
 // Empties the preview tree and loads a template into it.
 TemplatePreview LoadTemplatePreview(CTreeViewEx& previewTree, const std::wstring& templateFile);

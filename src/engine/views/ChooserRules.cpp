@@ -16,6 +16,20 @@ bool IsDirectoryName(const std::wstring& name) {
 
 }  // namespace
 
+std::wstring DriveOf(const std::wstring& path) {
+    if (!path.starts_with(L"\\\\")) return LowerCase(path.substr(0, 2));
+    const std::size_t share = path.find(L'\\', 2);
+    return path.substr(0, share == std::wstring::npos ? share : path.find(L'\\', share + 1));
+}
+
+std::vector<std::wstring> DirectoriesDownTo(const std::wstring& path) {
+    const std::size_t rootLength = DriveOf(path).size() + 1;
+    std::vector<std::wstring> directories = {WithoutBackslash(path)};
+    while (directories.front().size() > rootLength)
+        directories.insert(directories.begin(), DirectoryAbove(directories.front()));
+    return directories;
+}
+
 std::wstring DriveAfterChange(const std::wstring& drive, bool readable) {
     if (readable) return drive;
     ThePlatform().user.Tell(L"Laufwerk " + drive + L" nicht verfügbar !!!", L"Laufwerksfehler");

@@ -7,6 +7,11 @@
 
 // The rules of the choosers for directories and files.
 
+// What a chooser takes for the drive of a full path: "c:", or "\\server\share".
+std::wstring DriveOf(const std::wstring& path);
+// The directories from the drive's root down to `path`, both included.
+std::vector<std::wstring> DirectoriesDownTo(const std::wstring& path);
+
 // The drive that a chooser stands on after the user chose `drive` (such as "a:") and it proved `readable` or
 // not. An unreadable one is told to the user, and it is "c:" then.
 std::wstring DriveAfterChange(const std::wstring& drive, bool readable);

@@ -10,6 +10,7 @@
 #include "platform/win32/SystemHandles.h"
 #include "resources/controls.h"
 #include "windows/controls/DialogTemplate.h"
+#include "windows/controls/TextBoxes.h"
 
 namespace {
 
@@ -41,12 +42,18 @@ void CentreOver(HWND window, HWND owner) {
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+// Of a few messages the system takes what the procedure returns; of all others what it has set as the result.
+bool IsAnsweredDirectly(UINT message) {
+    return (message >= WM_CTLCOLORMSGBOX && message <= WM_CTLCOLORSTATIC) || message == WM_VKEYTOITEM ||
+           message == WM_CHARTOITEM || message == WM_COMPAREITEM || message == WM_QUERYDRAGICON;
+}
+
 }  // namespace
 
 bool Dialog::ShowModal(HWND owner, int dialogTemplate) {
     const OpenDialogScope open;
     modal_ = true;
-    const std::vector<std::byte> bytes = DialogTemplateInSystemFont(dialogTemplate);
+    const std::vector<std::byte> bytes = DialogTemplateInSystemFont(dialogTemplate, owner);
     const INT_PTR result =
         bytes.empty() ? -1
                       : DialogBoxIndirectParamW(GetModuleHandleW(nullptr),
@@ -73,7 +80,7 @@ HWND Dialog::CreatePage(HWND parent, int dialogTemplate) {
 
 HWND Dialog::CreateBeside(HWND owner, int dialogTemplate) {
     modal_ = false;
-    const std::vector<std::byte> bytes = DialogTemplateInSystemFont(dialogTemplate);
+    const std::vector<std::byte> bytes = DialogTemplateInSystemFont(dialogTemplate, owner);
     if (bytes.empty()) return nullptr;
     return CreateDialogIndirectParamW(GetModuleHandleW(nullptr),
                                       reinterpret_cast<const DLGTEMPLATE*>(bytes.data()), owner,
@@ -94,12 +101,14 @@ INT_PTR Dialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     const HWND window = window_;
     LRESULT result = 0;
     if (OnMessage(message, wParam, lParam, result)) {
+        if (IsAnsweredDirectly(message)) return result;
         SetWindowLongPtrW(window, DWLP_MSGRESULT, result);
         return TRUE;
     }
     switch (message) {
         case WM_INITDIALOG:
             if (!page_) CentreOver(window, GetWindow(window, GW_OWNER));
+            CentreTextInBoxes(window);
             OnInit();
             return TRUE;
         case WM_COMMAND:

@@ -12,6 +12,7 @@ namespace {
 // rectangle.
 constexpr std::size_t kHeadBytes = 26;
 constexpr std::size_t kStyleOffset = 12;
+constexpr std::size_t kSizeOffset = 22;
 
 std::uint16_t WordAt(const std::byte* at) {
     std::uint16_t word;
@@ -38,9 +39,71 @@ void AlignToFour(std::vector<std::byte>& bytes) {
         bytes.push_back(std::byte{0});
 }
 
+// What a template's head says about its window; lengths in dialog units.
+struct Shape {
+    std::uint32_t style;
+    std::int16_t width;
+    std::int16_t height;
+};
+
+Shape ShapeOf(const std::byte* head) {
+    Shape shape{};
+    std::memcpy(&shape.style, head + kStyleOffset, sizeof shape.style);
+    std::memcpy(&shape.width, head + kSizeOffset, sizeof shape.width);
+    std::memcpy(&shape.height, head + kSizeOffset + sizeof shape.width, sizeof shape.height);
+    return shape;
+}
+
+// The size in pixels of the font's average character, by which the system converts dialog units.
+SIZE CharacterOf(const LOGFONTW& font) {
+    const UniqueFont made(CreateFontIndirectW(&font));
+    const HDC screen = GetDC(nullptr);
+    const HGDIOBJ before = SelectObject(screen, made.get());
+    constexpr wchar_t kLetters[] = L"abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
+    SIZE letters{};
+    GetTextExtentPoint32W(screen, kLetters, 52, &letters);
+    SelectObject(screen, before);
+    ReleaseDC(nullptr, screen);
+    return {(letters.cx / 26 + 1) / 2, letters.cy};
+}
+
+bool Fits(const Shape& shape, const LOGFONTW& font, UINT dpi, const RECT& work) {
+    const SIZE character = CharacterOf(font);
+    const int frame = 2 * SystemMetricForDpi(SM_CXFIXEDFRAME, dpi);
+    const int width = MulDiv(shape.width, character.cx, 4) + frame;
+    const int height = MulDiv(shape.height, character.cy, 8) + frame + SystemMetricForDpi(SM_CYCAPTION, dpi);
+    return width <= work.right - work.left && height <= work.bottom - work.top;
+}
+
+int PointsOf(const LOGFONTW& font, UINT dpi) {
+    const LONG height = font.lfHeight < 0 ? -font.lfHeight : font.lfHeight;
+    return MulDiv(height, 72, static_cast<int>(dpi));
+}
+
+// The message font, smaller by as many points as the dialog needs to be seen whole, but still to be read.
+LOGFONTW FontFor(const Shape& shape, HWND owner, UINT dpi) {
+    constexpr int kSmallestPixels = 10;
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromWindow(owner, MONITOR_DEFAULTTOPRIMARY), &monitor);
+    LOGFONTW font = MessageFont(dpi);
+    while (!Fits(shape, font, dpi, monitor.rcWork)) {
+        const int pixels = MulDiv(PointsOf(font, dpi) - 1, static_cast<int>(dpi), 72);
+        if (pixels < kSmallestPixels) break;
+        font.lfHeight = -pixels;
+    }
+    return font;
+}
+
+LOGFONTW FontOf(HWND window) {
+    LOGFONTW font{};
+    GetObjectW(reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)), sizeof font, &font);
+    return font;
+}
+
 }  // namespace
 
-std::vector<std::byte> DialogTemplateInSystemFont(int dialogTemplate) {
+std::vector<std::byte> DialogTemplateInSystemFont(int dialogTemplate, HWND owner) {
     const HMODULE module = GetModuleHandleW(nullptr);
     const HRSRC resource = FindResourceW(module, MAKEINTRESOURCEW(dialogTemplate), RT_DIALOG);
     if (resource == nullptr) return {};
@@ -51,17 +114,16 @@ std::vector<std::byte> DialogTemplateInSystemFont(int dialogTemplate) {
     font = SkipNameOrNumber(font);                                 // window class
     font = SkipNameOrNumber(font);                                 // title
 
-    std::uint32_t style;
-    std::memcpy(&style, start + kStyleOffset, sizeof style);
+    const Shape shape = ShapeOf(start);
+    std::uint32_t style = shape.style;
     const std::byte* items = font;
     if (style & DS_SETFONT) items = SkipNameOrNumber(font + 6);  // behind size, weight, italic, character set
     while ((items - start) % 4 != 0)
         ++items;
 
-    const UINT dpi = DpiOfSystem();
-    const LOGFONTW wanted = MessageFont(dpi);
-    const int points =
-        MulDiv(wanted.lfHeight < 0 ? -wanted.lfHeight : wanted.lfHeight, 72, static_cast<int>(dpi));
+    const UINT dpi = owner != nullptr ? DpiOfWindow(owner) : DpiOfSystem();
+    const LOGFONTW wanted = (style & WS_CHILD) ? FontOf(owner) : FontFor(shape, owner, dpi);
+    const int points = PointsOf(wanted, dpi);
 
     std::vector<std::byte> result(start, font);
     style |= DS_SETFONT;

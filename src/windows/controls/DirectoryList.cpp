@@ -1,6 +1,5 @@
 #include "windows/controls/DirectoryList.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "engine/views/ChooserRules.h"
@@ -9,8 +8,11 @@
 
 namespace {
 
-std::wstring DriveOf(const std::wstring& directory) {
-    return LowerCase(directory.substr(0, 2));
+// The directory in which a drive was last worked in; its root where the system knows none.
+std::wstring CurrentDirectoryOf(const std::wstring& drive) {
+    wchar_t directory[MAX_PATH] = L"";
+    const DWORD length = GetFullPathNameW(drive.c_str(), MAX_PATH, directory, nullptr);
+    return length > 0 && length < MAX_PATH ? directory : drive + L"\\";
 }
 
 }  // namespace
@@ -32,10 +34,8 @@ void DirectoryList::FillDrives() {
 }
 
 void DirectoryList::GoTo(const std::wstring& path) {
-    const bool root = DirectoryAbove(path) == path;
-    const std::wstring directory = !root && path.ends_with(L'\\') ? path.substr(0, path.size() - 1) : path;
-    if (!TryDirectory(directory)) {
-        const std::wstring drive = DriveOf(directory);
+    if (!TryDirectory(path)) {
+        const std::wstring drive = DriveOf(path);
         // The message of the drive rule; a directory that is gone on a good drive leads to that drive's root.
         if (!TryDirectory(drive + L"\\")) TryDirectory(DriveAfterChange(drive, false) + L"\\");
     }
@@ -45,7 +45,7 @@ void DirectoryList::GoTo(const std::wstring& path) {
 bool DirectoryList::TryDirectory(const std::wstring& directory) {
     std::optional<DirectoryContent> content = ReadDirectory(directory);
     if (!content) return false;
-    directory_ = directory;
+    directory_ = WithoutBackslash(directory);
     content_ = std::move(*content);
     ShowDrive();
     FillDirectories();
@@ -66,12 +66,7 @@ void DirectoryList::FillDirectories() {
         SendMessageW(directories_, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line.c_str()));
         entries_.push_back(path);
     };
-    std::vector<std::wstring> chain;
-    for (std::wstring above = directory_;; above = DirectoryAbove(above)) {
-        chain.push_back(above);
-        if (DirectoryAbove(above) == above) break;
-    }
-    std::reverse(chain.begin(), chain.end());
+    const std::vector<std::wstring> chain = DirectoriesDownTo(directory_);
     for (std::size_t level = 0; level < chain.size(); ++level)
         add(chain[level], level, level == 0 ? chain[level] : LastPartOf(chain[level]));
     for (const std::wstring& name : content_.directories)
@@ -85,7 +80,7 @@ void DirectoryList::DriveChosen() {
     const auto chosen = static_cast<WPARAM>(SendMessageW(drives_, CB_GETCURSEL, 0, 0));
     wchar_t drive[8] = L"";
     SendMessageW(drives_, CB_GETLBTEXT, chosen, reinterpret_cast<LPARAM>(drive));
-    if (drive[0] != 0 && drive != DriveOf(directory_)) GoTo(std::wstring(drive) + L"\\");
+    if (drive[0] != 0 && drive != DriveOf(directory_)) GoTo(CurrentDirectoryOf(drive));
 }
 
 std::wstring DirectoryList::Selected() const {
@@ -108,7 +103,8 @@ LRESULT DirectoryList::KeyPressed(UINT key) {
         return kDone;
     }
     if (key == VK_LEFT) {
-        if (DirectoryAbove(directory_) != directory_) GoTo(DirectoryAbove(directory_));
+        const std::vector<std::wstring> chain = DirectoriesDownTo(directory_);
+        if (chain.size() > 1) GoTo(chain[chain.size() - 2]);
         return kDone;
     }
     return kDefault;

@@ -29,10 +29,10 @@ class DirectoryList {
     // A key in the list of directories: Right opens the chosen one, Left goes up. The result is that of
     // WM_VKEYTOITEM.
     LRESULT KeyPressed(UINT key);
-    // The directory that the list's selection names.
-    std::wstring Selected() const;
 
  private:
+    // The directory that the list's selection names.
+    std::wstring Selected() const;
     bool TryDirectory(const std::wstring& directory);
     void FillDrives();
     void FillDirectories();

@@ -24,10 +24,17 @@ std::wstring TextOnClipboard(HWND window) {
     return text;
 }
 
+std::size_t LengthBesideSelection(HWND textBox) {
+    DWORD start = 0;
+    DWORD end = 0;
+    SendMessageW(textBox, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+    return static_cast<std::size_t>(GetWindowTextLengthW(textBox)) - (end - start);
+}
+
 bool MayPaste(HWND window, const KeyFilter& filter) {
-    const std::wstring text = TextOnClipboard(window);
-    for (const wchar_t c : text)
-        if (!filter.passes(c)) return false;
+    std::size_t length = LengthBesideSelection(window);
+    for (const wchar_t c : TextOnClipboard(window))
+        if (!filter.passes(c, length++)) return false;
     return true;
 }
 
@@ -36,7 +43,8 @@ LRESULT CALLBACK Filtered(HWND window, UINT message, WPARAM wParam, LPARAM lPara
     switch (message) {
         case WM_CHAR:
             // Ctrl+C, Ctrl+V and the like are commands, not characters of the text.
-            if ((wParam >= L' ' || wParam == VK_BACK) && !filter->passes(static_cast<wchar_t>(wParam)))
+            if ((wParam >= L' ' || wParam == VK_BACK) &&
+                !filter->passes(static_cast<wchar_t>(wParam), LengthBesideSelection(window)))
                 return 0;
             break;
         case WM_PASTE:

@@ -2,12 +2,14 @@
 
 #include <windows.h>
 
+#include <cstddef>
 #include <functional>
 
 // What a text box does with the keys typed into it, beside what the rules of its form say.
 struct KeyFilter {
-    // Decides on a typed character (Backspace is 8); false swallows it.
-    std::function<bool(wchar_t key)> passes;
+    // Decides on a typed character (Backspace is 8); false swallows it. `length` counts the characters that
+    // stay in the box when the selection is replaced; of a pasted text, those in front of `key` too.
+    std::function<bool(wchar_t key, std::size_t length)> passes;
     // Called when a key is released; may be empty.
     std::function<void()> released;
 };

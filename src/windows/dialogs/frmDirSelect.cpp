@@ -2,6 +2,7 @@
 
 #include "engine/process/modMain.h"
 #include "engine/views/ChooserRules.h"
+#include "platform/Paths.h"
 #include "resources/controls.h"
 #include "windows/dialogs/frmTextInput.h"
 
@@ -9,7 +10,7 @@ void frmDirSelect::OnInit() {
     if (!title_.empty()) SetWindowTextW(Window(), title_.c_str());
     directories_.Attach(Control(cmb_drive), Control(lstDir),
                         [this] { SetText(tbDir, directories_.Directory()); });
-    directories_.GoTo(start_.empty() ? AppPath : start_);
+    directories_.GoTo(IsFullPath(start_) ? start_ : AppPath);
     PostMessageW(Window(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Control(lstDir)), TRUE);
 }
 
@@ -18,8 +19,6 @@ void frmDirSelect::OnCommand(int control, int code) {
         directories_.DriveChosen();
     else if (control == lstDir && code == LBN_DBLCLK)
         directories_.EntryActivated();
-    else if (control == lstDir && code == LBN_SELCHANGE)
-        SetText(tbDir, directories_.Selected());
     else if (control == cbNew && code == BN_CLICKED)
         cbNew_Click();
     else
@@ -35,11 +34,13 @@ bool frmDirSelect::OnMessage(UINT message, WPARAM wParam, LPARAM, LRESULT& resul
 void frmDirSelect::cbNew_Click() {
     frmTextInput input;
     if (!input.ShowModal(Window(), IDD_frmTextInput) || input.Text().empty()) return;
-    const std::wstring made = MakeDirectoryIn(directories_.Selected(), input.Text());
+    const std::wstring made = MakeDirectoryIn(directories_.Directory(), input.Text());
     if (!made.empty()) directories_.GoTo(made);
 }
 
 void frmDirSelect::OnOk() {
-    chosen_ = directories_.Selected();
+    // Enter in the list opens the highlighted directory; only on the open one it confirms.
+    if (GetFocus() == Control(lstDir) && directories_.EntryActivated()) return;
+    chosen_ = directories_.Directory();
     Close(true);
 }

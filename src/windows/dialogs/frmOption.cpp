@@ -27,14 +27,6 @@ constexpr int kFormatBoxes = 6;
 // The one dialog that is open; it is modal.
 frmOption* openForm = nullptr;
 
-// How many characters stay in a text box when a typed one replaces what is selected.
-std::size_t LengthBesideSelection(HWND textBox) {
-    DWORD start = 0;
-    DWORD end = 0;
-    SendMessageW(textBox, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
-    return static_cast<std::size_t>(GetWindowTextLengthW(textBox)) - (end - start);
-}
-
 }  // namespace
 
 bool frmOption::Page::OnMessage(UINT message, WPARAM wParam, LPARAM, LRESULT& result) {
@@ -123,12 +115,11 @@ bool frmOption::TurnPage(const MSG& message) {
 }
 
 void frmOption::FilterTextBoxes() {
-    const HWND textLen = Control(tbTextLen);
-    FilterKeys(Control(tbClipLen), {[](wchar_t key) { return ClipLenKeyPasses(key); }, {}});
-    FilterKeys(textLen,
-               {[=](wchar_t key) { return TextLenKeyPasses(key, LengthBesideSelection(textLen)); }, {}});
-    FilterKeys(Control(tbUnknownFormatSet), {[](wchar_t key) { return UnknownFormatSetKeyPasses(key); }, {}});
-    FilterKeys(Control(tbKeyActivate), {[this](wchar_t key) {
+    FilterKeys(Control(tbClipLen), {[](wchar_t key, std::size_t) { return ClipLenKeyPasses(key); }, {}});
+    FilterKeys(Control(tbTextLen), {&TextLenKeyPasses, {}});
+    FilterKeys(Control(tbUnknownFormatSet),
+               {[](wchar_t key, std::size_t) { return UnknownFormatSetKeyPasses(key); }, {}});
+    FilterKeys(Control(tbKeyActivate), {[this](wchar_t key, std::size_t) {
                                             if (const auto text = KeyActivateAfterPress(key))
                                                 SetText(tbKeyActivate, *text);
                                             return false;

@@ -38,6 +38,14 @@ void frmProfileProp::InitExisting() {
     Enable(cbDir, false);
     for (const int control : {lbTemplate, tbTemplate, cb_template})
         Show(control, false);
+    locked_ = profile.locked;
+    if (locked_) OnlyRead();
+}
+
+void frmProfileProp::OnlyRead() {
+    for (const int control : {tbName, tbInfo})
+        SendMessageW(Control(control), EM_SETREADONLY, TRUE, 0);
+    Enable(chkGlobalFree, false);
 }
 
 void frmProfileProp::OnCommand(int control, int code) {
@@ -65,15 +73,20 @@ void frmProfileProp::cb_template_Click() {
     if (!dialog.ShowModal(Window(), IDD_frmSelectTemplate)) return;
     templateFile_ = dialog.TemplateFile();
     SetText(tbTemplate, LastPartOf(templateFile_));
+    // What the template brings along is there to be changed; what was typed stays.
+    if (Text(tbInfo) == templateInfo_) SetText(tbInfo, dialog.Preview().info);
+    templateInfo_ = dialog.Preview().info;
+    Check(chkGlobalFree, dialog.Preview().globalFree);
 }
 
 void frmProfileProp::OnOk() {
+    if (locked_) return Close(false);
     name_ = Text(tbName);
     directory_ = Text(tbDir);
     info_ = Text(tbInfo);
     globalFree_ = Checked(chkGlobalFree);
     if (profile_ == nullptr) {
-        if (ConfirmNewProfile(name_, directory_)) Close(true);
+        if (ConfirmNewProfile(name_, directory_, info_)) Close(true);
         return;
     }
     ProfileProperties changed = ReadProfileProperties(*profile_);

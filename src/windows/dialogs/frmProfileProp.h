@@ -9,7 +9,8 @@ class frmProfileProp : public Dialog {
  public:
     // For a new profile. The members below hold what was confirmed.
     explicit frmProfileProp(CTreeViewEx& tree) : tree_(tree), profile_(nullptr) {}
-    // For an existing one; OK changes and saves it. Neither is owned; both outlive the dialog.
+    // For an existing one; OK changes and saves it, unless the lock makes it a dialog to read. Neither is
+    // owned; both outlive the dialog.
     frmProfileProp(CTreeViewEx& tree, Node& profile) : tree_(tree), profile_(&profile) {}
 
     const std::wstring& Name() const { return name_; }
@@ -30,6 +31,7 @@ class frmProfileProp : public Dialog {
     void tbName_Change();
     void cbDir_Click();
     void cb_template_Click();
+    void OnlyRead();
 
     CTreeViewEx& tree_;
     Node* profile_;
@@ -38,4 +40,6 @@ class frmProfileProp : public Dialog {
     std::wstring templateFile_;
     std::wstring info_;
     bool globalFree_ = false;
+    bool locked_ = false;
+    std::wstring templateInfo_;
 };

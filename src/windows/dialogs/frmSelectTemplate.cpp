@@ -25,9 +25,9 @@ void frmSelectTemplate::lstTemplate_Click() {
     const std::wstring file = Selected();
     Enable(cb_ok, !file.empty());
     if (file.empty()) return;
-    const TemplatePreview preview = LoadTemplatePreview(tree_, file);
-    SetText(lbName, preview.name);
-    SetText(lbInfo, preview.info);
+    preview_ = LoadTemplatePreview(tree_, file);
+    SetText(lbName, preview_.name);
+    SetText(lbInfo, preview_.info);
 }
 
 void frmSelectTemplate::OnCommand(int control, int code) {

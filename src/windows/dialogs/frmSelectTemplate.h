@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "engine/profiles/Templates.h"
 #include "engine/tree/CTreeViewEx.h"
 #include "windows/controls/Dialog.h"
 #include "windows/controls/Pictures.h"
@@ -15,6 +16,8 @@ class frmSelectTemplate : public Dialog {
 
     // The chosen template's full path; empty when the dialog was cancelled.
     const std::wstring& TemplateFile() const { return chosen_; }
+    // What it brings along.
+    const TemplatePreview& Preview() const { return preview_; }
 
  private:
     void OnInit() override;
@@ -33,4 +36,5 @@ class frmSelectTemplate : public Dialog {
     UniqueImageList pictures_;
     std::vector<std::wstring> files_;
     std::wstring chosen_;
+    TemplatePreview preview_;
 };

@@ -6,6 +6,9 @@
 void frmStructProp::OnInit() {
     SetText(tbName, name_);
     SetText(tbInfo, info_);
+    if (!confirm_)
+        for (const int control : {tbName, tbInfo})
+            SendMessageW(Control(control), EM_SETREADONLY, TRUE, 0);
     tbName_Change();
 }
 
@@ -21,5 +24,6 @@ void frmStructProp::tbName_Change() {
 }
 
 void frmStructProp::OnOk() {
+    if (!confirm_) return Close(false);
     if (confirm_(Text(tbName), Text(tbInfo))) Close(true);
 }

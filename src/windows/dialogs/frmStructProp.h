@@ -8,7 +8,8 @@
 // The properties of a folder, or of one that is to be made: its name and info text.
 class frmStructProp : public Dialog {
  public:
-    // OK was pressed with this name and info; the dialog stays open when the result is false.
+    // OK was pressed with this name and info; the dialog stays open when the result is false. An empty one
+    // makes it a dialog to read.
     using Confirm = std::function<bool(const std::wstring& name, const std::wstring& info)>;
 
     frmStructProp(std::wstring name, std::wstring info, Confirm confirm)

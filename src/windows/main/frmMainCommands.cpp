@@ -251,7 +251,7 @@ void frmMain::NewProfile() {
     Node* const profile = BuildNewprofile(dialog.Name(), dialog.Directory(), dialog.TemplateFile());
     if (profile == nullptr) return;
     ProfileProperties properties = ReadProfileProperties(*profile);
-    if (!dialog.Info().empty()) properties.info = dialog.Info();
+    properties.info = dialog.Info();
     properties.globalFree = dialog.GlobalFree();
     ApplyProfileProperties(cTV, *profile, properties);
     AfterTreeChange(profile);
@@ -299,9 +299,7 @@ void frmMain::NewFolder() {
 
 void frmMain::ShowProperties() {
     Node* const node = nodes_.Selected();
-    if (!IsNodeOfKind(node, kProfileKind | kStructureKind | kClipKind) ||
-        !ActionAllowed(EditActionFor(*node), node))
-        return;
+    if (!IsNodeOfKind(node, kProfileKind | kStructureKind | kClipKind)) return;
     if (ShowPropertiesOf(*node)) AfterTreeChange(node);
 }
 
@@ -309,11 +307,11 @@ bool frmMain::ShowPropertiesOf(Node& node) {
     if (IsClipNode(&node)) return frmClipProp(cTV, node).ShowModal(window_, IDD_frmClipProp);
     if (IsProfileNode(&node)) return frmProfileProp(cTV, node).ShowModal(window_, IDD_frmProfileProp);
     const FolderProperties folder = ReadFolderProperties(node);
-    return frmStructProp(folder.name, folder.info,
-                         [&](const std::wstring& name, const std::wstring& info) {
-                             return ApplyFolderProperties(cTV, node, name, info);
-                         })
-        .ShowModal(window_, IDD_frmStructProp);
+    frmStructProp::Confirm confirm = [&](const std::wstring& name, const std::wstring& info) {
+        return ApplyFolderProperties(cTV, node, name, info);
+    };
+    if (LockBlocks(TreeAction::EditFolder, &node, Options().LockEdit)) confirm = {};
+    return frmStructProp(folder.name, folder.info, confirm).ShowModal(window_, IDD_frmStructProp);
 }
 
 void frmMain::EditClipProperties(Node& node) {

@@ -105,9 +105,11 @@ TEST_F(ProfileActionsTest, NewProfileRefusal_NamesWhatIsWrong) {
 }
 
 TEST_F(ProfileActionsTest, ConfirmNewProfile_OffersToMakeAMissingDirectory) {
-    EXPECT_TRUE(ConfirmNewProfile(L"x", L"C:\\Neu"));
+    EXPECT_TRUE(ConfirmNewProfile(L"x", L"C:\\Neu", L""));
+    EXPECT_FALSE(ConfirmNewProfile(L"x", L"C:\\Neu", L"\x41F")) << "an info text that cannot be stored";
+    fake.user.messages.clear();
     EXPECT_TRUE(fake.user.questions.empty());
-    EXPECT_FALSE(ConfirmNewProfile(L"x", L"C:\\a\\b\\c\\"));
+    EXPECT_FALSE(ConfirmNewProfile(L"x", L"C:\\a\\b\\c\\", L""));
     ASSERT_EQ(fake.user.questions.size(), 1u);
     EXPECT_EQ(fake.user.questions[0].text,
               L"Das Verzeichnis \r\n\r\nC:\\a\\b\\c\\\r\n\r\nexistiert nicht.\r\nSoll ein neues Verzeichnis "
@@ -117,11 +119,11 @@ TEST_F(ProfileActionsTest, ConfirmNewProfile_OffersToMakeAMissingDirectory) {
     EXPECT_TRUE(fake.user.messages.empty());
 
     fake.user.answers = {true, true, true};
-    EXPECT_TRUE(ConfirmNewProfile(L"x", L"C:\\a\\b\\c\\"));
+    EXPECT_TRUE(ConfirmNewProfile(L"x", L"C:\\a\\b\\c\\", L""));
     EXPECT_TRUE(fake.files.HasDirectory(L"C:\\a\\b\\c"));
-    EXPECT_FALSE(ConfirmNewProfile(L"x", L"Z:\\a"));
+    EXPECT_FALSE(ConfirmNewProfile(L"x", L"Z:\\a", L""));
     EXPECT_EQ(fake.user.messages.back().title, L"Verzeichnisfehler");
-    EXPECT_FALSE(ConfirmNewProfile(L"", L"C:\\Neu"));
+    EXPECT_FALSE(ConfirmNewProfile(L"", L"C:\\Neu", L""));
     EXPECT_EQ(fake.user.LastMessage(), L"Geben Sie bitte einen Namen ein.");
 }
 

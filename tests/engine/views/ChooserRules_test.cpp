@@ -15,6 +15,19 @@ TEST_F(ChooserRulesTest, DriveAfterChange_AnUnreadableDriveIsLeft) {
     EXPECT_EQ(fake.user.messages[0].title, L"Laufwerksfehler");
 }
 
+TEST_F(ChooserRulesTest, DirectoriesDownTo_BeginsAtTheDriveOrShare) {
+    const std::pair<std::wstring, std::vector<std::wstring>> cases[] = {
+        {L"C:\\", {L"C:\\"}},
+        {L"C:\\a\\b\\", {L"C:\\", L"C:\\a", L"C:\\a\\b"}},
+        {L"\\\\server\\share\\a", {L"\\\\server\\share", L"\\\\server\\share\\a"}},
+        {L"\\\\server\\share\\", {L"\\\\server\\share"}},
+    };
+    for (const auto& [path, directories] : cases)
+        EXPECT_EQ(DirectoriesDownTo(path), directories);
+    EXPECT_EQ(DriveOf(L"C:\\a"), L"c:");
+    EXPECT_EQ(DriveOf(L"\\\\server\\share\\a"), L"\\\\server\\share");
+}
+
 TEST_F(ChooserRulesTest, MatchesPattern_TakesAnyOfThem) {
     for (const wchar_t* name : {L"bild.bmp", L"BILD.DIB", L".bmp", L"a.b.bmp"}) {
         EXPECT_TRUE(MatchesPattern(name, L"*.bmp;*.dib"));
