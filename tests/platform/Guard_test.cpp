@@ -20,11 +20,11 @@ TEST_F(GuardTest, Guarded_TurnsEveryExceptionIntoTheFallbackAndTellsItLater) {
     EXPECT_EQ(Guarded(1, []() -> int { throw std::bad_alloc(); }), 1);
     EXPECT_EQ(Guarded(1, []() -> int { throw std::runtime_error("krumm"); }), 1);
     EXPECT_EQ(Guarded(1, []() -> int { throw 4; }), 1);
-    EXPECT_EQ(
-        fake.user.tellings,
-        (std::vector<std::wstring>{L"Fataler Fehler: voll",
-                                   L"Fataler Fehler: " + RuntimeError(ErrorNumber::OutOfMemory).Description(),
-                                   L"Fataler Fehler: krumm", L"Fataler Fehler: unbekannt"}));
+    EXPECT_EQ(fake.user.tellings,
+              (std::vector<std::wstring>{
+                  L"Fataler Fehler: voll",
+                  L"Fataler Fehler: " + RuntimeError(ErrorNumber::OutOfMemory).Description(),
+                  L"Fataler Fehler: Interner Fehler: krumm", L"Fataler Fehler: Interner Fehler"}));
     EXPECT_TRUE(fake.user.messages.empty()) << "never inside the call";
 }
 
