@@ -156,4 +156,13 @@ TEST_F(Commands, Drag_MovesAndWithControlCopiesAClipWithItsFile) {
         L"Profil [Camera] open\n  Ordner [Structure] open\n    Clip [Clip]\n    Clip [Clip]\n");
 }
 
+TEST_F(Commands, Drag_ToAPlaceThatIsNotAllowedIsTold) {
+    StartWithTree();
+    BringToFront(nxclip_.Main());
+    Drag(nxclip_.Tree().PlaceOf(L"Profil\\Ordner"), nxclip_.Tree().PlaceOf(L"Profil\\Clip"));
+    nxclip_.WaitForTree(L"Profil [Camera] open\n  Ordner [Structure]\n  Clip [Clip]\n");
+    Drag(nxclip_.Tree().PlaceOf(L"Profil"), nxclip_.Tree().PlaceOf(L"Profil\\Ordner"));
+    EXPECT_EQ(nxclip_.AnswerNotice(), L"Ablage auf diesem Eintrag ist nicht erlaubt !!!");
+}
+
 }  // namespace

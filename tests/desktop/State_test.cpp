@@ -55,4 +55,44 @@ TEST_F(State, Geometry_ComesBackAsItWas) {
     EXPECT_NE(ReadSetting(L"Settings", L"Splitter"), L"1");
 }
 
+TEST_F(State, Maximised_ComesBackToItsPlaceAlsoFromTheIcon) {
+    WriteSetting(L"Settings", L"ShowInTray", L"0");
+    for (const auto& [key, value] :
+         {std::pair{L"MainLeft", L"1800"}, std::pair{L"MainTop", L"1200"}, std::pair{L"MainWidth", L"9600"},
+          std::pair{L"MainHeight", L"7200"}, std::pair{L"MainState", L"2"}})
+        WriteSetting(L"Settings", key, value);
+    nxclip_.Start();
+    const HWND main = nxclip_.Main().Handle();
+    WaitFor("the whole screen", [&] { return IsZoomed(main) != 0; });
+    nxclip_.Quit();
+    WriteSetting(L"Settings", L"StartAsIcon", L"1");
+    nxclip_.Start();
+    const HWND icon = nxclip_.Main().Handle();
+    WaitFor("the icon", [&] { return nxclip_.Main().Minimised(); });
+    nxclip_.Command(m_tray_restore);
+    WaitFor("the whole screen", [&] { return IsZoomed(icon) != 0; });
+    ShowWindow(icon, SW_RESTORE);
+    WaitFor("the normal place", [&] { return IsZoomed(icon) == 0; });
+    const RECT place = nxclip_.Main().Rectangle();
+    EXPECT_EQ(place.left, 120);
+    EXPECT_EQ(place.top, 80);
+    EXPECT_EQ(place.right - place.left, 640);
+    nxclip_.Main().Post(WM_SYSCOMMAND, SC_MAXIMIZE);
+    WaitFor("the whole screen", [&] { return IsZoomed(icon) != 0; });
+    nxclip_.Quit();
+    EXPECT_EQ(ReadSetting(L"Settings", L"MainState"), L"2");
+    EXPECT_EQ(ReadSetting(L"Settings", L"MainLeft"), L"1800");
+    EXPECT_EQ(ReadSetting(L"Settings", L"MainWidth"), L"9600");
+}
+
+TEST_F(State, IconAfterSnap_LeavesAHiddenWindowHidden) {
+    WriteSetting(L"Settings", L"IconAfterSnap", L"1");
+    StartWithProfile();
+    ShowWindow(nxclip_.Main().Handle(), SW_MINIMIZE);
+    WaitFor("the window to hide", [&] { return !nxclip_.Main().Visible(); });
+    SnapOf(PrivateOffers());
+    nxclip_.Main().Send(WM_NULL);
+    EXPECT_FALSE(nxclip_.Main().Visible());
+}
+
 }  // namespace

@@ -8,7 +8,10 @@
 #include "platform/Platform.h"
 
 void SetClipFlow::SetClip() {
-    const Node* const node = host_.Nodes().Selected();
+    SetClip(host_.Nodes().Selected());
+}
+
+void SetClipFlow::SetClip(const Node* node) {
     if (!IsClipNode(node)) return;
     const std::wstring path = ClipFileOf(node);
     if (path.empty()) {

@@ -15,6 +15,8 @@ class SetClipFlow {
 
     // Works on the selected node; does nothing when that is no clip.
     void SetClip();
+    // The same for any node, null for none.
+    void SetClip(const Node* node);
 
  private:
     MainWindowHost& host_;

@@ -1,20 +1,84 @@
 #pragma once
 
+#include <span>
+
 #include "engine/tree/Node.h"
 
-// Which of the main window's commands make sense right now; the menus and the tool bar are greyed by it. What
-// a greyed command would do is refused by the command itself as well.
-struct CommandState {
-    bool snap = false;         // there is a container to take the clip, and nothing locks it
-    bool toClipboard = false;  // a clip is selected
-    bool remove = false;       // something is selected that may go
-    bool rename = false;
-    bool properties = false;
-    bool newFolder = false;  // something is selected: a clip stands for the container that it lies in
-    bool newProfile = false;
-    bool importProfile = false;
-    bool unlinkProfile = false;
-    bool activate = false;  // a profile or folder is selected that is not the active container
+// The main window's commands: one row each says by which numbers it comes, on which node it acts and when it
+// is allowed. What it does stands under the same name in windows/main/frmMainCommands.cpp; captions and keys
+// stand in frmMain.rc and cSysTray.rc.
+enum class MainCommand {
+    NewProfile,
+    ImportProfile,
+    UnlinkProfile,
+    Delete,
+    NewFolder,
+    Rename,
+    Snap,
+    ToClipboard,
+    Activate,
+    Properties,
+    Search,
+    SearchAgain,
+    ShowToolBar,
+    ShowStatusBar,
+    LargeIcons,
+    SmallIcons,
+    PlainList,
+    Details,
+    ShowPreview,
+    StretchPicture,
+    Refresh,
+    Options,
+    Lock,
+    TakeAutoDetect,
+    SwitchAutoDetect,
+    FormatSets,
+    FormatQuery,
+    Diagnosis,
+    QuickStart,
+    ExitHook,
+    HelpContents,
+    HelpSearch,
+    HelpKeys,
+    About,
+    Restore,
+    Close,
+};
+inline constexpr int kMainCommandCount = static_cast<int>(MainCommand::Close) + 1;
+
+// The node that a command acts on.
+enum class ActsOn {
+    Nothing,
+    Chosen,        // the one chosen where the keyboard is: a row of the list, or else of the tree
+    ChosenOrOpen,  // the same; without a row, the one whose content the list shows
 };
 
-CommandState CommandsFor(const Node* selected, const Node* activeContainer, bool lockEdit);
+// What decides whether a command makes sense now.
+struct CommandSituation {
+    Node* chosen = nullptr;  // null as well while the keyboard is in the list and no row is chosen
+    Node* open = nullptr;    // selected in the tree
+    const Node* activeContainer = nullptr;
+    bool lockEdit = false;
+    bool dialogOpen = false;  // a modal dialog or a message box
+};
+
+struct CommandRow {
+    MainCommand command;
+    // The numbers of menu entries (a key sends its entry's), of the tray's menu and of the tool bar.
+    std::span<const int> numbers;
+    ActsOn actsOn;
+    // Asked with the node that the command would take, null for none.
+    bool (*allowed)(const CommandSituation& situation, const Node* node);
+};
+
+// In the order of MainCommand.
+std::span<const CommandRow> MainCommandRows();
+// Null for a number that stands for no command.
+const CommandRow* CommandRowOf(int number);
+
+// The node that the command would take; null for none.
+Node* NodeFor(const CommandRow& row, const CommandSituation& situation);
+// Menus and tool bar are greyed by it. Under a modal dialog only bringing the window back is allowed: the
+// code that opened the dialog goes on when it has closed.
+bool IsAllowed(const CommandRow& row, const CommandSituation& situation);

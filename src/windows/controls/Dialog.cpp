@@ -117,6 +117,9 @@ INT_PTR Dialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_NOTIFY:
             SetWindowLongPtrW(window, DWLP_MSGRESULT, OnNotify(*reinterpret_cast<NMHDR*>(lParam)));
             return TRUE;
+        case WM_SYSCOLORCHANGE:
+            ForwardToChildren(window, message, wParam, lParam);
+            return FALSE;
         case WM_HELP:
             OnHelp();
             return TRUE;
@@ -198,6 +201,11 @@ void Dialog::Show(int control, bool shown) {
 
 void Dialog::Focus(int control) {
     SendMessageW(window_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Control(control)), TRUE);
+}
+
+void ForwardToChildren(HWND parent, UINT message, WPARAM wParam, LPARAM lParam) {
+    for (HWND child = GetWindow(parent, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT))
+        SendMessageW(child, message, wParam, lParam);
 }
 
 std::wstring WindowText(HWND window) {

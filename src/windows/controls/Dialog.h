@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <initializer_list>
 #include <string>
 
 #include "engine/process/modHelp.h"
@@ -69,6 +70,9 @@ class Dialog {
     bool modal_ = false;
     bool page_ = false;
 };
+
+// Passes on a message that the system tells top-level windows only.
+void ForwardToChildren(HWND parent, UINT message, WPARAM wParam, LPARAM lParam);
 
 // The text of any window.
 std::wstring WindowText(HWND window);

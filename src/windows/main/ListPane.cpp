@@ -86,6 +86,19 @@ int ListPane::FocusedRow() const {
     return ListView_GetNextItem(window_, -1, LVNI_SELECTED);
 }
 
+void ListPane::ChooseRow(int row) {
+    ListView_SetItemState(window_, row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+    ListView_EnsureVisible(window_, row, FALSE);
+}
+
+POINT ListPane::MenuPoint() const {
+    RECT area{};
+    if (const int row = FocusedRow(); row >= 0) ListView_GetItemRect(window_, row, &area, LVIR_LABEL);
+    POINT point{area.left, area.bottom};
+    ClientToScreen(window_, &point);
+    return point;
+}
+
 int ListPane::RowBeginningWith(const std::wstring& text, int start) const {
     const int count = content_ != nullptr ? static_cast<int>(content_->entries.size()) : 0;
     for (int i = 0; i < count; ++i) {

@@ -25,8 +25,12 @@ class ListPane {
 
     // Shows `content`, which must stay as it is until the next call.
     void ShowContent(const ListContent& content);
-    // The row that has the focus, or -1.
+    // The row that is chosen, or -1.
     int FocusedRow() const;
+    // Chooses a row as a click does.
+    void ChooseRow(int row);
+    // Where the keyboard's context menu belongs: below the chosen row, in screen pixels.
+    POINT MenuPoint() const;
 
     // The row that typing leads to: the next one from `start` on whose text begins with what was typed, -1
     // for none.

@@ -155,8 +155,10 @@ HWND PreviewPane::ChosenBox() const {
 
 bool PreviewPane::Wants(const MSG& message) const {
     if (message.hwnd != text_ && message.hwnd != richText_) return false;
-    return message.message == WM_KEYDOWN && GetKeyState(VK_CONTROL) < 0 &&
-           (message.wParam == L'C' || message.wParam == L'A');
+    if (message.message != WM_KEYDOWN) return false;
+    // Whoever reads a text does not mean the clip.
+    if (message.wParam == VK_DELETE) return true;
+    return GetKeyState(VK_CONTROL) < 0 && (message.wParam == L'C' || message.wParam == L'A');
 }
 
 void PreviewPane::TabChanged() {

@@ -31,7 +31,7 @@ class PreviewPane {
     bool IsTab(HWND window) const { return window == tab_; }
     // Another tab was chosen.
     void TabChanged();
-    // True for a key that copies or selects in one of the text boxes, which is no command then.
+    // True for a key that copies, selects or deletes in one of the text boxes, which is no command then.
     bool Wants(const MSG& message) const;
     // The box of the chosen tab, for the focus.
     HWND ChosenBox() const;

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "platform/Guard.h"
+
 namespace {
 constexpr const wchar_t* kClassName = L"NXClipSplitter";
 
@@ -40,8 +42,8 @@ LRESULT CALLBACK Splitter::Procedure(HWND window, UINT message, WPARAM wParam, L
             window, GWLP_USERDATA,
             reinterpret_cast<LONG_PTR>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams));
     auto* const splitter = reinterpret_cast<Splitter*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    return splitter != nullptr ? splitter->Handle(window, message, wParam, lParam)
-                               : DefWindowProcW(window, message, wParam, lParam);
+    if (splitter == nullptr) return DefWindowProcW(window, message, wParam, lParam);
+    return Guarded<LRESULT>(0, [&] { return splitter->Handle(window, message, wParam, lParam); });
 }
 
 LRESULT Splitter::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -75,7 +77,7 @@ void Splitter::MouseDown() {
                  SWP_SHOWWINDOW | SWP_NOACTIVATE);
     moving_ = true;
     SetCapture(bar_);
-    SetFocus(bar_);  // Escape ends the drag
+    focusBefore_ = SetFocus(bar_);  // Escape ends the drag
 }
 
 void Splitter::MouseMove(int x) {
@@ -90,5 +92,6 @@ void Splitter::EndDrag(bool keep) {
     if (!std::exchange(moving_, false)) return;
     ReleaseCapture();
     ShowWindow(movingBar_, SW_HIDE);
+    if (GetFocus() == bar_) SetFocus(focusBefore_);
     if (keep) moved_(left_);
 }

@@ -26,5 +26,6 @@ class Splitter {
     std::function<int(int)> clamp_;
     std::function<void(int)> moved_;
     bool moving_ = false;
-    int left_ = 0;  // of the moving bar, pixels of the parent
+    HWND focusBefore_ = nullptr;  // had the keyboard before the drag
+    int left_ = 0;                // of the moving bar, pixels of the parent
 };

@@ -9,7 +9,12 @@
 #include <utility>
 #include <vector>
 
+#include "engine/profiles/DropRules.h"
+#include "engine/profiles/modDragDrop.h"
+#include "platform/Guard.h"
+#include "platform/Platform.h"
 #include "windows/controls/ComObject.h"
+#include "windows/controls/Dpi.h"
 
 namespace {
 
@@ -55,7 +60,8 @@ class NodeDataObject : public ComObject<IDataObject> {
     HRESULT STDMETHODCALLTYPE EnumFormatEtc(DWORD direction, IEnumFORMATETC** enumerator) override {
         if (direction != DATADIR_GET) return E_NOTIMPL;
         const FORMATETC format = NodeFormat();
-        return CreateFormatEnumerator(1, &format, enumerator);
+        return Guarded<HRESULT>(E_OUTOFMEMORY,
+                                [&] { return CreateFormatEnumerator(1, &format, enumerator); });
     }
     HRESULT STDMETHODCALLTYPE DAdvise(FORMATETC*, DWORD, IAdviseSink*, DWORD*) override {
         return OLE_E_ADVISENOTSUPPORTED;
@@ -91,8 +97,10 @@ class FormatEnumerator : public ComObject<IEnumFORMATETC> {
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE Clone(IEnumFORMATETC** copy) override {
-        *copy = new FormatEnumerator(formats_, next_);
-        return S_OK;
+        return Guarded<HRESULT>(E_OUTOFMEMORY, [&] {
+            *copy = new FormatEnumerator(formats_, next_);
+            return S_OK;
+        });
     }
 
  private:
@@ -149,50 +157,39 @@ class OleDragData : public DragData {
     IDataObject* data_;
 };
 
-// Where a drop would go now.
-struct DropPlace {
-    Node* target = nullptr;
-    bool into = false;
-    bool permitted = false;
-};
+}  // namespace
 
-class TreeDropTarget : public ComObject<IDropTarget> {
+class TreeDrag::Target : public ComObject<IDropTarget> {
  public:
-    TreeDropTarget(TreePane& pane, TreeDragHost& host) : pane_(pane), host_(host) {}
+    explicit Target(TreeDrag& drag) : drag_(drag) {}
 
     HRESULT STDMETHODCALLTYPE DragEnter(IDataObject* data, DWORD keys, POINTL point, DWORD* effect) override {
-        OleDragData dragged(data);
-        DraggedNode payload;
-        isNode_ = GetDraggedNode(dragged, payload);
-        source_ = isNode_ ? host_.DraggedNodeOf(payload) : nullptr;
-        return DragOver(keys, point, effect);
+        return Guarded<HRESULT>(E_UNEXPECTED, [&] {
+            OleDragData dragged(data);
+            DraggedNode payload;
+            isNode_ = GetDraggedNode(dragged, payload);
+            isOurs_ = isNode_ && drag_.IsDragged(payload);
+            return Over(keys, point, effect);
+        });
     }
 
     HRESULT STDMETHODCALLTYPE DragOver(DWORD keys, POINTL point, DWORD* effect) override {
-        const DropPlace place = PlaceAt(point, Moves(keys));
-        pane_.ShowDropTarget(place.permitted ? place.target : nullptr, !place.into);
-        *effect = place.permitted ? (Moves(keys) ? DROPEFFECT_MOVE : DROPEFFECT_COPY) : DROPEFFECT_NONE;
-        RECT client;
-        GetClientRect(pane_.Window(), &client);
-        if (isNode_) host_.DraggedOver(static_cast<int>(InTree(point).y), static_cast<int>(client.bottom));
-        return S_OK;
+        return Guarded<HRESULT>(E_UNEXPECTED, [&] { return Over(keys, point, effect); });
     }
 
     HRESULT STDMETHODCALLTYPE DragLeave() override {
-        Forget();
+        drag_.pane_.ShowDropTarget(nullptr, false);
+        isNode_ = isOurs_ = false;
         return S_OK;
     }
 
     HRESULT STDMETHODCALLTYPE Drop(IDataObject*, DWORD keys, POINTL point, DWORD* effect) override {
-        const bool move = Moves(keys);
-        const DropPlace place = PlaceAt(point, move);
-        Node* const source = source_;
-        const bool isNode = isNode_;
-        Forget();
         // The program does the move itself: the source has nothing to delete.
         *effect = DROPEFFECT_NONE;
-        if (isNode) host_.Dropped(source, place.target, place.into, move);
-        return S_OK;
+        return Guarded<HRESULT>(E_UNEXPECTED, [&] {
+            if (isOurs_) drag_.Dropped(drag_.PlaceAt(InTree(point), Moves(keys)), Moves(keys));
+            return DragLeave();
+        });
     }
 
  private:
@@ -200,56 +197,108 @@ class TreeDropTarget : public ComObject<IDropTarget> {
 
     POINT InTree(POINTL point) const {
         POINT inTree{point.x, point.y};
-        ScreenToClient(pane_.Window(), &inTree);
+        ScreenToClient(drag_.pane_.Window(), &inTree);
         return inTree;
     }
 
-    DropPlace PlaceAt(POINTL point, bool move) const {
-        DropPlace place;
-        const POINT inTree = InTree(point);
-        place.target = pane_.RowAt(inTree);
-        if (source_ == nullptr) return place;
-        if (place.target != nullptr) {
-            const RECT row = pane_.RowOf(*place.target);
-            place.into = host_.DropsInto(*source_, place.target, move, static_cast<int>(inTree.y - row.top),
-                                         static_cast<int>(row.bottom - row.top));
-        }
-        place.permitted = host_.MayDrop(*source_, place.target, place.into, move);
-        return place;
+    HRESULT Over(DWORD keys, POINTL point, DWORD* effect) {
+        const bool moves = Moves(keys);
+        const Place place = isOurs_ ? drag_.PlaceAt(InTree(point), moves) : Place{};
+        drag_.pane_.ShowDropTarget(place.permitted ? place.target : nullptr, !place.into);
+        *effect = !place.permitted ? DROPEFFECT_NONE : moves ? DROPEFFECT_MOVE : DROPEFFECT_COPY;
+        if (isNode_) drag_.ScrollNear(InTree(point));
+        return S_OK;
     }
 
-    void Forget() {
-        pane_.ShowDropTarget(nullptr, false);
-        source_ = nullptr;
-        isNode_ = false;
-    }
-
-    TreePane& pane_;
-    TreeDragHost& host_;
-    Node* source_ = nullptr;
+    TreeDrag& drag_;
     bool isNode_ = false;
+    bool isOurs_ = false;
 };
 
-}  // namespace
-
-void DragNode(const TreePane& pane, const Node& node) {
-    const DraggedNode payload{static_cast<std::int32_t>(reinterpret_cast<std::intptr_t>(pane.Window())),
-                              node.Index()};
-    auto* const data = new NodeDataObject(payload);
-    auto* const source = new NodeDropSource;
-    DWORD effect = DROPEFFECT_NONE;
-    DoDragDrop(data, source, DROPEFFECT_MOVE | DROPEFFECT_COPY, &effect);
-    source->Release();
-    data->Release();
-}
-
-bool AcceptDrops(TreePane& pane, TreeDragHost& host) {
-    auto* const target = new TreeDropTarget(pane, host);
-    const HRESULT registered = RegisterDragDrop(pane.Window(), target);
+bool TreeDrag::Accept() {
+    auto* const target = new Target(*this);
+    const HRESULT registered = RegisterDragDrop(pane_.Window(), target);
     target->Release();
     return SUCCEEDED(registered);
 }
 
-void StopDropping(const TreePane& pane) {
-    RevokeDragDrop(pane.Window());
+void TreeDrag::Stop() {
+    RevokeDragDrop(pane_.Window());
+}
+
+void TreeDrag::Run(Node& node) {
+    const DraggedNode payload{OwnTree(), node.Index()};
+    dragged_.Follow(&node);
+    dropped_ = false;
+    auto* const data = new NodeDataObject(payload);
+    auto* const source = new NodeDropSource;
+    DWORD effect = DROPEFFECT_NONE;
+    const HRESULT result = DoDragDrop(data, source, DROPEFFECT_MOVE | DROPEFFECT_COPY, &effect);
+    source->Release();
+    data->Release();
+    EndRun(result == DRAGDROP_S_DROP);
+}
+
+// Copying and moving may take long and ask; the system's own drag loop is over by then.
+void TreeDrag::EndRun(bool letGo) {
+    Node* const source = dragged_.Get();
+    dragged_.Follow(nullptr);
+    if (source == nullptr) return;
+    if (!dropped_) {
+        if (letGo) TellRefusal(*source);
+        return;
+    }
+    Node* const target = target_.Get();
+    if (target == nullptr && !ontoRootLevel_) return;
+    if (Node* const placed = operations_.Drop(target, source, into_, move_); placed != nullptr)
+        placed_(*placed);
+}
+
+// Nothing is dropped where nothing may be. Let go on itself, it was no more than an unsteady click.
+void TreeDrag::TellRefusal(const Node& source) {
+    POINT pointer;
+    GetCursorPos(&pointer);
+    if (WindowFromPoint(pointer) != pane_.Window()) return;
+    ScreenToClient(pane_.Window(), &pointer);
+    if (pane_.RowAt(pointer) != &source)
+        ThePlatform().user.Tell(L"Ablage auf diesem Eintrag ist nicht erlaubt !!!");
+}
+
+std::int32_t TreeDrag::OwnTree() const {
+    return static_cast<std::int32_t>(reinterpret_cast<std::intptr_t>(pane_.Window()));
+}
+
+bool TreeDrag::IsDragged(const DraggedNode& payload) const {
+    const Node* const named = DraggedNodeIn(*tree_.TreeView(), payload, OwnTree());
+    return named != nullptr && named == dragged_.Get();
+}
+
+TreeDrag::Place TreeDrag::PlaceAt(POINT inTree, bool move) const {
+    Place place;
+    const Node* const source = dragged_.Get();
+    if (source == nullptr) return place;
+    place.target = pane_.RowAt(inTree);
+    if (place.target != nullptr) {
+        const RECT row = pane_.RowOf(*place.target);
+        place.into = DropsAsChild(tree_, source, place.target, move, static_cast<int>(inTree.y - row.top),
+                                  static_cast<int>(row.bottom - row.top));
+    }
+    place.permitted = DropPermitted(tree_, source, place.target, place.into, move);
+    return place;
+}
+
+void TreeDrag::ScrollNear(POINT inTree) {
+    RECT client;
+    GetClientRect(pane_.Window(), &client);
+    const UINT dpi = DpiOfWindow(pane_.Window());
+    tree_.DragOver(DragState::Over, static_cast<float>(TwipsFromPixels(inTree.y, dpi)),
+                   static_cast<float>(TwipsFromPixels(client.bottom, dpi)));
+}
+
+void TreeDrag::Dropped(const Place& place, bool move) {
+    dropped_ = true;
+    target_.Follow(place.target);
+    ontoRootLevel_ = place.target == nullptr;
+    into_ = place.into;
+    move_ = move;
 }

@@ -2,29 +2,58 @@
 
 #include <windows.h>
 
+#include <cstdint>
+#include <functional>
+#include <utility>
+
+#include "engine/profiles/ClipOperations.h"
 #include "engine/profiles/modDragDrop.h"
+#include "engine/tree/NodeRef.h"
 #include "windows/controls/TreePane.h"
 
-// Dragging a node of the tree and dropping it, by OLE, so that it works from window to window. What may go
-// where and what a drop does is the host's to say.
-class TreeDragHost {
+// Dragging a node of the tree and dropping it, by OLE.
+class TreeDrag {
  public:
-    virtual ~TreeDragHost() = default;
+    // `placed` is told the node at its new place. Nothing is owned; all must live until Stop.
+    TreeDrag(TreePane& pane, CTreeViewEx& tree, ClipOperations& operations,
+             std::function<void(Node& placed)> placed)
+        : pane_(pane), tree_(tree), operations_(operations), placed_(std::move(placed)) {}
+    TreeDrag(const TreeDrag&) = delete;
+    TreeDrag& operator=(const TreeDrag&) = delete;
 
-    // The node that a payload names in this tree; null when it comes from another one.
-    virtual Node* DraggedNodeOf(const DraggedNode& payload) = 0;
-    // What a drop at this height of the target's row means: into the target (true) or in front of it.
-    virtual bool DropsInto(Node& source, Node* target, bool move, int offset, int rowHeight) = 0;
-    virtual bool MayDrop(Node& source, Node* target, bool into, bool move) = 0;
-    // Something is dragged over the tree; `y` and `height` are pixels of the control.
-    virtual void DraggedOver(int y, int height) = 0;
-    // Copies or moves the node. `source` is null when it comes from another tree.
-    virtual void Dropped(Node* source, Node* target, bool into, bool move) = 0;
+    // Lets nodes be dropped on the tree, until Stop. False when the system refuses.
+    bool Accept();
+    void Stop();
+
+    // Runs a drag that started on `node` to its end: the copy or the move, or the refusal told.
+    void Run(Node& node);
+    bool UnderWay() const { return dragged_.Get() != nullptr; }
+
+ private:
+    class Target;
+    // Where a drop would go.
+    struct Place {
+        Node* target = nullptr;  // null: the end of the root level
+        bool into = false;       // else in front of it
+        bool permitted = false;
+    };
+    std::int32_t OwnTree() const;
+    bool IsDragged(const DraggedNode& payload) const;
+    Place PlaceAt(POINT inTree, bool move) const;
+    void ScrollNear(POINT inTree);
+    void Dropped(const Place& place, bool move);
+    void EndRun(bool letGo);
+    void TellRefusal(const Node& source);
+
+    TreePane& pane_;
+    CTreeViewEx& tree_;
+    ClipOperations& operations_;
+    std::function<void(Node&)> placed_;
+    NodeRef dragged_;
+    // What was dropped, once `dropped_`.
+    bool dropped_ = false;
+    NodeRef target_;
+    bool ontoRootLevel_ = false;
+    bool into_ = false;
+    bool move_ = false;
 };
-
-// Runs a drag that started on `node`, until it ends.
-void DragNode(const TreePane& pane, const Node& node);
-
-// Lets nodes be dropped on the tree; both must live until StopDropping.
-bool AcceptDrops(TreePane& pane, TreeDragHost& host);
-void StopDropping(const TreePane& pane);

@@ -46,21 +46,24 @@ class WindowsStartUp : public StartUpHost {
 
     bool OtherInstanceRuns() override {
         // Held until the process ends.
-        CreateMutexW(nullptr, FALSE, L"Local\\NXClip.Instance");
-        return GetLastError() == ERROR_ALREADY_EXISTS;
+        const HANDLE mutex = CreateMutexW(nullptr, FALSE, L"Local\\NXClip.Instance");
+        const DWORD error = GetLastError();
+        // The one of an instance with more rights may not even be opened.
+        return mutex != nullptr ? error == ERROR_ALREADY_EXISTS : error == ERROR_ACCESS_DENIED;
     }
 
     WindowHandle FindTopLevelWindow(const std::wstring& title) override {
-        return EngineWindow(FindWindowW(nullptr, title.c_str()));
+        // By the class as well: a window of the file manager bears the name of its folder.
+        return EngineWindow(FindWindowW(kMainWindowClass, title.c_str()));
     }
     bool IsMinimised(WindowHandle window) override { return IsIconic(SystemWindow(window)) != 0; }
     void ShowNormal(WindowHandle window) override { ShowWindow(SystemWindow(window), SW_SHOWNORMAL); }
 
     void ActivateByTitle(const std::wstring& title) override {
-        const HWND window = FindWindowW(nullptr, title.c_str());
+        const HWND window = FindWindowW(kMainWindowClass, title.c_str());
         // One that lives as an icon in the notification area is hidden.
         if (!IsWindowVisible(window)) ShowWindow(window, SW_SHOWNORMAL);
-        SetForegroundWindow(window);
+        SetForegroundWindow(GetLastActivePopup(window));
     }
 
     void ShowSplash() override { frmSplash().ShowModal(nullptr, IDD_frmSplash); }

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "platform/Guard.h"
+
 namespace {
 
 constexpr UINT kIconId = 1;
@@ -66,8 +68,10 @@ bool cSysTray::Notify(DWORD command) {
 LRESULT CALLBACK cSysTray::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     auto* const tray = reinterpret_cast<cSysTray*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     if (message == kTrayCallbackMessage) {
-        tray->OnMouse(static_cast<std::uint32_t>(lParam), static_cast<std::int32_t>(wParam));
-        return 0;
+        return Guarded<LRESULT>(0, [&] {
+            tray->OnMouse(static_cast<std::uint32_t>(lParam), static_cast<std::int32_t>(wParam));
+            return 0;
+        });
     }
     return CallWindowProcW(tray->before_, window, message, wParam, lParam);
 }

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include <memory>
+#include <string>
 
 #include "engine/clipboard/CClipBoard.h"
 #include "engine/flows/MainWindowHost.h"
@@ -13,32 +13,24 @@
 #include "engine/profiles/ProfileActions.h"
 #include "engine/tree/CTreeViewEx.h"
 #include "engine/tree/NodeCollection.h"
-#include "engine/views/ListUpdate.h"
 #include "engine/views/MainCommands.h"
-#include "engine/views/MainWindowOrder.h"
+#include "engine/views/StoredWindow.h"
 #include "platform/win32/Win32User.h"
-#include "windows/controls/SystemFont.h"
-#include "windows/controls/TreePane.h"
 #include "windows/dialogs/frmDiagnose.h"
 #include "windows/dialogs/frmErrorMsg.h"
-#include "windows/main/ListPane.h"
-#include "windows/main/MainToolBar.h"
-#include "windows/main/PreviewPane.h"
-#include "windows/main/Splitter.h"
+#include "windows/main/MainPanes.h"
 #include "windows/main/TreeDrag.h"
 #include "windows/main/cSysTray.h"
 
-// The main window: owns the tree, the list, the bars and the menus, and ties the flows to them. It lives from
-// its load to its unload, both in the order of MainWindowOrder.h, and clipboard changes are watched just as
-// long.
+// The window's class, by which a second instance finds it.
+inline constexpr const wchar_t* kMainWindowClass = L"NXClipMain";
+
+// The main window: owns the tree, the panes and the menus, and ties the flows to them. It lives from its load
+// to its unload, and clipboard changes are watched just as long.
 //
-// What the window looks like and how its messages arrive stands in frmMain.cpp, the steps of its load and
-// unload in frmMainLoad.cpp, what its commands do in frmMainCommands.cpp, and the tree and the list in
-// frmMainTree.cpp.
-class frmMain : public MainWindowHost,
-                private MainWindowSteps,
-                private TreePane::Listener,
-                private TreeDragHost {
+// How its messages arrive stands in frmMain.cpp, its load and unload in frmMainLoad.cpp, what its commands do
+// in frmMainCommands.cpp, and the tree and the list in frmMainTree.cpp.
+class frmMain : public MainWindowHost, private TreePane::Listener {
  public:
     // `user` shows its texts in the window's status bar while that lives; not owned.
     explicit frmMain(Win32User& user);
@@ -55,7 +47,7 @@ class frmMain : public MainWindowHost,
     bool TranslateKey(MSG& message);
 
     // Lays out all controls for the splitter's left edge, in twips.
-    void SizeControls(double splitterLeft);
+    void SizeControls(double splitterLeft) { panes_.SizeControls(splitterLeft); }
     // Makes a profile or folder the active container, null for none; a clip is ignored.
     void SetActiveContainer(Node* node);
     void SetProfileChanged(Node& node) override;
@@ -92,126 +84,95 @@ class frmMain : public MainWindowHost,
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
     bool CreateControls();
     bool CreateTray();
-    void ShowTrayMenu();
-    void ApplyDpi(UINT dpi);
+    void SystemLookChanged(UINT message, WPARAM wParam, LPARAM lParam);
     void Form_Resize(WPARAM kind);
-    void EnforceMinimumSize();
     LRESULT OnNotify(NMHDR& header);
-    void ShowContextMenu(HWND source, POINT point);
-    void ShowStatus(const std::wstring& text);
-    // Pops up one of the context menus at a point of the screen.
-    void TrackMenu(int menu, POINT point);
-    void GreyMenu(HMENU menu);
-    void RefreshCommands();
-    // The active container changed or got another name.
-    void ShowContainer();
-    // Runs a change of the tree and shows what it left behind.
-    void AfterTreeChange(Node* selected);
-    // The window back from the tray or the task bar, in front of the others.
+    LRESULT OnListNotify(NMHDR& header);
+    // The window back from the tray or the task bar, in front of the others, with the dialog over it.
     void Restore();
+    void Close();
+    // The child that has the keyboard, or had it when the window was last active.
+    HWND FocusedPane() const;
 
-    // The steps of load and unload.
-    void AddHotKey() override;
-    void JoinViewerChain() override;
-    void ClearPreview() override;
-    void HideMenus() override;
-    void RestoreGeometry() override;
-    void ShowCaption() override;
-    void LoadFormatTables() override;
-    void LoadProfiles() override;
-    void RestoreActiveContainer() override;
-    void MinimiseIfWanted() override;
-    void ShowTrayIconIfWanted() override;
-    void ApplyOptions() override { SetOptions(); }
-    void CloseFormatQuery() override;
-    void RenderWhatIsPromised() override;
-    void RemoveHotKey() override;
-    void LeaveViewerChain() override;
-    void StoreGeometry() override;
-    void StoreSplitter() override;
-    void StoreOptions() override;
-    void StoreActiveContainer() override;
-    void StoreProfileList() override;
-    void StoreFormatSets() override;
+    // frmMainLoad.cpp
+    void Form_Load();
+    void Form_Unload();
+    void JoinViewerChain();
+    void HideTestMenu();
+    void ExitHook();
 
-    // What the user does in the tree.
+    // frmMainCommands.cpp
+    using Action = void (*)(frmMain& form, Node* node);
+    static Action ActionOf(MainCommand command);
+    CommandSituation Situation() const;
+    // Runs the command with this number for the node that the situation gives it.
+    void RunCommand(int number, const CommandSituation& situation);
+    void RefreshCommands();
+    void ShowContextMenu(HWND source, POINT point);
+    void ShowTrayMenu();
+    // Pops up a menu at a point of the screen and runs what was chosen for the node that it was opened for.
+    void TrackMenu(int menu, POINT point, Node* chosen);
+    void NewProfile();
+    void ImportProfile();
+    void UnlinkProfile(Node* profile);
+    void Delete(Node* node);
+    void NewFolder(Node* container);
+    void Rename(Node* node);
+    void ShowProperties(Node* node);
+    // True when the dialog was confirmed.
+    bool ShowPropertiesOf(Node& node);
+    void Search(bool again);
+    void ShowOptions();
+    void ToggleLock();
+    void SwitchAutoDetect();
+    void ShowFormatSets();
+    void ShowFirstStart();
+    void ShowDiagnosis();
+    void ShowFormatQuery();
+
+    // frmMainTree.cpp: what the user does in the tree and the list.
     void TreeSelectionChanged(Node* node) override;
     bool MayEditLabel(Node& node) override;
     bool LabelEdited(Node& node, const std::wstring& text) override;
     void DragStarted(Node& node) override;
     void NodeActivated(Node& node) override;
-
-    // Dragging in the tree.
-    Node* DraggedNodeOf(const DraggedNode& payload) override;
-    bool DropsInto(Node& source, Node* target, bool move, int offset, int rowHeight) override;
-    bool MayDrop(Node& source, Node* target, bool into, bool move) override;
-    void DraggedOver(int y, int height) override;
-    void Dropped(Node* source, Node* target, bool into, bool move) override;
-
-    // Runs the command of a menu entry, key or tool-bar button.
-    void RunCommand(int command);
     // Enter or a double click on a row of the list does what it does in the tree.
     void OpenListRow(int row);
     // The node that a row shows; null for a format.
     Node* NodeOfListRow(int row) const;
-    // While the list has the focus, what is chosen there becomes the tree's selection.
-    void TakeSelectionFromList();
+    // The node that is chosen where the keyboard is, in the list or in the tree; null for none.
+    Node* ChosenNode() const;
+    void ListRowChosen();
+    void KeepListRow(int row);
+    void ShowContainer();
 
-    void NewProfile();
-    void ImportProfile();
-    void UnlinkProfile();
-    void DeleteSelected();
-    void NewFolder();
-    void RenameSelected();
-    void ShowProperties();
-    // True when the dialog was confirmed.
-    bool ShowPropertiesOf(Node& node);
-    void Activate();
-    void Search(bool again);
-    void SetListMode(ListMode mode);
-    void ShowOptions();
-    void ShowFormatSets();
-    void ToggleToolBar();
-    void ToggleStatusBar();
-    void TogglePreview();
-    void ToggleStretch();
-    void ToggleLock();
-    void SwitchAutoDetect(bool on);
-    void ShowFirstStart();
-    void ShowDiagnosis();
-    void ShowFormatQuery();
-    void ExitHook();
-    void About();
+    // A menu or a drag holds captures back: the content is still on the clipboard afterwards, and nothing
+    // moves the selection under a hand.
+    bool HoldsCaptures() const { return holdsCaptures_ || drag_.UnderWay(); }
+    void MenuClosed();
+    void TakeWaitingCapture();
 
     Win32User& user_;
     HWND window_ = nullptr;
-    HWND sbStatusBar_ = nullptr;
-    HWND lblTitle_ = nullptr;
     HACCEL keys_ = nullptr;
-    UniqueFont font_;
-    UniqueFont titleFont_;
-    UniqueImageList treePictures_;
-    UINT dpi_ = 96;
+    HWND lastFocus_ = nullptr;
 
     NodeCollection nodes_;
     CTreeViewEx cTV;
     ::ActiveContainer container_{cTV};
     ClipOperations operations_{cTV, container_};
     ProfileActions profiles_{cTV, container_};
-    TreePane tvTreeView_{nodes_};
-    ListPane lvListView_;
-    MainToolBar tbToolBar_;
-    Splitter imgSplitter_;
-    PreviewPane preview_;
-    ListContent content_;
-    double splitterLeft_ = 1900;  // twips
-    bool toolBarShown_ = true;
-    bool statusBarShown_ = true;
-    bool previewShown_ = true;
-    bool stretched_ = false;
-    int showCommand_ = 1;  // how the window is first shown, SW_SHOWNORMAL
+    MainPanes panes_{nodes_};
+    TreeDrag drag_{panes_.tvTreeView, cTV, operations_, [this](Node& placed) { SelectAndShow(placed); }};
+    NodeRef shownNode_;  // whose content the list shows
+    NodeRef listNode_;   // of the chosen row
+    bool filling_ = false;
+
+    MainState firstState_ = MainState::Normal;
     bool loaded_ = false;
     int menusOpen_ = 0;
+    bool holdsCaptures_ = false;
+    bool captureWaits_ = false;
 
     CClipBoard clipBoard_;
     SnapFlow snap_{*this, clipBoard_};

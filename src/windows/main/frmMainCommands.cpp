@@ -1,21 +1,22 @@
-// The commands of the main window: what menus, keys and the tool bar do. The window itself: frmMain.cpp.
+// The commands of the main window: what menus, keys and the tool bar do. When each is allowed and on which
+// node it acts stands in engine/views/MainCommands.cpp.
 
 #include <array>
+#include <utility>
 
-#include "engine/clipboard/modViewerHook.h"
 #include "engine/flows/Search.h"
 #include "engine/process/ModHotKey.h"
 #include "engine/process/modHelp.h"
 #include "engine/process/modMain.h"
 #include "engine/process/modOption.h"
 #include "engine/profiles/NodeProperties.h"
-#include "engine/profiles/ProfileActions.h"
 #include "engine/profiles/StructureLock.h"
 #include "engine/profiles/Templates.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/modTreeEx.h"
 #include "engine/views/ChooserRules.h"
 #include "platform/Platform.h"
+#include "platform/win32/ModalWindows.h"
 #include "platform/win32/SystemHandles.h"
 #include "resources/controls.h"
 #include "windows/controls/Dialog.h"
@@ -32,216 +33,188 @@
 
 namespace {
 
-// A command without an action of its own.
-void NotYet() {
-    ThePlatform().user.Tell(L"Noch nicht implementiert");
+// The entries of a menu as they are allowed; entries that are no commands stay as they are.
+void GreyMenu(HMENU menu, const CommandSituation& situation) {
+    for (const CommandRow& row : MainCommandRows()) {
+        const UINT state = IsAllowed(row, situation) ? MF_ENABLED : MF_GRAYED;
+        for (const int number : row.numbers)
+            EnableMenuItem(menu, static_cast<UINT>(number), MF_BYCOMMAND | state);
+    }
 }
 
-constexpr std::array<ListMode, 4> kListModes{ListMode::Large, ListMode::Small, ListMode::List,
-                                             ListMode::Details};
-
-// The commands that act on the selected node, be it selected in the tree or in the list.
-bool ActsOnNode(int command) {
-    switch (command) {
-        case m_edit_delete:
-        case m_edit_rename:
-        case m_copyToClipboard:
-        case m_activate:
-        case mnuFileProperties:
-        case m_edit_newstruct:
-            return true;
-        default:
-            return false;
-    }
+void CheckEntry(HMENU menu, int number, bool checked) {
+    CheckMenuItem(menu, static_cast<UINT>(number), MF_BYCOMMAND | (checked ? MF_CHECKED : MF_UNCHECKED));
 }
 
 }  // namespace
 
-void frmMain::RunCommand(int command) {
-    if (ActsOnNode(command)) TakeSelectionFromList();
-    switch (command) {
-        case mnuFileNew:
-        case m_pNN_NewProfil:
-        case m_PPNewProfil:
-        case tbbProfil:
-            return NewProfile();
-        case m_importProfil:
-        case m_pNN_insert_profile:
-        case m_PP_ImportProfil:
-        case tbbImport:
-            return ImportProfile();
-        case m_PP_UnlinkProfil:
-            return UnlinkProfile();
-        case m_edit_delete:
-        case m_del_profile:
-        case m_structDelete:
-        case m_delnode:
-        case tbbDelete:
-            return DeleteSelected();
-        case m_edit_newstruct:
-        case m_pop_newstruct:
-        case m_substruct_insert:
-        case m_pp_substruct_insert:
-            return NewFolder();
-        case m_edit_rename:
-            return RenameSelected();
-        case m_edit_insert:
-        case m_tray_snap:
-        case tbbSnap:
-            return snap_.Snap();
-        case m_copyToClipboard:
-        case m_to_clipboard:
-        case tbbCopy:
-            return PrepareClipboard();
-        case m_activate:
-        case m_profile_active:
-        case m_struct_active:
-            return Activate();
-        case mnuFileProperties:
-        case m_pp_prop:
-        case m_ps_prop:
-        case m_clip_prop:
-        case tbbProperties:
-            return ShowProperties();
-        case m_search:
-            return Search(false);
-        case m_searcg_again:
-            return Search(true);
-        case mnuViewToolbar:
-            return ToggleToolBar();
-        case mnuViewStatusBar:
-            return ToggleStatusBar();
-        case mnuListViewLarge:
-        case mnuListViewSmall:
-        case mnuListViewList:
-        case mnuListViewDetails:
-            return SetListMode(kListModes[static_cast<std::size_t>(command - mnuListViewLarge)]);
-        case tbbViewLarge:
-        case tbbViewSmall:
-        case tbbViewList:
-        case tbbViewDetails:
-            return SetListMode(kListModes[static_cast<std::size_t>(command - tbbViewLarge)]);
-        case mnuListViewPreview:
-        case tbbViewPreview:
-            return TogglePreview();
-        case m_stretchmode:
-            return ToggleStretch();
-        case mnuViewRefresh:
-            return UpdateListview();
-        case mnuViewOptions:
-        case tbbViewProperties:
-            return ShowOptions();
-        case tbbLock:
-            return ToggleLock();
-        case tbbAutoDetect:
-        case m_reconnect:
-            return UpdateAutoDetect();
-        case m_tray_autosnap:
-            return SwitchAutoDetect(!Options().AutoSnap);
-        case m_extra_fs:
-            return ShowFormatSets();
-        case m_ext_act_format:
-        case m_ext_fa:
-        case m_test_askformat:
-            return ShowFormatQuery();
-        case m_ext_diag:
-        case m_copy_info:
-            return ShowDiagnosis();
-        case m_quickstart:
-            return ShowFirstStart();
-        case m_test_exithook:
-            return ExitHook();
-        case mnuHelpContents:
-            return ShowHelp(EngineWindow(window_));
-        case mnuHelpSearch:
-            return ShowHelpCommand(EngineWindow(window_), kHelpFinder, 0);
-        case m_help_keys:
-            return ShowHelp(EngineWindow(window_), HelpTopic::Keys);
-        case mnuHelpAbout:
-            return About();
-        case m_tray_restore:
-            return Restore();
-        case mnuFileClose:
-        case m_tray_quit:
-            DestroyWindow(window_);
-            return;
-        default:
-            // Below the menus stand the controls, whose notifications come here as well.
-            if (command >= mnuFileNew) NotYet();
+frmMain::Action frmMain::ActionOf(MainCommand command) {
+    using C = MainCommand;
+    using Form = frmMain;
+    struct Binding {
+        MainCommand command;
+        Action action;
+    };
+    static constexpr std::array<Binding, kMainCommandCount> kBindings{{
+        {C::NewProfile, [](Form& form, Node*) { form.NewProfile(); }},
+        {C::ImportProfile, [](Form& form, Node*) { form.ImportProfile(); }},
+        {C::UnlinkProfile, [](Form& form, Node* node) { form.UnlinkProfile(node); }},
+        {C::Delete, [](Form& form, Node* node) { form.Delete(node); }},
+        {C::NewFolder, [](Form& form, Node* node) { form.NewFolder(node); }},
+        {C::Rename, [](Form& form, Node* node) { form.Rename(node); }},
+        {C::Snap, [](Form& form, Node*) { form.snap_.Snap(); }},
+        {C::ToClipboard, [](Form& form, Node* node) { form.setClip_.SetClip(node); }},
+        {C::Activate, [](Form& form, Node* node) { form.SetActiveContainer(node); }},
+        {C::Properties, [](Form& form, Node* node) { form.ShowProperties(node); }},
+        {C::Search, [](Form& form, Node*) { form.Search(false); }},
+        {C::SearchAgain, [](Form& form, Node*) { form.Search(true); }},
+        {C::ShowToolBar, [](Form& form, Node*) { form.panes_.ToggleToolBar(); }},
+        {C::ShowStatusBar, [](Form& form, Node*) { form.panes_.ToggleStatusBar(); }},
+        {C::LargeIcons, [](Form& form, Node*) { form.panes_.lvListView.SetMode(ListMode::Large); }},
+        {C::SmallIcons, [](Form& form, Node*) { form.panes_.lvListView.SetMode(ListMode::Small); }},
+        {C::PlainList, [](Form& form, Node*) { form.panes_.lvListView.SetMode(ListMode::List); }},
+        {C::Details, [](Form& form, Node*) { form.panes_.lvListView.SetMode(ListMode::Details); }},
+        {C::ShowPreview, [](Form& form, Node*) { form.panes_.TogglePreview(); }},
+        {C::StretchPicture, [](Form& form, Node*) { form.panes_.ToggleStretch(); }},
+        {C::Refresh, [](Form& form, Node*) { form.UpdateListview(); }},
+        {C::Options, [](Form& form, Node*) { form.ShowOptions(); }},
+        {C::Lock, [](Form& form, Node*) { form.ToggleLock(); }},
+        {C::TakeAutoDetect, [](Form& form, Node*) { form.UpdateAutoDetect(); }},
+        {C::SwitchAutoDetect, [](Form& form, Node*) { form.SwitchAutoDetect(); }},
+        {C::FormatSets, [](Form& form, Node*) { form.ShowFormatSets(); }},
+        {C::FormatQuery, [](Form& form, Node*) { form.ShowFormatQuery(); }},
+        {C::Diagnosis, [](Form& form, Node*) { form.ShowDiagnosis(); }},
+        {C::QuickStart, [](Form& form, Node*) { form.ShowFirstStart(); }},
+        {C::ExitHook, [](Form& form, Node*) { form.ExitHook(); }},
+        {C::HelpContents, [](Form& form, Node*) { ShowHelp(form.Window()); }},
+        {C::HelpSearch, [](Form& form, Node*) { ShowHelpCommand(form.Window(), kHelpFinder, 0); }},
+        {C::HelpKeys, [](Form& form, Node*) { ShowHelp(form.Window(), HelpTopic::Keys); }},
+        {C::About, [](Form& form, Node*) { frmAbout().ShowModal(form.window_, IDD_frmAbout); }},
+        {C::Restore, [](Form& form, Node*) { form.Restore(); }},
+        {C::Close, [](Form& form, Node*) { form.Close(); }},
+    }};
+    constexpr auto inOrder = [] {
+        for (int i = 0; i < kMainCommandCount; ++i)
+            if (kBindings[static_cast<std::size_t>(i)].command != static_cast<MainCommand>(i)) return false;
+        return true;
+    };
+    static_assert(inOrder());
+    return kBindings[static_cast<std::size_t>(command)].action;
+}
+
+CommandSituation frmMain::Situation() const {
+    return {ChosenNode(), nodes_.Selected(), container_.Get(), Options().LockEdit, ModalDialogOpen};
+}
+
+void frmMain::RunCommand(int number, const CommandSituation& situation) {
+    const CommandRow* const row = CommandRowOf(number);
+    if (row == nullptr) {
+        // Below the menus stand the controls, whose notifications come here as well.
+        if (number >= mnuFileNew) ThePlatform().user.Tell(L"Noch nicht implementiert");
+        return;
     }
+    if (situation.dialogOpen && !IsAllowed(*row, situation)) return;
+    ActionOf(row->command)(*this, NodeFor(*row, situation));
+    // The command may have closed the window.
+    if (!loaded_) return;
+    RefreshCommands();
+    TakeWaitingCapture();
+}
+
+void frmMain::RefreshCommands() {
+    // Whatever is open in front of the window, it shows what it would offer without that.
+    CommandSituation situation = Situation();
+    situation.dialogOpen = false;
+    const HMENU menu = GetMenu(window_);
+    GreyMenu(menu, situation);
+    CheckEntry(menu, mnuViewToolbar, panes_.ToolBarShown());
+    CheckEntry(menu, mnuViewStatusBar, panes_.StatusBarShown());
+    CheckEntry(menu, mnuListViewPreview, panes_.PreviewShown());
+    CheckEntry(menu, m_stretchmode, panes_.Stretched());
+    const int mode = static_cast<int>(panes_.lvListView.Mode());
+    CheckMenuRadioItem(menu, mnuListViewLarge, mnuListViewDetails, static_cast<UINT>(mnuListViewLarge + mode),
+                       MF_BYCOMMAND);
+    MainToolBar& bar = panes_.tbToolBar;
+    for (const CommandRow& row : MainCommandRows())
+        for (const int number : row.numbers)
+            if (number >= tbbProfil) bar.Enable(number, IsAllowed(row, situation));
+    bar.Press(tbbViewLarge + mode, true);
+    bar.Press(tbbViewPreview, panes_.PreviewShown());
+}
+
+void frmMain::ShowContextMenu(HWND source, POINT point) {
+    const bool byKeyboard = point.x == -1 && point.y == -1;
+    Node* node = nodes_.Selected();
+    Node* chosen = node;
+    if (source == panes_.lvListView.Window()) {
+        chosen = ChosenNode();
+        if (chosen != nullptr) node = chosen;
+        if (byKeyboard) point = panes_.lvListView.MenuPoint();
+    } else if (source != panes_.tvTreeView.Window()) {
+        return;
+    } else if (byKeyboard) {
+        point = panes_.tvTreeView.MenuPoint();
+    } else {
+        POINT inTree = point;
+        ScreenToClient(source, &inTree);
+        node = chosen = panes_.tvTreeView.NodeAt(inTree);
+        if (node != nullptr) nodes_.Select(node);
+    }
+    const int menu = IsProfileNode(node)     ? m_popProfile
+                     : IsStructureNode(node) ? m_popStruct
+                     : IsClipNode(node)      ? m_poptree
+                                             : m_popNoNode;
+    TrackMenu(menu, point, chosen);
+}
+
+void frmMain::ShowTrayMenu() {
+    POINT point;
+    GetCursorPos(&point);
+    // Without the foreground the menu would not go away by a click beside it.
+    SetForegroundWindow(ModalWindowOver(window_));
+    TrackMenu(IDM_tray, point, ChosenNode());
+    PostMessageW(window_, WM_NULL, 0, 0);
+}
+
+void frmMain::TrackMenu(int menu, POINT point, Node* chosen) {
+    CommandSituation situation = Situation();
+    situation.chosen = chosen;
+    const HMENU loaded = LoadMenuW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(menu));
+    const HMENU popup = GetSubMenu(loaded, 0);
+    GreyMenu(popup, situation);
+    CheckEntry(popup, m_tray_autosnap, Options().AutoSnap);
+    const NodeRef chosenThen(situation.chosen);
+    const NodeRef openThen(situation.open);
+    const auto isGone = [](const Node* before, const NodeRef& now) {
+        return before != nullptr && now.Get() == nullptr;
+    };
+    const int number =
+        TrackPopupMenu(popup, TPM_RIGHTBUTTON | TPM_RETURNCMD, point.x, point.y, 0, window_, nullptr);
+    DestroyMenu(loaded);
+    if (number == 0) return;
+    // Nothing else takes the place of a node that is gone.
+    if (isGone(situation.chosen, chosenThen) || isGone(situation.open, openThen)) return;
+    situation.dialogOpen = ModalDialogOpen;
+    RunCommand(number, situation);
 }
 
 void frmMain::PrepareClipboard() {
-    setClip_.SetClip();
-}
-
-void frmMain::UpdateClipBoard() {
-    snap_.UpdateClipBoard();
-}
-
-void frmMain::Activate() {
-    if (Node* const node = nodes_.Selected(); IsNodeOfKind(node, kProfileKind | kStructureKind))
-        SetActiveContainer(node);
-}
-
-void frmMain::SetListMode(ListMode mode) {
-    lvListView_.SetMode(mode);
-    RefreshCommands();
-}
-
-void frmMain::ToggleToolBar() {
-    toolBarShown_ = !toolBarShown_;
-    ShowWindow(tbToolBar_.Window(), toolBarShown_ ? SW_SHOW : SW_HIDE);
-    SizeControls(splitterLeft_);
-}
-
-void frmMain::ToggleStatusBar() {
-    statusBarShown_ = !statusBarShown_;
-    ShowWindow(sbStatusBar_, statusBarShown_ ? SW_SHOW : SW_HIDE);
-    SizeControls(splitterLeft_);
-}
-
-void frmMain::TogglePreview() {
-    previewShown_ = !previewShown_;
-    SizeControls(splitterLeft_);
-    RefreshCommands();
-}
-
-void frmMain::ToggleStretch() {
-    stretched_ = !stretched_;
-    preview_.SetStretch(stretched_);
+    setClip_.SetClip(nodes_.Selected());
 }
 
 void frmMain::ToggleLock() {
-    Options().LockEdit = tbToolBar_.Pressed(tbbLock);
+    Options().LockEdit = panes_.tbToolBar.Pressed(tbbLock);
     SetOptions();
 }
 
-void frmMain::SwitchAutoDetect(bool on) {
-    tbToolBar_.Press(tbbAutoDetect, on);
+void frmMain::SwitchAutoDetect() {
+    panes_.tbToolBar.Press(tbbAutoDetect, !Options().AutoSnap);
     UpdateAutoDetect();
 }
 
 void frmMain::UpdateAutoDetect() {
-    Options().AutoSnap = tbToolBar_.Pressed(tbbAutoDetect);
+    Options().AutoSnap = panes_.tbToolBar.Pressed(tbbAutoDetect);
     RefreshCommands();
-}
-
-void frmMain::ExitHook() {
-    DisconnectViewer();
-    UnsubclassWindow();
-}
-
-void frmMain::About() {
-    frmAbout().ShowModal(window_, IDD_frmAbout);
-}
-
-// Whatever changed the tree has told it to the screen; the list and the title follow here.
-void frmMain::AfterTreeChange(Node* selected) {
-    if (selected != nullptr)
-        SelectAndShow(*selected);
-    else
-        UpdateListview();
 }
 
 void frmMain::NewProfile() {
@@ -253,8 +226,9 @@ void frmMain::NewProfile() {
     ProfileProperties properties = ReadProfileProperties(*profile);
     properties.info = dialog.Info();
     properties.globalFree = dialog.GlobalFree();
+    const NodeRef made(profile);
     ApplyProfileProperties(cTV, *profile, properties);
-    AfterTreeChange(profile);
+    if (made.Get() != nullptr) SelectAndShow(*made.Get());
 }
 
 Node* frmMain::BuildNewprofile(const std::wstring& name, const std::wstring& directory,
@@ -267,55 +241,67 @@ void frmMain::ImportProfile() {
     frmFileSel dialog(L"Profil importieren", {{L"nxclip.nxp", L"Profile (nxclip.nxp)"}});
     if (!dialog.ShowModal(window_, IDD_frmFileSel) || dialog.File().empty()) return;
     if (Node* const profile = ImportProfileDirect(DirectoryOf(dialog.File())); profile != nullptr)
-        AfterTreeChange(profile);
+        SelectAndShow(*profile);
 }
 
 Node* frmMain::ImportProfileDirect(const std::wstring& directory) {
     return profiles_.ImportProfileDirect(directory);
 }
 
-void frmMain::UnlinkProfile() {
-    Node* const profile = nodes_.Selected();
-    if (!ActionAllowed(TreeAction::UnlinkProfile, profile)) return;
-    if (profiles_.UnlinkProfile(profile)) AfterTreeChange(nodes_.Selected());
+void frmMain::UnlinkProfile(Node* profile) {
+    if (ActionAllowed(TreeAction::UnlinkProfile, profile) && profiles_.UnlinkProfile(profile))
+        UpdateListview();
 }
 
-void frmMain::DeleteSelected() {
-    if (Node* const node = nodes_.Selected(); node != nullptr && operations_.Delete(node))
-        AfterTreeChange(nodes_.Selected());
+// The question's text does not name the node; the status bar does meanwhile.
+void frmMain::Delete(Node* node) {
+    if (node == nullptr) return;
+    panes_.ShowStatus(L"Löschen: " + node->FullPath());
+    if (operations_.Delete(node))
+        UpdateListview();
+    else
+        panes_.ShowStatus(panes_.Content().status);
 }
 
-void frmMain::NewFolder() {
-    Node* container = nodes_.Selected();
+void frmMain::NewFolder(Node* container) {
     if (IsNodeOfKind(container, kClipKind)) container = container->Parent();
     if (container == nullptr || !ActionAllowed(TreeAction::NewFolder, container)) return;
-    Node* folder = nullptr;
+    const NodeRef place(container);
+    NodeRef folder;
     frmStructProp dialog(L"Neuer Ordner", L"", [&](const std::wstring& name, const std::wstring& info) {
-        folder = ::NewFolder(cTV, container, name, info);
-        return folder != nullptr;
+        folder.Follow(::NewFolder(cTV, place.Get(), name, info));
+        return folder.Get() != nullptr;
     });
-    if (dialog.ShowModal(window_, IDD_frmStructProp)) AfterTreeChange(folder);
+    if (dialog.ShowModal(window_, IDD_frmStructProp) && folder.Get() != nullptr) SelectAndShow(*folder.Get());
 }
 
-void frmMain::ShowProperties() {
-    Node* const node = nodes_.Selected();
-    if (!IsNodeOfKind(node, kProfileKind | kStructureKind | kClipKind)) return;
-    if (ShowPropertiesOf(*node)) AfterTreeChange(node);
+void frmMain::Rename(Node* node) {
+    if (node == nullptr) return;
+    nodes_.Select(node);
+    panes_.tvTreeView.EditLabel(*node);
 }
 
+void frmMain::ShowProperties(Node* node) {
+    if (IsNodeOfKind(node, kProfileKind | kStructureKind | kClipKind) && ShowPropertiesOf(*node))
+        UpdateListview();
+}
+
+// Locked, they are there to be read.
 bool frmMain::ShowPropertiesOf(Node& node) {
     if (IsClipNode(&node)) return frmClipProp(cTV, node).ShowModal(window_, IDD_frmClipProp);
     if (IsProfileNode(&node)) return frmProfileProp(cTV, node).ShowModal(window_, IDD_frmProfileProp);
     const FolderProperties folder = ReadFolderProperties(node);
+    const NodeRef shown(&node);
     frmStructProp::Confirm confirm = [&](const std::wstring& name, const std::wstring& info) {
-        return ApplyFolderProperties(cTV, node, name, info);
+        return shown.Get() == nullptr || ApplyFolderProperties(cTV, *shown.Get(), name, info);
     };
     if (LockBlocks(TreeAction::EditFolder, &node, Options().LockEdit)) confirm = {};
     return frmStructProp(folder.name, folder.info, confirm).ShowModal(window_, IDD_frmStructProp);
 }
 
 void frmMain::EditClipProperties(Node& node) {
-    if (ShowPropertiesOf(node)) AfterTreeChange(&node);
+    const NodeRef shown(&node);
+    if (ShowPropertiesOf(node) && shown.Get() != nullptr) SelectAndShow(*shown.Get());
 }
 
 void frmMain::Search(bool again) {
@@ -325,6 +311,10 @@ void frmMain::Search(bool again) {
             ScrollIntoView(found);
             SelectAndShow(found);
         });
+}
+
+Node* frmMain::SearchForNode(Node* start) {
+    return ::SearchForNode(cTV, TheSearchCriteria(), start);
 }
 
 void frmMain::ShowOptions() {
@@ -343,12 +333,13 @@ void frmMain::FirstStartAction() {
 }
 
 void frmMain::ShowFirstStart() {
+    if (!ActionAllowed(TreeAction::NewProfile, nullptr)) return;
     frmFirstStart dialog;
     if (!dialog.ShowModal(window_, IDD_frmFirstStart)) return;
     if (Node* const profile =
             InstallFirstStartTemplates(cTV, container_, dialog.Templates(), dialog.BoxChecked());
         profile != nullptr)
-        AfterTreeChange(profile);
+        SelectAndShow(*profile);
 }
 
 void frmMain::ShowDiagnosis() {
@@ -363,12 +354,4 @@ void frmMain::ShowFormatQuery() {
         formatQuery_.ShowModeless(window_, IDD_frmErrorMsg);
     else
         SetForegroundWindow(formatQuery_.Window());
-}
-
-Node* frmMain::SearchForNode(Node* start) {
-    return ::SearchForNode(cTV, TheSearchCriteria(), start);
-}
-
-void frmMain::RenameSelected() {
-    if (Node* const node = nodes_.Selected(); node != nullptr) tvTreeView_.EditLabel(*node);
 }

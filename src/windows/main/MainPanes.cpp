@@ -1,0 +1,133 @@
+#include "windows/main/MainPanes.h"
+
+#include <cstdlib>
+#include <utility>
+
+#include "engine/views/MainLayout.h"
+#include "resources/controls.h"
+#include "windows/controls/Boxes.h"
+#include "windows/controls/Dpi.h"
+
+namespace {
+
+constexpr double kSplitterWidthTwips = 75;
+
+}  // namespace
+
+bool MainPanes::Create(HWND parent) {
+    parent_ = parent;
+    const HINSTANCE instance = GetModuleHandleW(nullptr);
+    if (!tbToolBar.Create(parent, ::tbToolBar) || !tvTreeView.Create(parent, ::tvTreeView) ||
+        !lvListView.Create(parent, ::lvListView) || !preview.Create(parent))
+        return false;
+    sbStatusBar_ = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0, 0, 0,
+                                   0, parent, reinterpret_cast<HMENU>(sbStatusBar), instance, nullptr);
+    lblTitle_ = CreateWindowExW(0, L"STATIC", L"",
+                                WS_CHILD | WS_VISIBLE | SS_LEFTNOWORDWRAP | SS_NOPREFIX | SS_CENTERIMAGE, 0,
+                                0, 0, 0, parent, reinterpret_cast<HMENU>(lblTitle), instance, nullptr);
+    const bool splitter = imgSplitter_.Create(
+        parent, imgSplitter, picSplitter,
+        [this](int left) {
+            RECT client;
+            GetClientRect(parent_, &client);
+            return PixelsFromTwips(
+                ClampSplitter(TwipsFromPixels(left, dpi_), TwipsFromPixels(client.right, dpi_)), dpi_);
+        },
+        [this](int left) { SizeControls(TwipsFromPixels(left, dpi_)); });
+    if (sbStatusBar_ == nullptr || lblTitle_ == nullptr || !splitter) return false;
+    SetDpi(DpiOfWindow(parent));
+    ShowWindow(tbToolBar.Window(), SW_SHOW);
+    return true;
+}
+
+void MainPanes::SetDpi(UINT dpi) {
+    dpi_ = dpi;
+    UniqueFont font = CreateMessageFont(dpi);
+    UniqueFont titleFont = CreateMessageFont(dpi, FW_BOLD);
+    for (const HWND control : {tvTreeView.Window(), lvListView.Window(), sbStatusBar_})
+        SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), TRUE);
+    SendMessageW(lblTitle_, WM_SETFONT, reinterpret_cast<WPARAM>(titleFont.get()), TRUE);
+    preview.SetFont(font.get());
+    font_ = std::move(font);
+    titleFont_ = std::move(titleFont);
+
+    UniqueImageList pictures = LoadListPictures(SystemMetricForDpi(SM_CXSMICON, dpi));
+    TreeView_SetImageList(tvTreeView.Window(), pictures.get(), TVSIL_NORMAL);
+    treePictures_ = std::move(pictures);
+    tbToolBar.SetDpi(dpi);
+    lvListView.SetDpi(dpi);
+}
+
+void MainPanes::SizeControls(double splitterLeft) {
+    splitterLeft_ = splitterLeft;
+    RECT client;
+    GetClientRect(parent_, &client);
+    LayoutInput input;
+    input.width = client.right;
+    input.height = client.bottom;
+    input.toolBarHeight = toolBarShown_ ? tbToolBar.Fit() : 0;
+    if (statusBarShown_) {
+        SendMessageW(sbStatusBar_, WM_SIZE, 0, 0);
+        RECT bar;
+        GetWindowRect(sbStatusBar_, &bar);
+        input.statusBarHeight = bar.bottom - bar.top;
+    }
+    LOGFONTW font{};
+    GetObjectW(titleFont_.get(), sizeof font, &font);
+    input.titleHeight = std::abs(font.lfHeight) + Scaled(9, dpi_);
+    input.splitterLeft = PixelsFromTwips(splitterLeft, dpi_);
+    input.splitterWidth = PixelsFromTwips(kSplitterWidthTwips, dpi_);
+    input.previewShown = previewShown_;
+
+    const LayoutResult layout = LayOutMainWindow(input);
+    PlaceWindow(tvTreeView.Window(), layout.tree);
+    PlaceWindow(imgSplitter_.Window(), layout.splitter);
+    PlaceWindow(lblTitle_, layout.title);
+    PlaceWindow(lvListView.Window(), layout.list);
+    preview.Place(layout.formatTab);
+}
+
+void MainPanes::ToggleToolBar() {
+    toolBarShown_ = !toolBarShown_;
+    ShowWindow(tbToolBar.Window(), toolBarShown_ ? SW_SHOW : SW_HIDE);
+    LayOut();
+}
+
+void MainPanes::ToggleStatusBar() {
+    statusBarShown_ = !statusBarShown_;
+    ShowWindow(sbStatusBar_, statusBarShown_ ? SW_SHOW : SW_HIDE);
+    LayOut();
+}
+
+void MainPanes::TogglePreview() {
+    previewShown_ = !previewShown_;
+    LayOut();
+}
+
+void MainPanes::ToggleStretch() {
+    stretched_ = !stretched_;
+    preview.SetStretch(stretched_);
+}
+
+void MainPanes::ClearContent() {
+    preview.Clear();
+    ShowStatus(L"");
+}
+
+void MainPanes::ShowContent(ListContent content, const std::wstring& containerTitle) {
+    content_ = std::move(content);
+    ShowTitle(content_.title.empty() ? containerTitle : content_.title);
+    lvListView.ShowContent(content_);
+    ShowStatus(content_.status);
+    preview.Show(content_);
+}
+
+void MainPanes::ShowTitle(const std::wstring& title) {
+    SetWindowTextW(lblTitle_, title.c_str());
+}
+
+void MainPanes::ShowStatus(const std::wstring& text) {
+    SendMessageW(sbStatusBar_, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(text.c_str()));
+    // Long work shows its progress here without a message loop of its own.
+    UpdateWindow(sbStatusBar_);
+}

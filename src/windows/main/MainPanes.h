@@ -1,0 +1,68 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "engine/views/ListUpdate.h"
+#include "windows/controls/SystemFont.h"
+#include "windows/controls/TreePane.h"
+#include "windows/main/ListPane.h"
+#include "windows/main/MainToolBar.h"
+#include "windows/main/PreviewPane.h"
+#include "windows/main/Splitter.h"
+
+// The main window's child windows: what each looks like at a resolution, where it stands, and what the list,
+// the label above it, the preview and the status bar show of the open node.
+class MainPanes {
+ public:
+    explicit MainPanes(NodeCollection& nodes) : tvTreeView(nodes) {}
+
+    // False when one of them cannot be made.
+    bool Create(HWND parent);
+    // Fonts and pictures for a resolution in dots per inch.
+    void SetDpi(UINT dpi);
+    UINT Dpi() const { return dpi_; }
+
+    // Lays out all of them for the splitter's left edge, in twips, or for the one it has.
+    void SizeControls(double splitterLeft);
+    void LayOut() { SizeControls(splitterLeft_); }
+    double SplitterLeft() const { return splitterLeft_; }
+
+    bool ToolBarShown() const { return toolBarShown_; }
+    bool StatusBarShown() const { return statusBarShown_; }
+    bool PreviewShown() const { return previewShown_; }
+    bool Stretched() const { return stretched_; }
+    void ToggleToolBar();
+    void ToggleStatusBar();
+    void TogglePreview();
+    void ToggleStretch();
+
+    void ClearContent();
+    // Shows what belongs to the open node; `containerTitle` stands above an empty list without a title.
+    void ShowContent(ListContent content, const std::wstring& containerTitle);
+    const ListContent& Content() const { return content_; }
+    void ShowTitle(const std::wstring& title);
+    void ShowStatus(const std::wstring& text);
+
+    TreePane tvTreeView;
+    ListPane lvListView;
+    MainToolBar tbToolBar;
+    PreviewPane preview;
+
+ private:
+    HWND parent_ = nullptr;
+    HWND sbStatusBar_ = nullptr;
+    HWND lblTitle_ = nullptr;
+    Splitter imgSplitter_;
+    UniqueFont font_;
+    UniqueFont titleFont_;
+    UniqueImageList treePictures_;
+    UINT dpi_ = 96;
+    ListContent content_;
+    double splitterLeft_ = 1900;  // twips
+    bool toolBarShown_ = true;
+    bool statusBarShown_ = true;
+    bool previewShown_ = true;
+    bool stretched_ = false;
+};

@@ -1,0 +1,135 @@
+#include <windows.h>
+
+#include <string>
+
+#include "desktop/Input.h"
+#include "desktop/ProgramTest.h"
+
+// The list is as good as the tree, and the keyboard comes back to where it was.
+
+namespace {
+
+class List : public ProgramTest {
+ protected:
+    // "Profil" with three clips of one format each; the profile is open and the list shows them.
+    void StartWithList() {
+        StartWithProfile();
+        for (const char* bytes : {"eins", "zwei", "drei"})
+            SnapOf({{Private(), bytes}});
+        nxclip_.Tree().Select(L"Profil");
+        WaitFor("the list", [&] { return nxclip_.List().Count() == 3; });
+        BringToFront(nxclip_.Main());
+    }
+    void ChooseRow(int row) {
+        Click(nxclip_.List().PlaceOf(row));
+        WaitFor("the row", [&] { return Chosen() == row; });
+    }
+    int Chosen() {
+        return static_cast<int>(
+            nxclip_.List().window().Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
+    }
+    Window Focus() {
+        GUITHREADINFO info{};
+        info.cbSize = sizeof info;
+        GetGUIThreadInfo(GetWindowThreadProcessId(nxclip_.Main().Handle(), nullptr), &info);
+        return Window(info.hwndFocus);
+    }
+    void ExpectListAsBefore(int row) {
+        EXPECT_EQ(nxclip_.Title(), L"Profil \"Profil\"");
+        EXPECT_EQ(Chosen(), row);
+        WaitFor("the keyboard in the list", [&] { return Focus() == nxclip_.List().window(); });
+    }
+};
+
+TEST_F(List, Commands_ActOnTheChosenRowAndLeaveTheListOpen) {
+    StartWithList();
+    ChooseRow(1);
+    EXPECT_TRUE(nxclip_.ToolBar().Enabled(tbbCopy)) << "the row is a clip";
+    const DWORD before = GetClipboardSequenceNumber();
+    PressKeys({VK_CONTROL, 'C'});
+    WaitFor("the clip on the clipboard", [&] { return GetClipboardSequenceNumber() != before; });
+    EXPECT_EQ(ReadFormatNow(Private()), "zwei");
+
+    nxclip_.ToolBar().Click(tbbDelete);
+    const Notice question = nxclip_.WaitForNotice();
+    EXPECT_EQ(question.title, L"Clip löschen");
+    EXPECT_EQ(nxclip_.StatusBar().Text(), L"Löschen: Profil\\Clip");
+    Driver::Answer(question, IDNO);
+    ExpectListAsBefore(1);
+    RightClick(nxclip_.List().PlaceOf(1));
+    const Window menu = WaitForPopUpMenu(nxclip_.Program().Id());
+    PressKeys({VK_ESCAPE});
+    Driver::WaitUntilGone(menu);
+    ExpectListAsBefore(1);
+
+    // Row after row.
+    PressKeys({VK_DELETE});
+    nxclip_.AnswerNotice(IDYES);
+    WaitFor("two rows", [&] { return nxclip_.List().Count() == 2; });
+    ExpectListAsBefore(1);
+    PressKeys({VK_DELETE});
+    nxclip_.AnswerNotice(IDYES);
+    WaitFor("one row", [&] { return nxclip_.List().Count() == 1; });
+    ExpectListAsBefore(0);
+    EXPECT_TRUE(std::filesystem::exists(ClipFileAt(1)));
+    EXPECT_FALSE(std::filesystem::exists(ClipFileAt(2)));
+    EXPECT_FALSE(std::filesystem::exists(ClipFileAt(3)));
+}
+
+TEST_F(List, Delete_WithNothingChosenDoesNothing) {
+    StartWithList();
+    const RECT area = nxclip_.List().window().Rectangle();
+    Click({area.left + 20, area.bottom - 20});
+    WaitFor("the keyboard in the list", [&] { return Focus() == nxclip_.List().window(); });
+    ASSERT_EQ(Chosen(), -1);
+    EXPECT_FALSE(nxclip_.ToolBar().Enabled(tbbDelete));
+    PressKeys({VK_DELETE});
+
+    nxclip_.Tree().Select(L"Profil\\Clip");
+    const RECT preview = nxclip_.Main().Control(tbPreviewText).Rectangle();
+    Click({preview.left + 20, preview.top + 20});
+    WaitFor("the keyboard in the text", [&] { return Focus().Number() == tbPreviewText; });
+    PressKeys({VK_DELETE});
+    // Keys are done in their turn: Alt comes behind them.
+    PressKeys({VK_MENU, VK_RETURN});
+    const Window properties = nxclip_.WaitForDialog(L"Clip-Eigenschaften");
+    PressKeys({VK_ESCAPE});
+    Driver::WaitUntilGone(properties);
+    WaitFor("the keyboard back in the text", [&] { return Focus().Number() == tbPreviewText; });
+    EXPECT_EQ(nxclip_.Items().size(), 4u);
+}
+
+TEST_F(List, Keyboard_ComesBackFromOtherWindowsAndTheSplitter) {
+    StartWithList();
+    ChooseRow(2);
+    const HWND other = CreateWindowExW(0, L"STATIC", L"anderes", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr,
+                                       nullptr, nullptr, nullptr);
+    BringToFront(Window(other));
+    BringToFront(nxclip_.Main());
+    ExpectListAsBefore(2);
+    DestroyWindow(other);
+    const RECT bar = nxclip_.Main().Control(imgSplitter).Rectangle();
+    const POINT middle{(bar.left + bar.right) / 2, (bar.top + bar.bottom) / 2};
+    Drag(middle, {middle.x + 40, middle.y});
+    ExpectListAsBefore(2);
+    EXPECT_GT(nxclip_.Main().Control(imgSplitter).Rectangle().left, bar.left);
+}
+
+TEST_F(List, Lock_ShowsPropertiesToReadAndEditsNoLabel) {
+    StartWithProfile();
+    nxclip_.ToolBar().Click(tbbLock);
+    WaitFor("the lock", [&] { return nxclip_.ToolBar().Pressed(tbbLock); });
+    nxclip_.Command(mnuFileProperties);
+    const Window properties = nxclip_.WaitForDialog(L"Profil-Eigenschaften");
+    EXPECT_TRUE(properties.Checked(chkLocked));
+    EXPECT_TRUE(properties.Control(tbName).HasStyle(ES_READONLY));
+    EXPECT_FALSE(properties.Control(cb_ok).Enabled());
+    properties.Press(cb_cancel);
+    Driver::WaitUntilGone(properties);
+    nxclip_.Command(m_edit_rename);
+    nxclip_.Main().Send(WM_NULL);
+    EXPECT_EQ(nxclip_.Tree().window().Send(TVM_GETEDITCONTROL), 0);
+    EXPECT_TRUE(nxclip_.Quiet());
+}
+
+}  // namespace

@@ -1,0 +1,140 @@
+#include <windows.h>
+
+#include <string>
+
+#include "desktop/Input.h"
+#include "desktop/ProgramTest.h"
+
+// One thing at a time: what arrives while a question, a menu or a dialog is open hits nothing below it.
+
+namespace {
+
+class OneThing : public ProgramTest {
+ protected:
+    // Another program copies; when this returns the program has been told.
+    void OtherProgramCopies(const std::string& bytes) {
+        PutFormats({{Private(), bytes}});
+        nxclip_.Main().Send(WM_NULL);
+    }
+    // "Profil" with a clip of number 1, which is selected, and automatic capture on.
+    void StartCapturing() {
+        StartWithProfile();
+        SnapOf(PrivateOffers());
+        nxclip_.SetAutoDetect(true);
+    }
+    std::size_t Count() { return nxclip_.Tree().Lines().size(); }
+    void WaitForFront(Window window) {
+        WaitFor("the window in front", [&] { return GetForegroundWindow() == window.Handle(); });
+    }
+    // A context menu's entry by its access key.
+    Window OpenContextMenu(std::wstring_view path) {
+        BringToFront(nxclip_.Main());
+        RightClick(nxclip_.Tree().PlaceOf(path));
+        return WaitForPopUpMenu(nxclip_.Program().Id());
+    }
+};
+
+TEST_F(OneThing, Question_KeepsCapturesOutAndBelongsToTheMainWindow) {
+    StartCapturing();
+    nxclip_.Command(m_ext_diag);
+    const Window diagnosis = nxclip_.WaitForDialog(L"Clipboard Diagnose");
+    BringToFront(diagnosis);
+    nxclip_.Command(m_edit_delete);
+    const Notice question = nxclip_.WaitForNotice();
+    EXPECT_EQ(GetWindow(question.window.Handle(), GW_OWNER), nxclip_.Main().Handle());
+    EXPECT_FALSE(nxclip_.Main().Enabled()) << "a modeless window in front of it must not own the box";
+    OtherProgramCopies("unter der Frage");
+    nxclip_.Command(m_edit_insert);
+    nxclip_.Command(m_tray_snap);
+    nxclip_.Main().Send(WM_NULL);
+    EXPECT_EQ(Count(), 2u);
+    Driver::Answer(question, IDYES);
+    nxclip_.WaitForTree(L"Profil [Camera]\n");
+    EXPECT_TRUE(nxclip_.Main().Enabled());
+    EXPECT_FALSE(std::filesystem::exists(ClipFileAt(1)));
+}
+
+TEST_F(OneThing, Dialog_LetsOnlyTheWindowBeBroughtBack) {
+    StartCapturing();
+    nxclip_.Command(mnuViewOptions);
+    const Window options = nxclip_.WaitForDialog(L"Optionen");
+    options.SetText(tbUnknownFormatSet, L"getippt");
+    for (const int command : {m_tray_quit, m_tray_snap, m_edit_delete, m_tray_autosnap, mnuFileClose})
+        nxclip_.Command(command);
+    nxclip_.Main().Close();
+    OtherProgramCopies("hinter dem Dialog");
+    EXPECT_TRUE(nxclip_.Running());
+    EXPECT_EQ(Count(), 2u);
+    EXPECT_TRUE(nxclip_.ToolBar().Pressed(tbbAutoDetect));
+    EXPECT_EQ(options.TextOf(tbUnknownFormatSet), L"getippt");
+
+    const HWND other = CreateWindowExW(0, L"STATIC", L"anderes", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr,
+                                       nullptr, nullptr, nullptr);
+    const auto comesWithTheDialog = [&](const auto& bringBack) {
+        BringToFront(Window(other));
+        bringBack();
+        WaitForFront(options);
+    };
+    comesWithTheDialog([&] { nxclip_.Command(m_tray_restore); });
+    comesWithTheDialog([] { PressKeys({VK_CONTROL, VK_MENU, 'L'}); });
+    comesWithTheDialog([&] { EXPECT_EQ(nxclip_.StartSecond()->WaitForEnd(), 0u); });
+    DestroyWindow(other);
+    PressKeys({VK_ESCAPE});
+    Driver::WaitUntilGone(options);
+    EXPECT_EQ(nxclip_.Quit(), 0u);
+}
+
+TEST_F(OneThing, Menu_HoldsTheCaptureBackAndItsCommandHitsItsNode) {
+    StartCapturing();
+    const std::set<HTREEITEM> before = nxclip_.Items();
+    const Window menu = OpenContextMenu(L"Profil\\Clip");
+    OtherProgramCopies("unter dem Menü");
+    EXPECT_EQ(Count(), 2u);
+    PressKeys({'L'});  // "Löschen"
+    nxclip_.AnswerNotice(IDYES);
+    // The clip that the menu was opened for is gone, and the copy is taken now.
+    nxclip_.WaitForNewClip(before);
+    EXPECT_FALSE(menu.Exists() && menu.Visible());
+    EXPECT_FALSE(std::filesystem::exists(ClipFileAt(1)));
+    EXPECT_EQ(ReadClipFile(ClipFileAt(2)).front().bytes, "unter dem Menü");
+    nxclip_.WaitForTree(L"Profil [Camera] open\n  Clip [Clip]\n");
+}
+
+TEST_F(OneThing, SecondStart_PassesByAStrangersWindowOfTheSameTitle) {
+    nxclip_.Start();
+    ShowWindow(nxclip_.Main().Handle(), SW_MINIMIZE);
+    WaitFor("the window to hide", [&] { return !nxclip_.Main().Visible(); });
+    const HWND stranger = CreateWindowExW(WS_EX_TOPMOST, L"STATIC", L"NXClip", WS_POPUP | WS_VISIBLE, 0, 0,
+                                          50, 50, nullptr, nullptr, nullptr, nullptr);
+    EXPECT_EQ(nxclip_.StartSecond()->WaitForEnd(), 0u);
+    WaitForFront(nxclip_.Main());
+    DestroyWindow(stranger);
+}
+
+// Seen from outside while the load waits for an answer: what must have been done by then, and what not yet.
+TEST_F(OneThing, Load_WatchesTheClipboardBeforeItLoadsTheProfiles) {
+    WriteSetting(L"Settings", L"ShowInTray", L"0");
+    WriteSetting(L"Settings", L"MainLeft", L"1800");
+    WriteSetting(L"Settings", L"LockEdit", L"1");
+    WriteSetting(L"Profiles", L"Count", L"1");
+    WriteSetting(L"Profiles", L"Name1", L"Verschwunden");
+    WriteSetting(L"Profiles", L"File1", (nxclip_.Directory() / L"Nirgends").wstring());
+    nxclip_.Launch();
+    const Notice missing = nxclip_.WaitForNotice();
+    const Window main(FindWindowW(L"NXClipMain", L"NXClip"));
+    ASSERT_TRUE(main) << "it has its caption";
+    EXPECT_EQ(GetClipboardViewer(), main.Handle());
+    EXPECT_FALSE(RegisterHotKey(nullptr, 1, MOD_ALT | MOD_CONTROL, 'L')) << "the program has it";
+    EXPECT_EQ(main.Rectangle().left, 120);
+    EXPECT_FALSE(ToolBarControl(main.Control(tbToolBar)).Pressed(tbbLock)) << "the options come last";
+    EXPECT_FALSE(main.Visible());
+    Driver::Answer(missing, IDOK);
+    nxclip_.WaitForMain();
+    WaitFor("the options", [&] { return nxclip_.ToolBar().Pressed(tbbLock); });
+    nxclip_.Quit();
+    EXPECT_NE(GetClipboardViewer(), main.Handle());
+    EXPECT_TRUE(RegisterHotKey(nullptr, 1, MOD_ALT | MOD_CONTROL, 'L')) << "free again";
+    UnregisterHotKey(nullptr, 1);
+}
+
+}  // namespace
