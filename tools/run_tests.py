@@ -18,6 +18,7 @@ from pathlib import Path
 REPO = Path(__file__).resolve().parent.parent
 LOGS = REPO / "build" / "logs"
 BUILD_LIMIT, TEST_LIMIT, DESKTOP_LIMIT = 2400, 600, 600
+MONKEY_STEPS, MONKEY_SEED = 120, 1
 WORKERS = max(2, min(4, os.cpu_count() or 2))
 COUNTS = re.compile(r"^(\d+) passed, (\d+) failed, (\d+) skipped$")
 
@@ -219,6 +220,16 @@ def desktop_tests(bits):
     return work
 
 
+def monkey(bits):
+    """The same random way through the finished program on every machine; see tools/desktop/monkey."""
+    def work(step):
+        exe = program(bits)
+        code = run([REPO / "tools/wine-run", f"--{bits}", "--timeout", TEST_LIMIT - 30, exe.parent / "desktop/monkey.exe",
+                    MONKEY_STEPS, MONKEY_SEED], step.log, TEST_LIMIT, desktop_environment("monkey", bits))
+        return Result(passed=1) if code == 0 else Result(failed=1, notes=[said(code, TEST_LIMIT)] + tail(step.log, 30))
+    return work
+
+
 def desktop_script(script, bits):
     """Exit code 0 passed, 77 skipped, anything else failed. A script of several cases may end in a line of counts."""
     def work(step):
@@ -287,6 +298,7 @@ def all_steps():
             continue
         if any((REPO / "tests" / "desktop").glob("*_test.cpp")):
             steps.append(Step(f"desktop win{bits}", desktop_tests(bits), [win[bits]], builds))
+        steps.append(Step(f"monkey win{bits}", monkey(bits), [win[bits]], builds))
         for script in desktop_scripts():
             steps.append(Step(f"{script.name} win{bits}", desktop_script(script, bits), [win[bits]], builds))
     return steps

@@ -207,19 +207,6 @@ TEST_F(FileContract, List_GivesMatchingFilesSorted) {
     EXPECT_EQ(files.List(directory + L"none\\*"), Names{});
 }
 
-TEST_F(FileContract, ListDirectories_GivesDirectoriesSorted) {
-    using Names = std::vector<std::wstring>;
-    EXPECT_EQ(files.ListDirectories(directory), Names{});
-    for (const wchar_t* name : {L"beta", L"Übung", L"Alpha"})
-        ASSERT_TRUE(files.MakeDirectory(directory + name));
-    WriteFile(path, "");
-    EXPECT_EQ(files.ListDirectories(directory), (Names{L"Alpha", L"beta", L"Übung"}));
-    EXPECT_EQ(files.ListDirectories(directory.substr(0, directory.size() - 1)),
-              files.ListDirectories(directory));
-    EXPECT_EQ(files.ListDirectories(directory + L"none"), std::nullopt);
-    EXPECT_EQ(files.ListDirectories(path), std::nullopt);
-}
-
 TEST_F(FileContract, Copy_IsWholeAndKeepsTheChangeTime) {
     const std::wstring target = directory + L"Kopie.bin";
     const std::string bytes(100'000, 'c');

@@ -160,19 +160,6 @@ TEST_F(SnapTest, Snap_DoesEverythingInItsOrder) {
     EXPECT_EQ(flow.LastUpdate(), fake.clock.now);
 }
 
-TEST_F(SnapTest, Snap_PlaysTheChosenSoundOrBeeps) {
-    Options().SnapSound = true;
-    Options().SoundFile = L"C:\\ding.wav";
-    fake.files.SetBytes(L"C:\\ding.wav", "RIFF");
-    CopyText("text");
-    flow.Snap();
-    EXPECT_EQ(fake.user.sounds, std::vector<std::wstring>{L"C:\\ding.wav"});
-    EXPECT_EQ(fake.user.beeps, 0);
-    fake.FailNth(Operation::UserPlaySound, 1);
-    flow.Snap();
-    EXPECT_EQ(fake.user.beeps, 1);
-}
-
 TEST_F(SnapTest, Snap_NamesTheClipAfterItsText) {
     Options().NewtextMode = 1;
     Options().NewMaxLen = 20;
@@ -215,15 +202,6 @@ TEST_F(SnapTest, Snap_SaysWhyTheClipFileCannotBeMade) {
     EXPECT_EQ(fake.user.pointer, PointerShape::Normal);
 }
 
-TEST_F(SnapTest, Snap_SaysThatAnotherProgramHoldsTheClipboard) {
-    CopyText("text");
-    fake.clipboard.OtherProgramHolds(1000);
-    flow.Snap();
-    EXPECT_EQ(fake.user.LastStatus(), L"Die Zwischenablage wird gerade von einem anderen Programm benutzt.");
-    EXPECT_EQ(LastClip(), nullptr);
-    EXPECT_EQ(fake.user.pointer, PointerShape::Normal);
-}
-
 TEST_F(SnapTest, Snap_NeverOverwritesAnExistingClipFile) {
     // The counter is behind the files when a profile could not be saved in an earlier run.
     fake.files.SetBytes(L"C:\\CLIPS\\C1.nxc", "old 1");
@@ -234,16 +212,6 @@ TEST_F(SnapTest, Snap_NeverOverwritesAnExistingClipFile) {
     EXPECT_EQ(FileBytes(L"C:\\CLIPS\\C2.nxc"), "old 2");
     EXPECT_EQ(ClipFileOf(LastClip()), L"C:\\CLIPS\\C3.nxc");
     EXPECT_EQ(profile->Tag(), L"P&3&C:\\CLIPS\\&0&");
-}
-
-TEST_F(SnapTest, Snap_WithoutNumbersLeftTellsAndTakesNothing) {
-    profile->SetTag(MakeProfileTag(2147483647, L"C:\\CLIPS\\", false, L""));
-    CopyText("text");
-    flow.Snap();
-    EXPECT_EQ(fake.user.messages.size(), 1u);
-    EXPECT_EQ(LastClip(), nullptr);
-    flow.Snap();
-    EXPECT_EQ(fake.user.messages.size(), 2u);  // and the next one is let in again
 }
 
 TEST_F(SnapTest, Snap_OnAFullDiskKeepsWhatFitsReadable) {

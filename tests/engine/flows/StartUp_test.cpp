@@ -111,12 +111,6 @@ TEST_F(StartUpTest, StartUp_OtherCommandLines_LeaveTheLogAlone) {
     EXPECT_EQ(Log(), "of the run before");
 }
 
-TEST_F(StartUpTest, StartUp_SplashSwitchedOff_ShowsNone) {
-    fake.settings.Set(L"Settings", L"ShowSplash", L"0");
-    EXPECT_TRUE(StartUp(host, L"", L"C:\\NXClip"));
-    EXPECT_EQ(host.steps, (Steps{L"main window with 0 profiles"}));
-}
-
 TEST_F(StartUpTest, StartUp_SecondInstance_ActivatesTheFirstAndEnds) {
     host.otherRuns = true;
     host.firstWindow = static_cast<WindowHandle>(0x4711);
@@ -130,13 +124,6 @@ TEST_F(StartUpTest, StartUp_SecondInstance_ActivatesTheFirstAndEnds) {
     EXPECT_FALSE(StartUp(host, L"", L"C:\\NXClip"));
     EXPECT_EQ(host.steps, (Steps{L"find NXClip", L"activate NXClip"}));
     EXPECT_TRUE(fake.user.messages.empty());
-}
-
-TEST_F(StartUpTest, StartUp_SecondInstanceWithoutAFirstWindow_TellsAndRuns) {
-    host.otherRuns = true;
-    EXPECT_TRUE(StartUp(host, L"", L"C:\\NXClip"));
-    EXPECT_EQ(fake.user.LastMessage(), L"Window-Handle konnte für \r\nNXClip\r\nnicht ermittelt werden");
-    EXPECT_EQ(host.steps.back(), L"main window with 0 profiles");
 }
 
 TEST_F(StartUpTest, StartUp_FirstStartIsPendingOnlyWhileDialogReadsAsZero) {

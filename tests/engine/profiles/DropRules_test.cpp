@@ -85,11 +85,4 @@ TEST_F(DropRulesTest, DropsAsChild_FollowsThePointerWhereBothArePermitted) {
     EXPECT_FALSE(drops(L"Q", L"P", 17));
 }
 
-TEST_F(DropRulesTest, DraggedNodeIn_TrustsOnlyTheOwnTree) {
-    EXPECT_EQ(DraggedNodeIn(nodes, {1234, 1}, 1234), Get(L"P"));
-    EXPECT_EQ(DraggedNodeIn(nodes, {1235, 1}, 1234), nullptr);
-    for (const int index : {0, -1, 1000})
-        EXPECT_EQ(DraggedNodeIn(nodes, {1234, index}, 1234), nullptr);
-}
-
 }  // namespace

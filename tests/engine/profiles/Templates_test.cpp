@@ -42,21 +42,6 @@ TEST_F(TemplatesTest, LoadTemplatePreview_ShowsOneTemplateAtATime) {
     EXPECT_EQ(shown.Count(), 0);
 }
 
-TEST_F(TemplatesTest, FirstStartFlag_HasADefaultForEachReader) {
-    EXPECT_TRUE(FirstStartDue());
-    EXPECT_TRUE(FirstStartBoxChecked());
-    InstallFirstStartTemplates(tree, container, Boxes{}, true);
-    EXPECT_FALSE(FirstStartDue());
-    EXPECT_TRUE(FirstStartBoxChecked());
-    InstallFirstStartTemplates(tree, container, Boxes{}, false);
-    EXPECT_EQ(fake.settings.Value(L"Settings", L"Dialog"), L"0");
-    EXPECT_TRUE(FirstStartDue()) << "the dialog comes again at the next start";
-    EXPECT_FALSE(FirstStartBoxChecked());
-    fake.settings.Set(L"Settings", L"Dialog", L"kaputt");
-    EXPECT_TRUE(FirstStartDue());
-    EXPECT_FALSE(fake.files.HasDirectory(L"C:\\PROG\\Daten")) << "no box, no directory";
-}
-
 TEST_F(TemplatesTest, InstallFirstStartTemplates_AllFourInTheirOrder) {
     Node* const first = InstallFirstStartTemplates(tree, container, {true, true, true, true}, true);
     EXPECT_EQ(MemoryOutline(), L"Entwicklung(Ordner) Office(Ordner) Medien(Ordner) Handbuch(Ordner)");

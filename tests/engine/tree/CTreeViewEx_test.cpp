@@ -53,28 +53,6 @@ class CTreeViewExTest : public FakePlatformTest {
     EventLog events;
 };
 
-TEST_F(CTreeViewExTest, Unbound_EveryOperationDoesAndFindsNothing) {
-    Grow(nodes, L"P(C)");
-    tree.Bind(nullptr);
-    EXPECT_EQ(tree.SearchForTag(L"P"), nullptr);
-    EXPECT_EQ(tree.FirstNode(), nullptr);
-    EXPECT_EQ(tree.FirstVisibleNode(), nullptr);
-    EXPECT_EQ(tree.CopyNode(nullptr, At(L"C"), false, false, false), nullptr);
-    tree.ForAllNodes(nullptr, true, 1);
-    tree.MaxNodeDepth(0);
-    tree.ExpandAllNodes();
-    tree.SortAllNodes();
-    tree.ScrollUp();
-    tree.ScrollDown();
-    EXPECT_FALSE(tree.BuildTreeData(At(L"P")));
-    EXPECT_EQ(tree.BuildSubTreeFromData(nullptr), nullptr);
-    EXPECT_FALSE(tree.LoadDataFromFile(L"C:\\nxclip.nxp"));
-    EXPECT_EQ(tree.PositionOf(At(L"P")), -1);
-    EXPECT_EQ(tree.NodeAtPosition(1), nullptr);
-    EXPECT_TRUE(events.told.empty());
-    EXPECT_EQ(nodes.Count(), 2);
-}
-
 TEST_F(CTreeViewExTest, Navigation_FollowsTreeOrder) {
     Grow(nodes, L"P(S1(C1) S2) Q");
     At(L"P")->SetExpanded(true);
@@ -112,46 +90,6 @@ TEST_F(CTreeViewExTest, LastSubNode_LooksOnlyAtTheStartsExpansion) {
     EXPECT_EQ(TextOf(tree.LastSubNode(At(L"P"), true)), L"c");
     EXPECT_EQ(TextOf(tree.LastSubNode(At(L"c"), false)), L"-");
     EXPECT_EQ(tree.LastSubNode(nullptr, false), nullptr);
-}
-
-TEST_F(CTreeViewExTest, FirstNode_IsTheRootOfTheOldestNode) {
-    EXPECT_EQ(tree.FirstNode(), nullptr);
-    Grow(nodes, L"P(C)");
-    nodes.Add(nullptr, NodeRelation::First, L"Q", {});
-    EXPECT_EQ(TextOf(tree.FirstNode()), L"P");
-}
-
-TEST_F(CTreeViewExTest, SearchForTag_ComparesTheWholeTag) {
-    Grow(nodes, L"P(C D)");
-    At(L"C")->SetTag(L"C&7,3&x&");
-    At(L"D")->SetTag(L"C&7");
-    EXPECT_EQ(TextOf(tree.SearchForTag(L"C&7")), L"D");
-    EXPECT_EQ(tree.SearchForTag(L"c&7"), nullptr);
-}
-
-TEST_F(CTreeViewExTest, MaxNodeDepth_CollapsesThatDepthAlone) {
-    Grow(nodes, L"P(S(T(C))) Q(R(D))");
-    tree.ExpandAllNodes();
-    EXPECT_FALSE(At(L"C")->Expanded());  // a leaf
-    tree.MaxNodeDepth(0);                // nothing is selected
-    EXPECT_TRUE(At(L"P")->Expanded() && At(L"S")->Expanded() && At(L"T")->Expanded());
-    tree.MaxNodeDepth(2);
-    EXPECT_TRUE(At(L"P")->Expanded() && At(L"T")->Expanded() && At(L"Q")->Expanded());
-    EXPECT_FALSE(At(L"S")->Expanded() || At(L"R")->Expanded());
-    nodes.Select(At(L"Q"));
-    tree.MaxNodeDepth(0);
-    EXPECT_FALSE(At(L"P")->Expanded() || At(L"Q")->Expanded());
-    EXPECT_TRUE(At(L"T")->Expanded());
-}
-
-TEST_F(CTreeViewExTest, SortAllNodes_SortsEveryLevel) {
-    Grow(nodes, L"Q(b a) P(d(2 1) c)");
-    tree.SortAllNodes();
-    EXPECT_EQ(Outline(nodes), L"P(c d(1 2)) Q(a b)");
-    nodes.Add(At(L"a"), NodeRelation::Child, L"y", {});
-    nodes.Add(At(L"a"), NodeRelation::Child, L"x", {});
-    nodes.Add(nullptr, NodeRelation::Last, L"A", {});
-    EXPECT_EQ(Outline(nodes), L"A P(c d(1 2)) Q(a(x y) b)");
 }
 
 TEST_F(CTreeViewExTest, Scrolling_MovesByOneNode) {
@@ -265,22 +203,6 @@ TEST_F(CTreeViewExTest, CopyNode_StopsAtOnceWhenAHandlerCancels) {
     EXPECT_EQ(events.TakeTold().back(), L"before S/b");
 }
 
-TEST_F(CTreeViewExTest, CopyNode_RefusesItsOwnSubtreeAsTarget) {
-    Grow(nodes, L"P(S(a))");
-    EXPECT_EQ(tree.CopyNode(At(L"a"), At(L"P"), true, false, false), nullptr);
-    EXPECT_EQ(tree.CopyNode(At(L"S"), At(L"S"), true, false, false), nullptr);
-    EXPECT_EQ(tree.CopyNode(At(L"a"), At(L"S"), false, false, false), nullptr);
-    EXPECT_EQ(Outline(nodes), L"P(S(a))");
-    EXPECT_TRUE(events.told.empty());
-}
-
-TEST_F(CTreeViewExTest, CopyNode_ByTextBelowASortedParent) {
-    Grow(nodes, L"P(b(2 1)) Q(a c)");
-    At(L"Q")->SetSorted(true);
-    tree.CopyNode(At(L"a"), At(L"b"), false, false, false);
-    EXPECT_EQ(Outline(nodes), L"P(b(2 1)) Q(a b(2 1) c)");
-}
-
 TEST_F(CTreeViewExTest, ForAllNodes_WalksTheSubtreeOrTheWholeTree) {
     Grow(nodes, L"P(S(a b) c) Q(d)");
     tree.ForAllNodes(At(L"S"), true, 1);
@@ -312,23 +234,6 @@ TEST_F(CTreeViewExTest, DropAllowed_GuardsTheSourcesOwnSubtree) {
     EXPECT_TRUE(tree.IsSubNode(At(L"a"), At(L"P")));
     EXPECT_FALSE(tree.IsSubNode(At(L"P"), At(L"a")));
     EXPECT_FALSE(tree.IsSubNode(nullptr, At(L"a")));
-}
-
-TEST_F(CTreeViewExTest, SubNodeCount_OverflowsInsteadOfWrapping) {
-    Grow(nodes, L"P(a b(x y z))");
-    EXPECT_EQ(tree.SubNodeCount(At(L"P")), 5);
-    EXPECT_EQ(tree.SubNodeCount(At(L"a")), 0);
-    EXPECT_EQ(tree.SubNodeCount(nullptr), 0);
-    while (nodes.Count() < 32768)
-        nodes.Add(At(L"P"), NodeRelation::Child, L"c", {});
-    EXPECT_EQ(tree.SubNodeCount(At(L"P")), 32767);
-    nodes.Add(At(L"P"), NodeRelation::Child, L"c", {});
-    try {
-        tree.SubNodeCount(At(L"P"));
-        FAIL() << "no overflow";
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.Number(), 6);
-    }
 }
 
 TEST_F(CTreeViewExTest, Position_NamesTheSameNodeAfterReloading) {

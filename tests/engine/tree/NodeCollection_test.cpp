@@ -51,24 +51,6 @@ TEST(NodeCollectionTest, NodeRef_NamesTheNodeUntilItIsGone) {
     EXPECT_EQ(other.Get(), nullptr);
 }
 
-TEST(NodeCollectionTest, Remove_TakesTheSubtreeAndClosesUpTheIndexes) {
-    NodeCollection nodes;
-    Grow(nodes, L"P(S1(C1 C2) S2) Q");
-    // Younger than Q, so that the subtree's indexes do not lie side by side.
-    nodes.Add(&Named(nodes, L"C1"), NodeRelation::Child, L"late", {});
-    nodes.Add(&Named(nodes, L"S2"), NodeRelation::Child, L"stays", {});
-
-    nodes.Remove(Named(nodes, L"S1"));
-    EXPECT_EQ(Outline(nodes), L"P(S2(stays)) Q");
-    EXPECT_EQ(nodes.Item(3)->Text(), L"Q");
-    EXPECT_TRUE(IsConsistent(nodes));
-
-    nodes.Remove(Named(nodes, L"Q"));
-    nodes.Remove(Named(nodes, L"P"));
-    EXPECT_EQ(nodes.Root(), nullptr);
-    EXPECT_TRUE(IsConsistent(nodes));
-}
-
 TEST(NodeCollectionTest, Remove_HandsTheSelectionOnBeforeTheNodeGoes) {
     NodeCollection nodes;
     Grow(nodes, L"P(a b(x) c)");
@@ -121,21 +103,6 @@ TEST(NodeCollectionTest, SetExpanded_AClosedNodeTakesTheSelectionUp) {
     EXPECT_EQ(screen.TakeTold(), (Told{L"selected x", L"selected P", L"closed P", L"open Q", L"closed Q"}));
 }
 
-TEST(NodeCollectionTest, Clear_EmptiesTheTreeAndCanBeFilledAgain) {
-    NodeCollection nodes;
-    Grow(nodes, L"P(a)");
-    TestScreen screen(nodes);
-    nodes.Select(nodes.Root());
-    screen.TakeTold();
-
-    nodes.Clear();
-    EXPECT_EQ(screen.TakeTold(), (Told{L"selected -", L"all removed, 0"}));
-    EXPECT_TRUE(IsConsistent(nodes));
-    Grow(nodes, L"Q");
-    EXPECT_EQ(Outline(nodes), L"Q");
-    EXPECT_TRUE(IsConsistent(nodes));
-}
-
 TEST(NodeCollectionTest, Properties_TellTheScreenOnlyWhatChanges) {
     NodeCollection nodes;
     Grow(nodes, L"P");
@@ -178,16 +145,6 @@ TEST(NodeCollectionTest, SortedParent_KeepsItsChildrenInOrder) {
     parent.SetSorted(false);
     nodes.Add(&parent, NodeRelation::Child, L"a", {});
     EXPECT_EQ(Outline(nodes), L"P(0 A B b bb C a)");
-}
-
-TEST(NodeCollectionTest, SortedRootLevel_KeepsTheRootsInOrder) {
-    NodeCollection nodes;
-    Grow(nodes, L"c b a");
-    nodes.SetSorted(true);
-    nodes.Add(nullptr, NodeRelation::Last, L"aa", {});
-    nodes.Root()->SetText(L"z");
-    EXPECT_EQ(Outline(nodes), L"aa b c z");
-    EXPECT_TRUE(IsConsistent(nodes));
 }
 
 TEST(NodeCollectionTest, BulkChange_PutsInOrderOnceAtItsOutermostEnd) {

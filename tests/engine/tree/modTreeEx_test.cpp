@@ -52,21 +52,6 @@ int ErrorNumberOf(Operation operation) {
     }
 }
 
-TEST(TagTest, KindTests_GoByTheFirstCharacterAlone) {
-    NodeCollection nodes;
-    Node& node = nodes.Add(nullptr, NodeRelation::Last, L"x", {});
-    const auto kinds = [&](const wchar_t* tag) {
-        node.SetTag(tag);
-        return std::tuple(IsProfileNode(&node), IsStructureNode(&node), IsClipNode(&node));
-    };
-    EXPECT_EQ(kinds(L"P&0&d&0&"), std::tuple(true, false, false));
-    EXPECT_EQ(kinds(L"S"), std::tuple(false, true, false));
-    EXPECT_EQ(kinds(L"C&"), std::tuple(false, false, true));
-    EXPECT_EQ(kinds(L""), std::tuple(false, false, false));
-    EXPECT_EQ(kinds(L"c&1,1&&"), std::tuple(false, false, false));
-    EXPECT_FALSE(IsProfileNode(nullptr) || IsStructureNode(nullptr) || IsClipNode(nullptr));
-}
-
 TEST(TagTest, ParseProfileTag_ReadsWhatMakeProfileTagWrote) {
     EXPECT_EQ(MakeProfileTag(16, L"D:\\Clips\\", true, L"Info"), L"P&16&D:\\Clips\\&1&Info");
     EXPECT_EQ(ParsedProfile(L"P&16&D:\\Clips\\&1&a&b&"), (ProfileFields{16, L"D:\\Clips\\", true, L"a&b&"}));
@@ -115,12 +100,6 @@ TEST(TagTest, StructureTag_KeepsTheInfoWhole) {
     EXPECT_EQ(ParseStructureTag(L"S&"), L"");
     EXPECT_EQ(ParseStructureTag(L"S"), L"");
     EXPECT_EQ(ParseStructureTag(L""), L"");
-}
-
-TEST(TagTest, TreeDataFilePath_AppendsOneBackslashWhereItIsMissing) {
-    EXPECT_EQ(TreeDataFilePath(L"D:\\Clips"), L"D:\\Clips\\nxclip.nxp");
-    EXPECT_EQ(TreeDataFilePath(L"D:\\Clips\\"), L"D:\\Clips\\nxclip.nxp");
-    EXPECT_EQ(TreeDataFilePath(L"D:\\"), L"D:\\nxclip.nxp");
 }
 
 TEST(TreeWalkTest, Step_GoesInTreeOrderAndKnowsTheDepth) {

@@ -1,0 +1,249 @@
+// Does to NXClip whatever comes into its head: monkey STEPS [SEED].
+//
+// Commands, keys, clicks, dialogs answered at random, and another program that copies in between. The program
+// must answer within two seconds after every step, live to the end, and then show the tree that lies on the
+// disk, which a new start shows again. A failure prints the way that led there; the same seed goes the same
+// way.
+
+#include <windows.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <deque>
+#include <random>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "desktop/ClipboardData.h"
+#include "desktop/Driver.h"
+#include "desktop/Input.h"
+#include "desktop/Settings.h"
+#include "desktop/Utf8.h"
+#include "desktop/WholeFile.h"
+#include "engine/tree/TreeFile.h"
+
+namespace {
+
+constexpr UINT kLongestAnswer = 2000;  // milliseconds
+constexpr std::size_t kRememberedSteps = 40;
+
+constexpr int kCommands[] = {
+    mnuFileNew,       m_importProfil,     mnuFileProperties,  m_edit_insert,     m_copyToClipboard,
+    m_edit_newstruct, m_edit_delete,      m_edit_rename,      m_activate,        m_search,
+    m_searcg_again,   mnuViewToolbar,     mnuViewStatusBar,   mnuListViewLarge,  mnuListViewSmall,
+    mnuListViewList,  mnuListViewDetails, mnuListViewPreview, m_stretchmode,     mnuViewRefresh,
+    mnuViewOptions,   m_extra_fs,         m_ext_act_format,   m_ext_fa,          m_ext_diag,
+    m_copy_info,      m_quickstart,       m_reconnect,        m_PP_UnlinkProfil, m_pp_prop,
+    m_tray_restore,   m_tray_autosnap,    m_tray_snap};
+constexpr WORD kKeys[] = {VK_RETURN, VK_ESCAPE, VK_TAB,  VK_SPACE, VK_UP, VK_DOWN, VK_LEFT,
+                          VK_RIGHT,  VK_DELETE, VK_HOME, VK_END,   VK_F2, VK_F3,   VK_F5};
+constexpr const wchar_t* kTexts[] = {L"",     L" ",  L"Affe",        L"Grüße & mehr",
+                                     L"C:\\", L"-1", L"99999999999", L"x\\y:z"};
+
+class Monkey {
+ public:
+    explicit Monkey(unsigned seed) : random_(seed) {
+        nxclip_.Start();
+        nxclip_.MakeProfile(L"Profil");
+    }
+
+    void Run(int steps) {
+        for (int i = 0; i < steps; ++i) {
+            Step();
+            MustAnswer();
+        }
+        ComeToRest();
+        Compare();
+    }
+    void PrintWay() const {
+        for (const std::string& step : way_)
+            std::printf("  %s\n", step.c_str());
+    }
+
+ private:
+    int Random(std::size_t below) { return static_cast<int>(random_() % below); }
+    template <class Element, std::size_t Size>
+    Element OneOf(const Element (&elements)[Size]) {
+        return elements[Random(Size)];
+    }
+    void Note(const std::string& step) {
+        way_.push_back(step);
+        if (way_.size() > kRememberedSteps) way_.pop_front();
+    }
+
+    void Step() {
+        const Window dialog = TopDialog();
+        switch (Random(dialog ? 8 : 12)) {
+            case 0:
+                return Copy();
+            case 1:
+                return PressAKey();
+            case 2:
+                return ClickSomewhere();
+            case 3:
+                return Command();
+            default:
+                return dialog ? AnswerSomehow(dialog) : Random(3) == 0 ? DragSomething() : Command();
+        }
+    }
+
+    // The dialog or message box that waits for the user, if any.
+    Window TopDialog() const {
+        for (Window window : TopLevelWindows(nxclip_.Program().Id()))
+            if (window.ClassName() == L"#32770" && window.Enabled()) return window;
+        return {};
+    }
+
+    void Copy() {
+        Note("another program copies");
+        const std::string number = std::to_string(++copies_);
+        PutFormats({{CF_TEXT, "Text " + number + '\0'},
+                    {kFormat, std::string(static_cast<std::size_t>(Random(5000)) + 1, 'm')}});
+    }
+    void Command() {
+        const int command = OneOf(kCommands);
+        Note("command " + std::to_string(command));
+        nxclip_.Command(command);
+    }
+    void PressAKey() {
+        const WORD key = OneOf(kKeys);
+        Note("key " + std::to_string(key));
+        PressKeys({key});
+    }
+    void ClickSomewhere() {
+        const RECT place = nxclip_.Main().Rectangle();
+        const POINT point{
+            place.left + Random(static_cast<std::size_t>(std::max<LONG>(place.right - place.left, 1))),
+            // Below the caption: its buttons end the program.
+            place.top + 30 +
+                Random(static_cast<std::size_t>(std::max<LONG>(place.bottom - place.top - 30, 1)))};
+        const bool right = Random(4) == 0;
+        Note((right ? "right click at " : "click at ") + std::to_string(point.x) + "," +
+             std::to_string(point.y));
+        right ? RightClick(point) : Click(point);
+    }
+    void DragSomething() {
+        const std::vector<TreeLine> lines = nxclip_.Tree().Lines();
+        if (lines.size() < 2 || !nxclip_.Main().Visible() || nxclip_.Main().Minimised()) return;
+        const RECT tree = nxclip_.Tree().window().Rectangle();
+        const auto place = [&] {
+            return POINT{tree.left + 40, tree.top + 8 + 16 * Random(std::min<std::size_t>(lines.size(), 12))};
+        };
+        Note("drag in the tree");
+        Drag(place(), place());
+    }
+    void AnswerSomehow(Window dialog) {
+        std::vector<Window> buttons, edits;
+        for (Window child : dialog.Descendants()) {
+            if (!child.Visible() || !child.Enabled()) continue;
+            if (child.ClassName() == L"Button") buttons.push_back(child);
+            if (child.ClassName() == L"Edit") edits.push_back(child);
+        }
+        if (!edits.empty() && Random(2) == 0) {
+            const std::wstring text = OneOf(kTexts);
+            const Window edit = edits[static_cast<std::size_t>(Random(edits.size()))];
+            Note("\"" + Utf8(text) + "\" into " + std::to_string(edit.Number()) + " of \"" +
+                 Utf8(dialog.Text()) + "\"");
+            PostText(edit, text);
+        } else if (!buttons.empty() && Random(5) != 0) {
+            const Window button = buttons[static_cast<std::size_t>(Random(buttons.size()))];
+            if (button.Number() == cb_help) return;
+            Note("press " + std::to_string(button.Number()) + " of \"" + Utf8(dialog.Text()) + "\"");
+            button.Post(BM_CLICK);
+        } else {
+            Note("close \"" + Utf8(dialog.Text()) + "\"");
+            dialog.Close();
+        }
+    }
+    static void PostText(Window edit, const std::wstring& text) {
+        edit.Post(EM_SETSEL, 0, -1);
+        edit.Post(WM_CLEAR);
+        for (const wchar_t character : text)
+            edit.Post(WM_CHAR, character);
+    }
+
+    void MustAnswer() {
+        if (!nxclip_.Running()) throw std::runtime_error("the program has ended");
+        DWORD_PTR answer = 0;
+        const ULONGLONG asked = GetTickCount64();
+        // What this program owns on the clipboard may be asked for meanwhile.
+        while (SendMessageTimeoutW(nxclip_.Main().Handle(), WM_NULL, 0, 0, SMTO_NORMAL, 100, &answer) == 0) {
+            Pause();
+            if (GetTickCount64() - asked > kLongestAnswer)
+                throw std::runtime_error("no answer for two seconds");
+        }
+    }
+
+    // Every menu, dialog and question is closed, so that the tree can be read.
+    void ComeToRest() {
+        for (int tries = 0; tries < 100; ++tries) {
+            PressKeys({VK_ESCAPE});
+            MustAnswer();
+            const Window dialog = TopDialog();
+            if (!dialog && nxclip_.Main().Enabled()) return;
+            if (dialog) dialog.Close();
+            Pause();
+        }
+        throw std::runtime_error("a dialog does not close");
+    }
+
+    // The profiles that the settings name, as they lie on the disk: a line for each node.
+    std::wstring TreeOnDisk() const {
+        std::wstring outline;
+        const int count = std::stoi(ReadSetting(L"Profiles", L"Count").value_or(L"0"));
+        for (int i = 1; i <= count; ++i) {
+            const auto directory = ReadSetting(L"Profiles", L"File" + std::to_wstring(i)).value_or(L"");
+            const std::string bytes = ReadWholeFile(std::filesystem::path(directory) / L"nxclip.nxp");
+            const TreeData data = DecodeTreeData({bytes.begin(), bytes.end()});
+            for (std::int32_t node = 1; node <= data.Count; ++node)
+                outline += std::wstring(static_cast<std::size_t>(data.Nodes[node].Depth), L' ') +
+                           data.Nodes[node].Text + L'\n';
+        }
+        return outline;
+    }
+    std::wstring TreeOnScreen() const {
+        nxclip_.Tree().ExpandAll();
+        std::wstring outline;
+        for (const TreeLine& line : nxclip_.Tree().Lines())
+            outline += std::wstring(static_cast<std::size_t>(line.depth), L' ') + line.text + L'\n';
+        return outline;
+    }
+    void Compare() {
+        const std::wstring shown = TreeOnScreen();
+        if (const DWORD code = nxclip_.Quit()) throw std::runtime_error("exit code " + std::to_string(code));
+        MustBeThis(shown, TreeOnDisk(), "on the disk");
+        nxclip_.Start();
+        MustBeThis(shown, TreeOnScreen(), "after a new start");
+    }
+    static void MustBeThis(const std::wstring& shown, const std::wstring& other, const char* where) {
+        if (shown != other)
+            throw std::runtime_error("the tree was\n" + Utf8(shown) + "and is, " + where + ",\n" +
+                                     Utf8(other));
+    }
+
+    const UINT kFormat = FormatNumber(L"NXClip Monkey");
+    std::mt19937 random_;
+    Driver nxclip_;
+    std::deque<std::string> way_;
+    int copies_ = 0;
+};
+
+}  // namespace
+
+int wmain(int count, wchar_t** arguments) {
+    const int steps = count > 1 ? std::stoi(arguments[1]) : 500;
+    const unsigned seed = count > 2 ? static_cast<unsigned>(std::stoul(arguments[2])) : GetTickCount();
+    std::printf("%d steps with the seed %u\n", steps, seed);
+    std::fflush(stdout);
+    Monkey monkey(seed);
+    try {
+        monkey.Run(steps);
+    } catch (const std::exception& error) {
+        std::printf("%s\nthe way there:\n", error.what());
+        monkey.PrintWay();
+        return 1;
+    }
+    std::printf("nothing went wrong\n");
+    return 0;
+}
