@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <set>
 
-#include "engine/profiles/ProfileWorld.h"
+#include "engine/profiles/ProfileWorldTest.h"
 #include "resources/controls.h"
 
 namespace {
