@@ -15,7 +15,13 @@ struct Picture {
 // The first icon resource in the order of names is the one that the file manager shows for the program: it
 // must stay the application's.
 inline constexpr Picture kApplicationPicture{L"Application", L"PIC_APPLICATION"};
-inline constexpr Picture kTrayPicture{L"Tray", L"PIC_TRAY"};
+// The notification area's, in the order of CaptureState.
+inline constexpr Picture kTrayPictures[] = {
+    {L"Tray", L"PIC_TRAY"},
+    {L"TrayOff", L"PIC_TRAYOFF"},
+    {L"TrayLocked", L"PIC_TRAYLOCKED"},
+    {L"TrayWaiting", L"PIC_TRAYWAITING"},
+};
 
 // What stands beside a node of the tree: its kind, or the active container's mark.
 inline constexpr Picture kTreePictures[] = {

@@ -65,6 +65,7 @@ TEST_F(Capture, Automatic_WaitsWhileADialogIsOpenOrTheLockIsPressed) {
     nxclip_.ToolBar().Click(tbbLock);
     WaitFor("the lock", [&] { return nxclip_.ToolBar().Pressed(tbbLock); });
     PutFormats({{Private(), "gesperrt"}});
+    nxclip_.WaitForStatus(L"Nicht erfasst: Die Erfassung ist gesperrt.");
     nxclip_.Command(m_edit_insert);
     nxclip_.ToolBar().Click(tbbLock);
     WaitFor("the open lock", [&] { return !nxclip_.ToolBar().Pressed(tbbLock); });

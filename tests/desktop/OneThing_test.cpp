@@ -81,6 +81,12 @@ TEST_F(OneThing, Dialog_LetsOnlyTheWindowBeBroughtBack) {
     DestroyWindow(other);
     PressKeys({VK_ESCAPE});
     Driver::WaitUntilGone(options);
+    nxclip_.WaitForStatus(L"Während des Dialogs wurde kopiert: F5 erfasst es.");
+    const std::set<HTREEITEM> before = nxclip_.Items();
+    BringToFront(nxclip_.Main());
+    PressKeys({VK_F5});
+    nxclip_.WaitForNewClip(before);
+    EXPECT_EQ(ReadClipFile(ClipFileAt(2)).front().bytes, "hinter dem Dialog");
     EXPECT_EQ(nxclip_.Quit(), 0u);
 }
 

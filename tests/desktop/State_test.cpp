@@ -8,6 +8,7 @@ class State : public ProgramTest {};
 
 TEST_F(State, NewProfile_IsThereAgainWithItsClips) {
     StartWithProfile();
+    nxclip_.WaitForStatus(L"Aktive Ablage: Profil");
     SnapOf(PrivateOffers());
     nxclip_.Tree().Select(L"Profil");
     MakeFolder(L"Ordner");

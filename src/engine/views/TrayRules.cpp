@@ -18,6 +18,26 @@ constexpr TrayMouseEvent kEvents[] = {
 
 }  // namespace
 
+CaptureState CaptureStateOf(bool automatic, bool locked, bool dialogOpen) {
+    if (locked) return CaptureState::Locked;
+    if (!automatic) return CaptureState::Off;
+    return dialogOpen ? CaptureState::Waiting : CaptureState::On;
+}
+
+std::wstring TrayTipOf(CaptureState state) {
+    switch (state) {
+        case CaptureState::On:
+            return L"NXClip - automatische Erfassung ein";
+        case CaptureState::Off:
+            return L"NXClip - automatische Erfassung aus";
+        case CaptureState::Locked:
+            return L"NXClip - Erfassung gesperrt";
+        case CaptureState::Waiting:
+            return L"NXClip - Erfassung wartet auf ein offenes Fenster";
+    }
+    return L"NXClip";
+}
+
 std::optional<TrayMouseEvent> TrayEventOf(std::uint32_t mouseMessage) {
     const std::uint32_t index = mouseMessage - kFirstMouseMessage;
     if (index >= std::size(kEvents)) return std::nullopt;

@@ -21,6 +21,17 @@ struct TrayMouseEvent {
     friend bool operator==(const TrayMouseEvent&, const TrayMouseEvent&) = default;
 };
 
+// What becomes of the next copy of another program.
+enum class CaptureState {
+    On,       // it is taken
+    Off,      // it is not
+    Locked,   // nothing is taken, not by command either
+    Waiting,  // a dialog of this program is in the way
+};
+CaptureState CaptureStateOf(bool automatic, bool locked, bool dialogOpen);
+// The tool tip that says so.
+std::wstring TrayTipOf(CaptureState state);
+
 // The event that a mouse message over the icon raises; none for messages other than 512 to 518.
 std::optional<TrayMouseEvent> TrayEventOf(std::uint32_t mouseMessage);
 

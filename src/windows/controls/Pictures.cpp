@@ -64,6 +64,6 @@ UniqueIcon LoadProgramIcon(int pixels) {
     return LoadPicture(kApplicationPicture, pixels);
 }
 
-UniqueIcon LoadTrayIcon(int pixels) {
-    return LoadPicture(kTrayPicture, pixels);
+UniqueIcon LoadTrayIcon(CaptureState state, int pixels) {
+    return LoadPicture(kTrayPictures[static_cast<std::size_t>(state)], pixels);
 }

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "engine/tree/Node.h"
+#include "engine/views/TrayRules.h"
 #include "platform/win32/SystemHandles.h"
 
 struct ImageListDeleter {
@@ -29,5 +30,5 @@ UniqueImageList LoadToolBarPictures(int pixels);
 
 // The program's icon at a size in pixels.
 UniqueIcon LoadProgramIcon(int pixels);
-// The one for the notification area.
-UniqueIcon LoadTrayIcon(int pixels);
+// The one for the notification area, by what it says of the automatic capture; the caller destroys it.
+UniqueIcon LoadTrayIcon(CaptureState state, int pixels);

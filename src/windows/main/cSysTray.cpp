@@ -3,12 +3,16 @@
 #include <shellapi.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/Guard.h"
 
 namespace {
 
 constexpr UINT kIconId = 1;
+
+constexpr UINT_PTR kTryAgainTimer = 1;
+constexpr UINT kTryAgainAfter = 2000;  // milliseconds
 
 }  // namespace
 
@@ -29,26 +33,39 @@ void cSysTray::SetInTray(bool inTray) {
         SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
         before_ = reinterpret_cast<WNDPROC>(
             SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&cSysTray::Procedure)));
-        Notify(NIM_ADD);
+        tries_ = 0;
+        AddIcon();
     } else {
-        Notify(NIM_DELETE);
+        KillTimer(window_, kTryAgainTimer);
+        if (std::exchange(added_, false)) Notify(NIM_DELETE);
         SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(before_));
     }
     inTray_ = inTray;
 }
 
+void cSysTray::AddIcon() {
+    added_ = Notify(NIM_ADD);
+    if (added_) {
+        tries_ = 0;
+        KillTimer(window_, kTryAgainTimer);
+        return;
+    }
+    SetTimer(window_, kTryAgainTimer, kTryAgainAfter, nullptr);
+    if (++tries_ == kMostTries + 1 && events_.Refused) events_.Refused();
+}
+
 void cSysTray::SetTrayIcon(HICON icon) {
     trayIcon_ = icon;
-    if (inTray_ && icon != nullptr) Notify(NIM_MODIFY);
+    if (added_ && icon != nullptr) Notify(NIM_MODIFY);
 }
 
 void cSysTray::SetTrayTip(const std::wstring& tip) {
     trayTip_ = tip;
-    if (inTray_) Notify(NIM_MODIFY);
+    if (added_) Notify(NIM_MODIFY);
 }
 
 void cSysTray::TaskBarCreated() {
-    if (inTray_) Notify(NIM_ADD);
+    if (inTray_) AddIcon();
 }
 
 bool cSysTray::Notify(DWORD command) {
@@ -67,6 +84,10 @@ bool cSysTray::Notify(DWORD command) {
 
 LRESULT CALLBACK cSysTray::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     auto* const tray = reinterpret_cast<cSysTray*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (message == WM_TIMER && wParam == kTryAgainTimer) {
+        tray->AddIcon();
+        return 0;
+    }
     if (message == kTrayCallbackMessage) {
         return Guarded<LRESULT>(0, [&] {
             tray->OnMouse(static_cast<std::uint32_t>(lParam), static_cast<std::int32_t>(wParam));

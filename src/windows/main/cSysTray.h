@@ -17,6 +17,8 @@ class cSysTray {
         std::function<void(std::int16_t button, std::int32_t id)> MouseDown;
         std::function<void(std::int16_t button, std::int32_t id)> MouseUp;
         std::function<void(std::int16_t button, std::int32_t id)> MouseDblClick;
+        // The system does not take the icon, for so long that nothing may depend on it.
+        std::function<void()> Refused;
     };
 
     cSysTray() = default;
@@ -28,7 +30,10 @@ class cSysTray {
     bool Create(HWND parent, Events events);
 
     bool InTray() const { return inTray_; }
-    // Puts the icon into the notification area or takes it away. True twice adds no second icon.
+    // Nobody can count on the icon: the system has refused it for a while.
+    bool IsRefused() const { return tries_ > kMostTries; }
+    // Puts the icon into the notification area or takes it away. True twice adds no second icon. While the
+    // area is not there yet, as during a logon, it is tried again.
     void SetInTray(bool inTray);
     // Stored always; shown at once while the icon is in the tray, unless it is no icon (null). Not owned.
     void SetTrayIcon(HICON icon);
@@ -42,6 +47,9 @@ class cSysTray {
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void OnMouse(std::uint32_t mouseMessage, std::int32_t id);
     bool Notify(DWORD command);
+    void AddIcon();
+
+    static constexpr int kMostTries = 10;
 
     HWND window_ = nullptr;
     WNDPROC before_ = nullptr;  // the control's procedure while the icon is not in the tray
@@ -49,4 +57,6 @@ class cSysTray {
     std::wstring trayTip_ = L"NXClip - Zwischenablage";
     Events events_;
     bool inTray_ = false;
+    bool added_ = false;
+    int tries_ = 0;  // to add the icon, in vain
 };

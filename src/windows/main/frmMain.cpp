@@ -21,7 +21,7 @@
 
 namespace {
 
-constexpr UINT_PTR kMenuClosedTimer = 1;
+constexpr UINT_PTR kQuietTimer = 0x10000;
 
 }  // namespace
 
@@ -106,6 +106,11 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             if (user_.Pointer() != PointerShape::Hourglass) break;
             SetCursor(LoadCursorW(nullptr, IDC_WAIT));
             return TRUE;
+        case WM_ENABLE:
+            // Every modal window disables this one.
+            ShowCaptureState();
+            if (wParam) SetTimer(window_, kQuietTimer, USER_TIMER_MINIMUM, nullptr);
+            return 0;
         case WM_ACTIVATE:
             if (LOWORD(wParam) == WA_INACTIVE) lastFocus_ = FocusedPane();
             break;
@@ -131,10 +136,10 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_EXITMENULOOP:
             --menusOpen_;
             // The menu's command is posted and must come first. A timer waits until nothing posted is left.
-            SetTimer(window_, kMenuClosedTimer, USER_TIMER_MINIMUM, nullptr);
+            SetTimer(window_, kQuietTimer, USER_TIMER_MINIMUM, nullptr);
             return 0;
         case WM_TIMER:
-            if (wParam == kMenuClosedTimer) MenuClosed();
+            if (wParam == kQuietTimer) WhenQuiet();
             return 0;
         case WM_QUERYENDSESSION:
             return TRUE;
@@ -177,11 +182,23 @@ bool frmMain::CreateTray() {
     events.MouseUp = [this](std::int16_t button, std::int32_t) {
         if (button == kRight) ShowTrayMenu();
     };
+    // Without its icon in the notification area a hidden window could not be reached any more.
+    events.Refused = [this] {
+        if (!IsWindowVisible(window_)) ShowWindow(window_, SW_SHOWMINIMIZED);
+    };
     if (!cSysTray1.Create(window_, std::move(events))) return false;
-    trayIcon_ = LoadTrayIcon(GetSystemMetrics(SM_CXSMICON));
-    cSysTray1.SetTrayIcon(trayIcon_.Get());
+    for (std::size_t state = 0; state < trayIcons_.size(); ++state)
+        trayIcons_[state] = LoadTrayIcon(static_cast<CaptureState>(state), GetSystemMetrics(SM_CXSMICON));
+    ShowCaptureState();
     taskBarCreated_ = RegisterWindowMessageW(L"TaskbarCreated");
     return true;
+}
+
+void frmMain::ShowCaptureState() {
+    const CaptureState state =
+        CaptureStateOf(Options().AutoSnap, Options().LockEdit, IsWindowEnabled(window_) == FALSE);
+    cSysTray1.SetTrayIcon(trayIcons_[static_cast<std::size_t>(state)].Get());
+    cSysTray1.SetTrayTip(TrayTipOf(state));
 }
 
 // Common controls learn of new colours and fonts from their parent only.
@@ -194,7 +211,7 @@ void frmMain::SystemLookChanged(UINT message, WPARAM wParam, LPARAM lParam) {
 
 void frmMain::Form_Resize(WPARAM kind) {
     if (kind == SIZE_MINIMIZED) {
-        if (Options().ShowInTray) ShowWindow(window_, SW_HIDE);
+        if (Options().ShowInTray && !cSysTray1.IsRefused()) ShowWindow(window_, SW_HIDE);
         return;
     }
     panes_.LayOut();
@@ -257,23 +274,41 @@ HWND frmMain::FocusedPane() const {
     return canHaveIt(lastFocus_) ? lastFocus_ : panes_.tvTreeView.Window();
 }
 
-void frmMain::MenuClosed() {
-    KillTimer(window_, kMenuClosedTimer);
+void frmMain::WhenQuiet() {
+    KillTimer(window_, kQuietTimer);
     holdsCaptures_ = menusOpen_ > 0;
     TakeWaitingCapture();
+    OfferMissedCopy();
 }
 
 void frmMain::UpdateClipBoard() {
-    if (HoldsCaptures())
+    if (HoldsCaptures()) {
         captureWaits_ = true;
+        return;
+    }
+    missedCopy_ = ModalDialogOpen;
+    if (LockPressed())
+        panes_.ShowStatus(L"Nicht erfasst: Die Erfassung ist gesperrt.");
     else
         snap_.UpdateClipBoard();
+}
+
+void frmMain::OfferMissedCopy() {
+    if (missedCopy_ && !ModalDialogOpen && Options().AutoSnap)
+        panes_.ShowStatus(L"Während des Dialogs wurde kopiert: F5 erfasst es.");
+}
+
+void frmMain::RefreshOrTakeMissedCopy() {
+    if (std::exchange(missedCopy_, false))
+        snap_.Snap();
+    else
+        UpdateListview();
 }
 
 void frmMain::TakeWaitingCapture() {
     if (!captureWaits_ || HoldsCaptures() || ModalDialogOpen || TreeOperationUnderWay()) return;
     captureWaits_ = false;
-    if (Options().AutoSnap) snap_.UpdateClipBoard();
+    if (Options().AutoSnap) UpdateClipBoard();
 }
 
 void frmMain::SetOptions() {
@@ -281,6 +316,7 @@ void frmMain::SetOptions() {
     panes_.tbToolBar.Press(tbbLock, Options().LockEdit);
     panes_.tbToolBar.ShowToolTips(Options().ShowTooltips);
     SetTopless(EngineWindow(window_), Options().TopWindow);
+    ShowCaptureState();
     cSysTray1.SetInTray(Options().ShowInTray);
     // Without its icon in the notification area a hidden window could not be reached any more.
     if (loaded_ && !Options().ShowInTray && !IsWindowVisible(window_)) ShowWindow(window_, SW_SHOWMINIMIZED);

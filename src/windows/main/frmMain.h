@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <array>
 #include <string>
 
 #include "engine/clipboard/CClipBoard.h"
@@ -84,6 +85,8 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
     bool CreateControls();
     bool CreateTray();
+    // The icon in the notification area says what becomes of the next copy.
+    void ShowCaptureState();
     void SystemLookChanged(UINT message, WPARAM wParam, LPARAM lParam);
     void Form_Resize(WPARAM kind);
     LRESULT OnNotify(NMHDR& header);
@@ -112,6 +115,8 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     void ShowTrayMenu();
     // Pops up a menu at a point of the screen and runs what was chosen for the node that it was opened for.
     void TrackMenu(int menu, POINT point, Node* chosen);
+    // A profile that was made or attached is shown; the first one is the container of what is captured now.
+    void ShowNewProfile(Node& profile, bool isFirst);
     void NewProfile();
     void ImportProfile();
     void UnlinkProfile(Node* profile);
@@ -149,8 +154,11 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     // A menu or a drag holds captures back: the content is still on the clipboard afterwards, and nothing
     // moves the selection under a hand.
     bool HoldsCaptures() const { return holdsCaptures_ || drag_.UnderWay(); }
-    void MenuClosed();
+    // Nothing that was posted is left: menus and dialogs have closed, their commands are done.
+    void WhenQuiet();
     void TakeWaitingCapture();
+    void OfferMissedCopy();
+    void RefreshOrTakeMissedCopy();
 
     Win32User& user_;
     HWND window_ = nullptr;
@@ -173,13 +181,14 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     int menusOpen_ = 0;
     bool holdsCaptures_ = false;
     bool captureWaits_ = false;
+    bool missedCopy_ = false;  // a copy came while a dialog was open, and none after it
 
     CClipBoard clipBoard_;
     SnapFlow snap_{*this, clipBoard_};
     SetClipFlow setClip_{*this, clipBoard_};
     frmDiagnose diagnosis_{clipBoard_, [this] { return snap_.LastUpdate(); }};
     frmErrorMsg formatQuery_{clipBoard_};
-    UniqueIcon trayIcon_;  // goes behind the tray that shows it
+    std::array<UniqueIcon, 4> trayIcons_;  // in the order of CaptureState; they go behind the tray
     cSysTray cSysTray1;
     UINT taskBarCreated_ = 0;
 };

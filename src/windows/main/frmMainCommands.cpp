@@ -62,7 +62,11 @@ frmMain::Action frmMain::ActionOf(MainCommand command) {
         {C::Delete, [](Form& form, Node* node) { form.Delete(node); }},
         {C::NewFolder, [](Form& form, Node* node) { form.NewFolder(node); }},
         {C::Rename, [](Form& form, Node* node) { form.Rename(node); }},
-        {C::Snap, [](Form& form, Node*) { form.snap_.Snap(); }},
+        {C::Snap,
+         [](Form& form, Node*) {
+             form.missedCopy_ = false;
+             form.snap_.Snap();
+         }},
         {C::ToClipboard, [](Form& form, Node* node) { form.setClip_.SetClip(node); }},
         {C::Activate, [](Form& form, Node* node) { form.SetActiveContainer(node); }},
         {C::Properties, [](Form& form, Node* node) { form.ShowProperties(node); }},
@@ -76,7 +80,7 @@ frmMain::Action frmMain::ActionOf(MainCommand command) {
         {C::Details, [](Form& form, Node*) { form.panes_.lvListView.SetMode(ListMode::Details); }},
         {C::ShowPreview, [](Form& form, Node*) { form.panes_.TogglePreview(); }},
         {C::StretchPicture, [](Form& form, Node*) { form.panes_.ToggleStretch(); }},
-        {C::Refresh, [](Form& form, Node*) { form.UpdateListview(); }},
+        {C::Refresh, [](Form& form, Node*) { form.RefreshOrTakeMissedCopy(); }},
         {C::Options, [](Form& form, Node*) { form.ShowOptions(); }},
         {C::Lock, [](Form& form, Node*) { form.ToggleLock(); }},
         {C::TakeAutoDetect, [](Form& form, Node*) { form.UpdateAutoDetect(); }},
@@ -214,11 +218,18 @@ void frmMain::SwitchAutoDetect() {
 
 void frmMain::UpdateAutoDetect() {
     Options().AutoSnap = panes_.tbToolBar.Pressed(tbbAutoDetect);
+    ShowCaptureState();
     RefreshCommands();
+}
+
+void frmMain::ShowNewProfile(Node& profile, bool isFirst) {
+    SelectAndShow(profile);
+    if (isFirst && container_.Get() != nullptr) panes_.ShowStatus(L"Aktive Ablage: " + container_.Title());
 }
 
 void frmMain::NewProfile() {
     if (!ActionAllowed(TreeAction::NewProfile, nullptr)) return;
+    const bool isFirst = container_.Get() == nullptr;
     frmProfileProp dialog(cTV);
     if (!dialog.ShowModal(window_, IDD_frmProfileProp)) return;
     Node* const profile = BuildNewprofile(dialog.Name(), dialog.Directory(), dialog.TemplateFile());
@@ -228,7 +239,7 @@ void frmMain::NewProfile() {
     properties.globalFree = dialog.GlobalFree();
     const NodeRef made(profile);
     ApplyProfileProperties(cTV, *profile, properties);
-    if (made.Get() != nullptr) SelectAndShow(*made.Get());
+    if (made.Get() != nullptr) ShowNewProfile(*made.Get(), isFirst);
 }
 
 Node* frmMain::BuildNewprofile(const std::wstring& name, const std::wstring& directory,
@@ -240,8 +251,9 @@ void frmMain::ImportProfile() {
     if (!ActionAllowed(TreeAction::ImportProfile, nullptr)) return;
     frmFileSel dialog(L"Profil importieren", {{L"nxclip.nxp", L"Profile (nxclip.nxp)"}});
     if (!dialog.ShowModal(window_, IDD_frmFileSel) || dialog.File().empty()) return;
+    const bool isFirst = container_.Get() == nullptr;
     if (Node* const profile = ImportProfileDirect(DirectoryOf(dialog.File())); profile != nullptr)
-        SelectAndShow(*profile);
+        ShowNewProfile(*profile, isFirst);
 }
 
 Node* frmMain::ImportProfileDirect(const std::wstring& directory) {
@@ -336,10 +348,11 @@ void frmMain::ShowFirstStart() {
     if (!ActionAllowed(TreeAction::NewProfile, nullptr)) return;
     frmFirstStart dialog;
     if (!dialog.ShowModal(window_, IDD_frmFirstStart)) return;
+    const bool isFirst = container_.Get() == nullptr;
     if (Node* const profile =
             InstallFirstStartTemplates(cTV, container_, dialog.Templates(), dialog.BoxChecked());
         profile != nullptr)
-        SelectAndShow(*profile);
+        ShowNewProfile(*profile, isFirst);
 }
 
 void frmMain::ShowDiagnosis() {

@@ -15,6 +15,18 @@ TEST(TrayRules, TrayEventOf_KnowsExactlyTheSevenMouseMessages) {
     }
 }
 
+TEST(TrayRules, CaptureStateOf_TheLockComesFirst) {
+    EXPECT_EQ(CaptureStateOf(true, true, true), CaptureState::Locked);
+    EXPECT_EQ(CaptureStateOf(false, true, false), CaptureState::Locked);
+    EXPECT_EQ(CaptureStateOf(false, false, true), CaptureState::Off);
+    EXPECT_EQ(CaptureStateOf(true, false, true), CaptureState::Waiting);
+    EXPECT_EQ(CaptureStateOf(true, false, false), CaptureState::On);
+    for (int state = 0; state < 4; ++state) {
+        const std::wstring tip = TrayTipOf(static_cast<CaptureState>(state));
+        EXPECT_LT(tip.size(), kTrayTipSize) << "it would be cut";
+    }
+}
+
 TEST(TrayRules, TrayTipBytes_LeavesRoomForTheTerminator) {
     EXPECT_EQ(TrayTipBytes(L"NXClip für alle"), "NXClip f\xFCr alle");
     EXPECT_EQ(TrayTipBytes(std::wstring(63, L'x')).size(), 63u);
