@@ -67,22 +67,4 @@ void CaptureLargePicture(benchmark::State& state) {
 }
 BENCHMARK(CaptureLargePicture)->Unit(benchmark::kMillisecond);
 
-// The answer to another program that pastes it.
-void RenderLargePicture(benchmark::State& state) {
-    FakePlatform machine;
-    const std::size_t size = 30 * kMegabyte;
-    machine.clipboard.OtherProgramCopies({FakeClipboard::Bytes(kDibFormat, std::string(size, 'x'))});
-    const WindowHandle window = machine.windows.AddWindow(L"NXClip");
-    CClipBoard clipBoard;
-    Save(clipBoard, window);
-    ClipFileScope file(OpenClipFile(kClip, false, true));
-    const auto formats = clipBoard.LoadFormatsByHandle(file.Handle(), 1);
-    for (auto _ : state) {
-        if (!formats->Item(1).LoadDataFromFile(file.Handle(), true)) state.SkipWithError("not loaded");
-        formats->Item(1).ReleaseGlobalData(false);
-    }
-    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(size));
-}
-BENCHMARK(RenderLargePicture)->Unit(benchmark::kMillisecond);
-
 }  // namespace

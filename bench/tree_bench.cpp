@@ -65,35 +65,4 @@ void DecodeFile(benchmark::State& state) {
 }
 BENCHMARK(DecodeFile)->Apply(Sizes);
 
-void WalkWithNextNode(benchmark::State& state) {
-    Bench bench(state.range(0));
-    for (auto _ : state) {
-        Node* last = nullptr;
-        for (Node* node = bench.tree.FirstNode(); node != nullptr; node = bench.tree.NextNode(node, false))
-            last = node;
-        benchmark::DoNotOptimize(last);
-    }
-}
-BENCHMARK(WalkWithNextNode)->Apply(Sizes);
-
-void RemoveProfile(benchmark::State& state) {
-    for (auto _ : state) {
-        state.PauseTiming();
-        Bench bench(state.range(0));
-        state.ResumeTiming();
-        bench.nodes.Remove(*bench.profile);
-    }
-}
-BENCHMARK(RemoveProfile)->Apply(Sizes)->Iterations(10);
-
-void SortAllNodes(benchmark::State& state) {
-    for (auto _ : state) {
-        state.PauseTiming();
-        Bench bench(state.range(0));
-        state.ResumeTiming();
-        bench.tree.SortAllNodes();
-    }
-}
-BENCHMARK(SortAllNodes)->Apply(Sizes)->Iterations(5);
-
 }  // namespace

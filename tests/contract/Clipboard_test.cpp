@@ -195,16 +195,6 @@ TEST_F(ClipboardContract, Metafiles_TravelBothWays) {
     clipboard.Close();
 }
 
-TEST_F(ClipboardContract, GdiObject_HasNoSizeAndNoAddress) {
-    home->OtherCopies({{kBitmap, ""}});
-    Open(window);
-    const DataHandle bitmap = clipboard.Data(kBitmap);
-    EXPECT_NE(bitmap, DataHandle::None);
-    EXPECT_EQ(memory.Size(bitmap), 0u);
-    EXPECT_EQ(memory.Lock(bitmap), nullptr);
-    clipboard.Close();
-}
-
 TEST_F(ClipboardContract, ViewerChain_TellsOfChangesAndOfLeavingWindows) {
     const WindowHandle before = clipboard.FirstViewer();
     EXPECT_EQ(clipboard.JoinChain(window), before);

@@ -267,18 +267,6 @@ TEST_F(FileContract, MakeDirectory_NeedsItsParentAndAFreeName) {
     EXPECT_TRUE(files.IsDirectory(directory + L"Ordner"));
 }
 
-TEST_F(FileContract, ChangeTime_IsThatOfTheLastWrite) {
-    const FileTime before = clock.Now();
-    WriteFile(path, "abc");
-    const std::optional<FileTime> time = files.ChangeTime(path);
-    constexpr FileTime kTwoSeconds = 20'000'000;  // some file systems count in these
-    ASSERT_TRUE(time.has_value());
-    EXPECT_GE(*time + kTwoSeconds, before);
-    EXPECT_LE(*time, clock.Now() + kTwoSeconds);
-    EXPECT_EQ(files.ChangeTime(directory + L"none"), std::nullopt);
-    EXPECT_EQ(files.ChangeTime(directory), std::nullopt);
-}
-
 TEST_F(FileContract, Paths_MayBeLongerThanTheUsualLimit) {
     std::wstring deep = directory;
     for (int i = 0; i < 8; ++i) {

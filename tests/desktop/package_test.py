@@ -164,24 +164,19 @@ def uninstall(directory):
              not registry_has(UNINSTALL_KEY))
 
 
-def installer_installs_for_the_user_alone():
-    directory = install()
-    for name in [*PROGRAM_FILES, "Deinstallieren.exe"]:
-        check((directory / name).is_file(), f"{name} was not installed")
-    check(len(start_menu_links()) == 1, f"start menu: {start_menu_links()}")
-    check(registry_has(UNINSTALL_KEY), "Windows does not know of the installation")
-    machine = UNINSTALL_KEY.replace("HKCU", "HKLM")
-    check(not registry_has(machine), "the installation reaches beyond the user")
-    run_and_quit(directory, "installed")
-
-
 def user_files(directory):
     return {"NXClip.nxf": b"format sets of the user's own", "Daten/Büro/nxclip.nxp": (directory / "Templates/Office.nxp").read_bytes(),
             "Daten/Büro/C1.nxc": b"a clip", "Templates/Eigene.nxp": b"a template of the user's own"}
 
 
-def update_and_removal_keep_what_the_user_made():
+def installation_update_and_removal_keep_what_the_user_made():
     directory = install()
+    for name in [*PROGRAM_FILES, "Deinstallieren.exe"]:
+        check((directory / name).is_file(), f"{name} was not installed")
+    check(len(start_menu_links()) == 1, f"start menu: {start_menu_links()}")
+    check(registry_has(UNINSTALL_KEY), "Windows does not know of the installation")
+    check(not registry_has(UNINSTALL_KEY.replace("HKCU", "HKLM")), "the installation reaches beyond the user")
+    run_and_quit(directory, "installed")
     made = user_files(directory)
     for name, content in made.items():
         path = directory / name
@@ -217,7 +212,7 @@ def running_program_is_closed_first():
 
 def main():
     cases = [same_sources_give_the_same_bytes, zip_unpacks_and_runs]
-    installer = [installer_installs_for_the_user_alone, update_and_removal_keep_what_the_user_made,
+    installer = [installation_update_and_removal_keep_what_the_user_made,
                  running_program_is_closed_first]
     skipped = 0
     if BITS == "32":

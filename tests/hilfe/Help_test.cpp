@@ -50,13 +50,3 @@ TEST(Help, Links_LeadToPagesAndPlacesThatAreThere) {
         }
     }
 }
-
-TEST(Help, Pages_AreCompleteAndGerman) {
-    for (const std::string& name : PageNames()) {
-        const std::string page = Page(name);
-        EXPECT_NE(page.find("<html lang=\"de\">"), std::string::npos) << name;
-        EXPECT_EQ(page.find("[[bild:"), std::string::npos) << name << " shows a mark instead of a picture";
-        EXPECT_EQ(page.find("\\R{"), std::string::npos) << name << " shows a command of its source";
-        EXPECT_EQ(page.find("<!--inhalt-->"), std::string::npos) << name << " lacks the contents";
-    }
-}

@@ -61,22 +61,6 @@ TEST(ByteBuffer, Reader_FieldThatIsNotThereWhole_ThrowsAndMovesNothing) {
     EXPECT_EQ(ErrorOf([&] { reader.UInt16(); }), kTooShort);
 }
 
-TEST(ByteBuffer, Count32_TakesOnlyWhatTheRemainingBytesCanHold) {
-    const auto count = [](std::int32_t stored, std::size_t following, std::size_t leastSize) {
-        ByteWriter writer;
-        writer.Int32(stored);
-        Bytes bytes = writer.TakeImage();
-        bytes.resize(4 + following);
-        ByteReader reader(bytes);
-        return reader.Count32(leastSize);
-    };
-    EXPECT_EQ(count(0, 0, 18), 0u);
-    EXPECT_EQ(count(2, 12, 6), 2u);
-    EXPECT_EQ(ErrorOf([&] { count(2, 11, 6); }), kTooShort);
-    EXPECT_EQ(ErrorOf([&] { count(-1, 100, 1); }), kTooShort);
-    EXPECT_EQ(ErrorOf([&] { count(2'000'000'000, 100, 18); }), kTooShort);
-}
-
 TEST(ByteBuffer, Text_LongestFitsAndOneMoreIsRefused) {
     const std::wstring longest(kLongestStoredText, L'ä');
     ByteWriter writer;

@@ -17,21 +17,6 @@ TEST(Paths, DirectoryAbove_EndsAtTheRoot) {
     }
 }
 
-TEST(Paths, PartsOfAPath_FitTogether) {
-    EXPECT_EQ(DirectoryOf(L"C:\\a\\b.nxp"), L"C:\\a");
-    EXPECT_EQ(DirectoryOf(L"C:\\b.nxp"), L"C:\\");
-    EXPECT_EQ(DirectoryOf(L"b.nxp"), L"");
-    EXPECT_EQ(LastPartOf(L"C:\\a\\b.nxp"), L"b.nxp");
-    EXPECT_EQ(LastPartOf(L"b.nxp"), L"b.nxp");
-    EXPECT_EQ(LastPartOf(L"C:\\a\\"), L"");
-    for (const std::wstring path : {L"C:\\b.nxp", L"C:\\a\\b.nxp", L"\\\\server\\share\\b"}) {
-        EXPECT_EQ(JoinDirectory(DirectoryOf(path), LastPartOf(path)), path);
-    }
-    EXPECT_EQ(WithoutBackslash(L"C:\\a\\"), L"C:\\a");
-    EXPECT_EQ(WithoutBackslash(L"C:\\"), L"C:\\");
-    EXPECT_EQ(WithoutBackslash(L""), L"");
-}
-
 TEST(Paths, IsFullPath_TellsPathsThatDependOnWhereTheProgramStands) {
     for (const wchar_t* path : {L"C:\\", L"z:\\a", L"\\\\server\\share"})
         EXPECT_TRUE(IsFullPath(path));

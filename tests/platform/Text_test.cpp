@@ -4,13 +4,6 @@
 
 #include <limits>
 
-TEST(Text, Trim_TakesBlanksAtBothEndsOnly) {
-    EXPECT_EQ(Trim(L"  a b  "), L"a b");
-    EXPECT_EQ(Trim(L"a"), L"a");
-    EXPECT_EQ(Trim(L"   "), L"");
-    EXPECT_EQ(Trim(L""), L"");
-}
-
 TEST(Text, ParseInt_TakesWholeNumbersThatFit) {
     EXPECT_EQ(ParseInt32(L" -12 "), -12);
     EXPECT_EQ(ParseInt32(L"+7"), 7);
@@ -27,10 +20,4 @@ TEST(Text, ParseInt_RefusesTheRest) {
         EXPECT_EQ(ParseInt32(text), std::nullopt) << AnsiFromText(text);
     EXPECT_EQ(ParseInt16(L"32768"), std::nullopt);
     EXPECT_EQ(ParseInt16(L"-32769"), std::nullopt);
-}
-
-TEST(Text, NumberText_IsWhatParseTakes) {
-    for (const std::int32_t number : {0, -1, 1234567, std::numeric_limits<std::int32_t>::min()})
-        EXPECT_EQ(ParseInt32(NumberText(number)), number);
-    EXPECT_EQ(NumberText(-40), L"-40");
 }

@@ -5,28 +5,6 @@
 #include <stdexcept>
 #include <string>
 
-#include "engine/tree/TreeFile.h"
-
-TEST(TemplateText, TemplateFromText_BuildsTheTreeThatTheIndentationSays) {
-    const TreeData data =
-        DecodeTreeData(TemplateFromText("# comment\n\n"
-                                        "Küche | Alles zum\n    | Kochen\n"
-                                        "    Süßes\n"
-                                        "        Torten | für | Gäste\n"
-                                        "    Getränke\n"));
-    ASSERT_EQ(data.Count, 4);
-    EXPECT_EQ(data.Nodes[1].Text, L"Küche");
-    EXPECT_EQ(data.Nodes[1].Tag, L"P&0&&0&Alles zum Kochen");
-    EXPECT_EQ(data.Nodes[2].Text, L"Süßes");
-    EXPECT_EQ(data.Nodes[2].Tag, L"S&");
-    EXPECT_EQ(data.Nodes[2].Depth, 1);
-    EXPECT_EQ(data.Nodes[3].Text, L"Torten");
-    EXPECT_EQ(data.Nodes[3].Tag, L"S&für | Gäste");
-    EXPECT_EQ(data.Nodes[3].Depth, 2);
-    EXPECT_EQ(data.Nodes[4].Text, L"Getränke");
-    EXPECT_EQ(data.Nodes[4].Depth, 1);
-}
-
 TEST(TemplateText, TemplateFromText_RefusesOtherFormsWithTheLine) {
     struct Case {
         const char* text;

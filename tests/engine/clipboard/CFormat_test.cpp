@@ -94,16 +94,6 @@ TEST_F(FormatTest, LoadAndSaveFormat_NeverAsksForObjectsThatCannotBeStored) {
     EXPECT_TRUE(fake.user.messages.empty());
 }
 
-TEST_F(FormatTest, LoadAndSaveFormat_LeavesOutWhatItsOwnerDoesNotRender) {
-    EXPECT_EQ(Capture({FakeClipboard::Refused(13), FakeClipboard::Bytes(1, "text\0"s)}), 1);
-    EXPECT_EQ(ClipBytes(), RecordBytes(1, "Text", "text\0"s));
-    const CFormat& refused = clipBoard.Formats()->Item(1);
-    EXPECT_EQ(refused.FormatId, 0);
-    EXPECT_EQ(refused.FormatName, L"");
-    EXPECT_EQ(refused.WriteError, 0u);
-    EXPECT_TRUE(fake.user.messages.empty());
-}
-
 TEST_F(FormatTest, LoadAndSaveFormat_AcceptsAMetafilePictureOfTheRightSizeOnly) {
     EXPECT_EQ(Capture({FakeClipboard::Picture(PictureOf(100), 7, -300, 400)}), 1);
     const std::string stored = ClipBytes();
@@ -117,19 +107,6 @@ TEST_F(FormatTest, LoadAndSaveFormat_AcceptsAMetafilePictureOfTheRightSizeOnly) 
     // The right size, but no metafile behind it.
     EXPECT_EQ(Capture({FakeClipboard::Bytes(3, std::string(16, 'p'))}), 0);
     EXPECT_EQ(ClipBytes(), "");
-}
-
-TEST_F(FormatTest, LoadAndSaveFormat_SaysWhyARecordCouldNotBeWritten) {
-    for (const auto failure : {WriteFailure::DiskFullWithPart, WriteFailure::Nothing, WriteFailure::Short}) {
-        fake.failures.writeFailure = failure;
-        // Four writes of the header and one of the data.
-        for (int n = 1; n <= 6; ++n) {
-            fake.FailNth(Operation::FilesWrite, n);
-            EXPECT_EQ(Capture({FakeClipboard::Bytes(8, "picture")}), n <= 5 ? 0 : 1) << n;
-            EXPECT_EQ(clipBoard.Formats()->Item(1).WriteError != 0, n <= 5) << n;
-        }
-    }
-    EXPECT_TRUE(fake.user.messages.empty());
 }
 
 TEST_F(FormatTest, LoadFromFile_BringsBackDataAndPictureHeader) {
@@ -214,30 +191,6 @@ TEST_F(FormatTest, Register_RenewsRegisteredNamesOnly) {
     EXPECT_EQ(registeredAs(0xC999, L""), 0xC999);
     fake.FailNth(Operation::ClipboardRegisterName, 1);
     EXPECT_EQ(registeredAs(0xC999, L"Rich Text Format"), 0xC999);
-}
-
-TEST_F(FormatTest, SetToClipboard_MarksWhatWasHandedOver) {
-    Capture({FakeClipboard::Bytes(8, "picture"), FakeClipboard::Enhanced(EnhancedOf(200))});
-    const auto formats = Headers(ClipBytes(), 2);
-    ClipFileScope file(OpenClipFile(kClip, false, true));
-    OpenClipboardScope opened(mainWindow);
-    fake.clipboard.Empty();
-    for (CFormat& format : *formats) {
-        ASSERT_TRUE(format.LoadDataFromFile(file.Handle(), false));
-        EXPECT_TRUE(format.SetToClipboard());
-        EXPECT_TRUE(format.HandedOver);
-        EXPECT_NE(format.MemHandle, DataHandle::None);
-        format.ReleaseGlobalData(false);
-        EXPECT_FALSE(format.HandedOver);
-        EXPECT_EQ(format.MemHandle, DataHandle::None);
-    }
-}
-
-TEST_F(FormatTest, SetClipboardFromFile_TellsBitsThatAreNoMetafile) {
-    fake.files.SetBytes(kClip, RecordBytes(3, "Metafile", std::string(16, '\0') + "no metafile"));
-    ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 1));
-    EXPECT_EQ(fake.clipboard.OtherProgramReads(3), std::nullopt);
-    EXPECT_EQ(fake.user.LastMessage(), L"SetToClipboard: SetMetaFileBitsEx2 fehlgeschlagen");
 }
 
 TEST(FormatText, ConvertHandleToString_TakesNoMoreThanThereIs) {

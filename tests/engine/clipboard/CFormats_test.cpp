@@ -41,19 +41,6 @@ TEST(Formats, Collection_KeepsOrderAndAnswersByPositionAndKey) {
     EXPECT_EQ(formats.NewEnum()->FormatName, L"c");
 }
 
-TEST(Formats, Collection_RefusesWhatIsNotThereAndKeysThatAreTaken) {
-    CFormats formats;
-    formats.Add(Named(L"a"), L"key");
-    formats.Add(Named(L"without key"));
-    EXPECT_EQ(ErrorOf([&] { formats.Item(0); }), 9);
-    EXPECT_EQ(ErrorOf([&] { formats.Item(3); }), 9);
-    EXPECT_EQ(ErrorOf([&] { formats.Remove(-1); }), 9);
-    EXPECT_EQ(ErrorOf([&] { formats.Item(L"other"); }), 5);
-    EXPECT_EQ(ErrorOf([&] { formats.Item(L""); }), 5);
-    EXPECT_EQ(ErrorOf([&] { formats.Add(Named(L"b"), L"key"); }), 457);
-    EXPECT_EQ(formats.Count(), 2);
-}
-
 class RequestTest : public ClipboardTest {
  protected:
     RequestTest() {

@@ -73,22 +73,6 @@ TEST_F(SearchTest, SearchForNode_ObeysBothMasks) {
     EXPECT_EQ(Found(criteria), L"-") << "a node of no kind is passed by";
 }
 
-TEST(SearchText, Matches_TheTwoModesDifferInCase) {
-    SearchCriteria criteria = For(L"ab");
-    EXPECT_TRUE(MatchesSearchText(L"Abfrage", criteria));
-    EXPECT_FALSE(MatchesSearchText(L"Tabelle", criteria));
-    criteria.prefixMode = false;
-    EXPECT_FALSE(MatchesSearchText(L"Abfrage", criteria));
-    EXPECT_TRUE(MatchesSearchText(L"Tabelle", criteria));
-    for (const bool prefix : {false, true}) {
-        criteria = For(L"ÄÖ");
-        criteria.prefixMode = prefix;
-        EXPECT_FALSE(MatchesSearchText(L"", criteria));
-        EXPECT_EQ(MatchesSearchText(L"äöü", criteria), prefix);
-        EXPECT_FALSE(MatchesSearchText(L"Ä", criteria));
-    }
-}
-
 TEST_F(SearchTest, SearchCommand_ShowsTheDialogWhenItMust) {
     int dialogs = 0;
     bool confirmed = false;

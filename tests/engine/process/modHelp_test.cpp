@@ -59,15 +59,4 @@ TEST_F(modHelpTest, ShowHelp_WithoutAViewer_OpensTheTopicsPage) {
     EXPECT_TRUE(fake.windows.helps.empty());
 }
 
-TEST_F(modHelpTest, ShowHelp_MissingHelpFile_NeverStartsTheViewer) {
-    browser.viewerWorks = true;
-    ShowHelp(window);
-    EXPECT_TRUE(fake.windows.helps.empty());
-    EXPECT_NE(fake.user.LastMessage().find(L"Nxclip.hlp"), std::wstring::npos);
-    InstallPages();
-    ShowHelp(window);
-    EXPECT_EQ(browser.pages.size(), 1u);
-    EXPECT_EQ(fake.user.messages.size(), 1u);
-}
-
 }  // namespace

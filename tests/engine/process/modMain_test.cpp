@@ -26,13 +26,4 @@ TEST_F(modMainTest, SetTopless_TellsOnlyOfARefusal) {
     EXPECT_EQ(fake.user.LastMessage(), L"SetTopless failed");
 }
 
-TEST_F(modMainTest, OpenDialogScope_OfAnInnerDialog_LeavesTheOuterOneOpen) {
-    {
-        const OpenDialogScope outer;
-        { const OpenDialogScope inner; }
-        EXPECT_TRUE(ModalDialogOpen);
-    }
-    EXPECT_FALSE(ModalDialogOpen);
-}
-
 }  // namespace

@@ -32,17 +32,6 @@ TEST_F(ClipOperationsTest, DropCopy_GivesEachClipAFileOfItsOwn) {
     EXPECT_TRUE(fake.user.messages.empty());
 }
 
-TEST_F(ClipOperationsTest, DropMoveInsideAProfile_KeepsTheFiles) {
-    const std::set<std::wstring> before = Files();
-    const std::wstring tag = Get(L"c2").Tag();
-    ASSERT_NE(operations.Drop(&Get(L"P"), &Get(L"T"), true, true), nullptr);
-    EXPECT_EQ(MemoryOutline(), L"P(S(c1) c3 T(c2)) Q(U(c4))");
-    EXPECT_EQ(DiskOutline(), MemoryOutline());
-    EXPECT_EQ(Files(), before);
-    EXPECT_EQ(Get(L"c2").Tag(), tag);
-    EXPECT_FALSE(Profiles().Item(1).Dirty);
-}
-
 TEST_F(ClipOperationsTest, DropMoveAcrossProfiles_LeavesNothingBehind) {
     ASSERT_NE(operations.Drop(&Get(L"c4"), &Get(L"S"), false, true), nullptr);
     EXPECT_EQ(MemoryOutline(), L"P(c3) Q(U(S(c1 T(c2)) c4))");
@@ -207,15 +196,6 @@ TEST_F(ClipOperationsTest, Delete_DataThatCannotGoIsToldOnce) {
     EXPECT_TRUE(operations.Delete(&Get(L"S")));
     EXPECT_EQ(fake.user.messages.size(), 1u);
     EXPECT_EQ(DiskOutline(), L"P Q(U(c4))");
-}
-
-TEST_F(ClipOperationsTest, DeleteOfTheLockedTree_LetsOnlyClipsGo) {
-    Options().LockEdit = true;
-    fake.user.answers = {true, true, true};
-    EXPECT_FALSE(operations.Delete(&Get(L"S")));
-    EXPECT_FALSE(operations.Delete(&Get(L"P")));
-    EXPECT_TRUE(fake.user.questions.empty());
-    EXPECT_TRUE(operations.Delete(&Get(L"c1")));
 }
 
 // A clip that stands on the clipboard as a promise.

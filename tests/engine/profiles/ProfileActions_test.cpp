@@ -69,22 +69,6 @@ TEST_F(ProfileActionsTest, BuildNewprofile_FromATemplateTakesItsFoldersOnly) {
     EXPECT_TRUE(fake.files.Has(kTemplate));
 }
 
-TEST_F(ProfileActionsTest, BuildNewprofile_BadTemplatesAreTold) {
-    const WorldState before = StateOf(*this);
-    EXPECT_EQ(actions.BuildNewprofile(L"x", L"C:\\Neu", L"C:\\PROG\\Templates\\fehlt.nxp"), nullptr);
-    EXPECT_EQ(fake.user.LastMessage(), L"Vorlage C:\\PROG\\Templates\\fehlt.nxp nicht verfügbar !!!");
-
-    fake.FailNth(Operation::FilesCopy, 1);
-    EXPECT_EQ(actions.BuildNewprofile(L"x", L"C:\\Neu", kTemplate), nullptr);
-    EXPECT_TRUE(fake.user.messages.back().title.empty()) << "the error's own description";
-    EXPECT_EQ(StateOf(*this), before);
-
-    fake.files.SetBytes(kTemplate, "damaged");
-    EXPECT_EQ(actions.BuildNewprofile(L"x", L"C:\\Neu", kTemplate), nullptr);
-    EXPECT_EQ(fake.user.LastMessage(), L"Profilverzeichnis C:\\Neu konnte nicht geladen werden");
-    EXPECT_EQ(StateOf(*this), before);
-}
-
 TEST_F(ProfileActionsTest, NewProfileRefusal_NamesWhatIsWrong) {
     AddProfile(L"Da");
     fake.files.SetBytes(L"C:\\Belegt\\nxclip.nxp", "");
@@ -141,23 +125,6 @@ TEST_F(ProfileActionsTest, ImportProfileDirect_AttachesWhatTheDirectoryHolds) {
     SetProfileChanged(&Get(L"c4"));
     EXPECT_TRUE(Profiles().Item(2).Dirty);
     EXPECT_TRUE(fake.user.messages.empty());
-}
-
-TEST_F(ProfileActionsTest, ImportProfileDirect_RefusesWhatIsAttachedOrUnreadable) {
-    Fill();
-    const WorldState before = StateOf(*this);
-    for (const wchar_t* directory : {L"C:\\Q", L"c:\\q", L"C:\\Q\\"}) {
-        EXPECT_EQ(actions.ImportProfileDirect(directory), nullptr);
-        EXPECT_EQ(fake.user.LastMessage(), L"Das Profil ist schon eingebunden !!!");
-    }
-    fake.files.SetBytes(L"C:\\Kaputt\\nxclip.nxp", "x");
-    for (const wchar_t* directory : {L"C:\\Fehlt", L"C:\\Kaputt"}) {
-        EXPECT_EQ(actions.ImportProfileDirect(directory), nullptr);
-        EXPECT_EQ(fake.user.LastMessage(),
-                  L"Profilverzeichnis " + std::wstring(directory) + L" konnte nicht geladen werden");
-    }
-    fake.files.Remove(L"C:\\Kaputt\\nxclip.nxp");
-    EXPECT_EQ(StateOf(*this), before);
 }
 
 TEST_F(ProfileActionsTest, UnlinkProfile_TouchesNoFile) {

@@ -51,15 +51,6 @@ TEST_F(ProfileStoreTest, LoadProfileDirectory_NoNumberIsGivenTwice) {
     EXPECT_EQ(LoadProfileDirectory(tree, L"C:\\B")->Tag(), L"P&4&C:\\B&0&");
 }
 
-TEST_F(ProfileStoreTest, LoadProfileDirectory_ShowsNoContainerOfAnotherRun) {
-    Write(
-        L"C:\\A",
-        {{L"P&0&C:\\A&0&", L"A", 0, L"Camera"}, {L"S&", L"S", 1, L"Camera"}, {L"S&", L"T", 1, L"Structure"}});
-    Node* const profile = LoadProfileDirectory(tree, L"C:\\A");
-    EXPECT_EQ(profile->Image(), ImageValue(std::wstring(L"Profile")));
-    EXPECT_EQ(profile->FirstChild()->Image(), ImageValue(std::wstring(L"Structure")));
-}
-
 TEST_F(ProfileStoreTest, LoadProfileDirectory_WhatIsNoProfileLeavesNoNode) {
     AddProfile(L"P");
     Write(L"C:\\A", {{L"S&", L"S", 0}, {L"C&1,1&t&", L"c", 1}, {L"P&0&C:\\A&0&", L"A", 0}});

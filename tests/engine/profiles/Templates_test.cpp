@@ -85,17 +85,4 @@ TEST_F(TemplatesTest, InstallFirstStartTemplates_OffersToAttachAProfileThatIsThe
     EXPECT_EQ(container.Get(), attached);
 }
 
-TEST_F(TemplatesTest, InstallFirstStartTemplates_AFailureStopsOnlyItsOwnTemplate) {
-    fake.files.AddDirectory(L"C:\\PROG\\Daten\\Handbuch");
-    fake.files.Remove(L"C:\\PROG\\Templates\\Develop.nxp");
-    fake.files.SetBytes(L"C:\\PROG\\Daten\\Office", "a file where the directory should be");
-    Node* const first = InstallFirstStartTemplates(tree, container, {true, true, true, true}, true);
-    EXPECT_EQ(MemoryOutline(), L"Medien(Ordner) Handbuch(Ordner)");
-    EXPECT_EQ(first, &Get(L"Medien"));
-    EXPECT_TRUE(WasTold(L"Vorlage C:\\PROG\\Templates\\Develop.nxp nicht verfügbar !!!"));
-    EXPECT_TRUE(WasTold(L"Profil 'Entwicklung' konnte nicht angelegt werden."));
-    EXPECT_FALSE(WasTold(L"Profil 'Office' konnte nicht angelegt werden."));
-    EXPECT_EQ(Asked(4), L"Verzeichnisfehler");
-}
-
 }  // namespace

@@ -19,11 +19,6 @@ class FakeDragData : public DragData {
 
 using ModDragDropTest = FakePlatformTest;
 
-TEST_F(ModDragDropTest, DraggedNodeBytes_AreTwoLittleEndianNumbers) {
-    const std::array<std::uint8_t, 8> expected = {0x04, 0x03, 0x02, 0x81, 0x0D, 0x0C, 0x0B, 0x0A};
-    EXPECT_EQ(DraggedNodeBytes({static_cast<std::int32_t>(0x81020304), 0x0A0B0C0D}), expected);
-}
-
 TEST_F(ModDragDropTest, GetDraggedNode_ReadsTheFirst8Bytes) {
     RegisterOleData();
     ASSERT_NE(DraggedNodeFormat(), 0);

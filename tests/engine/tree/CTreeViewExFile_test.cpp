@@ -52,30 +52,6 @@ class CTreeViewExFileTest : public FakePlatformTest {
     CTreeViewEx tree;
 };
 
-TEST_F(CTreeViewExFileTest, BuildTreeData_TakesExactlyTheSubtree) {
-    Grow(nodes, L"P(S(a b) c) Q(d)");
-    ASSERT_TRUE(tree.BuildTreeData(At(L"S")));
-    EXPECT_EQ(tree.Data().Count, 3);
-    ASSERT_EQ(tree.Data().Nodes.size(), 4u);
-    EXPECT_EQ(tree.Data().Nodes[0], TreeNodeRecord{});
-    EXPECT_EQ(tree.Data().Nodes[1].Text, L"S");
-    EXPECT_EQ(tree.Data().Nodes[1].Depth, 0);
-    EXPECT_EQ(tree.Data().Nodes[3].Text, L"b");
-    EXPECT_EQ(tree.Data().Nodes[3].Depth, 1);
-
-    nodes.Add(nullptr, NodeRelation::First, L"youngest", {});
-    ASSERT_TRUE(tree.BuildTreeData(nullptr));
-    EXPECT_EQ(tree.Data().Count, 8);
-    EXPECT_EQ(tree.Data().Nodes[1].Text, L"youngest");
-    EXPECT_EQ(tree.Data().Nodes[8].Text, L"d");
-
-    nodes.Clear();
-    EXPECT_FALSE(tree.BuildTreeData(nullptr));
-    EXPECT_EQ(tree.Data().Count, 0);
-    tree.ReleaseData();
-    EXPECT_EQ(tree.Data().Nodes.size(), 2u);
-}
-
 TEST_F(CTreeViewExFileTest, BuildTreeData_RefusesDepthsThatDoNotFit) {
     Node* deepest = nullptr;
     for (int i = 0; i <= 32767; ++i)
@@ -124,26 +100,6 @@ TEST_F(CTreeViewExFileTest, BuildSubTreeFromData_StopsAtADepthThatLeadsNowhere) 
     Load(At(L"S"));
     EXPECT_EQ(TakeMessage(), message);
     EXPECT_EQ(Outline(nodes), L"P(S(1(2)))");
-}
-
-TEST_F(CTreeViewExFileTest, BuildSubTreeFromData_TellsOfAnErrorOnTheWay) {
-    class BrokenScreen : public TestScreen {
-     public:
-        using TestScreen::TestScreen;
-        void NodeAdded(Node& node) override {
-            TestScreen::NodeAdded(node);
-            if (node.Text() == L"3") throw RuntimeError(ErrorNumber::OutOfMemory, L"kein Platz");
-        }
-    };
-    PutFileWithDepths({0, 1, 1, 1});
-    {
-        BrokenScreen screen(nodes);
-        // The screen is up to date again before the message is shown.
-        fake.user.duringMessage = [&] { EXPECT_EQ(screen.told.back(), L"end"); };
-        EXPECT_EQ(Load()->Text(), L"1");
-    }
-    EXPECT_EQ(TakeMessage(), L"kein Platz|Fehler beim Aufbau des Baumes 7");
-    EXPECT_EQ(Outline(nodes), L"1(2 3)");
 }
 
 TEST_F(CTreeViewExFileTest, SaveAndLoad_OfRandomTreesGiveThemBack) {
@@ -203,23 +159,6 @@ TEST_F(CTreeViewExFileTest, SaveAndLoad_OfMoreNodesThan16BitsCountGiveThemBack) 
     ASSERT_TRUE(tree.BuildTreeData(nodes.Root()));
     EXPECT_EQ(tree.Data(), saved);
     EXPECT_TRUE(fake.user.messages.empty());
-}
-
-TEST_F(CTreeViewExFileTest, Load_OfASortedFolderInDisorderTakesOneSort) {
-    TreeData data;
-    data.Count = 20'001;
-    data.Nodes.resize(20'002);
-    data.Nodes[1].Sorted = true;
-    std::mt19937 random(5);
-    for (std::size_t i = 2; i < data.Nodes.size(); ++i) {
-        data.Nodes[i].Text = std::to_wstring(random());
-        data.Nodes[i].Depth = 1;
-    }
-    PutFile(EncodeTreeData(data));
-    // Searching the place of every child alone would take minutes.
-    ASSERT_NE(Load(), nullptr);
-    EXPECT_EQ(nodes.Count(), 20'001);
-    EXPECT_TRUE(IsConsistent(nodes));
 }
 
 TEST_F(CTreeViewExFileTest, Load_OfTheDeepestFileCanBeSavedAgain) {

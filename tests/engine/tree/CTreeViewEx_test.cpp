@@ -92,36 +92,6 @@ TEST_F(CTreeViewExTest, LastSubNode_LooksOnlyAtTheStartsExpansion) {
     EXPECT_EQ(tree.LastSubNode(nullptr, false), nullptr);
 }
 
-TEST_F(CTreeViewExTest, Scrolling_MovesByOneNode) {
-    Grow(nodes, L"P(a S(x) b c)");
-    At(L"P")->SetExpanded(true);
-    TestScreen screen(nodes);
-    screen.firstShown = At(L"c");
-    tree.ScrollUp();
-    screen.firstShown = At(L"b");
-    tree.ScrollUp();
-    tree.ScrollDown();
-    screen.firstShown = At(L"P");
-    tree.ScrollUp();  // the top is reached
-    EXPECT_EQ(screen.TakeTold(), (Told{L"ensure b", L"ensure S", L"scroll down"}));
-
-    // A hidden node in front of the first shown one must not open its folder.
-    Grow(nodes, L"Q");
-    screen.firstShown = At(L"Q");
-    At(L"c")->SetText(L"T");
-    nodes.Add(At(L"T"), NodeRelation::Child, L"hidden", {});
-    screen.TakeTold();
-    tree.ScrollUp();
-    EXPECT_EQ(screen.TakeTold(), (Told{L"ensure T"}));
-
-    nodes.Clear();
-    screen.firstShown = nullptr;
-    screen.TakeTold();
-    tree.ScrollDown();
-    tree.ScrollUp();
-    EXPECT_TRUE(screen.TakeTold().empty());
-}
-
 TEST_F(CTreeViewExTest, DragOver_ScrollsNearTheEdges) {
     Grow(nodes, L"P Q");
     TestScreen screen(nodes);
@@ -220,20 +190,6 @@ TEST_F(CTreeViewExTest, ForAllNodes_WalksTheSubtreeOrTheWholeTree) {
     nodes.Clear();
     tree.ForAllNodes(nullptr, true, 1);
     EXPECT_TRUE(events.told.empty());
-}
-
-TEST_F(CTreeViewExTest, DropAllowed_GuardsTheSourcesOwnSubtree) {
-    Grow(nodes, L"P(S(a)) Q");
-    EXPECT_FALSE(tree.DropAllowed(At(L"a"), At(L"a"), false));
-    EXPECT_FALSE(tree.DropAllowed(nullptr, At(L"a"), false));
-    EXPECT_FALSE(tree.DropAllowed(At(L"P"), At(L"a"), true));
-    EXPECT_TRUE(tree.DropAllowed(At(L"P"), At(L"a"), false));
-    EXPECT_TRUE(tree.DropAllowed(At(L"a"), At(L"P"), true));
-    EXPECT_TRUE(tree.DropAllowed(At(L"P"), nullptr, true));
-    EXPECT_TRUE(tree.IsSubNode(At(L"a"), At(L"a")));
-    EXPECT_TRUE(tree.IsSubNode(At(L"a"), At(L"P")));
-    EXPECT_FALSE(tree.IsSubNode(At(L"P"), At(L"a")));
-    EXPECT_FALSE(tree.IsSubNode(nullptr, At(L"a")));
 }
 
 TEST_F(CTreeViewExTest, Position_NamesTheSameNodeAfterReloading) {

@@ -103,25 +103,6 @@ TEST(NodeCollectionTest, SetExpanded_AClosedNodeTakesTheSelectionUp) {
     EXPECT_EQ(screen.TakeTold(), (Told{L"selected x", L"selected P", L"closed P", L"open Q", L"closed Q"}));
 }
 
-TEST(NodeCollectionTest, Properties_TellTheScreenOnlyWhatChanges) {
-    NodeCollection nodes;
-    Grow(nodes, L"P");
-    Node& node = *nodes.Root();
-    TestScreen screen(nodes);
-    node.SetText(L"Q");
-    node.SetText(L"Q");
-    node.SetImage(std::wstring(L"Camera"));
-    node.SetImage(std::wstring(L"Camera"));
-    node.SetExpanded(true);
-    node.SetExpanded(true);
-    node.SetExpandedImage(std::int16_t{3});
-    node.SetSelectedImage(NullValue{});
-    nodes.Select(&node);
-    nodes.Select(&node);
-    EXPECT_EQ(screen.TakeTold(),
-              (Told{L"text Q", L"image Q", L"open Q", L"image Q", L"image Q", L"selected Q"}));
-}
-
 TEST(NodeCollectionTest, SortedParent_KeepsItsChildrenInOrder) {
     NodeCollection nodes;
     Grow(nodes, L"P(c B a)");

@@ -99,28 +99,6 @@ TEST(TreeFileTest, EveryVariantType_ComesBackAsItWas) {
     }
 }
 
-TEST(TreeFileTest, Encode_RefusesWhatCannotBeStored) {
-    const std::wstring longest(65535, L'ä');
-    TreeData data = DataOf({Record(longest, longest, 0, longest, false)});
-    EXPECT_EQ(DecodeTreeData(EncodeTreeData(data)), data);
-    for (std::wstring* text :
-         {&data.Nodes[1].Tag, &data.Nodes[1].Text, &std::get<std::wstring>(data.Nodes[1].Image)}) {
-        *text += L'x';
-        try {
-            EncodeTreeData(data);
-            ADD_FAILURE() << "no overflow";
-        } catch (const RuntimeError& error) {
-            EXPECT_EQ(error.Number(), 6);
-            EXPECT_NE(error.Description().find(L"zu lang"), std::wstring::npos);
-        }
-        text->pop_back();
-    }
-    data.Count = 2;
-    EXPECT_THROW(EncodeTreeData(data), RuntimeError);
-    data.Count = -1;
-    EXPECT_THROW(EncodeTreeData(data), RuntimeError);
-}
-
 TEST(TreeFileTest, Decode_IgnoresTheTailAndUnusedElements) {
     Bytes image = EncodeTreeData(Example());
     image.resize(image.size() + 100, 0xFF);

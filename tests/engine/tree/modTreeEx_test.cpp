@@ -52,14 +52,6 @@ int ErrorNumberOf(Operation operation) {
     }
 }
 
-TEST(TagTest, ParseProfileTag_ReadsWhatMakeProfileTagWrote) {
-    EXPECT_EQ(MakeProfileTag(16, L"D:\\Clips\\", true, L"Info"), L"P&16&D:\\Clips\\&1&Info");
-    EXPECT_EQ(ParsedProfile(L"P&16&D:\\Clips\\&1&a&b&"), (ProfileFields{16, L"D:\\Clips\\", true, L"a&b&"}));
-    EXPECT_EQ(ParsedProfile(L"P&0&C:\\Clips&0&"), (ProfileFields{0, L"C:\\Clips", false, L""}));
-    EXPECT_EQ(ParsedProfile(MakeProfileTag(std::numeric_limits<std::int32_t>::min(), L"", false, L"&")),
-              (ProfileFields{std::numeric_limits<std::int32_t>::min(), L"", false, L"&"}));
-}
-
 TEST(TagTest, ParseProfileTag_LeavesWhatTheTagDoesNotReach) {
     const ProfileFields before;
     for (const wchar_t* tag : {L"", L"P", L"P&", L"P&12", L"&&"})
@@ -70,12 +62,6 @@ TEST(TagTest, ParseProfileTag_LeavesWhatTheTagDoesNotReach) {
     EXPECT_EQ(ErrorNumberOf([] { ParsedProfile(L"P&x&D:\\x&1&"); }), 13);
     EXPECT_EQ(ErrorNumberOf([] { ParsedProfile(L"P&&D:\\x&1&"); }), 13);
     EXPECT_EQ(ErrorNumberOf([] { ParsedProfile(L"P&2147483648&D:\\x&1&"); }), 13);
-}
-
-TEST(TagTest, ParseClipTag_ReadsWhatMakeClipTagWrote) {
-    EXPECT_EQ(MakeClipTag(7, 3, L"15.11.1999 13:10:00", L"note"), L"C&7,3&15.11.1999 13:10:00&note");
-    EXPECT_EQ(ParsedClip(L"C&7,3&15.11.1999 13:10:00&no&te"),
-              (ClipFields{7, 3, L"15.11.1999 13:10:00", L"no&te"}));
 }
 
 TEST(TagTest, ParseClipTag_LeavesWhatTheTagDoesNotReach) {
@@ -92,14 +78,6 @@ TEST(TagTest, ParseTagWithoutSecondSeparator_TheParsersDiffer) {
     for (const wchar_t* tag : {L"C", L"C&", L"C&7,3", L"x"})
         EXPECT_EQ(ErrorNumberOf([&] { ParsedClip(tag); }), 5) << tag;
     EXPECT_EQ(ErrorNumberOf([] { ParsedProfile(L"P&7"); }), 0);
-}
-
-TEST(TagTest, StructureTag_KeepsTheInfoWhole) {
-    EXPECT_EQ(MakeStructureTag(L"a&b"), L"S&a&b");
-    EXPECT_EQ(ParseStructureTag(L"S&a&b"), L"a&b");
-    EXPECT_EQ(ParseStructureTag(L"S&"), L"");
-    EXPECT_EQ(ParseStructureTag(L"S"), L"");
-    EXPECT_EQ(ParseStructureTag(L""), L"");
 }
 
 TEST(TreeWalkTest, Step_GoesInTreeOrderAndKnowsTheDepth) {

@@ -29,16 +29,6 @@ TEST(MainLayout, LayOut_PartsFillTheWindowWithoutGapOrOverlap) {
     EXPECT_EQ(r.formatTab.Right(), 800);
 }
 
-TEST(MainLayout, LayOutWithoutBarsOrPreview_ListTakesTheirPlace) {
-    LayoutInput input = Usual();
-    input.toolBarHeight = input.statusBarHeight = 0;
-    input.previewShown = false;
-    const LayoutResult r = LayOutMainWindow(input);
-    EXPECT_EQ(r.tree, (Box{0, 0, 200, 600}));
-    EXPECT_EQ(r.list.Bottom(), 600);
-    EXPECT_EQ(r.formatTab, Box{});
-}
-
 TEST(MainLayout, LayOutTinyWindow_NoNegativeSizes) {
     for (int width = 0; width < 220; width += 7) {
         for (int height = 0; height < 60; height += 3) {

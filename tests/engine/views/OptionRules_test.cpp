@@ -71,24 +71,6 @@ TEST_F(OptionRulesTest, ConfirmOptions_EachControlChangesItsOwnOption) {
     }
 }
 
-TEST_F(OptionRulesTest, ControlsFromOptions_ShowsOddValuesByTheirRule) {
-    OptionValues values;
-    values.NewtextMode = 2;
-    values.ActionUnknownSet = 7;
-    values.UnknownFormats = 0x105;
-    OptionControls controls = ControlsFromOptions(values);
-    EXPECT_TRUE(controls.marks.at(optFormatTitle));
-    EXPECT_FALSE(controls.marks.at(optTextTitle));
-    EXPECT_TRUE(controls.marks.at(OptFSet + 1));
-    EXPECT_FALSE(controls.marks.at(OptFSet));
-    for (int box = 1; box <= 6; ++box)
-        EXPECT_EQ(controls.marks.at(chkSaveUnknown + box), box == 1 || box == 3) << box;
-    EXPECT_TRUE(ConfirmOptions(controls, values));
-    EXPECT_EQ(values.NewtextMode, 0);
-    EXPECT_EQ(values.ActionUnknownSet, 1);
-    EXPECT_EQ(values.UnknownFormats, 5);
-}
-
 TEST_F(OptionRulesTest, SaveAll_ChecksAndDisablesTheOthersAndLeavesTheirMarks) {
     OptionValues values;
     values.UnknownFormats = 4;
