@@ -116,13 +116,23 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_INITMENUPOPUP:
             RefreshCommands();
             return 0;
+        case WM_TIMER:
+            later_.OnTimer(window_, wParam, MayOpenDialog());
+            return 0;
         case WM_QUERYENDSESSION:
             return TRUE;
         case WM_ENDSESSION:
-            if (wParam) DestroyWindow(window_);
+            if (!wParam) return 0;
+            // The system ends the process when this returns.
+            if (snap_.IsTaking()) snap_.Abandon();
+            DestroyWindow(window_);
             return 0;
         case WM_CLOSE:
-            DestroyWindow(window_);
+            // Sent in while a snap waits for data: posted messages wait until the snap is done.
+            if (snap_.IsTaking())
+                PostMessageW(window_, WM_CLOSE, 0, 0);
+            else
+                DestroyWindow(window_);
             return 0;
         case WM_DESTROY:
             if (std::exchange(loaded_, false)) UnloadMainWindow(*this);
@@ -387,11 +397,12 @@ bool frmMain::LockPressed() {
     return tbToolBar_.Pressed(tbbLock);
 }
 
-void frmMain::ScrollIntoView(Node& node) {
-    tvTreeView_.EnsureVisible(node);
+void frmMain::Later(std::chrono::milliseconds delay, std::function<void()> action) {
+    later_.Add(window_, delay, std::move(action));
 }
 
 void frmMain::SelectAndShow(Node& node) {
+    tvTreeView_.EnsureVisible(node);
     if (nodes_.Selected() == &node)
         UpdateListview();
     else

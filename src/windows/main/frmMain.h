@@ -21,6 +21,7 @@
 #include "windows/controls/TreePane.h"
 #include "windows/dialogs/frmDiagnose.h"
 #include "windows/dialogs/frmErrorMsg.h"
+#include "windows/main/LaterActions.h"
 #include "windows/main/ListPane.h"
 #include "windows/main/MainToolBar.h"
 #include "windows/main/PreviewPane.h"
@@ -80,11 +81,11 @@ class frmMain : public MainWindowHost,
     NodeCollection& Nodes() override { return nodes_; }
     Node* ActiveContainer() override { return container_.Get(); }
     bool LockPressed() override;
-    void ScrollIntoView(Node& node) override;
+    void Later(std::chrono::milliseconds delay, std::function<void()> action) override;
     void SelectAndShow(Node& node) override;
     bool MayOpenDialog() override;
     void BringToFront() override;
-    void EditClipProperties(Node& node) override;
+    void EditClipProperties(Node& node, bool unasked) override;
     void Minimise() override;
 
  private:
@@ -221,4 +222,5 @@ class frmMain : public MainWindowHost,
     UniqueIcon trayIcon_;  // goes behind the tray that shows it
     cSysTray cSysTray1;
     UINT taskBarCreated_ = 0;
+    LaterActions later_;
 };

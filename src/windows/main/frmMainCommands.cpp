@@ -314,17 +314,18 @@ bool frmMain::ShowPropertiesOf(Node& node) {
     return frmStructProp(folder.name, folder.info, confirm).ShowModal(window_, IDD_frmStructProp);
 }
 
-void frmMain::EditClipProperties(Node& node) {
-    if (ShowPropertiesOf(node)) AfterTreeChange(&node);
+void frmMain::EditClipProperties(Node& node, bool unasked) {
+    const NodeRef clip(&node);
+    frmClipProp properties(cTV, node);
+    const bool confirmed = unasked ? properties.ShowUnasked(window_, IDD_frmClipProp)
+                                   : properties.ShowModal(window_, IDD_frmClipProp);
+    if (confirmed && clip.Get() != nullptr) AfterTreeChange(clip.Get());
 }
 
 void frmMain::Search(bool again) {
     SearchCommand(
         cTV, again, [this] { return frmSearch().ShowModal(window_, IDD_frmSearch); },
-        [this](Node& found) {
-            ScrollIntoView(found);
-            SelectAndShow(found);
-        });
+        [this](Node& found) { SelectAndShow(found); });
 }
 
 void frmMain::ShowOptions() {

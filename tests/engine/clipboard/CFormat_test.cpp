@@ -233,13 +233,6 @@ TEST_F(FormatTest, SetToClipboard_MarksWhatWasHandedOver) {
     }
 }
 
-TEST_F(FormatTest, SetClipboardFromFile_TellsBitsThatAreNoMetafile) {
-    fake.files.SetBytes(kClip, RecordBytes(3, "Metafile", std::string(16, '\0') + "no metafile"));
-    ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 1));
-    EXPECT_EQ(fake.clipboard.OtherProgramReads(3), std::nullopt);
-    EXPECT_EQ(fake.user.LastMessage(), L"SetToClipboard: SetMetaFileBitsEx2 fehlgeschlagen");
-}
-
 TEST(FormatText, ConvertHandleToString_TakesNoMoreThanThereIs) {
     const std::string text(100, 'x');
     EXPECT_EQ(CFormat::ConvertHandleToString(text.data(), 100, 20).size(), 20u);
