@@ -13,3 +13,9 @@ set_source_files_properties(${TOP_RC} PROPERTIES
   COMPILE_OPTIONS "-I${CMAKE_CURRENT_SOURCE_DIR}/src;-I${CMAKE_CURRENT_BINARY_DIR};-c65001")
 target_link_options(NXClip PRIVATE -municode -Wl,--no-insert-timestamp $<$<CONFIG:Release>:-s>)
 target_compile_options(NXClip PRIVATE -municode)
+# Windows 10 and 11 are what the program is made for; from version 6.0 on its windows have the borders and metrics of
+# today. A 32-bit program may use 4 GB on a 64-bit Windows when it says that it can.
+target_link_options(NXClip PRIVATE -Wl,--major-subsystem-version=6,--minor-subsystem-version=0)
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+  target_link_options(NXClip PRIVATE -Wl,--large-address-aware)
+endif()

@@ -166,7 +166,8 @@ def read_report(path):
 
 
 def self_contained(bits):
-    """The program is one file: right machine, and no library that a Windows does not bring along."""
+    """The program is one file: right machine, no library that a Windows does not bring along, all of the memory, and
+    a program of today for the window manager."""
     def work(step):
         exe = program(bits)
         if not exe.exists():
@@ -177,7 +178,12 @@ def self_contained(bits):
         wrong = [name for name in re.findall(r"DLL Name: (\S+)", text)
                  if re.match(r"lib(gcc|stdc\+\+|winpthread)", name, re.IGNORECASE)]
         machine = {32: "pei-i386", 64: "pei-x86-64"}[bits]
-        notes = [f"needs {name}" for name in wrong] + ([] if f"file format {machine}\n" in text else [f"is no {machine}"])
+        notes = [f"needs {name}" for name in wrong]
+        for what, pattern in ((f"a {machine}", rf"file format {machine}\n"),
+                              ("large address aware", r"^\tlarge address aware$"),
+                              ("of subsystem version 6.0", r"^MajorSubsystemVersion\s+6\nMinorSubsystemVersion\s+0$")):
+            if not re.search(pattern, text, re.MULTILINE):
+                notes.append(f"is not {what}")
         return Result(failed=1, notes=notes) if notes else Result(passed=1)
     return work
 

@@ -39,6 +39,9 @@ class ClipboardPort {
     virtual std::optional<std::string> RegisteredName(FormatNumber format, int most) = 0;
 
     virtual WindowHandle Owner() = 0;
+    // Counts the changes of the content; data rendered by its owner may count as one. 0 when the system does
+    // not say.
+    virtual std::uint32_t SequenceNumber() = 0;
 
     virtual WindowHandle FirstViewer() = 0;
     // Puts `window` in front of the viewer chain; the result is the window behind it, None for the end.

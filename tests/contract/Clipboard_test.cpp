@@ -81,6 +81,19 @@ TEST_F(ClipboardContract, Put_BecomesReadableByOthers) {
     EXPECT_EQ(home->OtherReads(kPicture), std::nullopt);
 }
 
+TEST_F(ClipboardContract, SequenceNumber_GrowsWithEachChangeAndNotByReading) {
+    home->OtherCopies({{kText, std::string("abc\0", 4)}});
+    Open(window);
+    const std::uint32_t first = clipboard.SequenceNumber();
+    EXPECT_NE(first, 0u);
+    EXPECT_NE(clipboard.Data(kText), DataHandle::None);
+    EXPECT_EQ(clipboard.SequenceNumber(), first);
+    clipboard.Close();
+    EXPECT_EQ(clipboard.SequenceNumber(), first);
+    home->OtherCopies({{kText, std::string("abc\0", 4)}});
+    EXPECT_NE(clipboard.SequenceNumber(), first);
+}
+
 TEST_F(ClipboardContract, ClosedClipboard_RefusesEverything) {
     const DataHandle block = MakeBlock("abc");
     home->OtherCopies({{kText, std::string("abc\0", 4)}});

@@ -86,6 +86,7 @@ bool FakeClipboard::Empty() {
     FreeContent();
     owner_ = *openFor_;
     changed_ = true;
+    ++sequence_;
     return true;
 }
 
@@ -245,6 +246,7 @@ void FakeClipboard::OtherProgramCopies(const std::vector<Offer>& offers) {
     }
     FreeContent();
     owner_ = otherProgram;
+    ++sequence_;
     for (const Offer& offer : offers)
         content_.push_back({offer.format, offer.late ? DataHandle::None : offer.make(*this), offer.make});
     TellViewers();
@@ -303,6 +305,7 @@ void FakeClipboard::EndText(FormatNumber format, DataHandle data) {
 
 void FakeClipboard::Store(FormatNumber format, DataHandle data) {
     if (rendering_ == 0) changed_ = true;
+    ++sequence_;
     if (Entry* entry = Find(format)) {
         FreeData(*entry);
         *entry = {format, data, {}};
@@ -327,6 +330,7 @@ void FakeClipboard::Render(FormatNumber format) {
     if (entry.make) {
         const DataHandle data = entry.make(*this);
         if (Entry* stored = Find(format)) stored->data = data;
+        ++sequence_;  // as Microsoft documents it; some systems count it, some do not
         return;
     }
     // The owner answers this with a Put of its own.

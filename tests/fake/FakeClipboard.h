@@ -30,6 +30,7 @@ class FakeClipboard : public ClipboardPort {
     FormatNumber RegisterName(const std::string& name) override;
     std::optional<std::string> RegisteredName(FormatNumber format, int most) override;
     WindowHandle Owner() override { return owner_; }
+    std::uint32_t SequenceNumber() override { return sequence_; }
     WindowHandle FirstViewer() override { return firstViewer_; }
     WindowHandle JoinChain(WindowHandle window) override;
     void LeaveChain(WindowHandle window, WindowHandle next) override;
@@ -111,4 +112,5 @@ class FakeClipboard : public ClipboardPort {
     int busyOpens_ = 0;
     int rendering_ = 0;
     bool changed_ = false;
+    std::uint32_t sequence_ = 1;
 };

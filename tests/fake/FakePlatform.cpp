@@ -14,7 +14,14 @@ FakePlatform::Report currentReport = PrintAndEnd;
 
 }  // namespace
 
-FakePlatform::FakePlatform() : before_(UsePlatform(&platform_)) {}
+FakePlatform::FakePlatform() : before_(UsePlatform(&platform_)) {
+    // Whoever holds the clipboard, or is asked for its data, keeps every other program waiting.
+    user.beforeMessage = [this](const std::wstring& text) {
+        if (clipboard.IsOpen())
+            ledger.Complain("the user: \"" + std::string(text.begin(), text.end()) +
+                            "\" told while the clipboard is open");
+    };
+}
 
 FakePlatform::~FakePlatform() {
     UsePlatform(before_);

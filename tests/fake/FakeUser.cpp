@@ -3,11 +3,13 @@
 #include <utility>
 
 void FakeUser::Tell(const std::wstring& text, const std::wstring& title, MessageIcon icon) {
+    if (beforeMessage) beforeMessage(text);
     messages.push_back({text, title, icon});
     if (duringMessage) duringMessage();
 }
 
 bool FakeUser::Ask(const std::wstring& text, const std::wstring& title, bool noIsDefault) {
+    if (beforeMessage) beforeMessage(text);
     bool answer = false;
     if (!answers.empty()) {
         answer = answers.front();

@@ -52,6 +52,8 @@ class FakeUser : public UserPort {
     std::vector<std::wstring> sounds;
     // Runs while a message or a question stands on the screen; for what arrives meanwhile.
     std::function<void()> duringMessage;
+    // Runs as a message or a question opens; FakePlatform looks there whether somebody has to wait for it.
+    std::function<void(const std::wstring& text)> beforeMessage;
 
  private:
     Failures& failures_;

@@ -28,6 +28,9 @@ constexpr std::uint32_t kErrorFileTooLarge = 223;
 // Many writes of this size are several times faster than a single one of a large block.
 constexpr std::size_t kWritePiece = 1024 * 1024;
 
+// No clip's name needs more of the text, and a text may be all the memory that there is.
+constexpr std::int32_t kLongestPreviewText = 4096;
+
 constexpr std::string_view kZeroByte("\0", 1);
 
 // True when the options and the file's 32-bit size field let so many bytes of data be stored.
@@ -105,13 +108,14 @@ FormatNumber CFormat::Register() {
 }
 
 bool CFormat::PrepareClipboard() {
-    ThePlatform().clipboard.Announce(Register());
+    Announced = !IsGdiObjectFormat(FormatId) && ThePlatform().clipboard.Announce(Register());
     return false;
 }
 
 bool CFormat::SetToClipboard() {
     const FormatNumber id = Register();
-    if (MemHandle == DataHandle::None) return false;
+    // A memory block under a handle's number would be freed by the system as if it were one.
+    if (MemHandle == DataHandle::None || IsGdiObjectFormat(FormatId)) return false;
     switch (FormatId) {
         case kMetafilePictureFormat:
             clipboardHasCopy_ = PutMetafilePicture();
@@ -298,8 +302,8 @@ bool CFormat::WriteBlock(FileHandle file, DataHandle block) {
     if (FormatId == kTextFormat) {
         size = StoredTextSize(lock.Address(), size);
         if (Options().NewtextMode == 1) {
-            PreviewText =
-                ConvertHandleToString(lock.Address(), static_cast<std::int32_t>(size), Options().NewMaxLen);
+            const auto length = std::min(static_cast<std::int32_t>(size), kLongestPreviewText);
+            PreviewText = ConvertHandleToString(lock.Address(), length, Options().NewMaxLen);
         }
     }
     return WriteHeader(file, size) && WriteBytes(file, lock.Address(), size);

@@ -35,6 +35,8 @@ class CFormat {
     // line breaks and zero bytes.
     std::wstring PreviewText;
     bool Loaded = false;
+    // The clipboard took the last announcement of PrepareClipboard.
+    bool Announced = false;
     // The metafile picture's header as last read or captured.
     MetafilePicture MetaFilePict;
     // The byte count of the last read or write.
@@ -64,8 +66,8 @@ class CFormat {
     // The number under which this format is to be put on the clipboard now: a registered one is registered
     // anew by its name.
     FormatNumber Register();
-    // Announces the format on the open clipboard: its data is asked for later. Always false, deliberate:
-    // nothing depends on it, and a caller that branched on it would be told nothing.
+    // Announces the format on the open clipboard: its data is asked for later. Always false, deliberate;
+    // Announced tells what became of it. What stands for a GDI object is not announced.
     bool PrepareClipboard();
     // Puts the loaded data on the open clipboard. False when nothing is loaded or the clipboard refuses it;
     // the block stays ours then.

@@ -67,7 +67,9 @@ bool IsStandardFormat(FormatNumber id) {
 }
 
 bool IsGdiObjectFormat(FormatNumber id) {
-    return id == kBitmapFormat || id == kPaletteFormat || id == kDisplayEnhancedMetafileFormat;
+    return id == kBitmapFormat || id == kPaletteFormat || id == kDisplayBitmapFormat ||
+           id == kDisplayMetafilePictureFormat || id == kDisplayEnhancedMetafileFormat ||
+           (id >= kFirstGdiFormat && id <= kLastGdiFormat);
 }
 
 void TraceRequest(const std::wstring& line) {

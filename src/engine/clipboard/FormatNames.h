@@ -14,7 +14,12 @@ inline constexpr FormatNumber kMetafilePictureFormat = 3;
 inline constexpr FormatNumber kDibFormat = 8;
 inline constexpr FormatNumber kPaletteFormat = 9;
 inline constexpr FormatNumber kEnhancedMetafileFormat = 14;
+inline constexpr FormatNumber kDisplayBitmapFormat = 130;
+inline constexpr FormatNumber kDisplayMetafilePictureFormat = 131;
 inline constexpr FormatNumber kDisplayEnhancedMetafileFormat = 142;
+// Private formats that stand for GDI objects, to be deleted by the system.
+inline constexpr FormatNumber kFirstGdiFormat = 0x300;
+inline constexpr FormatNumber kLastGdiFormat = 0x3FF;
 
 // The name of formats that have none.
 inline constexpr const wchar_t* kUnknownFormatName = L"<unbekannt>";
@@ -28,8 +33,9 @@ std::wstring RegisteredFormatName(FormatNumber id);
 // to 131 and 142. Not 17, deliberate: a stored format 17 comes back as a format registered as "MAX".
 bool IsStandardFormat(FormatNumber id);
 
-// True for the formats that stand for a GDI object, not a memory block: they have no size and are never
-// stored, so their data need not be asked for. Asking is dear: the owner or the system draws a whole bitmap.
+// True for the formats that stand for a GDI object, or for a block with the handle of one, and not for data:
+// they are never stored, so their data need not be asked for. Asking is dear: the owner or the system draws a
+// whole bitmap. A record of one, in a damaged file, is never put on the clipboard.
 bool IsGdiObjectFormat(FormatNumber id);
 
 // While set and RequestTrace (modMain.h) is on: receives a line for each step of answering a request.

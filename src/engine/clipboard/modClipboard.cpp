@@ -3,12 +3,14 @@
 #include <array>
 #include <chrono>
 #include <cstring>
-#include <vector>
+#include <span>
 
 #include "engine/clipboard/GlobalBlock.h"
 #include "engine/clipboard/modFileIO.h"
 #include "engine/process/modProt.h"
+#include "platform/HeldMessages.h"
 #include "platform/Platform.h"
+#include "platform/Text.h"
 
 FormatNumber OwnMarkerFormat = 0;
 std::shared_ptr<CFormats> RenderFormats;
@@ -20,18 +22,55 @@ namespace {
 constexpr std::size_t kMarkerSize = 4;
 constexpr std::int32_t kMarkerValue = 1;
 
-// Together half a second: longer than any program needs to read or fill a clipboard of usual size, and short
-// enough not to look like a program that hangs.
-constexpr std::array kPausesBetweenTries = {
-    std::chrono::milliseconds(5),   std::chrono::milliseconds(15),  std::chrono::milliseconds(45),
-    std::chrono::milliseconds(135), std::chrono::milliseconds(300),
+// Half a second is longer than any program needs to read or fill a clipboard of usual size, and short enough
+// not to look like a program that hangs.
+constexpr std::array kPauses = {
+    std::chrono::milliseconds(5),   std::chrono::milliseconds(15),   std::chrono::milliseconds(45),
+    std::chrono::milliseconds(135), std::chrono::milliseconds(300),  std::chrono::milliseconds(500),
+    std::chrono::milliseconds(800), std::chrono::milliseconds(1200),
 };
 
-void AnnounceAll(const CFormats& formats) {
+std::span<const std::chrono::milliseconds> PausesOf(Patience patience) {
+    const std::size_t count = patience == Patience::Little ? 2 : patience == Patience::Usual ? 5 : 8;
+    return std::span(kPauses).first(count);
+}
+
+// Another program waits, or the program ends: nobody is to answer a box.
+class QuietScope {
+ public:
+    QuietScope() = default;
+    ~QuietScope() {
+        const auto messages = held_.Take();
+        if (!messages.empty()) ThePlatform().user.Status(messages.front().text);
+    }
+    QuietScope(const QuietScope&) = delete;
+    QuietScope& operator=(const QuietScope&) = delete;
+
+ private:
+    HeldMessages held_;
+};
+
+// Announces the formats and returns the names of those that are missing then, for the user: the clipboard
+// refused them, or they could not be read, `count` of them stand in the file.
+std::wstring AnnounceAll(const CFormats& formats, std::int16_t count) {
+    std::wstring missing;
+    const auto add = [&missing](const std::wstring& name) {
+        missing += (missing.empty() ? L"" : L", ") + name;
+    };
     for (CFormat& format : formats) {
         format.PrepareClipboard();
         format.ReleaseGlobalData(false);
+        if (!format.Announced) add(format.FormatName);
     }
+    if (formats.Count() < count) add(NumberText(count - formats.Count()) + L" nicht lesbar");
+    return missing;
+}
+
+// Asking for an announced format makes the system ask us for it. Where no such question comes, because the
+// window is on its way out, the data is handed over as it is.
+bool RenderNow(CFormat& format, const std::wstring& fileName) {
+    if (ThePlatform().clipboard.Data(format.Register()) != DataHandle::None) return true;
+    return format.SetClipboardFromFile(fileName);
 }
 
 }  // namespace
@@ -58,57 +97,72 @@ void ClearPendingRenderSet() {
     RenderFileName.clear();
 }
 
-void RenderAllFormats() {
-    ClipboardPort& clipboard = ThePlatform().clipboard;
-    if (ClipboardWindow == WindowHandle::None || clipboard.Owner() != ClipboardWindow) return;
-    OpenClipboardScope opened(ClipboardWindow);
-    if (!opened.IsOpen()) return;
-    // Listed before the first is rendered: rendering changes what is being enumerated.
-    std::vector<FormatNumber> ids;
-    for (FormatNumber id = clipboard.NextFormat(0); id != 0; id = clipboard.NextFormat(id)) {
-        ids.push_back(id);
-    }
-    for (const FormatNumber id : ids) {
-        clipboard.Data(id);
-    }
+bool RenderAllFormats() {
+    if (ClipboardWindow == WindowHandle::None || ThePlatform().clipboard.Owner() != ClipboardWindow)
+        return true;
+    // A command that comes in meanwhile may replace the pending clip: this keeps the one at hand alive.
+    const std::shared_ptr<CFormats> formats = RenderFormats;
+    if (formats == nullptr) return true;
+    const QuietScope quiet;
+    const OpenClipboardScope opened(ClipboardWindow, Patience::Long);
+    if (!opened.IsOpen()) return false;
+    bool all = true;
+    for (CFormat& format : *formats)
+        if (format.Announced) all = RenderNow(format, RenderFileName) && all;
+    return all;
+}
+
+void RenderPendingFormat(FormatNumber id) {
+    const std::shared_ptr<CFormats> formats = RenderFormats;
+    const std::wstring fileName = RenderFileName;
+    if (fileName.empty() || formats == nullptr) return;
+    const QuietScope quiet;
+    CFormat* const format = formats->SearchFormatIdByName(id);
+    if (format != nullptr) format->SetClipboardFromFile(fileName);
 }
 
 bool RestoreClip(CClipBoard& clipBoard, WindowHandle owner, const std::wstring& fileName,
                  std::int16_t count) {
     UserPort& user = ThePlatform().user;
-    ClipFileScope file(OpenClipFile(fileName, false, true));
-    if (!file.IsOpen()) {
-        user.Status(L"Datei " + fileName + L" nicht verfügbar !!!");
-        return false;
+    const HeldMessages held;
+    std::shared_ptr<CFormats> formats;
+    {
+        const ClipFileScope file(OpenClipFile(fileName, false, true));
+        if (!file.IsOpen()) {
+            user.Status(L"Datei " + fileName + L" nicht verfügbar !!!");
+            return false;
+        }
+        formats = clipBoard.LoadFormatsByHandle(file.Handle(), count);
     }
-    OpenClipboardScope opened(owner);
+    const OpenClipboardScope opened(owner);
     if (!opened.IsOpen()) return false;
     if (!ThePlatform().clipboard.Empty()) {
         user.Status(L"Die Zwischenablage konnte nicht geleert werden.");
         return false;
     }
-    RenderFormats.reset();
+    RenderFormats = formats;
     RenderFileName = fileName;
-    const auto formats = clipBoard.LoadFormatsByHandle(file.Handle(), count);
     if (formats == nullptr || formats->Count() == 0) {
-        user.Tell(L"Keine Formate ermittelt");
+        RenderFormats.reset();
+        ThePlatform().user.Tell(L"Keine Formate ermittelt");
         return false;
     }
-    RenderFormats = formats;
-    AnnounceAll(*formats);
+    const std::wstring missing = AnnounceAll(*formats, count);
     PutOwnMarker();
-    user.Status(L"Clipboard erfolgreich gesetzt ...");
+    user.Status(missing.empty() ? L"Clipboard erfolgreich gesetzt ..."
+                                : L"Clipboard unvollständig gesetzt, es fehlt: " + missing);
     return true;
 }
 
-bool OpenClipboardFor(WindowHandle owner) {
+bool OpenClipboardFor(WindowHandle owner, Patience patience) {
     ClipboardPort& clipboard = ThePlatform().clipboard;
     if (clipboard.Open(owner)) return true;
-    for (const auto pause : kPausesBetweenTries) {
+    for (const auto pause : PausesOf(patience)) {
         ThePlatform().clock.Pause(pause);
         if (clipboard.Open(owner)) return true;
     }
-    ThePlatform().user.Status(L"Die Zwischenablage wird gerade von einem anderen Programm benutzt.");
+    if (patience != Patience::Little)
+        ThePlatform().user.Status(L"Die Zwischenablage wird gerade von einem anderen Programm benutzt.");
     return false;
 }
 

@@ -34,9 +34,13 @@ void ClearPendingRenderSet();
 // before that.
 extern WindowHandle ClipboardWindow;
 
-// Renders every announced format, so that the clipboard's content outlives this program. Does nothing when
-// the clipboard's owner is not the main window.
-void RenderAllFormats();
+// Renders every announced format, so that the clipboard's content outlives this program and the clip's file.
+// True when nothing is promised any more, also because the clipboard's owner is not the main window; false
+// when another program kept the clipboard for three seconds or a format could not be rendered.
+bool RenderAllFormats();
+// Answers a request for a format from the pending clip. Another program waits for it: what goes wrong is said
+// in the status bar alone.
+void RenderPendingFormat(FormatNumber id);
 
 // Puts a clip on the clipboard, which `owner` (the main window) owns from then on: empties it, announces each
 // of the `count` formats of the file in its order, adds the marker and keeps the formats for later requests.
@@ -44,14 +48,22 @@ void RenderAllFormats();
 // nothing is changed; from then on what the clipboard held is gone.
 bool RestoreClip(CClipBoard& clipBoard, WindowHandle owner, const std::wstring& fileName, std::int16_t count);
 
-// Opens the clipboard for a window. While another program holds it, tries again after growing pauses, half a
-// second in total; then the status bar says so and the result is false.
-bool OpenClipboardFor(WindowHandle owner);
+// How long to wait for a clipboard that another program holds.
+enum class Patience {
+    Little,  // a few milliseconds, and no word: the caller comes back
+    Usual,   // half a second
+    Long,    // three seconds, where there is no second chance
+};
+
+// Opens the clipboard for a window. While another program holds it, tries again after growing pauses; then
+// the status bar says so and the result is false.
+bool OpenClipboardFor(WindowHandle owner, Patience patience = Patience::Usual);
 
 // Keeps the opened clipboard open no longer than it lives.
 class OpenClipboardScope {
  public:
-    explicit OpenClipboardScope(WindowHandle owner) : open_(OpenClipboardFor(owner)) {}
+    explicit OpenClipboardScope(WindowHandle owner, Patience patience = Patience::Usual)
+        : open_(OpenClipboardFor(owner, patience)) {}
     ~OpenClipboardScope() { Close(); }
     OpenClipboardScope(const OpenClipboardScope&) = delete;
     OpenClipboardScope& operator=(const OpenClipboardScope&) = delete;

@@ -46,16 +46,6 @@ MessageParameter PassOn(const Parameters& p) {
     return ThePlatform().windows.Deliver(NextViewer, p.message, p.w, p.l);
 }
 
-void RenderRequested(FormatNumber id) {
-    // A message box on the way lets other messages in, and one of them may replace the pending clip: this
-    // keeps the one we are working on alive.
-    const std::shared_ptr<CFormats> formats = RenderFormats;
-    const std::wstring fileName = RenderFileName;
-    if (fileName.empty() || formats == nullptr) return;
-    CFormat* const format = formats->SearchFormatIdByName(id);
-    if (format != nullptr) format->SetClipboardFromFile(fileName);
-}
-
 MessageParameter ClipboardChanged(const Parameters& p) {
     // What this program puts on the clipboard itself is never captured.
     if (Options().AutoSnap && ThePlatform().clipboard.Owner() != p.window) {
@@ -116,7 +106,7 @@ MessageParameter ClipboardWndProc(WindowHandle window, std::uint32_t message, Me
     const Parameters p{window, message, wParam, lParam};
     switch (static_cast<Message>(message)) {
         case Message::RenderFormat:
-            RenderRequested(static_cast<FormatNumber>(wParam));
+            RenderPendingFormat(static_cast<FormatNumber>(wParam));
             return 0;
         case Message::RenderAllFormats:
             RenderAllFormats();

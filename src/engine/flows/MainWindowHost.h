@@ -1,5 +1,8 @@
 #pragma once
 
+#include <chrono>
+#include <functional>
+
 #include "engine/tree/NodeCollection.h"
 #include "platform/Handles.h"
 
@@ -16,8 +19,11 @@ class MainWindowHost {
     // The tool bar's toggle "Lock" is pressed.
     virtual bool LockPressed() = 0;
 
-    virtual void ScrollIntoView(Node& node) = 0;
-    // Selects the node in the tree and refreshes the list and the preview, once.
+    // Runs `action` once, from a message of its own: after `delay`, when nothing more urgent waits and
+    // MayOpenDialog holds. Dropped when the window goes before that.
+    virtual void Later(std::chrono::milliseconds delay, std::function<void()> action) = 0;
+
+    // Selects the node in the tree, scrolls it into view and refreshes the list and the preview, once.
     virtual void SelectAndShow(Node& node) = 0;
 
     // Marks the profile that holds `node` as changed.
@@ -29,7 +35,8 @@ class MainWindowHost {
     // may be opened now.
     virtual bool MayOpenDialog() = 0;
     virtual void BringToFront() = 0;
-    // Opens the clip's property dialog and returns when it has closed. The node may be gone then.
-    virtual void EditClipProperties(Node& node) = 0;
+    // Opens the clip's property dialog and returns when it has closed. The node may be gone then. Unasked, it
+    // appears above the other windows without taking the keyboard from the program that the user works in.
+    virtual void EditClipProperties(Node& node, bool unasked) = 0;
     virtual void Minimise() = 0;
 };

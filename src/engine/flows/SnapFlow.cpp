@@ -1,6 +1,8 @@
 #include "engine/flows/SnapFlow.h"
 
-#include <new>
+#include <array>
+#include <chrono>
+#include <utility>
 
 #include "engine/clipboard/FormatNames.h"
 #include "engine/clipboard/modClipboard.h"
@@ -16,23 +18,26 @@
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
 
+using std::chrono::milliseconds;
+
 namespace {
 
 // As many characters as the options dialog lets the user ask for.
 constexpr std::size_t kLongestClipName = 999;
 
-// So many numbers of existing files are passed by in one snap; the next one goes on from there.
-constexpr int kMostTakenNumbers = 10000;
+// Together nearly two seconds: whoever holds the clipboard longer holds it from everybody.
+constexpr std::array kPausesBetweenReturns = {milliseconds(100), milliseconds(300), milliseconds(600),
+                                              milliseconds(900)};
 
-class RunningScope {
+class MarkScope {
  public:
-    explicit RunningScope(bool& running) : running_(running) { running_ = true; }
-    ~RunningScope() { running_ = false; }
-    RunningScope(const RunningScope&) = delete;
-    RunningScope& operator=(const RunningScope&) = delete;
+    explicit MarkScope(bool& mark) : mark_(mark) { mark_ = true; }
+    ~MarkScope() { mark_ = false; }
+    MarkScope(const MarkScope&) = delete;
+    MarkScope& operator=(const MarkScope&) = delete;
 
  private:
-    bool& running_;
+    bool& mark_;
 };
 
 bool IsControlCharacter(wchar_t character) {
@@ -57,81 +62,124 @@ struct SnapFlow::Choice {
     }
 };
 
-// What became of the kept formats.
-struct SnapFlow::Saved {
+// What was read from the clipboard and stands in the clip's file.
+struct SnapFlow::Content {
+    std::wstring name;
     std::int16_t count = 0;
+    bool hadKeptFormat = false;
     std::uint32_t writeError = 0;  // the system's code of the first record that could not be written
-};
 
-void SnapFlow::UpdateClipBoard() {
-    if (!ModalDialogOpen) Snap();
-}
+    // What the user is to know of it; empty when all is well.
+    std::wstring LastWord(const std::wstring& path) const {
+        const std::wstring error = writeError != 0 ? FileErrorOf(writeError, path).Description() : L"";
+        if (count > 0) return error.empty() ? L"" : L"Der Clip ist unvollständig: " + error;
+        if (!error.empty()) return L"Kein Format gesichert: " + error;
+        return hadKeptFormat
+                   ? L"Kein Format gesichert: Die Daten wurden nicht geliefert oder sind zu groß."
+                   : L"Kein Format gesichert: Der Inhalt hat keines der Formate, die behalten werden.";
+    }
+};
 
 void SnapFlow::Snap() {
     if (running_ || TreeOperationUnderWay()) return;
-    const RunningScope running(running_);
-    Succeeds([this] { TakeSnap(); });
+    const MarkScope running(running_);
+    const HourglassScope hourglass(ThePlatform().user);
+    Messages messages;
+    Take(Trigger::Command, messages);
+    TellAll(messages);
+    Show(Trigger::Command);
 }
 
-void SnapFlow::TakeSnap() {
-    UserPort& user = ThePlatform().user;
-    if (host_.LockPressed()) return;
+void SnapFlow::UpdateClipBoard() {
+    if (running_ || ModalDialogOpen) return;
+    const milliseconds left = rest_.Left(ThePlatform().clock.Now());
+    if (left == milliseconds(0) && host_.MayOpenDialog()) return TakeChange(0);
+    // A menu is open, or an operation on the tree goes on, or others are to have their turn.
+    if (std::exchange(returnsAfterRest_, true)) return;
+    host_.Later(left, [this] {
+        returnsAfterRest_ = false;
+        if (Options().AutoSnap) UpdateClipBoard();
+    });
+}
+
+// `returns` counts how often the clipboard was another program's already.
+void SnapFlow::TakeChange(std::size_t returns) {
+    if (running_ || ModalDialogOpen) return;
+    const std::uint32_t sequence = ThePlatform().clipboard.SequenceNumber();
+    if (sequence != 0 && sequence == lookedAt_) return;
+    const MarkScope running(running_);
+    const HourglassScope hourglass(ThePlatform().user);
+    const FileTime began = ThePlatform().clock.Now();
+    Messages messages;
+    const Outcome outcome = Take(Trigger::Change, messages);
+    rest_.WorkDone(began, ThePlatform().clock.Now());
+    for (const HeldMessages::Message& message : messages)
+        ThePlatform().user.TellLater(message.text);
+    ShowLater();
+    if (outcome != Outcome::ClipboardBusy) return;
+    if (returns < kPausesBetweenReturns.size()) {
+        host_.Later(kPausesBetweenReturns[returns], [this, returns] {
+            if (Options().AutoSnap) TakeChange(returns + 1);
+        });
+        return;
+    }
+    ThePlatform().user.Status(
+        L"Eine Kopie wurde nicht erfasst: Ein anderes Programm gibt die Zwischenablage nicht frei.");
+}
+
+SnapFlow::Outcome SnapFlow::Take(Trigger trigger, Messages& messages) {
+    const MarkScope taking(taking_);
+    HeldMessages held;
+    Outcome outcome = Outcome::Finished;
+    Succeeds([&] { outcome = TakeSnap(trigger); });
+    messages = held.Take();
+    return outcome;
+}
+
+SnapFlow::Outcome SnapFlow::TakeSnap(Trigger trigger) {
+    if (host_.LockPressed()) return Outcome::Finished;
     lastUpdate_ = ThePlatform().clock.Now();
     Node* const container = host_.ActiveContainer();
     if (container == nullptr) {
-        user.Tell(L"Aktivieren Sie bitte erst ein Profil oder einen Ordner.");
-        return;
+        ThePlatform().user.Tell(L"Aktivieren Sie bitte erst ein Profil oder einen Ordner.");
+        return Outcome::Finished;
     }
-    if (HoldsOwnMarker()) return;
-    const ClipFile clip = NewClipFile(*container);
-    if (clip.path.empty()) return;
+    if (HoldsOwnMarker()) return Outcome::Finished;
 
-    const HourglassScope hourglass(user);
-    OpenClipboardScope clipboard(host_.Window());
-    if (!clipboard.IsOpen()) return;
-    const std::shared_ptr<CFormats> formats = clipBoard_.GetClipboardFormats();
-    if (formats->Count() == 0) return;
-    const std::optional<Choice> choice = ChooseFormats(*formats);
-    if (!choice) return;
-    ClipFileScope file(OpenClipFile(clip.path, true, false));
-    if (!file.IsOpen()) {
-        user.Status(L"Öffnen der Clipdatei " + clip.path + L" fehlgeschlagen!!!");
-        return;
-    }
-
-    Node& node = host_.Nodes().Add(container, NodeRelation::Child, choice->name, std::wstring(L"Clip"));
-    host_.ScrollIntoView(node);
-    const Saved saved = SaveFormats(*formats, *choice, file.Handle(), node);
-    clipboard.Close();
+    NewClipFile file(*container);
+    if (!file.IsOpen()) return Outcome::Finished;
+    std::optional<Content> content;
+    const Outcome outcome = ReadClipboard(trigger, file, content);
     file.Close();
+    if (!content || abandoned_) return outcome;
 
-    TagNode(node, clip, saved.count);
-    host_.SetProfileChanged(node);
+    const std::wstring lastWord = content->LastWord(file.Path());
+    if (content->count == 0 && trigger == Trigger::Change) {
+        ThePlatform().user.Status(lastWord);
+        return outcome;
+    }
+    Node* const node = MakeNode(file, *content);
+    if (node == nullptr) return outcome;
+    file.Keep();
+    unshown_.Follow(node);
+    lastWord_ = lastWord;
+    host_.SetProfileChanged(*node);
     host_.SaveAllProfiles();
-    host_.SelectAndShow(node);
-    SayWhatIsMissing(saved, clip.path);
-    PlaySnapSound();
-    if (Options().EditPropAfterSnap) {
-        host_.BringToFront();
-        host_.EditClipProperties(node);
-    }
-    if (Options().IconAfterSnap) {
-        host_.Minimise();
-        RestoreForeground();
-    }
+    return outcome;
 }
 
-// A file that is there already belongs to some other clip, whatever the profile's counter says: after a
-// profile could not be saved its counter is behind the files. Such numbers are passed by, since creating the
-// file would empty it.
-SnapFlow::ClipFile SnapFlow::NewClipFile(Node& container) {
-    ClipFile clip;
-    for (int tries = 0; tries < kMostTakenNumbers; ++tries) {
-        clip.path = NewClipFileName(&container, true, clip.number);
-        if (clip.path.empty() || !ThePlatform().files.Exists(clip.path)) return clip;
-    }
-    ThePlatform().user.Status(L"Öffnen der Clipdatei " + clip.path + L" fehlgeschlagen!!!");
-    return {};
+// The clipboard is open in here and nowhere else.
+SnapFlow::Outcome SnapFlow::ReadClipboard(Trigger trigger, const NewClipFile& file,
+                                          std::optional<Content>& content) {
+    const Patience patience = trigger == Trigger::Change ? Patience::Little : Patience::Usual;
+    const OpenClipboardScope clipboard(host_.Window(), patience);
+    if (!clipboard.IsOpen()) return Outcome::ClipboardBusy;
+    const std::shared_ptr<CFormats> formats = clipBoard_.GetClipboardFormats();
+    const std::optional<Choice> choice = formats->Count() > 0 ? ChooseFormats(*formats) : std::nullopt;
+    if (choice) content = SaveFormats(*formats, *choice, file.Handle());
+    // Only now: data that the owner rendered for us counts as a change.
+    lookedAt_ = ThePlatform().clipboard.SequenceNumber();
+    return Outcome::Finished;
 }
 
 std::optional<SnapFlow::Choice> SnapFlow::ChooseFormats(const CFormats& formats) {
@@ -141,37 +189,78 @@ std::optional<SnapFlow::Choice> SnapFlow::ChooseFormats(const CFormats& formats)
     return Choice{0, Options().UnknownSet};
 }
 
-SnapFlow::Saved SnapFlow::SaveFormats(CFormats& formats, const Choice& choice, FileHandle file, Node& node) {
-    Saved saved;
+SnapFlow::Content SnapFlow::SaveFormats(CFormats& formats, const Choice& choice, FileHandle file) {
+    Content content;
+    content.name = choice.name;
     for (CFormat& format : formats) {
         if (!choice.Keeps(format.FormatName)) continue;
+        content.hadKeptFormat = true;
         ThePlatform().user.Status(L"Sichern Format '" + format.FormatName + L"'");
         const auto start = TellClipFile(file);
         if (format.LoadAndSaveFormat(file)) {
-            ++saved.count;
+            ++content.count;
             if (format.FormatId == kTextFormat && Options().NewtextMode == 1) {
                 const std::wstring name = ClipNameOfText(format.PreviewText);
-                if (!name.empty()) node.SetText(name);
+                if (!name.empty()) content.name = name;
             }
             continue;
         }
-        if (saved.writeError == 0) saved.writeError = format.WriteError;
+        if (content.writeError == 0) content.writeError = format.WriteError;
         // What was written of the failed record must not stand in front of the next one.
         if (!start || !SeekClipFile(file, *start)) break;
     }
-    return saved;
+    return content;
 }
 
-void SnapFlow::TagNode(Node& node, const ClipFile& clip, std::int16_t formatCount) {
+// Null, and the user knows why, when the container was taken from us while an owner was asked for its data.
+Node* SnapFlow::MakeNode(const NewClipFile& file, const Content& content) {
+    Node* const container = host_.ActiveContainer();
+    const Node* const profile = container != nullptr ? GetProfileNode(container, false) : nullptr;
+    if (profile == nullptr || ClipFilePath(GetProfileDirectory(profile), file.Number()) != file.Path()) {
+        ThePlatform().user.Status(
+            L"Eine Kopie wurde nicht erfasst: Der Ordner für neue Clips hat inzwischen gewechselt.");
+        return nullptr;
+    }
     ClockPort& clock = ThePlatform().clock;
-    const FileTime captured = ThePlatform().files.ChangeTime(clip.path).value_or(clock.Now());
-    node.SetTag(MakeClipTag(clip.number, formatCount, clock.DateText(captured), {}));
+    const FileTime captured = ThePlatform().files.ChangeTime(file.Path()).value_or(clock.Now());
+    const std::wstring tag = MakeClipTag(file.Number(), content.count, clock.DateText(captured), {});
+    NodeCollection& nodes = host_.Nodes();
+    Node& node = nodes.Add(container, NodeRelation::Child, content.name, std::wstring(L"Clip"));
+    try {
+        node.SetTag(tag);
+    } catch (...) {
+        nodes.Remove(node);
+        throw;
+    }
+    return &node;
 }
 
-void SnapFlow::SayWhatIsMissing(const Saved& saved, const std::wstring& path) {
-    if (saved.writeError == 0) return;
-    ThePlatform().user.Status(L"Der Clip ist unvollständig: " +
-                              FileErrorOf(saved.writeError, path).Description());
+void SnapFlow::ShowLater() {
+    if (unshown_.Get() == nullptr || std::exchange(showsLater_, true)) return;
+    host_.Later(milliseconds(0), [this] {
+        showsLater_ = false;
+        Show(Trigger::Change);
+    });
+}
+
+void SnapFlow::Show(Trigger trigger) {
+    const NodeRef clip(unshown_.Get());
+    const std::wstring lastWord = lastWord_;
+    unshown_.Follow(nullptr);
+    if (clip.Get() == nullptr) return;
+    host_.SelectAndShow(*clip.Get());
+    if (!lastWord.empty()) ThePlatform().user.Status(lastWord);
+    PlaySnapSound();
+    if (Options().EditPropAfterSnap && clip.Get() != nullptr && host_.MayOpenDialog()) {
+        const bool unasked = trigger == Trigger::Change;
+        if (!unasked) host_.BringToFront();
+        host_.EditClipProperties(*clip.Get(), unasked);
+        if (!lastWord.empty()) ThePlatform().user.Status(lastWord);
+    }
+    if (Options().IconAfterSnap) {
+        host_.Minimise();
+        RestoreForeground();
+    }
 }
 
 std::wstring ClipNameOfText(const std::wstring& text) {

@@ -1,48 +1,80 @@
 #pragma once
 
+#include <chrono>
+#include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "engine/clipboard/CClipBoard.h"
 #include "engine/flows/MainWindowHost.h"
+#include "engine/flows/NewClipFile.h"
+#include "engine/flows/RestAfterWork.h"
+#include "engine/tree/NodeRef.h"
 #include "platform/Files.h"
+#include "platform/HeldMessages.h"
 
-// A snap: what is on the clipboard becomes a clip on disk and a node below the active container.
+// A snap: what is on the clipboard becomes a clip on disk and a node below the active container. The
+// clipboard is open for reading alone, and no message box opens before the clip is made and saved.
+//
+// A snap that a clipboard change asked for happens inside that change's message, while other viewers wait.
+// What is only for the user's eyes, and every text, comes later from a message of its own.
 class SnapFlow {
  public:
     // Neither is owned; both live as long as the flow.
     SnapFlow(MainWindowHost& host, CClipBoard& clipBoard) : host_(host), clipBoard_(clipBoard) {}
 
-    // The clipboard changed. Takes a snap unless a modal dialog is open.
+    // The clipboard changed. Takes what it holds now, unless a modal dialog is open or a snap has looked at
+    // it before. Of changes that come faster than the user could bear only the newest is taken. While another
+    // program holds the clipboard, comes back a few times within two seconds; then the status bar says that a
+    // copy was missed.
     void UpdateClipBoard();
-    // Takes a snap; everything it has to say it says in the user interface. While one runs, a further call
-    // does nothing: the messages that a snap shows let new clipboard changes in.
+    // Takes a snap at the user's command. While one runs, a further call does nothing.
     void Snap();
+
+    // A clip is being made: the messages that come in now were sent while the clipboard's owner was asked for
+    // data.
+    bool IsTaking() const { return taking_; }
+    // The window goes: what is being made ends without a clip.
+    void Abandon() { abandoned_ = true; }
 
     // When a snap last looked at the clipboard; none before the first.
     std::optional<FileTime> LastUpdate() const { return lastUpdate_; }
 
  private:
-    struct ClipFile {
-        std::wstring path;
-        std::int32_t number = 0;
-    };
+    enum class Trigger { Command, Change };
+    enum class Outcome { Finished, ClipboardBusy };
+    using Messages = std::vector<HeldMessages::Message>;
     struct Choice;
-    struct Saved;
+    struct Content;
 
-    void TakeSnap();
-    ClipFile NewClipFile(Node& container);
+    void TakeChange(std::size_t returns);
+    Outcome Take(Trigger trigger, Messages& messages);
+    Outcome TakeSnap(Trigger trigger);
+    Outcome ReadClipboard(Trigger trigger, const NewClipFile& file, std::optional<Content>& content);
     std::optional<Choice> ChooseFormats(const CFormats& formats);
-    Saved SaveFormats(CFormats& formats, const Choice& choice, FileHandle file, Node& node);
-    void TagNode(Node& node, const ClipFile& clip, std::int16_t formatCount);
-    void SayWhatIsMissing(const Saved& saved, const std::wstring& path);
+    Content SaveFormats(CFormats& formats, const Choice& choice, FileHandle file);
+    Node* MakeNode(const NewClipFile& file, const Content& content);
+
+    void ShowLater();
+    void Show(Trigger trigger);
 
     MainWindowHost& host_;
     CClipBoard& clipBoard_;
     std::optional<FileTime> lastUpdate_;
     bool running_ = false;
+    bool taking_ = false;
+    bool abandoned_ = false;
+    // The clipboard's sequence number when a snap last looked at it; 0 for none.
+    std::uint32_t lookedAt_ = 0;
+    RestAfterWork rest_{std::chrono::milliseconds(20)};
+    bool returnsAfterRest_ = false;
+    // The clip that was made and not shown yet, and what the status bar is to say of it; empty when all is
+    // well.
+    NodeRef unshown_;
+    std::wstring lastWord_;
+    bool showsLater_ = false;
 };
 
 // A clip's name made of its text: up to the first zero, each run of line breaks and other control characters

@@ -82,6 +82,10 @@ WindowHandle Win32Clipboard::Owner() {
     return EngineWindow(GetClipboardOwner());
 }
 
+std::uint32_t Win32Clipboard::SequenceNumber() {
+    return GetClipboardSequenceNumber();
+}
+
 WindowHandle Win32Clipboard::FirstViewer() {
     return EngineWindow(GetClipboardViewer());
 }

@@ -15,6 +15,7 @@ class Win32Clipboard : public ClipboardPort {
     FormatNumber RegisterName(const std::string& name) override;
     std::optional<std::string> RegisteredName(FormatNumber format, int most) override;
     WindowHandle Owner() override;
+    std::uint32_t SequenceNumber() override;
     WindowHandle FirstViewer() override;
     WindowHandle JoinChain(WindowHandle window) override;
     void LeaveChain(WindowHandle window, WindowHandle next) override;

@@ -48,6 +48,12 @@ bool IsAnsweredDirectly(UINT message) {
            message == WM_CHARTOITEM || message == WM_COMPAREITEM || message == WM_QUERYDRAGICON;
 }
 
+bool ForegroundIsOurs() {
+    DWORD process = 0;
+    GetWindowThreadProcessId(GetForegroundWindow(), &process);
+    return process == GetCurrentProcessId();
+}
+
 }  // namespace
 
 bool Dialog::ShowModal(HWND owner, int dialogTemplate) {
@@ -61,6 +67,41 @@ bool Dialog::ShowModal(HWND owner, int dialogTemplate) {
                                                 &Dialog::Procedure, reinterpret_cast<LPARAM>(this));
     if (result == -1) ThePlatform().user.Tell(L"Das Dialogfenster konnte nicht geöffnet werden !!!");
     return result == IDOK;
+}
+
+bool Dialog::ShowUnasked(HWND owner, int dialogTemplate) {
+    if (ForegroundIsOurs()) return ShowModal(owner, dialogTemplate);
+    const OpenDialogScope open;
+    unasked_ = true;
+    if (CreateBeside(owner, dialogTemplate) == nullptr) {
+        ThePlatform().user.Tell(L"Das Dialogfenster konnte nicht geöffnet werden !!!");
+        return false;
+    }
+    EnableWindow(owner, FALSE);
+    SetWindowPos(window_, HWND_TOPMOST, 0, 0, 0, 0,
+                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_SHOWWINDOW);
+    FLASHWINFO flash{};
+    flash.cbSize = sizeof flash;
+    flash.hwnd = window_;
+    flash.dwFlags = FLASHW_ALL | FLASHW_TIMERNOFG;
+    FlashWindowEx(&flash);
+    RunUntilClosed();
+    return confirmed_;
+}
+
+// The system's own loop for modal dialogs would activate the window.
+void Dialog::RunUntilClosed() {
+    MSG message;
+    while (window_ != nullptr) {
+        if (GetMessageW(&message, nullptr, 0, 0) <= 0) {
+            // The program ends; its own loop is to see that, too.
+            PostQuitMessage(static_cast<int>(message.wParam));
+            return;
+        }
+        if (window_ != nullptr && IsDialogMessageW(window_, &message)) continue;
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
 }
 
 HWND Dialog::ShowModeless(HWND owner, int dialogTemplate) {
@@ -110,7 +151,8 @@ INT_PTR Dialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             if (!page_) CentreOver(window, GetWindow(window, GW_OWNER));
             CentreTextInBoxes(window);
             OnInit();
-            return TRUE;
+            // The dialog manager would give the focus to a control, and the window would be activated.
+            return !unasked_;
         case WM_COMMAND:
             OnCommand(LOWORD(wParam), HIWORD(wParam));
             return TRUE;
@@ -166,10 +208,17 @@ void Dialog::OnHelp() {
 }
 
 void Dialog::Close(bool confirmed) {
-    if (modal_)
+    if (modal_) {
         EndDialog(window_, confirmed ? IDOK : IDCANCEL);
-    else
-        DestroyWindow(window_);
+        return;
+    }
+    confirmed_ = confirmed;
+    const HWND owner = GetWindow(window_, GW_OWNER);
+    // Before the window goes: the system gives its place in front to an owner that can take it.
+    if (unasked_) EnableWindow(owner, TRUE);
+    DestroyWindow(window_);
+    // A dialog closed by a message that was sent leaves its loop waiting for one that is posted.
+    if (unasked_) PostMessageW(owner, WM_NULL, 0, 0);
 }
 
 std::wstring Dialog::Text(int control) const {

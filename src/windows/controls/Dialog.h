@@ -19,6 +19,9 @@ class Dialog {
     // Shows the dialog and returns when it has closed: true when it was confirmed. The open-dialog flag is
     // set meanwhile. A failure to make the window is told to the user and counts as not confirmed.
     bool ShowModal(HWND owner, int dialogTemplate);
+    // The same for a dialog that the user did not ask for: while he works in another program it comes up over
+    // the other windows and flashes, but leaves the keyboard where it is.
+    bool ShowUnasked(HWND owner, int dialogTemplate);
     // Shows the dialog beside its owner and returns at once; the object must outlive the window.
     HWND ShowModeless(HWND owner, int dialogTemplate);
 
@@ -63,12 +66,15 @@ class Dialog {
 
  private:
     HWND CreateBeside(HWND owner, int dialogTemplate);
+    void RunUntilClosed();
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     INT_PTR Handle(UINT message, WPARAM wParam, LPARAM lParam);
 
     HWND window_ = nullptr;
     bool modal_ = false;
     bool page_ = false;
+    bool unasked_ = false;
+    bool confirmed_ = false;  // of a dialog shown unasked
 };
 
 // Passes on a message that the system tells top-level windows only.

@@ -139,12 +139,18 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             SetTimer(window_, kQuietTimer, USER_TIMER_MINIMUM, nullptr);
             return 0;
         case WM_TIMER:
-            if (wParam == kQuietTimer) WhenQuiet();
+            if (wParam == kQuietTimer)
+                WhenQuiet();
+            else
+                later_.OnTimer(window_, wParam, MayOpenDialog());
             return 0;
         case WM_QUERYENDSESSION:
             return TRUE;
         case WM_ENDSESSION:
-            if (wParam) DestroyWindow(window_);
+            if (!wParam) return 0;
+            // The system ends the process when this returns.
+            if (snap_.IsTaking()) snap_.Abandon();
+            DestroyWindow(window_);
             return 0;
         case WM_CLOSE:
             Close();
@@ -277,15 +283,10 @@ HWND frmMain::FocusedPane() const {
 void frmMain::WhenQuiet() {
     KillTimer(window_, kQuietTimer);
     holdsCaptures_ = menusOpen_ > 0;
-    TakeWaitingCapture();
     OfferMissedCopy();
 }
 
 void frmMain::UpdateClipBoard() {
-    if (HoldsCaptures()) {
-        captureWaits_ = true;
-        return;
-    }
     missedCopy_ = ModalDialogOpen;
     if (LockPressed())
         panes_.ShowStatus(L"Nicht erfasst: Die Erfassung ist gesperrt.");
@@ -303,12 +304,6 @@ void frmMain::RefreshOrTakeMissedCopy() {
         snap_.Snap();
     else
         UpdateListview();
-}
-
-void frmMain::TakeWaitingCapture() {
-    if (!captureWaits_ || HoldsCaptures() || ModalDialogOpen || TreeOperationUnderWay()) return;
-    captureWaits_ = false;
-    if (Options().AutoSnap) UpdateClipBoard();
 }
 
 void frmMain::SetOptions() {
@@ -336,7 +331,10 @@ void frmMain::Restore() {
 
 // The code below an open dialog goes on with the window when the dialog closes.
 void frmMain::Close() {
-    if (ModalDialogOpen)
+    // Sent in while a snap waits for data: posted messages wait until the snap is done.
+    if (snap_.IsTaking())
+        PostMessageW(window_, WM_CLOSE, 0, 0);
+    else if (ModalDialogOpen)
         Restore();
     else
         DestroyWindow(window_);
@@ -361,6 +359,10 @@ WindowHandle frmMain::Window() {
 
 bool frmMain::LockPressed() {
     return panes_.tbToolBar.Pressed(tbbLock);
+}
+
+void frmMain::Later(std::chrono::milliseconds delay, std::function<void()> action) {
+    later_.Add(window_, delay, std::move(action));
 }
 
 void frmMain::SetProfileChanged(Node& node) {

@@ -19,6 +19,7 @@
 #include "platform/win32/Win32User.h"
 #include "windows/dialogs/frmDiagnose.h"
 #include "windows/dialogs/frmErrorMsg.h"
+#include "windows/main/LaterActions.h"
 #include "windows/main/MainPanes.h"
 #include "windows/main/TreeDrag.h"
 #include "windows/main/cSysTray.h"
@@ -73,11 +74,11 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     NodeCollection& Nodes() override { return nodes_; }
     Node* ActiveContainer() override { return container_.Get(); }
     bool LockPressed() override;
-    void ScrollIntoView(Node& node) override;
+    void Later(std::chrono::milliseconds delay, std::function<void()> action) override;
     void SelectAndShow(Node& node) override;
     bool MayOpenDialog() override;
     void BringToFront() override;
-    void EditClipProperties(Node& node) override;
+    void EditClipProperties(Node& node, bool unasked) override;
     void Minimise() override;
 
  private:
@@ -156,7 +157,6 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     bool HoldsCaptures() const { return holdsCaptures_ || drag_.UnderWay(); }
     // Nothing that was posted is left: menus and dialogs have closed, their commands are done.
     void WhenQuiet();
-    void TakeWaitingCapture();
     void OfferMissedCopy();
     void RefreshOrTakeMissedCopy();
 
@@ -180,7 +180,6 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     bool loaded_ = false;
     int menusOpen_ = 0;
     bool holdsCaptures_ = false;
-    bool captureWaits_ = false;
     bool missedCopy_ = false;  // a copy came while a dialog was open, and none after it
 
     CClipBoard clipBoard_;
@@ -191,4 +190,5 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     std::array<UniqueIcon, 4> trayIcons_;  // in the order of CaptureState; they go behind the tray
     cSysTray cSysTray1;
     UINT taskBarCreated_ = 0;
+    LaterActions later_;
 };

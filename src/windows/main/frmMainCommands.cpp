@@ -122,7 +122,6 @@ void frmMain::RunCommand(int number, const CommandSituation& situation) {
     // The command may have closed the window.
     if (!loaded_) return;
     RefreshCommands();
-    TakeWaitingCapture();
 }
 
 void frmMain::RefreshCommands() {
@@ -311,18 +310,18 @@ bool frmMain::ShowPropertiesOf(Node& node) {
     return frmStructProp(folder.name, folder.info, confirm).ShowModal(window_, IDD_frmStructProp);
 }
 
-void frmMain::EditClipProperties(Node& node) {
-    const NodeRef shown(&node);
-    if (ShowPropertiesOf(node) && shown.Get() != nullptr) SelectAndShow(*shown.Get());
+void frmMain::EditClipProperties(Node& node, bool unasked) {
+    const NodeRef clip(&node);
+    frmClipProp properties(cTV, node);
+    const bool confirmed = unasked ? properties.ShowUnasked(window_, IDD_frmClipProp)
+                                   : properties.ShowModal(window_, IDD_frmClipProp);
+    if (confirmed && clip.Get() != nullptr) SelectAndShow(*clip.Get());
 }
 
 void frmMain::Search(bool again) {
     SearchCommand(
         cTV, again, [this] { return frmSearch().ShowModal(window_, IDD_frmSearch); },
-        [this](Node& found) {
-            ScrollIntoView(found);
-            SelectAndShow(found);
-        });
+        [this](Node& found) { SelectAndShow(found); });
 }
 
 Node* frmMain::SearchForNode(Node* start) {

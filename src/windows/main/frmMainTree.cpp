@@ -72,11 +72,8 @@ void frmMain::KeepListRow(int row) {
     listNode_.Follow(NodeOfListRow(panes_.lvListView.FocusedRow()));
 }
 
-void frmMain::ScrollIntoView(Node& node) {
-    panes_.tvTreeView.EnsureVisible(node);
-}
-
 void frmMain::SelectAndShow(Node& node) {
+    panes_.tvTreeView.EnsureVisible(node);
     if (nodes_.Selected() == &node)
         UpdateListview();
     else
@@ -110,5 +107,4 @@ bool frmMain::LabelEdited(Node& node, const std::wstring& text) {
 void frmMain::DragStarted(Node& node) {
     if (!ActionAllowed(TreeAction::DragAndDrop, &node)) return;
     drag_.Run(node);
-    TakeWaitingCapture();
 }

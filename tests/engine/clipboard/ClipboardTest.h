@@ -54,8 +54,8 @@ class ClipboardTest : public FakePlatformTest {
     // Saves every format of the clipboard, as far as it can be, to kClip. Returns the number of records.
     std::int16_t SaveClipboard() {
         std::int16_t count = 0;
-        OpenClipboardScope clipboard(mainWindow);
         ClipFileScope file(OpenClipFile(kClip, true, false));
+        OpenClipboardScope clipboard(mainWindow);
         for (CFormat& format : *clipBoard.GetClipboardFormats()) {
             if (format.LoadAndSaveFormat(file.Handle())) ++count;
         }

@@ -169,14 +169,14 @@ TEST_F(ViewerHookTest, ClipboardWndProc_RendersAllBeforeTheWindowGoes) {
     EXPECT_EQ(fake.clipboard.Content(1), "abc\0"s);
 }
 
-TEST_F(ViewerHookTest, ClipboardWndProc_SurvivesTheEndOfThePendingClipDuringItsMessage) {
+// Another program waits inside its call: nobody is to answer a box.
+TEST_F(ViewerHookTest, ClipboardWndProc_SaysInTheStatusBarWhyARequestFails) {
     fake.files.SetBytes(kClip, RecordBytes(3, "Metafile", std::string(16, '\0') + "no metafile"));
     ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 1));
-    // The window is closed, or another clip selected, while the message stands.
-    fake.user.duringMessage = [this] {
-        ClearPendingRenderSet();
-        clipBoard = {};
-    };
     EXPECT_EQ(fake.clipboard.OtherProgramReads(3), std::nullopt);
-    EXPECT_EQ(fake.user.LastMessage(), L"SetToClipboard: SetMetaFileBitsEx2 fehlgeschlagen");
+    EXPECT_EQ(fake.user.LastStatus(), L"SetToClipboard: SetMetaFileBitsEx2 fehlgeschlagen");
+    fake.FailNth(Operation::FilesOpen, 1);
+    EXPECT_EQ(fake.clipboard.OtherProgramReads(3), std::nullopt);
+    EXPECT_TRUE(fake.user.LastStatus().starts_with(L"CreateFile fehlgeschlagen mit Fehlercode: "));
+    EXPECT_TRUE(fake.user.messages.empty());
 }

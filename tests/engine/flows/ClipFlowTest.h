@@ -22,7 +22,9 @@ class TestMainWindow : public MainWindowHost {
     NodeCollection& Nodes() override { return *tree_.TreeView(); }
     Node* ActiveContainer() override { return activeContainer; }
     bool LockPressed() override { return locked; }
-    void ScrollIntoView(Node&) override { Note(L"scroll"); }
+    void Later(std::chrono::milliseconds delay, std::function<void()> action) override {
+        later.push_back({delay, std::move(action)});
+    }
     void SelectAndShow(Node& node) override {
         Note(L"select");
         Nodes().Select(&node);
@@ -38,7 +40,7 @@ class TestMainWindow : public MainWindowHost {
     }
     bool MayOpenDialog() override { return mayOpenDialog; }
     void BringToFront() override { Note(L"front"); }
-    void EditClipProperties(Node&) override { Note(L"edit"); }
+    void EditClipProperties(Node&, bool unasked) override { Note(unasked ? L"show" : L"edit"); }
     void Minimise() override { Note(L"minimise"); }
 
     Node* activeContainer = nullptr;
@@ -47,6 +49,19 @@ class TestMainWindow : public MainWindowHost {
     std::wstring done;
     // Called at every step.
     std::function<void(const std::wstring& step)> atStep;
+    // What is to be done when the window is idle, with its delay.
+    struct Action {
+        std::chrono::milliseconds delay;
+        std::function<void()> action;
+    };
+    std::vector<Action> later;
+    // The window becomes idle: does what stands in `later`, not what that puts there.
+    void BecomeIdle(FakeClock& clock) {
+        for (const Action& next : std::exchange(later, {})) {
+            clock.Advance(next.delay);
+            next.action();
+        }
+    }
 
  private:
     void Note(const std::wstring& step) {

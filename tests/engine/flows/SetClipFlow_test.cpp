@@ -49,6 +49,7 @@ TEST_F(SetClipTest, SetClip_IsNeverCapturedAgain) {
     EXPECT_EQ(nodes.Count(), before);
 
     fake.clipboard.OtherProgramCopies({FakeClipboard::Bytes(1, "new")});
+    window.BecomeIdle(fake.clock);
     EXPECT_EQ(nodes.Count(), before + 1);
 }
 

@@ -5,6 +5,7 @@
 
 namespace {
 
+using namespace std::chrono_literals;
 using namespace std::string_literals;
 
 class SnapTest : public ClipFlowTest {
@@ -126,7 +127,7 @@ TEST_F(SnapTest, Snap_NeedsAnActiveContainer) {
     window.activeContainer = nullptr;
     // Clipboard changes that come while the message stands must not pile up messages.
     fake.user.duringMessage = [&] { flow.UpdateClipBoard(); };
-    flow.UpdateClipBoard();
+    flow.Snap();
     ASSERT_EQ(fake.user.messages.size(), 1u);
     EXPECT_EQ(fake.user.LastMessage(), L"Aktivieren Sie bitte erst ein Profil oder einen Ordner.");
     EXPECT_EQ(fake.user.messages[0].title, L"");
@@ -144,16 +145,15 @@ TEST_F(SnapTest, Snap_DoesEverythingInItsOrder) {
     CopyText("text");
     PreviousForeground = fake.clipboard.otherProgram;
     window.atStep = [&](const std::wstring& step) {
-        const bool saving = step == L"scroll";
-        EXPECT_EQ(fake.clipboard.IsOpen(), saving) << saving;
-        EXPECT_EQ(fake.ledger.Owned(ResourceKind::File), saving ? 1 : 0);
-        EXPECT_EQ(LastClip()->Tag().empty(), saving);
+        EXPECT_FALSE(fake.clipboard.IsOpen());
+        EXPECT_EQ(fake.ledger.Owned(ResourceKind::File), 0);
+        EXPECT_FALSE(LastClip()->Tag().empty());
         EXPECT_EQ(fake.user.pointer, PointerShape::Hourglass);
         EXPECT_EQ(fake.user.beeps, step == L"front" || step == L"edit" || step == L"minimise" ? 1 : 0);
         EXPECT_EQ(PreviousForeground, fake.clipboard.otherProgram);
     };
     flow.Snap();
-    EXPECT_EQ(window.done, L"scroll changed save select front edit minimise ");
+    EXPECT_EQ(window.done, L"changed save select front edit minimise ");
     EXPECT_EQ(fake.windows.foreground, fake.clipboard.otherProgram);
     EXPECT_EQ(PreviousForeground, WindowHandle::None);
     EXPECT_EQ(fake.user.pointer, PointerShape::Normal);
@@ -184,11 +184,160 @@ TEST_F(SnapTest, Snap_NamesTheClipAfterItsText) {
     EXPECT_EQ(nameOf("kurz"), L"Clip");
 }
 
-TEST_F(SnapTest, Snap_KeepsTheNodeOfAClipWithoutARecord) {
-    Copy({FakeClipboard::Refused(1)});
-    flow.Snap();
-    EXPECT_EQ(LastClip()->Tag(), L"C&1,0&15.11.1999 13:10:00&");
-    EXPECT_EQ(FileBytes(L"C:\\CLIPS\\C1.nxc"), "");
+TEST_F(SnapTest, Snap_SaysWhyNoFormatWasKept) {
+    const auto kept = [&](const Offers& offers, bool unasked) {
+        Copy(offers);
+        fake.clock.Advance(1s);
+        unasked ? flow.UpdateClipBoard() : flow.Snap();
+        return fake.user.LastStatus();
+    };
+    const wchar_t* refused = L"Kein Format gesichert: Die Daten wurden nicht geliefert oder sind zu groß.";
+    const wchar_t* unwanted =
+        L"Kein Format gesichert: Der Inhalt hat keines der Formate, die behalten werden.";
+    // Unasked it takes back what it made, at a command the empty clip stays.
+    EXPECT_EQ(kept({FakeClipboard::Refused(1)}, true), refused);
+    EXPECT_EQ(kept({FakeClipboard::Bytes(13, "u\0\0\0"s)}, true), unwanted);
+    fake.FailNth(Operation::FilesWrite, 1);
+    EXPECT_EQ(kept({FakeClipboard::Bytes(1, "text")}, true).find(L"Kein Format gesichert: Der Datentr"), 0u);
+    EXPECT_EQ(LastClip(), nullptr);
+    EXPECT_TRUE(fake.files.AllFiles().empty());
+    EXPECT_TRUE(window.later.empty());
+
+    EXPECT_EQ(kept({FakeClipboard::Refused(1)}, false), refused);
+    EXPECT_EQ(LastClip()->Tag(), L"C&4,0&15.11.1999 13:10:04&");
+    EXPECT_EQ(FileBytes(L"C:\\CLIPS\\C4.nxc"), "");
+}
+
+// What a change asked for is made inside its message, while the next viewer waits; the rest comes later.
+TEST_F(SnapTest, UpdateClipBoard_LeavesWhatMayStandOpenForLater) {
+    Options().EditPropAfterSnap = true;
+    Options().IconAfterSnap = true;
+    fake.files.Deny(L"C:\\CLIPS\\nxclip.nxp");
+    Copy({FakeClipboard::Bytes(8, "dib"), FakeClipboard::Bytes(1, "text\0"s)});
+    flow.UpdateClipBoard();
+    EXPECT_EQ(window.done, L"changed save ");
+    EXPECT_EQ(StoredData(*LastClip()), (std::vector<std::string>{"dib", "text\0"s}));
+    EXPECT_TRUE(fake.user.messages.empty());
+    // A second one before the user has time shows with the first.
+    fake.clock.Advance(1s);
+    CopyText("second");
+    flow.UpdateClipBoard();
+    ASSERT_EQ(window.later.size(), 1u);
+    window.done.clear();
+    window.BecomeIdle(fake.clock);
+    EXPECT_EQ(window.done, L"select show minimise ");
+    EXPECT_EQ(nodes.Selected(), LastClip());
+    EXPECT_EQ(fake.user.tellings.back(), L"Speichern des Profiles ist fehlgeschlagen !!!");
+    EXPECT_TRUE(fake.user.messages.empty());
+    EXPECT_TRUE(window.later.empty());
+}
+
+TEST_F(SnapTest, UpdateClipBoard_WaitsForAnOpenMenuAndShowsNothingOfAClipThatIsGone) {
+    Options().AutoSnap = true;
+    CopyText("text");
+    window.mayOpenDialog = false;
+    flow.UpdateClipBoard();
+    flow.UpdateClipBoard();
+    EXPECT_EQ(LastClip(), nullptr);
+    ASSERT_EQ(window.later.size(), 1u);
+    window.mayOpenDialog = true;
+    window.BecomeIdle(fake.clock);
+    ASSERT_NE(LastClip(), nullptr);
+    nodes.Remove(*LastClip());
+    window.done.clear();
+    window.BecomeIdle(fake.clock);
+    EXPECT_EQ(window.done, L"");
+}
+
+TEST_F(SnapTest, UpdateClipBoard_TakesOnlyTheNewestOfABurst) {
+    Options().AutoSnap = true;
+    const auto clips = [&] { return folder->Children(); };
+    CopyText("first");
+    // The notices of one change, and of changes that a snap has seen already.
+    for (int i = 0; i < 5; ++i)
+        flow.UpdateClipBoard();
+    EXPECT_EQ(clips(), 1);
+
+    // A hundred changes a second for ten seconds; each snap takes 30 ms.
+    fake.user.statuses.clear();
+    int most = 0;
+    for (int i = 0; i < 1000; ++i) {
+        fake.clock.Advance(10ms);
+        CopyText(std::to_string(i));
+        const int before = clips();
+        window.atStep = [&](const std::wstring& step) {
+            if (step == L"save") fake.clock.Advance(30ms);
+        };
+        flow.UpdateClipBoard();
+        most = std::max(most, static_cast<int>(window.later.size()));
+        if (clips() == before && i % 3 == 0) window.BecomeIdle(fake.clock);
+    }
+    EXPECT_LE(most, 2);  // one to take, one to show
+    const int taken = clips();
+    EXPECT_LT(taken, 500);
+    EXPECT_GT(taken, 20);
+    window.BecomeIdle(fake.clock);
+    window.BecomeIdle(fake.clock);
+    EXPECT_LE(clips(), taken + 1);
+    EXPECT_EQ(StoredData(*LastClip()), std::vector<std::string>{"999\0"s});
+}
+
+TEST_F(SnapTest, UpdateClipBoard_ComesBackToABusyClipboard) {
+    Options().AutoSnap = true;
+    CopyText("text");
+    fake.clipboard.OtherProgramHolds(3 * 4);
+    flow.UpdateClipBoard();
+    std::chrono::milliseconds waited(0);
+    while (LastClip() == nullptr && window.later.size() == 1) {
+        waited += window.later[0].delay;
+        window.BecomeIdle(fake.clock);
+    }
+    EXPECT_NE(LastClip(), nullptr);
+    EXPECT_LT(waited, 2s);
+    EXPECT_TRUE(fake.user.LastStatus().starts_with(L"Sichern"));
+
+    const int before = folder->Children();
+    fake.clock.Advance(1s);
+    CopyText("never");
+    fake.clipboard.OtherProgramHolds(1000);
+    flow.UpdateClipBoard();
+    for (int i = 0; i < 10; ++i)
+        window.BecomeIdle(fake.clock);
+    EXPECT_EQ(folder->Children(), before);
+    EXPECT_EQ(fake.user.LastStatus(),
+              L"Eine Kopie wurde nicht erfasst: Ein anderes Programm gibt die Zwischenablage nicht frei.");
+    EXPECT_EQ(fake.files.AllFiles().size(), 2u);  // the first clip and the tree
+}
+
+// An owner that is asked for its data lets sent messages in.
+TEST_F(SnapTest, Snap_SurvivesWhatIsSentWhileTheOwnerRenders) {
+    const auto meanwhile = [&](const std::function<void()>& act) {
+        const auto make = FakeClipboard::Bytes(1, "text\0"s).make;
+        Copy({{1,
+               [act, make](FakeClipboard& clipboard) {
+                   act();
+                   return make(clipboard);
+               },
+               true}});
+        flow.Snap();
+    };
+    meanwhile([&] { EXPECT_TRUE(flow.IsTaking()); });
+    EXPECT_EQ(folder->Children(), 1);
+    Node& other = nodes.Add(profile, NodeRelation::Child, L"Zwei", std::wstring(L"Structure"));
+    other.SetTag(MakeStructureTag(L""));
+    // The container goes, another one of the profile takes its place.
+    meanwhile([&] {
+        nodes.Remove(*folder);
+        window.activeContainer = &other;
+    });
+    EXPECT_EQ(other.Children(), 1);
+    meanwhile([&] { window.activeContainer = nullptr; });
+    EXPECT_EQ(fake.user.LastStatus(),
+              L"Eine Kopie wurde nicht erfasst: Der Ordner für neue Clips hat inzwischen gewechselt.");
+    window.activeContainer = &other;
+    meanwhile([&] { flow.Abandon(); });
+    EXPECT_EQ(other.Children(), 1);
+    EXPECT_FALSE(fake.files.Has(L"C:\\CLIPS\\C4.nxc"));
 }
 
 TEST_F(SnapTest, Snap_NeverOverwritesAnExistingClipFile) {
@@ -244,7 +393,7 @@ TEST_F(SnapTest, Snap_WithAnyOperationFailingLosesNothingThatWasThere) {
             EXPECT_EQ(fake.user.pointer, PointerShape::Normal);
             EXPECT_EQ(FileBytes(L"C:\\CLIPS\\C1.nxc"), firstClip);
             if (nodes.Count() == nodesBefore) {
-                EXPECT_TRUE(failed);
+                ASSERT_TRUE(failed);
                 EXPECT_FALSE(fake.user.statuses.empty());
                 continue;
             }

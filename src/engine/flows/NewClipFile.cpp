@@ -1,0 +1,41 @@
+#include "engine/flows/NewClipFile.h"
+
+#include "engine/clipboard/modFileIO.h"
+#include "engine/profiles/modProfile.h"
+#include "platform/Platform.h"
+
+namespace {
+
+// So many numbers of existing files are passed by at once; the next clip goes on from there.
+constexpr int kMostTakenNumbers = 10000;
+
+}  // namespace
+
+NewClipFile::NewClipFile(Node& container) {
+    const bool found = FindFreeNumber(container);
+    if (found) handle_ = OpenClipFile(path_, true, false);
+    mustGo_ = IsOpen();
+    if (!path_.empty() && !IsOpen())
+        ThePlatform().user.Status(L"Öffnen der Clipdatei " + path_ + L" fehlgeschlagen!!!");
+}
+
+NewClipFile::~NewClipFile() {
+    Close();
+    if (mustGo_) ThePlatform().files.Remove(path_);
+}
+
+// A file that is there already belongs to some other clip, whatever the profile's counter says: after a
+// profile could not be saved its counter is behind the files. Such numbers are passed by, since creating the
+// file would empty it.
+bool NewClipFile::FindFreeNumber(Node& container) {
+    for (int tries = 0; tries < kMostTakenNumbers; ++tries) {
+        path_ = NewClipFileName(&container, true, number_);
+        if (path_.empty()) return false;
+        if (!ThePlatform().files.Exists(path_)) return true;
+    }
+    return false;
+}
+
+void NewClipFile::Close() {
+    CloseClipFile(handle_);
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "engine/tree/Node.h"
+#include "platform/Files.h"
+
+// The data file of a clip to come, under a number of its own in the profile of `container`. Removed again at
+// the end unless it was kept.
+class NewClipFile {
+ public:
+    // Draws the number and creates the file; a failure is told to the user. Throws RuntimeError as
+    // NewClipFileName does.
+    explicit NewClipFile(Node& container);
+    ~NewClipFile();
+    NewClipFile(const NewClipFile&) = delete;
+    NewClipFile& operator=(const NewClipFile&) = delete;
+
+    bool IsOpen() const { return handle_ != FileHandle::None; }
+    FileHandle Handle() const { return handle_; }
+    const std::wstring& Path() const { return path_; }
+    std::int32_t Number() const { return number_; }
+
+    void Close();
+    // A clip leads to the file now.
+    void Keep() { mustGo_ = false; }
+
+ private:
+    bool FindFreeNumber(Node& container);
+
+    std::wstring path_;
+    std::int32_t number_ = 0;
+    FileHandle handle_ = FileHandle::None;
+    bool mustGo_ = false;
+};
