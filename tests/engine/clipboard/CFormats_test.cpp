@@ -1,7 +1,6 @@
 #include "engine/clipboard/CFormats.h"
 
 #include "engine/clipboard/ClipboardTest.h"
-#include "platform/RuntimeError.h"
 
 namespace {
 
@@ -9,15 +8,6 @@ std::unique_ptr<CFormat> Named(const wchar_t* name) {
     auto format = std::make_unique<CFormat>();
     format->FormatName = name;
     return format;
-}
-
-int ErrorOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const RuntimeError& error) {
-        return error.Number();
-    }
-    return 0;
 }
 
 }  // namespace
