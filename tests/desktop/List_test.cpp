@@ -57,7 +57,7 @@ TEST_F(List, Commands_ActOnTheChosenRowAndLeaveTheListOpen) {
     Driver::Answer(question, IDNO);
     ExpectListAsBefore(1);
     RightClick(nxclip_.List().PlaceOf(1));
-    const Window menu = WaitForPopUpMenu(nxclip_.Program().Id());
+    const Window menu = nxclip_.WaitForPopUpMenu();
     PressKeys({VK_ESCAPE});
     Driver::WaitUntilGone(menu);
     ExpectListAsBefore(1);

@@ -30,7 +30,7 @@ class OneThing : public ProgramTest {
     Window OpenContextMenu(std::wstring_view path) {
         BringToFront(nxclip_.Main());
         RightClick(nxclip_.Tree().PlaceOf(path));
-        return WaitForPopUpMenu(nxclip_.Program().Id());
+        return nxclip_.WaitForPopUpMenu();
     }
 };
 
