@@ -27,4 +27,5 @@ void UnloadMainWindow(MainWindowSteps& window) {
     window.StoreActiveContainer();
     window.StoreProfileList();
     window.StoreFormatSets();
+    window.SaveWhatIsLeft();
 }

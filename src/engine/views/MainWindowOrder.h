@@ -35,6 +35,8 @@ class MainWindowSteps {
     virtual void StoreActiveContainer() = 0;
     virtual void StoreProfileList() = 0;
     virtual void StoreFormatSets() = 0;
+    // What could not be saved when it was changed is tried once more.
+    virtual void SaveWhatIsLeft() = 0;
 };
 
 void LoadMainWindow(MainWindowSteps& window);

@@ -133,6 +133,7 @@ class frmMain : public MainWindowHost,
     void StoreActiveContainer() override;
     void StoreProfileList() override;
     void StoreFormatSets() override;
+    void SaveWhatIsLeft() override;
 
     // What the user does in the tree.
     void TreeSelectionChanged(Node* node) override;

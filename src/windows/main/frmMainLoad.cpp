@@ -148,3 +148,8 @@ void frmMain::StoreProfileList() {
 void frmMain::StoreFormatSets() {
     SaveFormatSets();
 }
+
+void frmMain::SaveWhatIsLeft() {
+    ::SaveAllProfiles(cTV);
+    FinishSaves();
+}
