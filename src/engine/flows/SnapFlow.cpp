@@ -83,6 +83,10 @@ void SnapFlow::TakeSnap() {
         return;
     }
     if (HoldsOwnMarker()) return;
+    if (IsEditedByOther(container)) {
+        user.Status(kEditedByOther);
+        return;
+    }
     const ClipFile clip = NewClipFile(*container);
     if (clip.path.empty()) return;
 

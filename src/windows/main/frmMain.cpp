@@ -113,6 +113,10 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_EXITMENULOOP:
             --menusOpen_;
             return 0;
+        case WM_TIMER:
+            // Nodes may be exchanged only where nobody works on one: in the loop.
+            if (wParam == kTakeOverTimer) takeOverDue_ = true;
+            break;
         case WM_INITMENUPOPUP:
             RefreshCommands();
             return 0;

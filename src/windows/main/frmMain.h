@@ -35,6 +35,10 @@
 // What the window looks like and how its messages arrive stands in frmMain.cpp, the steps of its load and
 // unload in frmMainLoad.cpp, what its commands do in frmMainCommands.cpp, and the tree and the list in
 // frmMainTree.cpp.
+// How often it is looked at whether a profile that another program has is free.
+inline constexpr UINT_PTR kTakeOverTimer = 0x4E58;
+inline constexpr UINT kTakeOverPause = 3000;  // milliseconds
+
 class frmMain : public MainWindowHost,
                 private MainWindowSteps,
                 private TreePane::Listener,
@@ -51,6 +55,8 @@ class frmMain : public MainWindowHost,
     void Show();
     // Shows the first-start dialog when it is due.
     void FirstStartAction();
+    // For the moments without a message to handle and without an open dialog.
+    void OnIdle();
     // Gives a message that the loop fetched to the window's keys; true when it was used.
     bool TranslateKey(MSG& message);
 
@@ -212,6 +218,9 @@ class frmMain : public MainWindowHost,
     bool stretched_ = false;
     int showCommand_ = 1;  // how the window is first shown, SW_SHOWNORMAL
     bool loaded_ = false;
+    // While another program has a profile: the timer runs, and a look at whether it is free is due.
+    bool takeOverTimer_ = false;
+    bool takeOverDue_ = false;
     int menusOpen_ = 0;
 
     CClipBoard clipBoard_;

@@ -8,6 +8,7 @@
 #include "engine/process/modMain.h"
 #include "engine/process/modOption.h"
 #include "engine/profiles/CProfiles.h"
+#include "engine/profiles/ProfileAttachment.h"
 #include "engine/profiles/ProfileStore.h"
 #include "engine/views/MainLayout.h"
 #include "engine/views/StoredWindow.h"
@@ -152,4 +153,18 @@ void frmMain::StoreFormatSets() {
 void frmMain::SaveWhatIsLeft() {
     ::SaveAllProfiles(cTV);
     FinishSaves();
+    // The directories are free for other programs from here on.
+    Profiles().Clear();
+}
+
+void frmMain::OnIdle() {
+    FinishSaves();
+    if (std::exchange(takeOverDue_, false) && TakeOverFreedProfiles(cTV, container_))
+        AfterTreeChange(nodes_.Selected());
+    if (AnyEditedByOther() == takeOverTimer_) return;
+    takeOverTimer_ = !takeOverTimer_;
+    if (takeOverTimer_)
+        SetTimer(window_, kTakeOverTimer, kTakeOverPause, nullptr);
+    else
+        KillTimer(window_, kTakeOverTimer);
 }

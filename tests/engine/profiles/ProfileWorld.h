@@ -12,12 +12,14 @@
 #include "engine/profiles/CProfiles.h"
 #include "engine/profiles/ClipOperations.h"
 #include "engine/profiles/ProfileActions.h"
+#include "engine/profiles/ProfileAttachment.h"
 #include "engine/profiles/ProfileStore.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/CTreeViewEx.h"
 #include "engine/tree/TestTree.h"
 #include "engine/tree/modTreeEx.h"
 #include "fake/FakePlatform.h"
+#include "platform/SafeFile.h"
 #include "platform/Text.h"
 
 // A machine with a tree of profiles, in memory and on its disk, and all that works on them. A clip's data
@@ -115,8 +117,10 @@ class ProfileWorld {
         NoteDamage(loaded, L"disk: ", found);
         return found;
     }
+    // All files but those that keep the directories.
     std::set<std::wstring> Files() const {
-        const auto all = fake.files.AllFiles();
+        auto all = fake.files.AllFiles();
+        std::erase_if(all, [](const std::wstring& file) { return file.ends_with(L".LCK"); });
         return {all.begin(), all.end()};
     }
     bool WasTold(const std::wstring& text) const {
@@ -128,8 +132,10 @@ class ProfileWorld {
     static void LoadFromDisk(NodeCollection& loaded) {
         CTreeViewEx other;
         other.Bind(&loaded);
-        for (const CProfile* entry : Profiles().NewEnum())
+        for (const CProfile* entry : Profiles().NewEnum()) {
+            FinishSave(TreeDataFilePath(entry->Directory));
             LoadProfileDirectory(other, entry->Directory);
+        }
     }
     int CountRoots() const {
         int count = 0;
