@@ -1,6 +1,7 @@
 #include "engine/profiles/ClipOperations.h"
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 #include "engine/clipboard/modClipboard.h"
@@ -12,8 +13,10 @@
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/TreeWalk.h"
 #include "engine/tree/modTreeEx.h"
+#include "platform/FileBytes.h"
 #include "platform/Platform.h"
 #include "platform/RuntimeError.h"
+#include "platform/SafeFile.h"
 #include "platform/Text.h"
 
 namespace {
@@ -26,7 +29,7 @@ constexpr std::int16_t kDeleteAction = 1;
 // deleted.
 std::wstring RemoveIfThere(const std::wstring& file) {
     FilePort& files = ThePlatform().files;
-    if (files.Remove(file) || files.LastError() == kErrorFileNotFound) return {};
+    if (files.Remove(file) || IsMissing(files.LastError())) return {};
     return FileErrorOf(files.LastError(), file).Description();
 }
 
@@ -56,6 +59,8 @@ Node* ClipOperations::Drop(Node* target, Node* source, bool asChild, bool move) 
     }
     if (!ActionAllowed(TreeAction::DragAndDrop, source)) return nullptr;
     if (target != nullptr && !ActionAllowed(TreeAction::DragAndDrop, target)) return nullptr;
+    const bool changesOrderOnly = IsProfileNode(source);
+    if (!changesOrderOnly && !(ChangeAllowed(target) && (!move || ChangeAllowed(source)))) return nullptr;
 
     const HourglassScope hourglass(ThePlatform().user);
     if (IsProfileNode(source)) return MoveProfile(target, *source);
@@ -124,11 +129,12 @@ Node* ClipOperations::MoveProfile(Node* target, Node& source) {
 // neither.
 Node* ClipOperations::CopyWithData(Node* target, Node& source, bool asChild) {
     copiedFiles_.clear();
-    failure_.reset();
     Node* const copy = tree_.CopyNode(target, &source, asChild, false, false);
-    if (copy == nullptr || !failure_) return copy;
-    TakeBack(*copy);
-    ThePlatform().user.Tell(failure_->text, failure_->title);
+    // Left standing it would cancel the next move, which fails nowhere and says nothing.
+    const std::optional<Failure> failure = std::exchange(failure_, std::nullopt);
+    if (!failure) return copy;
+    if (copy != nullptr) TakeBack(*copy);
+    ThePlatform().user.Tell(failure->text, failure->title);
     return nullptr;
 }
 
@@ -184,9 +190,9 @@ bool ClipOperations::DeleteProfile(Node& profile) {
         return false;
     }
     // With its tree data file the profile is gone; clips without it are only files.
-    const std::wstring failure = RemoveIfThere(TreeDataFilePath(directory));
-    if (!failure.empty()) {
-        ThePlatform().user.Tell(failure);
+    const std::wstring treeFile = TreeDataFilePath(directory);
+    if (!RemoveSafeFile(treeFile)) {
+        ThePlatform().user.Tell(FileErrorOf(ThePlatform().files.LastError(), treeFile).Description());
         return false;
     }
     const std::vector<std::wstring> clipFiles = FilesBelow(profile);
@@ -216,7 +222,14 @@ void ClipOperations::RemoveNode(Node& node) {
 std::vector<std::wstring> ClipOperations::FilesBelow(Node& node) {
     noticedFiles_.clear();
     tree_.ForAllNodes(&node, true, kDeleteAction);
-    return std::exchange(noticedFiles_, {});
+    std::vector<std::wstring> files = std::exchange(noticedFiles_, {});
+    // In a damaged profile a clip that stays may have the same file.
+    std::set<std::wstring> kept;
+    for (TreeWalk walk(GetTopNode(&node)); walk.InSubtree(); walk.Step())
+        if (IsClipNode(walk.Current()) && !tree_.IsSubNode(walk.Current(), &node))
+            kept.insert(ClipFileOf(walk.Current()));
+    std::erase_if(files, [&](const std::wstring& file) { return kept.contains(file); });
+    return files;
 }
 
 // A file that cannot be removed is told once, however many there are: no node leads to it any more.
@@ -282,7 +295,11 @@ void ClipOperations::CopyClipData(Node& newNode, const Node& sourceNode, const s
         to = NewClipFileName(&newNode, true, number);
         if (to.empty()) throw RuntimeError(ErrorNumber::ObjectMissing);
     } while (files.Exists(to));
-    if (!files.Copy(from, to, false)) throw FileErrorOf(files.LastError(), from);
+    if (!files.Copy(from, to, false)) {
+        const std::uint32_t error = files.LastError();
+        const bool readable = OpenFile(files.Open(from, FileUse::Read)).IsOpen();
+        throw FileErrorOf(error, readable ? to : from);
+    }
     copiedFiles_.push_back(to);
 
     const NodeAttributes read = AttributesOf(&sourceNode);

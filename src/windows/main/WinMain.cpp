@@ -83,7 +83,9 @@ class WindowsStartUp : public StartUpHost {
 
 int RunMessageLoop(frmMain& form) {
     MSG message;
-    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+    for (;;) {
+        if (!PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE)) form.OnIdle();
+        if (GetMessageW(&message, nullptr, 0, 0) <= 0) break;
         if (TranslateModelessMessage(message) || form.TranslateKey(message)) continue;
         TranslateMessage(&message);
         DispatchMessageW(&message);

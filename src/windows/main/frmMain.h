@@ -45,6 +45,8 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     void Show();
     // Shows the first-start dialog when it is due.
     void FirstStartAction();
+    // For the moments without a message to handle and without an open dialog.
+    void OnIdle();
     // Gives a message that the loop fetched to the window's keys; true when it was used.
     bool TranslateKey(MSG& message);
 
@@ -103,6 +105,7 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     void Form_Unload();
     void JoinViewerChain();
     void HideTestMenu();
+    void SaveWhatIsLeft();
     void ExitHook();
 
     // frmMainCommands.cpp
@@ -178,6 +181,7 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
 
     MainState firstState_ = MainState::Normal;
     bool loaded_ = false;
+    bool looksForFreed_ = false;  // a look at whether another program's profile is free is due
     int menusOpen_ = 0;
     bool holdsCaptures_ = false;
     bool missedCopy_ = false;  // a copy came while a dialog was open, and none after it

@@ -2,6 +2,9 @@
 // the window stands in the viewer chain, and what the program promised on the clipboard must be real before
 // it leaves the chain.
 
+#include <chrono>
+#include <utility>
+
 #include "engine/clipboard/modClipboard.h"
 #include "engine/clipboard/modFormatDesc.h"
 #include "engine/clipboard/modViewerHook.h"
@@ -10,6 +13,7 @@
 #include "engine/process/modMain.h"
 #include "engine/process/modOption.h"
 #include "engine/profiles/CProfiles.h"
+#include "engine/profiles/ProfileAttachment.h"
 #include "engine/profiles/ProfileStore.h"
 #include "platform/win32/SystemHandles.h"
 #include "resources/controls.h"
@@ -18,6 +22,9 @@
 #include "windows/main/frmMain.h"
 
 namespace {
+
+// How often it is looked at whether a profile that another program has is free.
+constexpr std::chrono::milliseconds kPauseBetweenLooks{3000};
 
 LRESULT CALLBACK HookThunk(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     return ClipboardWndProc(EngineWindow(window), message, static_cast<MessageParameter>(wParam), lParam);
@@ -56,6 +63,7 @@ void frmMain::Form_Unload() {
     container_.Store();
     Profiles().SaveRegistry();
     SaveFormatSets();
+    SaveWhatIsLeft();
 }
 
 void frmMain::JoinViewerChain() {
@@ -74,4 +82,20 @@ void frmMain::HideTestMenu() {
 void frmMain::ExitHook() {
     DisconnectViewer();
     UnsubclassWindow();
+}
+
+void frmMain::SaveWhatIsLeft() {
+    ::SaveAllProfiles(cTV);
+    FinishSaves();
+    // The directories are free for other programs from here on.
+    Profiles().Clear();
+}
+
+void frmMain::OnIdle() {
+    FinishSaves();
+    if (!AnyEditedByOther() || std::exchange(looksForFreed_, true)) return;
+    Later(kPauseBetweenLooks, [this] {
+        looksForFreed_ = false;
+        if (TakeOverFreedProfiles(cTV, container_)) UpdateListview();
+    });
 }

@@ -47,6 +47,13 @@ TEST_F(modFormatSetTest, AddFormatSet_KeepsEveryFormatAndIsFoundFromThenOn) {
     EXPECT_EQ(FormatSets().Count(), 2);
 }
 
+TEST_F(modFormatSetTest, FormatsKey_TakesNamesApartAtTheirCommas) {
+    EXPECT_EQ(FormatsKey(*FormatsNamed({L"b,c", L"a", L"c"})), L"a,b,c,c");
+    EXPECT_EQ(FormatsKey(*FormatsNamed({L"c,", L"a"})), L",a,c");
+    EXPECT_EQ(FormatsKey(*FormatsNamed({L"b,a"})), L"b,a");
+    EXPECT_EQ(FormatsKey(*FormatsNamed({})), L"");
+}
+
 TEST_F(modFormatSetTest, DeleteFormatSet_MovesTheLaterOnesDown) {
     FormatSetList list = ListNamed({L"1", L"2", L"3"});
     FormatSetsChanged = false;
@@ -116,59 +123,60 @@ TEST_F(modFormatSetTest, SaveFormatSets_Unchanged_LeavesTheFileAlone) {
     EXPECT_EQ(fake.failures.Calls(Operation::FilesOpen), 0);
 }
 
-TEST_F(modFormatSetTest, SaveFormatSets_EachCallFailing_TellsOnceAndKeepsTheOldFileUnlessTheWriteFailed) {
-    FormatSets() = ListNamed({L"alt"});
+TEST_F(modFormatSetTest, SaveFormatSets_OverALongerFile_LoadsAsTheNewList) {
+    FormatSets() = ListNamed({L"Erster", L"Zweiter", L"Dritter mit einem langen Namen"});
     ASSERT_TRUE(SaveFormatSets());
-    const std::optional<std::string> old = fake.files.Bytes(kFile);
-    FormatSets() = ListNamed({L"neu", L"und länger"});
-    int writes = 0;
-    bool saved = false;
-    FailEachCall(
-        fake, 3,
-        [&] {
-            fake.user.messages.clear();
-            writes = fake.failures.Calls(Operation::FilesWrite);
-        },
-        [&] { saved = SaveFormatSets(); },
-        [&](bool failed) {
-            EXPECT_EQ(saved, !failed);
-            EXPECT_EQ(fake.user.messages.size(), failed ? 1u : 0u);
-            EXPECT_TRUE(FormatSetsChanged);
-            if (failed && fake.failures.Calls(Operation::FilesWrite) == writes) {
-                EXPECT_EQ(fake.files.Bytes(kFile), old);
-            }
-        });
-    FormatSets().Clear();
+    const std::size_t longer = fake.files.Bytes(kFile)->size();
+    while (FormatSets().Count() > 0)
+        DeleteFormatSet(FormatSets(), 1);
+    ASSERT_TRUE(SaveFormatSets());
+    EXPECT_EQ(fake.files.Bytes(kFile)->size(), longer);
+    FormatSets() = ListNamed({L"im Speicher"});
     EXPECT_TRUE(LoadFormatSets());
-    EXPECT_EQ(FormatSets(), ListNamed({L"neu", L"und länger"}));
+    EXPECT_EQ(FormatSets().Count(), 0);
 }
 
-TEST_F(modFormatSetTest, LoadFormatSets_EachCallFailing_TellsAndKeepsNothingHalfRead) {
-    FormatSets() = ListNamed({L"eins", L"zwei"});
-    ASSERT_TRUE(SaveFormatSets());
-    const FormatSetList whole = FormatSets();
-    bool loaded = false;
-    for (const ReadFailure how : {ReadFailure::Error, ReadFailure::Short}) {
-        fake.failures.readFailure = how;
-        FailEachCall(
-            fake, 4,
-            [&] {
-                InitFormatSets();
-                fake.user.messages.clear();
-            },
-            [&] { loaded = LoadFormatSets(); },
-            [&](bool failed) {
-                // A file that does not seem to be there gives the defaults.
-                if (failed && FormatSetsChanged) return;
-                EXPECT_EQ(loaded, !failed);
-                EXPECT_EQ(fake.user.messages.size(), failed ? 1u : 0u);
-                EXPECT_LT(FormatSets().Count(), failed ? 2 : 3);
-                if (failed && FormatSets().Count() == 1) {
-                    EXPECT_EQ(FormatSets().Item(1), whole.Item(1));
-                }
-            });
+// What is on disk is looked at by the next load, before anything saves again.
+TEST_F(modFormatSetTest, SaveAndLoadFormatSets_FailingOrKilledInAnyCall_KeepTheOldOrTheNewList) {
+    const FormatSetList before = ListNamed({L"alt", L"und noch einer"});
+    const FormatSetList after = ListNamed({L"neu", L"und noch einer, aber länger"});
+    for (const bool killed : {false, true}) {
+        FormatSets() = before;
+        ASSERT_TRUE(SaveFormatSets());
+        bool fired = true;
+        for (int n = 1; fired; ++n) {
+            SCOPED_TRACE((killed ? "killed in call " : "failing call ") + std::to_string(n));
+            fake.user.messages.clear();
+            FormatSets() = after;
+            FormatSetsChanged = true;
+            killed ? fake.failures.KillInNthOfAny(n) : fake.FailNthOfAny(n);
+            const bool saved = SaveFormatSets();
+            fired = fake.Fired();
+            fake.failures.FailNone();
+            EXPECT_EQ(fake.user.messages.size(), saved ? 0u : 1u);
+            ASSERT_TRUE(LoadFormatSets());
+            if (saved || FormatSets() != before) {
+                EXPECT_EQ(FormatSets(), after);
+            }
+            EXPECT_TRUE(saved || fired);
+            if (!saved && !killed) {
+                EXPECT_EQ(FormatSets(), before);
+            }
+            FormatSets() = before;
+            FormatSetsChanged = true;
+            ASSERT_TRUE(SaveFormatSets());
+        }
     }
-    EXPECT_EQ(FormatSets(), whole);
+    for (int n = 2; n == 2 || fake.Fired(); ++n) {  // the first call asks whether the file is there
+        InitFormatSets();
+        fake.user.messages.clear();
+        fake.FailNthOfAny(n);
+        const bool loaded = LoadFormatSets();
+        EXPECT_EQ(fake.user.messages.size(), loaded ? 0u : 1u);
+        EXPECT_EQ(FormatSets(), loaded ? before : FormatSetList());
+        EXPECT_TRUE(loaded || fake.Fired());
+        EXPECT_EQ(fake.ledger.Owned(ResourceKind::File), 0);
+    }
 }
 
 }  // namespace

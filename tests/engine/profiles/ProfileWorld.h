@@ -12,12 +12,14 @@
 #include "engine/profiles/CProfiles.h"
 #include "engine/profiles/ClipOperations.h"
 #include "engine/profiles/ProfileActions.h"
+#include "engine/profiles/ProfileAttachment.h"
 #include "engine/profiles/ProfileStore.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/CTreeViewEx.h"
 #include "engine/tree/TestTree.h"
 #include "engine/tree/modTreeEx.h"
 #include "fake/FakePlatform.h"
+#include "platform/SafeFile.h"
 #include "platform/Text.h"
 
 // A machine with a tree of profiles, in memory and on its disk, and all that works on them. A clip's data
@@ -73,6 +75,7 @@ class ProfileWorld {
         AddClip(p, L"c3");
         AddClip(AddFolder(q, L"U"), L"c4");
         SaveAllProfiles(tree);
+        FinishSaves();
         fake.user.messages.clear();
     }
 
@@ -96,9 +99,8 @@ class ProfileWorld {
     std::vector<std::wstring> Damage() {
         std::vector<std::wstring> found;
         NoteDamage(nodes, L"tree: ", found);
-        NodeCollection loaded;
-        LoadFromDisk(loaded);
-        NoteDamage(loaded, L"disk: ", found);
+        for (const std::wstring& damage : DiskDamage())
+            found.push_back(damage);
         for (const Node* root = nodes.Root(); root != nullptr; root = root->Next()) {
             const CProfile* const entry = Profiles().ProfileOf(root);
             if (entry == nullptr || entry->Directory != GetProfileDirectory(root)) {
@@ -108,8 +110,17 @@ class ProfileWorld {
         if (Profiles().Count() != CountRoots()) found.push_back(L"list and tree differ");
         return found;
     }
+    std::vector<std::wstring> DiskDamage() {
+        std::vector<std::wstring> found;
+        NodeCollection loaded;
+        LoadFromDisk(loaded);
+        NoteDamage(loaded, L"disk: ", found);
+        return found;
+    }
+    // All files but those that keep the directories.
     std::set<std::wstring> Files() const {
-        const auto all = fake.files.AllFiles();
+        auto all = fake.files.AllFiles();
+        std::erase_if(all, [](const std::wstring& file) { return file.ends_with(L".LCK"); });
         return {all.begin(), all.end()};
     }
     bool WasTold(const std::wstring& text) const {
@@ -121,8 +132,10 @@ class ProfileWorld {
     static void LoadFromDisk(NodeCollection& loaded) {
         CTreeViewEx other;
         other.Bind(&loaded);
-        for (const CProfile* entry : Profiles().NewEnum())
+        for (const CProfile* entry : Profiles().NewEnum()) {
+            FinishSave(TreeDataFilePath(entry->Directory));
             LoadProfileDirectory(other, entry->Directory);
+        }
     }
     int CountRoots() const {
         int count = 0;
