@@ -29,7 +29,6 @@ enum class Operation {
     FilesIsDirectory,
     FilesChangeTime,
     FilesList,
-    FilesListDirectories,
     FilesRemove,
     FilesCopy,
     FilesMakeDirectory,
