@@ -18,6 +18,7 @@
 #include "engine/tree/TestTree.h"
 #include "engine/tree/modTreeEx.h"
 #include "fake/FakePlatform.h"
+#include "fake/ProcessState.h"
 #include "platform/Text.h"
 
 // A machine with a tree of profiles, in memory and on its disk, and all that works on them. A clip's data
@@ -26,18 +27,11 @@ class ProfileWorld {
  public:
     ProfileWorld() {
         tree.Bind(&nodes);
-        Profiles().Clear();
-        Options() = OptionValues{};
         AppPath = L"C:\\PROG\\";
-        ClearPendingRenderSet();
-    }
-    ~ProfileWorld() {
-        Profiles().Clear();
-        Options() = OptionValues{};
-        ClearPendingRenderSet();
     }
 
     FakePlatform fake;
+    ProcessStateScope state;
     NodeCollection nodes;
     CTreeViewEx tree;
     ActiveContainer container{tree};
