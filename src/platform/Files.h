@@ -50,9 +50,6 @@ class FilePort {
     // The names (without the directory) of the files that match a pattern such as "C:\DIR\*.nxp", sorted;
     // only the last part may hold "*" and "?".
     virtual std::vector<std::wstring> List(const std::wstring& pattern) = 0;
-    // The names of the directories inside `directory` without "." and "..", sorted; none when it cannot be
-    // read.
-    virtual std::optional<std::vector<std::wstring>> ListDirectories(const std::wstring& directory) = 0;
     virtual bool Remove(const std::wstring& path) = 0;
     // Copies a file with its change time; fails when `to` exists unless `replace` is set. A failure leaves no
     // half copy behind and an old `to` as it was.

@@ -21,6 +21,19 @@ std::optional<std::int64_t> ParseInteger(std::wstring_view text, std::int64_t le
     return number;
 }
 
+bool IsFirstHalf(std::uint32_t unit) {
+    return unit >= 0xD800 && unit < 0xDC00;
+}
+
+bool IsSecondHalf(std::uint32_t unit) {
+    return unit >= 0xDC00 && unit < 0xE000;
+}
+
+// How many characters the first letter of `text` takes: two where they have 16 bits and it is a rare one.
+std::size_t LetterSize(std::wstring_view text) {
+    return text.size() > 1 && IsFirstHalf(text[0]) && IsSecondHalf(text[1]) ? 2 : 1;
+}
+
 template <typename Integer>
 std::optional<Integer> ParseAs(std::wstring_view text) {
     const auto number =
@@ -30,6 +43,45 @@ std::optional<Integer> ParseAs(std::wstring_view text) {
 }
 
 }  // namespace
+
+std::wstring FirstLetterBeyondAnsi(std::wstring_view text) {
+    for (std::size_t size = 0; !text.empty(); text.remove_prefix(size)) {
+        size = LetterSize(text);
+        if (!FitsAnsi(text.substr(0, size))) return std::wstring(text.substr(0, size));
+    }
+    return {};
+}
+
+std::wstring WithoutLettersBeyondAnsi(std::wstring_view text) {
+    std::wstring kept;
+    for (std::size_t size = 0; !text.empty(); text.remove_prefix(size)) {
+        size = LetterSize(text);
+        if (FitsAnsi(text.substr(0, size))) kept += text.substr(0, size);
+    }
+    return kept;
+}
+
+std::wstring TextFromUtf16(std::string_view bytes) {
+    const auto unitAt = [&](std::size_t index) {
+        const auto byte = [&](std::size_t at) {
+            return static_cast<std::uint32_t>(static_cast<std::uint8_t>(bytes[at]));
+        };
+        return byte(2 * index) | byte(2 * index + 1) << 8;
+    };
+    const std::size_t count = bytes.size() / 2;
+    std::wstring text;
+    text.reserve(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::uint32_t unit = unitAt(i);
+        // Where a character has 32 bits, the two halves of a rare letter become one.
+        if (sizeof(wchar_t) > 2 && IsFirstHalf(unit) && i + 1 < count && IsSecondHalf(unitAt(i + 1))) {
+            text += static_cast<wchar_t>(0x10000 + ((unit & 0x3FF) << 10) + (unitAt(++i) & 0x3FF));
+        } else {
+            text += static_cast<wchar_t>(unit);
+        }
+    }
+    return text;
+}
 
 std::wstring Trim(std::wstring_view text) {
     const std::size_t first = text.find_first_not_of(L' ');

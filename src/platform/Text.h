@@ -14,6 +14,14 @@ std::wstring TextFromAnsi(std::string_view bytes);
 // True when nothing of `text` is lost on the way to the code page and back.
 bool FitsAnsi(std::wstring_view text);
 
+// The first letter of `text` that the code page cannot hold, whole; empty when it holds them all.
+std::wstring FirstLetterBeyondAnsi(std::wstring_view text);
+// Without the letters that the code page cannot hold.
+std::wstring WithoutLettersBeyondAnsi(std::wstring_view text);
+
+// UTF-16 as the clipboard has it, the lower byte first; a single byte at the end is not read.
+std::wstring TextFromUtf16(std::string_view bytes);
+
 // By the rules of the user's language.
 std::wstring UpperCase(std::wstring_view text);
 std::wstring LowerCase(std::wstring_view text);

@@ -36,6 +36,19 @@ TEST_F(TextContract, Ansi_UnknownCharactersBecomeTheDefaultNotASimilarOne) {
     EXPECT_TRUE(FitsAnsi(L""));
 }
 
+TEST_F(TextContract, LettersBeyondAnsi_AreTakenWhole) {
+    EXPECT_EQ(FirstLetterBeyondAnsi(L"äß€"), L"");
+    EXPECT_EQ(FirstLetterBeyondAnsi(L"Äpfel 😀 日"), L"😀");
+    EXPECT_EQ(WithoutLettersBeyondAnsi(L"日Äpfel 😀€Ł"), L"Äpfel €");
+    EXPECT_EQ(WithoutLettersBeyondAnsi(L"日本"), L"");
+}
+
+TEST_F(TextContract, TextFromUtf16_JoinsTheHalvesOfALetter) {
+    EXPECT_EQ(TextFromUtf16(std::string("\xC4\0\x3D\xD8\0\xDEz\0!", 9)), L"Ä😀z");
+    EXPECT_EQ(TextFromUtf16(std::string("\x3D\xD8", 2)), std::wstring(1, static_cast<wchar_t>(0xD83D)));
+    EXPECT_EQ(TextFromUtf16(""), L"");
+}
+
 TEST_F(TextContract, Case_FollowsGermanRules) {
     EXPECT_EQ(UpperCase(L"straße äöü àéîõñç ÿœšž 1&"), L"STRAßE ÄÖÜ ÀÉÎÕÑÇ ŸŒŠŽ 1&");
     EXPECT_EQ(LowerCase(L"STRASSE ÄÖÜ ÀÉÎÕÑÇ ŸŒŠŽ ×"), L"strasse äöü àéîõñç ÿœšž ×");

@@ -30,7 +30,6 @@ enum class Operation {
     FilesIsDirectory,
     FilesChangeTime,
     FilesList,
-    FilesListDirectories,
     FilesRemove,
     FilesCopy,
     FilesMakeDirectory,

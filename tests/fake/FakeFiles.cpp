@@ -343,20 +343,6 @@ std::vector<std::wstring> FakeFiles::List(const std::wstring& pattern) {
     return names;
 }
 
-std::optional<std::vector<std::wstring>> FakeFiles::ListDirectories(const std::wstring& directory) {
-    const bool fails = failures_.Strikes(Operation::FilesListDirectories);
-    const std::wstring fullPath = FullPath(directory);
-    if (fails || IsDenied(fullPath)) {
-        lastError_ = kErrorAccessDenied;
-        return std::nullopt;
-    }
-    if (!IsDirectoryAt(fullPath)) {
-        lastError_ = kErrorPathNotFound;
-        return std::nullopt;
-    }
-    return NamesIn(fullPath, true);
-}
-
 bool FakeFiles::Remove(const std::wstring& path) {
     if (failures_.Strikes(Operation::FilesRemove)) return Fail(kErrorAccessDenied);
     const std::wstring fullPath = FullPath(path);

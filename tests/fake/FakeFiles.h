@@ -33,7 +33,6 @@ class FakeFiles : public FilePort {
     bool IsDirectory(const std::wstring& path) override;
     std::optional<FileTime> ChangeTime(const std::wstring& path) override;
     std::vector<std::wstring> List(const std::wstring& pattern) override;
-    std::optional<std::vector<std::wstring>> ListDirectories(const std::wstring& directory) override;
     bool Remove(const std::wstring& path) override;
     bool Copy(const std::wstring& from, const std::wstring& to, bool replace) override;
     bool MakeDirectory(const std::wstring& path) override;

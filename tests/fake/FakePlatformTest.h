@@ -5,6 +5,7 @@
 #include <string>
 
 #include "fake/FakePlatform.h"
+#include "fake/ProcessState.h"
 
 // Included by every test that runs over the fakes: what a FakePlatform finds out of order at its end fails
 // the running test.
@@ -18,8 +19,9 @@ inline const bool kLedgerReportsAsTestFailures = [] {
     return true;
 }();
 
-// A test with one fake machine in force from its start to its end.
+// A test with one fake machine in force from its start to its end, and nothing process-wide left of others.
 class FakePlatformTest : public testing::Test {
  protected:
     FakePlatform fake;
+    ProcessStateScope state;
 };

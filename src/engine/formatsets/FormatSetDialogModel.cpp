@@ -4,6 +4,7 @@
 
 #include "engine/clipboard/CFormats.h"
 #include "engine/formatsets/modFormatSet.h"
+#include "engine/process/StoredLetters.h"
 #include "platform/ByteBuffer.h"
 #include "platform/Platform.h"
 
@@ -98,7 +99,8 @@ bool AliasCanBeConfirmed(const std::wstring& newName) {
 }
 
 bool ConfirmAlias(const std::wstring& newName) {
-    if (FitsStoredText(newName)) return true;
-    Tell(L"Der Name ist zu lang !!!");
-    return false;
+    const std::wstring refusal = FitsStoredText(newName) ? LetterRefusal(newName, L"in einem Namen")
+                                                         : std::wstring(L"Der Name ist zu lang !!!");
+    if (!refusal.empty()) Tell(refusal);
+    return refusal.empty();
 }

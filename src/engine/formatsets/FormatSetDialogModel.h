@@ -40,8 +40,6 @@ class FormatSetDialogModel {
     // OK: the working copy becomes the process-wide list.
     void Confirm() const;
 
-    const FormatSetList& WorkingCopy() const { return copy_; }
-
  private:
     FormatSetList copy_;
     int selected_ = 0;
@@ -49,5 +47,5 @@ class FormatSetDialogModel {
 
 // The rename dialog: OK can be pressed with this new name.
 bool AliasCanBeConfirmed(const std::wstring& newName);
-// OK was pressed: false, with a message, for a name that the file cannot hold.
+// OK was pressed: false, with a message, for a name that the file cannot hold whole.
 bool ConfirmAlias(const std::wstring& newName);

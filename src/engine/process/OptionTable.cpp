@@ -33,6 +33,8 @@ constexpr OptionRow kRows[] = {
     {L"UnknownFormats", L"5", &O::UnknownFormats},
     {L"UnknownSet", L"Clip", &O::UnknownSet, tbUnknownFormatSet},
     {L"KeyActivate", L"L", &O::KeyActivate, tbKeyActivate},
+    {L"SkipPrivate", L"1", &O::SkipPrivate, chkSkipPrivate},
+    {L"SkipSame", L"0", &O::SkipSame, chkSkipSame},
 };
 
 std::wstring TextOf(bool value) {

@@ -14,9 +14,8 @@ enum class HelpTopic : int {
 };
 
 // The commands of the system's help viewer that the program gives.
-inline constexpr std::uint32_t kHelpContext = 1;   // the topic whose number is the data
-inline constexpr std::uint32_t kHelpContents = 3;  // the contents page
-inline constexpr std::uint32_t kHelpFinder = 11;   // contents and index
+inline constexpr std::uint32_t kHelpContext = 1;  // the topic whose number is the data
+inline constexpr std::uint32_t kHelpFinder = 11;  // contents and index
 
 // The application's help file, beside the program; empty when it has none. Set by start-up.
 extern std::wstring HelpFile;

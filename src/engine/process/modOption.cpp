@@ -44,6 +44,13 @@ void SetDefaultOptions() {
     Options() = OptionValues();
 }
 
+void SetRecommendedOptions() {
+    Options().UnknownFormats = 255;
+    Options().NewtextMode = 1;
+    Options().EditPropAfterSnap = false;
+    Options().SkipSame = true;
+}
+
 void LoadOptions() {
     LogDebug(L"LoadOptions ...");
     const auto error = ErrorIn([] {

@@ -30,6 +30,8 @@ struct OptionValues {
     std::int16_t UnknownFormats = 255;  // mask of the formats kept from such a capture
     std::wstring UnknownSet = L"Clip";
     std::wstring KeyActivate = L"C";  // the letter of the hot key
+    bool SkipPrivate = true;          // automatic capture leaves what its program marks as confidential
+    bool SkipSame = false;            // automatic capture leaves what the container's newest clip holds
 
     friend bool operator==(const OptionValues&, const OptionValues&) = default;
 };
@@ -48,6 +50,10 @@ void LoadOptions();
 
 // Writes all options but AutoSnap to the store in their order. False when one of them could not be written.
 bool SaveOptions();
+
+// Sets the options that serve best whoever has not chosen yet: every format is kept, clips are named after
+// their text and taken without a dialog, and nothing is taken twice in a row.
+void SetRecommendedOptions();
 
 // Sets the search criteria to what they are at the start of a run.
 void InitSearchOptions();

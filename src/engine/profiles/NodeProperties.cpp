@@ -1,5 +1,6 @@
 #include "engine/profiles/NodeProperties.h"
 
+#include "engine/process/StoredLetters.h"
 #include "engine/process/TreeOperation.h"
 #include "engine/profiles/ActiveContainer.h"
 #include "engine/profiles/CProfiles.h"
@@ -31,16 +32,13 @@ bool NameCanBeConfirmed(const std::wstring& name) {
 
 std::wstring NameRefusal(const std::wstring& name) {
     if (!NameCanBeConfirmed(name)) return L"Geben Sie bitte einen Namen ein.";
-    if (!FitsAnsi(name)) return L"Der Name enthält Zeichen, die nicht gespeichert werden können !!!";
     if (!FitsStoredText(name)) return L"Der Name ist zu lang !!!";
-    return {};
+    return LetterRefusal(name, L"in einem Namen");
 }
 
 std::wstring InfoRefusal(const std::wstring& info, const std::wstring& tag) {
-    if (!FitsAnsi(info))
-        return L"Die Informationen enthalten Zeichen, die nicht gespeichert werden können !!!";
     if (!FitsStoredText(tag)) return L"Die Informationen sind zu lang !!!";
-    return {};
+    return LetterRefusal(info, L"in den Informationen");
 }
 
 ClipProperties ReadClipProperties(const Node& clip) {

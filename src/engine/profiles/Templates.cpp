@@ -13,10 +13,6 @@ namespace {
 constexpr const wchar_t* kSection = L"Settings";
 constexpr const wchar_t* kDialogKey = L"Dialog";
 
-std::int32_t StoredDialogFlag(const wchar_t* absent) {
-    return ParseInt32(ThePlatform().settings.Read(kSection, kDialogKey, absent)).value_or(0);
-}
-
 // Makes a directory if it is missing. The user is told and can only agree: deliberate.
 bool HasDirectory(const std::wstring& directory) {
     if (ThePlatform().files.IsDirectory(directory)) return true;
@@ -79,12 +75,8 @@ TemplatePreview LoadTemplatePreview(CTreeViewEx& previewTree, const std::wstring
     return {profile->Text(), read.info, read.globalFlag};
 }
 
-bool FirstStartDue() {
-    return StoredDialogFlag(L"0") == 0;
-}
-
 bool FirstStartBoxChecked() {
-    return StoredDialogFlag(L"1") != 0;
+    return ParseInt32(ThePlatform().settings.Read(kSection, kDialogKey, L"1")).value_or(0) != 0;
 }
 
 Node* InstallFirstStartTemplates(CTreeViewEx& tree, ActiveContainer& container,

@@ -36,8 +36,6 @@ extern const std::array<FirstStartTemplate, kFirstStartTemplateCount> kFirstStar
 extern const wchar_t* const kFirstStartTitle;
 extern const wchar_t* const kFirstStartText;
 
-// The dialog is due at this start.
-bool FirstStartDue();
 // The state of the box that turns the dialog off, when it opens.
 bool FirstStartBoxChecked();
 

@@ -224,10 +224,6 @@ std::vector<std::wstring> Win32Files::List(const std::wstring& pattern) {
     return names;
 }
 
-std::optional<std::vector<std::wstring>> Win32Files::ListDirectories(const std::wstring& directory) {
-    return NamesIn(directory, true);
-}
-
 bool Win32Files::Remove(const std::wstring& path) {
     return Noted(DeleteFileW(SystemPath(path).c_str()));
 }

@@ -12,7 +12,7 @@
 #include "engine/process/modOption.h"
 #include "fake/FakePlatformTest.h"
 
-// A fake machine with the hooked main window on it, and everything process-wide as after start-up.
+// A fake machine with the hooked main window on it.
 class ClipboardTest : public FakePlatformTest {
  protected:
     using Offer = FakeClipboard::Offer;
@@ -21,21 +21,12 @@ class ClipboardTest : public FakePlatformTest {
     static constexpr const wchar_t* kClip = L"C:\\CLIPS\\C1.nxc";
 
     ClipboardTest() {
-        SetDefaultOptions();
         fake.files.AddDirectory(L"C:\\CLIPS");
         HookMainWindow(fake);
     }
     ~ClipboardTest() override {
-        ClearPendingRenderSet();
         DisconnectViewer();
         UnsubclassWindow();
-        TheMainWindowHooks = {};
-        PreviousForeground = WindowHandle::None;
-        ClipboardWindow = WindowHandle::None;
-        OwnMarkerFormat = 0;
-        RequestTrace = false;
-        RequestTraceSink = nullptr;
-        SetDefaultOptions();
     }
 
     // A machine's main window, hooked and in the viewer chain, with the marker registered.

@@ -81,16 +81,8 @@ class ClipFlowTest : public ClipboardTest {
         profile->SetTag(MakeProfileTag(0, L"C:\\CLIPS\\", false, L""));
         folder = &nodes.Add(profile, NodeRelation::Child, L"Ordner", std::wstring(L"Structure"));
         folder->SetTag(MakeStructureTag(L""));
-        Profiles().Clear();
         Profiles().Add(L"Profil", L"C:\\CLIPS\\", false, profile);
         window.activeContainer = folder;
-        InitFormatSets();
-        ModalDialogOpen = false;
-    }
-    ~ClipFlowTest() override {
-        Profiles().Clear();
-        InitFormatSets();
-        ModalDialogOpen = false;
     }
 
     Node& AddClip(std::int32_t number, std::int16_t formatCount) {

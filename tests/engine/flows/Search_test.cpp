@@ -8,9 +8,7 @@ class SearchTest : public ProfileWorldTest {
  protected:
     void SetUp() override {
         Fill();  // "P(S(c1 T(c2)) c3) Q(U(c4))"; S: "Info & mehr", c2: "a&b"
-        TheSearchCriteria() = SearchCriteria{};
     }
-    void TearDown() override { TheSearchCriteria() = SearchCriteria{}; }
 
     std::wstring Found(const SearchCriteria& criteria, const wchar_t* start = nullptr) {
         const Node* const hit = SearchForNode(tree, criteria, start != nullptr ? &Get(start) : nullptr);

@@ -42,10 +42,6 @@ class StartUpTest : public AppTest {
     StartUpTest() {
         AppPath.clear();  // nothing is known before
     }
-    ~StartUpTest() override {
-        Profiles().Clear();
-        InitFormatSets();
-    }
 
     void StoreProfile() {
         fake.settings.Set(L"Profiles", L"Count", L"1");

@@ -44,7 +44,7 @@ TEST_F(FormatSetDialogModelTest, AddFromClipboard_AddsAndSelectsANewSetOnce) {
     EXPECT_EQ(fake.user.LastMessage(),
               L"Der im Clipboard gefundene Formatsatz ist schon unter dem Namen\r\n\r\nWebseite\r\n\r\n"
               L"verzeichnet.");
-    EXPECT_EQ(model.WorkingCopy().Count(), 4);
+    EXPECT_EQ(model.Aliases().size(), 4u);
     EXPECT_EQ(model.Selected(), 1);
     EXPECT_EQ(FormatSets().Count(), 3);
 }

@@ -27,8 +27,5 @@ inline FormatSetList ListNamed(std::initializer_list<const wchar_t*> names) {
 
 class FormatSetTest : public AppTest {
  protected:
-    FormatSetTest() { InitFormatSets(); }
-    ~FormatSetTest() override { InitFormatSets(); }
-
     const std::wstring kFile = L"C:\\NXCLIP\\NXCLIP.NXF";
 };

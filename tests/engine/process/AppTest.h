@@ -5,7 +5,7 @@
 #include "engine/process/modOption.h"
 #include "fake/FakePlatformTest.h"
 
-// A fake machine with the program installed in C:\NXCLIP\ and every process-wide value as at its start.
+// A fake machine with the program installed in C:\NXCLIP\.
 class AppTest : public FakePlatformTest {
  protected:
     AppTest() {
@@ -14,12 +14,6 @@ class AppTest : public FakePlatformTest {
         FormatSetFile = AppPath + L"NXClip.nxf";
         HelpFile = AppPath + L"Nxclip.hlp";
         HelpPageDirectory = AppPath + L"HILFE\\";
-        DebugMode = false;
-        SetDefaultOptions();
-    }
-    ~AppTest() override {
-        DebugMode = false;
-        SetDefaultOptions();
     }
 
     const std::wstring kLog = L"C:\\NXCLIP\\PROTOKOL.TXT";

@@ -39,6 +39,8 @@ OptionValues ValuesOfAnEmptyStore() {
     values.UnknownFormats = 5;
     values.UnknownSet = L"Clip";
     values.KeyActivate = L"L";
+    values.SkipPrivate = true;
+    values.SkipSame = false;
     return values;
 }
 

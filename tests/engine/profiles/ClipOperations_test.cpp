@@ -217,8 +217,6 @@ class AnnouncedClipTest : public ClipOperationsTest {
     void TearDown() override {
         DisconnectViewer();
         UnsubclassWindow();
-        ClipboardWindow = WindowHandle::None;
-        TheMainWindowHooks = {};
     }
     CClipBoard clipBoard;
 };

@@ -18,7 +18,10 @@ TEST_F(NodePropertiesTest, Name_MustNotBeBlankNorLongerThanTheFileTakes) {
     EXPECT_EQ(NameRefusal(L"Grüße & mehr"), L"");
     EXPECT_EQ(NameRefusal(std::wstring(65535, L'ü')), L"") << "the bytes on disk count";
     EXPECT_EQ(NameRefusal(std::wstring(65536, L'x')), L"Der Name ist zu lang !!!");
-    EXPECT_EQ(NameRefusal(L"Привет"), L"Der Name enthält Zeichen, die nicht gespeichert werden können !!!");
+    EXPECT_EQ(NameRefusal(L"ja: Привет"),
+              L"Das Zeichen 'П' (U+041F) kann in einem Namen nicht gespeichert werden !!!");
+    EXPECT_EQ(NameRefusal(L"😀"),
+              L"Das Zeichen '😀' (U+1F600) kann in einem Namen nicht gespeichert werden !!!");
     EXPECT_EQ(InfoRefusal(L"i", L"S&" + std::wstring(65533, L'x')), L"");
     EXPECT_EQ(InfoRefusal(L"i", L"S&" + std::wstring(65534, L'x')), L"Die Informationen sind zu lang !!!");
     EXPECT_NE(InfoRefusal(L"→", L"S&"), L"");

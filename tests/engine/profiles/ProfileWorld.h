@@ -19,6 +19,7 @@
 #include "engine/tree/TestTree.h"
 #include "engine/tree/modTreeEx.h"
 #include "fake/FakePlatform.h"
+#include "fake/ProcessState.h"
 #include "platform/SafeFile.h"
 #include "platform/Text.h"
 
@@ -28,18 +29,11 @@ class ProfileWorld {
  public:
     ProfileWorld() {
         tree.Bind(&nodes);
-        Profiles().Clear();
-        Options() = OptionValues{};
         AppPath = L"C:\\PROG\\";
-        ClearPendingRenderSet();
-    }
-    ~ProfileWorld() {
-        Profiles().Clear();
-        Options() = OptionValues{};
-        ClearPendingRenderSet();
     }
 
     FakePlatform fake;
+    ProcessStateScope state;
     NodeCollection nodes;
     CTreeViewEx tree;
     ActiveContainer container{tree};

@@ -10,7 +10,6 @@ using Details = std::vector<std::wstring>;
 class ListTest : public ClipFlowTest {
  protected:
     ListTest() { FillFormatDescriptions(); }
-    ~ListTest() override { InitFormatDescriptions(); }
     ListContent Content(const Node* node) { return BuildListContent(node, clipBoard); }
 };
 
