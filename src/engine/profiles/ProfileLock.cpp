@@ -1,6 +1,6 @@
 #include "engine/profiles/ProfileLock.h"
 
-#include "engine/tree/modTreeEx.h"
+#include "platform/Paths.h"
 #include "platform/Platform.h"
 
 ProfileLock::ProfileLock(const std::wstring& directory) {
