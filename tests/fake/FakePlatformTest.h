@@ -23,5 +23,5 @@ inline const bool kLedgerReportsAsTestFailures = [] {
 class FakePlatformTest : public testing::Test {
  protected:
     FakePlatform fake;
-    ProcessStateScope state;
+    ProcessStateScope processState;
 };
