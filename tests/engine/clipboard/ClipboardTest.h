@@ -45,6 +45,7 @@ class ClipboardTest : public FakePlatformTest {
     // Saves every format of the clipboard, as far as it can be, to kClip. Returns the number of records.
     std::int16_t SaveClipboard() {
         std::int16_t count = 0;
+        fake.files.Remove(kClip);
         ClipFileScope file(OpenClipFile(kClip, true, false));
         OpenClipboardScope clipboard(mainWindow);
         for (CFormat& format : *clipBoard.GetClipboardFormats()) {
