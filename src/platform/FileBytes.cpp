@@ -1,6 +1,5 @@
 #include "platform/FileBytes.h"
 
-#include <algorithm>
 #include <limits>
 
 #include "platform/Platform.h"
@@ -36,17 +35,7 @@ std::vector<std::uint8_t> ReadWholeFile(const std::wstring& path) {
     }
     const auto read = files.Read(file.Handle(), bytes.data(), static_cast<std::uint32_t>(bytes.size()));
     if (!read) ThrowFileError(path);
-    bytes.resize(*read);
+    // Taken for the whole file, its beginning would be saved as if the rest had never been.
+    if (*read != bytes.size()) throw RuntimeError(ErrorNumber::FileTooShort);
     return bytes;
-}
-
-void WriteFileInPlace(const std::wstring& path, const std::vector<std::uint8_t>& image) {
-    if (image.size() > kMostPerCall) throw RuntimeError(ErrorNumber::Overflow);
-    FilePort& files = ThePlatform().files;
-    const OpenFile file(files.Open(path, FileUse::WriteInPlace));
-    if (!file.IsOpen()) ThrowFileError(path);
-    if (!files.Reserve(file.Handle(), static_cast<std::int64_t>(image.size()))) ThrowFileError(path);
-    const auto written = files.Write(file.Handle(), image.data(), static_cast<std::uint32_t>(image.size()));
-    if (!written) ThrowFileError(path);
-    if (*written != image.size()) throw RuntimeError(ErrorNumber::DiskFull);
 }

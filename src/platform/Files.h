@@ -13,6 +13,8 @@ enum class FileUse {
     WriteNew,      // created, or truncated when it exists; others may read
     WriteInPlace,  // created when missing, never truncated; others may read
     Append,        // created when missing; the position is at its end
+    NewOnly,       // created; fails when it exists; others may read
+    Lock,          // created when missing; nobody else may open it meanwhile, and it goes when it is closed
 };
 
 // A file's time of last change: 100-nanosecond steps since 1 January 1601 UTC.
@@ -37,6 +39,8 @@ class FilePort {
     // Makes the file at least `size` bytes long, so that a full disk shows before anything is overwritten.
     // The position is not moved; false leaves the old content and length untouched.
     virtual bool Reserve(FileHandle file, std::int64_t size) = 0;
+    // Returns when everything written so far will survive the loss of the current.
+    virtual bool Flush(FileHandle file) = 0;
 
     // True when a listing of `path` yields a name, be it a file or a directory.
     virtual bool Exists(const std::wstring& path) = 0;
@@ -55,9 +59,16 @@ class FilePort {
     virtual bool Copy(const std::wstring& from, const std::wstring& to, bool replace) = 0;
     // Creates one directory; its parent must exist.
     virtual bool MakeDirectory(const std::wstring& path) = 0;
+    // The same text for the same file or directory, whatever spelling or drive leads there, and another one
+    // for every other; empty when it cannot be had.
+    virtual std::wstring Identity(const std::wstring& path) = 0;
 
     virtual std::uint32_t LastError() = 0;
 };
 
 // The system's error code for a file that is not there.
 inline constexpr std::uint32_t kErrorFileNotFound = 2;
+// For a file in a directory that is not there.
+inline constexpr std::uint32_t kErrorPathNotFound = 3;
+// For a file that another program holds.
+inline constexpr std::uint32_t kErrorSharingViolation = 32;

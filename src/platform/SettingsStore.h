@@ -12,6 +12,8 @@ class SettingsPort {
                               const std::wstring& absent) = 0;
     // A text ends at its first zero character.
     virtual bool Write(const std::wstring& section, const std::wstring& key, const std::wstring& value) = 0;
+    // True as well when there is no such key.
+    virtual bool DeleteValue(const std::wstring& section, const std::wstring& key) = 0;
     // True as well when there is no such section.
     virtual bool DeleteSection(const std::wstring& section) = 0;
 };

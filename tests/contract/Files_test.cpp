@@ -57,6 +57,46 @@ TEST_F(FileContract, Open_TellsWhatIsMissing) {
     EXPECT_FALSE(files.Exists(path));
 }
 
+TEST_F(FileContract, OpenNewOnly_NeverTakesAFileThatIsThere) {
+    WriteFile(path, "new", FileUse::NewOnly);
+    EXPECT_EQ(OpenError(path, FileUse::NewOnly), kFileExists);
+    EXPECT_EQ(ReadFile(path), "new");
+}
+
+TEST_F(FileContract, OpenLock_KeepsEverybodyOutAndLeavesNoFile) {
+    for (int i = 0; i < 2; ++i) {
+        const FileHandle lock = files.Open(path, FileUse::Lock);
+        ASSERT_NE(lock, FileHandle::None) << files.LastError();
+        for (const FileUse use : {FileUse::Lock, FileUse::Read, FileUse::WriteInPlace})
+            EXPECT_EQ(OpenError(path, use), kErrorSharingViolation);
+        EXPECT_FALSE(files.Remove(path));
+        files.Close(lock);
+        EXPECT_FALSE(files.Exists(path));
+        WriteFile(path, "left by a crash");  // does not stand in the way of the next one
+    }
+}
+
+TEST_F(FileContract, Identity_IsThatOfTheThingNotOfItsSpelling) {
+    ASSERT_TRUE(files.MakeDirectory(directory + L"Ordner"));
+    ASSERT_TRUE(files.MakeDirectory(directory + L"Anderer"));
+    const std::wstring identity = files.Identity(directory + L"Ordner");
+    EXPECT_NE(identity, L"");
+    for (const wchar_t* spelling : {L"ORDNER", L"Ordner\\", L"Anderer\\..\\Ordner", L".\\Ordner"})
+        EXPECT_EQ(files.Identity(directory + spelling), identity);
+    EXPECT_NE(files.Identity(directory + L"Anderer"), identity);
+    EXPECT_EQ(files.Identity(directory + L"none"), L"");
+}
+
+TEST_F(FileContract, Flush_OfAFileForWriting_Succeeds) {
+    const FileHandle file = files.Open(path, FileUse::WriteInPlace);
+    EXPECT_EQ(files.Write(file, "ab", 2), 2u);
+    EXPECT_TRUE(files.Flush(file));
+    files.Close(file);
+    const FileHandle reader = files.Open(path, FileUse::Read);
+    EXPECT_FALSE(files.Flush(reader));
+    files.Close(reader);
+}
+
 TEST_F(FileContract, Open_EachUseTreatsOldContentItsOwnWay) {
     WriteFile(path, "first and longer");
     WriteFile(path, "second");

@@ -28,10 +28,16 @@ TEST_F(SettingsContract, Write_KeepsEveryText) {
     EXPECT_EQ(settings.Read(L"Settings", L"Zero", L""), L"ab");
 }
 
-TEST_F(SettingsContract, DeleteSection_TakesAllOfItAndNothingElse) {
+TEST_F(SettingsContract, Delete_TakesTheKeyOrTheSectionAndNothingElse) {
     EXPECT_TRUE(settings.Write(L"Profiles", L"1", L"a"));
     EXPECT_TRUE(settings.Write(L"Profiles", L"2", L"b"));
     EXPECT_TRUE(settings.Write(L"Settings", L"1", L"c"));
+    EXPECT_TRUE(settings.Write(L"Profiles", L"3", L"d"));
+    EXPECT_TRUE(settings.DeleteValue(L"profiles", L"3"));
+    EXPECT_EQ(settings.Read(L"Profiles", L"3", L"absent"), L"absent");
+    EXPECT_EQ(settings.Read(L"Profiles", L"1", L"absent"), L"a");
+    EXPECT_TRUE(settings.DeleteValue(L"Profiles", L"3"));  // nothing is left to delete
+    EXPECT_TRUE(settings.DeleteValue(L"None", L"3"));
     EXPECT_TRUE(settings.DeleteSection(L"PROFILES"));
     EXPECT_EQ(settings.Read(L"Profiles", L"1", L"absent"), L"absent");
     EXPECT_EQ(settings.Read(L"Profiles", L"2", L"absent"), L"absent");

@@ -1,5 +1,7 @@
 #include "fake/Failures.h"
 
+#include <utility>
+
 void Failures::FailNth(Operation operation, int n) {
     plan_ = Plan::OneOfAKind;
     planned_ = operation;
@@ -19,8 +21,21 @@ void Failures::FailAlways(Operation operation) {
     fired_ = false;
 }
 
+void Failures::KillInNthOfAny(int n) {
+    plan_ = Plan::Kill;
+    callsLeft_ = n;
+    fired_ = false;
+}
+
+void Failures::FailPairOfAny(int n, int m) {
+    FailNthOfAny(n);
+    callsToSecond_ = m;
+}
+
 void Failures::FailNone() {
     plan_ = Plan::None;
+    callsToSecond_ = 0;
+    dead_ = false;
 }
 
 int Failures::Calls(Operation operation) const {
@@ -30,10 +45,15 @@ int Failures::Calls(Operation operation) const {
 
 bool Failures::Strikes(Operation operation) {
     ++calls_[operation];
-    const bool meant = plan_ == Plan::OneOfAny || (plan_ != Plan::None && operation == planned_);
+    const bool ofAny = plan_ == Plan::OneOfAny || plan_ == Plan::Kill;
+    const bool meant = ofAny || (plan_ != Plan::None && operation == planned_);
     if (!meant) return false;
-    if (plan_ != Plan::AllOfAKind) {
+    if (plan_ == Plan::Kill) {
+        dead_ = fired_;
+        if (!dead_ && --callsLeft_ > 0) return false;
+    } else if (plan_ != Plan::AllOfAKind) {
         if (callsLeft_ <= 0 || --callsLeft_ > 0) return false;
+        callsLeft_ = std::exchange(callsToSecond_, 0);
     }
     fired_ = true;
     return true;

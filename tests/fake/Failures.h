@@ -25,6 +25,7 @@ enum class Operation {
     FilesSeek,
     FilesSize,
     FilesReserve,
+    FilesFlush,
     FilesExists,
     FilesIsDirectory,
     FilesChangeTime,
@@ -33,7 +34,9 @@ enum class Operation {
     FilesRemove,
     FilesCopy,
     FilesMakeDirectory,
+    FilesIdentity,
     SettingsWrite,
+    SettingsDeleteValue,
     SettingsDeleteSection,
     UserPlaySound,
     WindowsExchangeProcedure,
@@ -66,10 +69,17 @@ class Failures {
     void FailNthOfAny(int n);
     // Every call of `operation` from now on fails.
     void FailAlways(Operation operation);
+    // The process is killed in the n-th call from now on: that one fails, all that follow fail too and leave
+    // nothing behind.
+    void KillInNthOfAny(int n);
+    // The n-th call from now on of whatever operation fails, and the m-th after it.
+    void FailPairOfAny(int n, int m);
     // Nothing fails any more; whether the last plan has fired is still known.
     void FailNone();
     // True when a planned failure has happened since it was planned.
     bool Fired() const { return fired_; }
+    // True while a planned failure is still to come.
+    bool Waiting() const { return plan_ != Plan::None && callsLeft_ > 0; }
     // The calls of an operation so far, those that failed included.
     int Calls(Operation operation) const;
 
@@ -78,12 +88,16 @@ class Failures {
 
     // For the fakes: counts a call and says whether it fails.
     bool Strikes(Operation operation);
+    // For the fakes: what fails now leaves nothing behind, not even a part.
+    bool IsDead() const { return dead_; }
 
  private:
-    enum class Plan { None, OneOfAKind, OneOfAny, AllOfAKind };
+    enum class Plan { None, OneOfAKind, OneOfAny, AllOfAKind, Kill };
     Plan plan_ = Plan::None;
     Operation planned_ = Operation::ClipboardOpen;
     int callsLeft_ = 0;
+    int callsToSecond_ = 0;
+    bool dead_ = false;
     bool fired_ = false;
     std::map<Operation, int> calls_;
 };

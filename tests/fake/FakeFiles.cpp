@@ -9,11 +9,10 @@
 
 namespace {
 
-constexpr std::uint32_t kErrorPathNotFound = 3, kErrorAccessDenied = 5, kErrorInvalidHandle = 6,
-                        kErrorReadFault = 30, kErrorWriteFault = 29, kErrorSharing = 32,
-                        kErrorFileExists = 80, kErrorInvalidParameter = 87, kErrorDiskFull = 112,
-                        kErrorInvalidName = 123, kErrorNegativeSeek = 131, kErrorAlreadyExists = 183,
-                        kErrorNotConnected = 1167;
+constexpr std::uint32_t kErrorAccessDenied = 5, kErrorInvalidHandle = 6, kErrorReadFault = 30,
+                        kErrorWriteFault = 29, kErrorFileExists = 80, kErrorInvalidParameter = 87,
+                        kErrorDiskFull = 112, kErrorInvalidName = 123, kErrorNegativeSeek = 131,
+                        kErrorAlreadyExists = 183, kErrorNotConnected = 1167;
 
 constexpr std::wstring_view kLongPathPrefix = L"\\\\?\\";
 
@@ -121,10 +120,11 @@ std::uint32_t FakeFiles::OpenError(const std::wstring& path, const std::wstring&
         const std::uint32_t missing = MissingError(fullPath);
         return missing == kErrorPathNotFound || use == FileUse::Read ? missing : 0;
     }
-    if (lockedByOther_.contains(fullPath) || content->writers > 0) return kErrorSharing;
+    if (lockedByOther_.contains(fullPath) || content->writers > 0) return kErrorSharingViolation;
+    if (use == FileUse::NewOnly) return kErrorFileExists;
     if (!Writes(use)) return 0;
     if (content->readOnly) return kErrorAccessDenied;
-    return content->readers > 0 ? kErrorSharing : 0;
+    return content->readers > 0 ? kErrorSharingViolation : 0;
 }
 
 FileHandle FakeFiles::Open(const std::wstring& path, FileUse use) {
@@ -140,14 +140,14 @@ FileHandle FakeFiles::Open(const std::wstring& path, FileUse use) {
     std::shared_ptr<Content> content = ContentAt(fullPath);
     if (content == nullptr || use == FileUse::WriteNew) {
         if (content == nullptr) content = std::make_shared<Content>();
-        content->bytes.clear();
+        content->ToChange().clear();
         content->changed = clock_.Now();
         entries_.try_emplace(fullPath, Entry{NameOf(path), content});
     }
     ++(Writes(use) ? content->writers : content->readers);
     const auto position = use == FileUse::Append ? static_cast<std::int64_t>(content->bytes.size()) : 0;
     const auto file = static_cast<FileHandle>(ledger_.Take(ResourceKind::File));
-    open_[file] = OpenFile{content, use, position};
+    open_[file] = OpenFile{content, use, fullPath, position};
     return file;
 }
 
@@ -155,6 +155,7 @@ void FakeFiles::Close(FileHandle file) {
     if (!ledger_.Free(ResourceKind::File, static_cast<Ledger::Number>(file))) return;
     OpenFile& closing = open_.at(file);
     --(Writes(closing.use) ? closing.content->writers : closing.content->readers);
+    if (closing.use == FileUse::Lock) entries_.erase(closing.path);
     open_.erase(file);
 }
 
@@ -210,11 +211,11 @@ std::optional<std::uint32_t> FakeFiles::Write(FileHandle file, const void* bytes
         lastError_ = kErrorAccessDenied;
         return std::nullopt;
     }
-    if (fails && failures_.writeFailure == WriteFailure::Nothing) {
+    if (fails && (failures_.writeFailure == WriteFailure::Nothing || failures_.IsDead())) {
         lastError_ = kErrorWriteFault;
         return std::nullopt;
     }
-    auto& content = open->content->bytes;
+    auto& content = open->content->ToChange();
     const auto length = static_cast<std::int64_t>(content.size());
     const std::int64_t room = Room();
     // The bytes that can go out: what lies inside the file, and what the disk still takes behind it.
@@ -272,11 +273,21 @@ bool FakeFiles::Reserve(FileHandle file, std::int64_t size) {
     OpenFile* open = FindOpen(file, "made longer");
     if (open == nullptr) return false;
     if (!Writes(open->use)) return Fail(kErrorAccessDenied);
-    auto& bytes = open->content->bytes;
     if (fails) return Fail(kErrorDiskFull);
+    auto& bytes = open->content->ToChange();
     if (size <= static_cast<std::int64_t>(bytes.size())) return true;
     if (size - static_cast<std::int64_t>(bytes.size()) > Room()) return Fail(kErrorDiskFull);
     bytes.resize(static_cast<std::size_t>(size));
+    return true;
+}
+
+bool FakeFiles::Flush(FileHandle file) {
+    const bool fails = failures_.Strikes(Operation::FilesFlush);
+    OpenFile* open = FindOpen(file, "flushed");
+    if (open == nullptr) return false;
+    if (!Writes(open->use)) return Fail(kErrorAccessDenied);
+    if (fails) return Fail(kErrorWriteFault);
+    open->content->flushed.reset();
     return true;
 }
 
@@ -353,7 +364,7 @@ bool FakeFiles::Remove(const std::wstring& path) {
     const Content* content = FindFile(fullPath);
     if (content == nullptr) return Fail(MissingError(fullPath));
     if (content->readOnly) return Fail(kErrorAccessDenied);
-    if (IsInUse(fullPath, *content)) return Fail(kErrorSharing);
+    if (IsInUse(fullPath, *content)) return Fail(kErrorSharingViolation);
     entries_.erase(fullPath);
     return true;
 }
@@ -365,11 +376,11 @@ bool FakeFiles::Copy(const std::wstring& from, const std::wstring& to, bool repl
         return Fail(kErrorAccessDenied);
     const Content* content = FindFile(source);
     if (content == nullptr) return Fail(MissingError(source));
-    if (lockedByOther_.contains(source)) return Fail(kErrorSharing);
+    if (lockedByOther_.contains(source)) return Fail(kErrorSharingViolation);
     if (const Content* old = FindFile(target)) {
         if (!replace) return Fail(kErrorFileExists);
         if (old->readOnly) return Fail(kErrorAccessDenied);
-        if (IsInUse(target, *old)) return Fail(kErrorSharing);
+        if (IsInUse(target, *old)) return Fail(kErrorSharingViolation);
     } else if (!IsDirectoryAt(ParentOf(target))) {
         return Fail(kErrorPathNotFound);
     }
@@ -393,11 +404,18 @@ bool FakeFiles::MakeDirectory(const std::wstring& path) {
     return true;
 }
 
+std::wstring FakeFiles::Identity(const std::wstring& path) {
+    const std::wstring fullPath = FullPath(path);
+    if (failures_.Strikes(Operation::FilesIdentity) || IsDenied(fullPath)) return {};
+    return IsDirectoryAt(fullPath) || FindFile(fullPath) != nullptr ? fullPath : std::wstring();
+}
+
 void FakeFiles::SetBytes(const std::wstring& path, std::string_view bytes) {
     const std::wstring fullPath = FullPath(path);
     AddDirectory(path.substr(0, path.find_last_of(L"\\/") + 1));
     auto [entry, isNew] = entries_.try_emplace(fullPath, Entry{NameOf(path), std::make_shared<Content>()});
     entry->second.content->bytes.assign(bytes.begin(), bytes.end());
+    entry->second.content->flushed.reset();
     entry->second.content->changed = clock_.Now();
 }
 
@@ -436,6 +454,18 @@ void FakeFiles::UnplugDrive(const std::wstring& drive) {
 
 void FakeFiles::Truncate(const std::wstring& path, std::size_t size) {
     ContentAt(path)->bytes.resize(size);
+}
+
+void FakeFiles::LoseCurrent(const std::wstring& path, int kept, int parts) {
+    const std::shared_ptr<Content> content = ContentAt(path);
+    if (content == nullptr || !content->flushed) return;
+    const std::vector<std::uint8_t>& old = *content->flushed;
+    std::vector<std::uint8_t>& bytes = content->bytes;
+    const std::size_t end = bytes.size() * static_cast<std::size_t>(kept) / static_cast<std::size_t>(parts);
+    if (kept == 0) bytes.resize(old.size());
+    for (std::size_t i = end; i < bytes.size(); ++i)
+        bytes[i] = i < old.size() ? old[i] : 0;
+    content->flushed.reset();
 }
 
 void FakeFiles::SetReadOnly(const std::wstring& path, bool readOnly) {

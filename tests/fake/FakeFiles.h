@@ -28,6 +28,7 @@ class FakeFiles : public FilePort {
     bool Seek(FileHandle file, std::int64_t position) override;
     std::optional<std::int64_t> Size(FileHandle file) override;
     bool Reserve(FileHandle file, std::int64_t size) override;
+    bool Flush(FileHandle file) override;
     bool Exists(const std::wstring& path) override;
     bool IsDirectory(const std::wstring& path) override;
     std::optional<FileTime> ChangeTime(const std::wstring& path) override;
@@ -36,6 +37,7 @@ class FakeFiles : public FilePort {
     bool Remove(const std::wstring& path) override;
     bool Copy(const std::wstring& from, const std::wstring& to, bool replace) override;
     bool MakeDirectory(const std::wstring& path) override;
+    std::wstring Identity(const std::wstring& path) override;
     std::uint32_t LastError() override { return lastError_; }
 
     // What follows arranges and looks at the files; none of it is a call of the port.
@@ -53,6 +55,9 @@ class FakeFiles : public FilePort {
     void Truncate(const std::wstring& path, std::size_t size);
     void SetReadOnly(const std::wstring& path, bool readOnly);
     void SetChangeTime(const std::wstring& path, FileTime time);
+    // The current is gone and back. Of a file that was written and not flushed since, `kept` parts in `parts`
+    // stand on the disk, counted from its start; the rest is as it was at the last flush.
+    void LoseCurrent(const std::wstring& path, int kept, int parts);
     // Nobody may open, list, remove or create `path` or, if it is a directory, what is in it.
     void Deny(const std::wstring& path);
     void Allow(const std::wstring& path);
@@ -70,11 +75,17 @@ class FakeFiles : public FilePort {
  private:
     struct Content {
         std::vector<std::uint8_t> bytes;
+        std::optional<std::vector<std::uint8_t>> flushed;  // while it differs from what was flushed last
         FileTime changed = 0;
         bool readOnly = false;
         bool gone = false;  // its drive is unplugged
         int readers = 0;
         int writers = 0;
+
+        std::vector<std::uint8_t>& ToChange() {
+            if (!flushed) flushed = bytes;
+            return bytes;
+        }
     };
     struct Entry {
         std::wstring name;                 // as it was written when it was made
@@ -83,6 +94,7 @@ class FakeFiles : public FilePort {
     struct OpenFile {
         std::shared_ptr<Content> content;
         FileUse use;
+        std::wstring path;
         std::int64_t position = 0;
     };
 

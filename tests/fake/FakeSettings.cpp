@@ -13,6 +13,13 @@ bool FakeSettings::Write(const std::wstring& section, const std::wstring& key, c
     return true;
 }
 
+bool FakeSettings::DeleteValue(const std::wstring& section, const std::wstring& key) {
+    if (failures_.Strikes(Operation::SettingsDeleteValue)) return false;
+    const auto found = sections_.find(UpperCase(section));
+    if (found != sections_.end()) found->second.erase(UpperCase(key));
+    return true;
+}
+
 bool FakeSettings::DeleteSection(const std::wstring& section) {
     if (failures_.Strikes(Operation::SettingsDeleteSection)) return false;
     if (section.empty()) return false;

@@ -15,6 +15,7 @@ class FakeSettings : public SettingsPort {
     std::wstring Read(const std::wstring& section, const std::wstring& key,
                       const std::wstring& absent) override;
     bool Write(const std::wstring& section, const std::wstring& key, const std::wstring& value) override;
+    bool DeleteValue(const std::wstring& section, const std::wstring& key) override;
     bool DeleteSection(const std::wstring& section) override;
 
     // What stands there, none when the key is absent. No call of the port.

@@ -7,8 +7,8 @@
 #include "engine/formatsets/FormatSetCoding.h"
 #include "engine/process/modMain.h"
 #include "engine/process/modOption.h"
-#include "platform/FileBytes.h"
 #include "platform/RuntimeError.h"
+#include "platform/SafeFile.h"
 
 bool FormatSetsChanged = false;
 
@@ -54,20 +54,23 @@ void InitFormatSets() {
 }
 
 bool LoadFormatSets() {
-    if (!FileExists(FormatSetFile)) {
+    if (!SafeFileExists(FormatSetFile)) {
         InitDefaultFormatSets();
         return true;
     }
     FormatSets().Clear();
+    FinishSave(FormatSetFile);
     return Succeeds([] {
-        DecodeFormatSets(ReadWholeFile(FormatSetFile), FormatSets());
+        DecodeFormatSets(ReadSafeFile(FormatSetFile), FormatSets());
         FormatSetsChanged = false;
     });
 }
 
 bool SaveFormatSets() {
     if (!FormatSetsChanged) return true;
-    return Succeeds([] { WriteFileInPlace(FormatSetFile, EncodeFormatSets(FormatSets())); });
+    const bool saved = Succeeds([] { WriteSafeFile(FormatSetFile, EncodeFormatSets(FormatSets())); });
+    if (saved) FinishSave(FormatSetFile);
+    return saved;
 }
 
 void InitDefaultFormatSets() {

@@ -13,6 +13,8 @@ class CProfile {
     std::wstring Directory;
     // The tree was changed since it was last saved.
     bool Dirty = false;
+    // The journal of its last save is still there.
+    bool Unfinished = false;
     // The profile's top node; null while the profile is not in the tree. Not owned.
     ::Node* Node = nullptr;
 };

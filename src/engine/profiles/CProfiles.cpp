@@ -35,6 +35,21 @@ std::int32_t StoredCount(SettingsPort& settings) {
     return found;
 }
 
+bool IsThere(SettingsPort& settings, const std::wstring& key) {
+    const wchar_t* const absent = L"\x1";  // no name and no directory
+    return settings.Read(kSection, key, absent) != absent;
+}
+
+// The last one first: one that stays must not hide those behind it from the next time.
+void RemoveEntriesFrom(SettingsPort& settings, int first) {
+    int end = first;
+    while (IsThere(settings, NameKey(end)) || IsThere(settings, FileKey(end)))
+        ++end;
+    while (--end >= first)
+        if (!settings.DeleteValue(kSection, FileKey(end)) || !settings.DeleteValue(kSection, NameKey(end)))
+            return;
+}
+
 }  // namespace
 
 CProfile& CProfiles::Add(const std::wstring& name, const std::wstring& directory, bool dirty, ::Node* node) {
@@ -87,17 +102,37 @@ void CProfiles::LoadRegistry() {
     }
 }
 
+// The end of the process at any moment leaves every profile in the store that is in the old list and in the
+// new one: the new list is first written behind the old one, then over it, and what is too much goes last.
 void CProfiles::SaveRegistry() const {
     SettingsPort& settings = ThePlatform().settings;
-    // A list that shrank must leave no old entries behind.
-    settings.DeleteSection(kSection);
-    settings.Write(kSection, L"Count", NumberText(Count()));
-    int position = 1;
+    const std::int32_t stored = std::max(StoredCount(settings), 0);
+    const int behind = std::max(stored, Count());
+    if (!IsStored(settings, stored) && behind <= kMostListed - Count()) WriteFrom(settings, behind + 1);
+    if (WriteFrom(settings, 1)) RemoveEntriesFrom(settings, Count() + 1);
+}
+
+bool CProfiles::IsStored(SettingsPort& settings, std::int32_t stored) const {
+    int position = 0;
+    const auto stands = [&](const auto& entry) {
+        ++position;
+        return settings.Read(kSection, NameKey(position), L"") == entry->Name &&
+               settings.Read(kSection, FileKey(position), L"") == entry->Directory;
+    };
+    return stored == Count() && std::all_of(entries_.begin(), entries_.end(), stands);
+}
+
+// Writes the entries as those from `first` on, and then that the list ends with them. A write that fails
+// skips only itself, but what stands behind stays in the list then, and the result is false.
+bool CProfiles::WriteFrom(SettingsPort& settings, int first) const {
+    bool whole = true;
+    int position = first;
     for (const auto& entry : entries_) {
-        settings.Write(kSection, NameKey(position), entry->Name);
-        settings.Write(kSection, FileKey(position), entry->Directory);
+        whole &= settings.Write(kSection, NameKey(position), entry->Name);
+        whole &= settings.Write(kSection, FileKey(position), entry->Directory);
         ++position;
     }
+    return whole && settings.Write(kSection, L"Count", NumberText(position - 1));
 }
 
 int CProfiles::SearchDir(const std::wstring& directory) const {

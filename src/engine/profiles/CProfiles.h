@@ -1,11 +1,14 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "engine/profiles/CProfile.h"
 #include "engine/tree/NodeCollection.h"
+
+class SettingsPort;
 
 // The attached profiles in their order. Positions count from 1; the key of an entry is its directory in upper
 // case, so that a directory is attached only once.
@@ -28,7 +31,8 @@ class CProfiles {
     // Fills the list from the settings store. Nothing is checked there, but a directory that the store names
     // twice is taken once.
     void LoadRegistry();
-    // Writes the list to the settings store. A write that fails skips only itself.
+    // Writes the list to the settings store. A write that fails skips only itself; no profile is lost by
+    // that.
     void SaveRegistry() const;
 
     // The position of the first entry with this directory, written the same but for its case; 0 for none.
@@ -44,6 +48,9 @@ class CProfiles {
     void OrderAsInTree(const NodeCollection& nodes);
 
  private:
+    bool IsStored(SettingsPort& settings, std::int32_t stored) const;
+    bool WriteFrom(SettingsPort& settings, int first) const;
+
     std::vector<std::unique_ptr<CProfile>> entries_;
 };
 

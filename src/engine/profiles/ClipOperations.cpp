@@ -14,6 +14,7 @@
 #include "engine/tree/modTreeEx.h"
 #include "platform/Platform.h"
 #include "platform/RuntimeError.h"
+#include "platform/SafeFile.h"
 #include "platform/Text.h"
 
 namespace {
@@ -184,9 +185,9 @@ bool ClipOperations::DeleteProfile(Node& profile) {
         return false;
     }
     // With its tree data file the profile is gone; clips without it are only files.
-    const std::wstring failure = RemoveIfThere(TreeDataFilePath(directory));
-    if (!failure.empty()) {
-        ThePlatform().user.Tell(failure);
+    const std::wstring treeFile = TreeDataFilePath(directory);
+    if (!RemoveSafeFile(treeFile)) {
+        ThePlatform().user.Tell(FileErrorOf(ThePlatform().files.LastError(), treeFile).Description());
         return false;
     }
     const std::vector<std::wstring> clipFiles = FilesBelow(profile);

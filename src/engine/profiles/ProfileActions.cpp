@@ -16,6 +16,7 @@
 #include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "platform/RuntimeError.h"
+#include "platform/SafeFile.h"
 #include "platform/Text.h"
 
 namespace {
@@ -101,7 +102,7 @@ Node* ProfileActions::BuildNewprofile(const std::wstring& name, const std::wstri
     // Not left to the next save: until then a crash would leave nothing of it.
     if (SaveProfile(tree_, *profile)) return profile;
     TakeOut(*profile);
-    ThePlatform().files.Remove(TreeDataFilePath(directory));
+    RemoveSafeFile(TreeDataFilePath(directory));
     return nullptr;
 }
 
@@ -125,7 +126,7 @@ Node* ProfileActions::BuildFromTemplate(const std::wstring& name, const std::wst
     Node* const profile = LoadProfileDirectory(tree_, directory);
     if (profile == nullptr) {
         TellNotLoaded(directory);
-        files.Remove(treeFile);
+        RemoveSafeFile(treeFile);
         return nullptr;
     }
     RemoveClips(*tree_.TreeView(), *profile);

@@ -1,6 +1,7 @@
 #include "engine/profiles/ProfileStore.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "engine/profiles/ActiveContainer.h"
@@ -11,6 +12,7 @@
 #include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "platform/RuntimeError.h"
+#include "platform/SafeFile.h"
 
 namespace {
 
@@ -57,6 +59,7 @@ void KeepDamagedFile(const std::wstring& directory) {
 Node* LoadProfileDirectory(CTreeViewEx& tree, const std::wstring& directory) {
     // A profile's tag cannot hold such a directory.
     if (directory.empty() || directory.find(L'&') != std::wstring::npos) return nullptr;
+    FinishSave(TreeDataFilePath(directory));
     if (!tree.LoadDataFromFile(TreeDataFilePath(directory))) return nullptr;
 
     NodeCollection& nodes = *tree.TreeView();
@@ -110,12 +113,15 @@ bool SaveProfile(CTreeViewEx& tree, Node& profile, Node* without) {
         tree.ReleaseData();
     } else {
         user.Tell(L"BuildTreeData: Profiledaten konnten nicht ermittelt werden.");
+        user.Tell(L"Speichern des Profils ist fehlgeschlagen !!!");
     }
-    if (!saved) user.Tell(L"Speichern des Profils ist fehlgeschlagen !!!");
 
     // After a failure file and tree may differ: the next save of all makes up for it.
     CProfile* const entry = Profiles().ProfileOf(&profile);
-    if (entry != nullptr) entry->Dirty = !saved;
+    if (entry != nullptr) {
+        entry->Dirty = !saved;
+        entry->Unfinished = true;
+    }
     return saved;
 }
 
@@ -127,6 +133,13 @@ bool SaveAllProfiles(CTreeViewEx& tree) {
     }
     if (!allSaved) ThePlatform().user.Tell(L"Speichern des Profiles ist fehlgeschlagen !!!");
     return allSaved;
+}
+
+void FinishSaves() {
+    for (CProfile* entry : Profiles().NewEnum()) {
+        // What cannot be finished now is finished by the next save or the next load.
+        if (std::exchange(entry->Unfinished, false)) FinishSave(TreeDataFilePath(entry->Directory));
+    }
 }
 
 void SetProfileChanged(Node* node) {

@@ -24,5 +24,9 @@ bool SaveProfile(CTreeViewEx& tree, Node& profile, Node* without = nullptr);
 // Writes every changed profile. One that fails does not keep the others from being written; it stays changed.
 bool SaveAllProfiles(CTreeViewEx& tree);
 
+// Makes the last saves safe from the loss of the current and removes their journals: for the moments when
+// nobody waits. Costs nothing when there are none.
+void FinishSaves();
+
 // Marks the profile that holds `node` as changed.
 void SetProfileChanged(Node* node);

@@ -8,9 +8,9 @@
 #include "engine/tree/TreeFile.h"
 #include "engine/tree/TreeWalk.h"
 #include "engine/tree/modTreeEx.h"
-#include "platform/FileBytes.h"
 #include "platform/Platform.h"
 #include "platform/RuntimeError.h"
+#include "platform/SafeFile.h"
 #include "platform/Text.h"
 
 namespace {
@@ -295,16 +295,16 @@ Node& CTreeViewEx::AddFromRecord(Node* relative, NodeRelation relation, const Tr
 
 bool CTreeViewEx::SaveDataToFile(const std::wstring& path) {
     const HourglassScope hourglass(ThePlatform().user);
-    const auto error = ErrorIn([&] { WriteFileInPlace(path, EncodeTreeData(data_)); });
+    const auto error = ErrorIn([&] { WriteSafeFile(path, EncodeTreeData(data_)); });
     if (error) ThePlatform().user.Tell(error->Description());
     return !error;
 }
 
 bool CTreeViewEx::LoadDataFromFile(const std::wstring& path) {
-    if (mvarTreeView == nullptr || !ThePlatform().files.Exists(path)) return false;
+    if (mvarTreeView == nullptr || !SafeFileExists(path)) return false;
     const auto error = ErrorIn([&] {
         data_ = TreeData{};
-        data_ = DecodeTreeData(ReadWholeFile(path));
+        data_ = DecodeTreeData(ReadSafeFile(path));
     });
     UserPort& user = ThePlatform().user;
     if (error) user.Tell(error->Description(), L"Strukturladefehler " + NumberText(error->Number()));

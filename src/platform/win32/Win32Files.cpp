@@ -14,6 +14,8 @@ constexpr int kMostCopyNames = 100;
 struct OpenWay {
     DWORD access;
     DWORD disposition;
+    DWORD share = FILE_SHARE_READ;
+    DWORD flags = FILE_ATTRIBUTE_NORMAL;
 };
 
 OpenWay WayOf(FileUse use) {
@@ -23,6 +25,11 @@ OpenWay WayOf(FileUse use) {
         case FileUse::WriteInPlace:
         case FileUse::Append:
             return {GENERIC_WRITE, OPEN_ALWAYS};
+        case FileUse::NewOnly:
+            return {GENERIC_WRITE, CREATE_NEW};
+        case FileUse::Lock:
+            return {GENERIC_WRITE | DELETE, OPEN_ALWAYS, 0,
+                    FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE};
         case FileUse::Read:
             break;
     }
@@ -73,8 +80,8 @@ FileHandle Win32Files::Open(const std::wstring& path, FileUse use) {
         return FileHandle::None;
     }
     const OpenWay way = WayOf(use);
-    UniqueFile file(CreateFileW(SystemPath(path).c_str(), way.access, FILE_SHARE_READ, nullptr,
-                                way.disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
+    UniqueFile file(CreateFileW(SystemPath(path).c_str(), way.access, way.share, nullptr, way.disposition,
+                                way.flags, nullptr));
     if (!Noted(file.IsSet())) return FileHandle::None;
     if (use == FileUse::Append && !Noted(SetFilePointerEx(file.Get(), LARGE_INTEGER{}, nullptr, FILE_END)))
         return FileHandle::None;
@@ -139,6 +146,10 @@ bool Win32Files::HasRoomFor(FileHandle file, std::int64_t more) {
     ULARGE_INTEGER free;
     if (!GetDiskFreeSpaceExW(Split(path).directory.c_str(), &free, nullptr, nullptr)) return true;
     return free.QuadPart >= static_cast<ULONGLONG>(more) || Fail(ERROR_DISK_FULL);
+}
+
+bool Win32Files::Flush(FileHandle file) {
+    return Noted(FlushFileBuffers(SystemFile(file)));
 }
 
 bool Win32Files::Exists(const std::wstring& path) {
@@ -255,4 +266,15 @@ bool Win32Files::CopyUnderFreeName(const std::wstring& from, const std::wstring&
 
 bool Win32Files::MakeDirectory(const std::wstring& path) {
     return Noted(CreateDirectoryW(SystemPath(path).c_str(), nullptr));
+}
+
+std::wstring Win32Files::Identity(const std::wstring& path) {
+    // Without this flag a directory cannot be opened; no access is asked for, so nothing stands in the way.
+    const UniqueFile file(CreateFileW(SystemPath(path).c_str(), 0,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                      OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    BY_HANDLE_FILE_INFORMATION found;
+    if (!Noted(file.IsSet()) || !Noted(GetFileInformationByHandle(file.Get(), &found))) return {};
+    const auto index = static_cast<std::uint64_t>(found.nFileIndexHigh) << 32 | found.nFileIndexLow;
+    return std::to_wstring(found.dwVolumeSerialNumber) + L":" + std::to_wstring(index);
 }

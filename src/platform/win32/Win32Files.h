@@ -12,6 +12,7 @@ class Win32Files : public FilePort {
     bool Seek(FileHandle file, std::int64_t position) override;
     std::optional<std::int64_t> Size(FileHandle file) override;
     bool Reserve(FileHandle file, std::int64_t size) override;
+    bool Flush(FileHandle file) override;
     bool Exists(const std::wstring& path) override;
     bool IsDirectory(const std::wstring& path) override;
     std::optional<FileTime> ChangeTime(const std::wstring& path) override;
@@ -20,6 +21,7 @@ class Win32Files : public FilePort {
     bool Remove(const std::wstring& path) override;
     bool Copy(const std::wstring& from, const std::wstring& to, bool replace) override;
     bool MakeDirectory(const std::wstring& path) override;
+    std::wstring Identity(const std::wstring& path) override;
     std::uint32_t LastError() override { return lastError_; }
 
  private:

@@ -34,6 +34,11 @@ bool Win32Settings::Write(const std::wstring& section, const std::wstring& key, 
                           size) == ERROR_SUCCESS;
 }
 
+bool Win32Settings::DeleteValue(const std::wstring& section, const std::wstring& key) {
+    const LSTATUS status = RegDeleteKeyValueW(HKEY_CURRENT_USER, PathOf(section).c_str(), key.c_str());
+    return status == ERROR_SUCCESS || status == ERROR_FILE_NOT_FOUND;
+}
+
 bool Win32Settings::DeleteSection(const std::wstring& section) {
     // Without a name the whole store would go.
     if (section.empty()) return false;

@@ -12,6 +12,7 @@ class Win32Settings : public SettingsPort {
     std::wstring Read(const std::wstring& section, const std::wstring& key,
                       const std::wstring& absent) override;
     bool Write(const std::wstring& section, const std::wstring& key, const std::wstring& value) override;
+    bool DeleteValue(const std::wstring& section, const std::wstring& key) override;
     bool DeleteSection(const std::wstring& section) override;
 
  private:

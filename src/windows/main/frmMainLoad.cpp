@@ -56,6 +56,9 @@ void frmMain::Form_Unload() {
     container_.Store();
     Profiles().SaveRegistry();
     SaveFormatSets();
+    // What could not be saved when it was changed is tried once more.
+    ::SaveAllProfiles(cTV);
+    FinishSaves();
 }
 
 void frmMain::JoinViewerChain() {

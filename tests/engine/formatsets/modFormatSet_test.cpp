@@ -116,59 +116,47 @@ TEST_F(modFormatSetTest, SaveFormatSets_Unchanged_LeavesTheFileAlone) {
     EXPECT_EQ(fake.failures.Calls(Operation::FilesOpen), 0);
 }
 
-TEST_F(modFormatSetTest, SaveFormatSets_EachCallFailing_TellsOnceAndKeepsTheOldFileUnlessTheWriteFailed) {
-    FormatSets() = ListNamed({L"alt"});
-    ASSERT_TRUE(SaveFormatSets());
-    const std::optional<std::string> old = fake.files.Bytes(kFile);
-    FormatSets() = ListNamed({L"neu", L"und länger"});
-    int writes = 0;
-    bool saved = false;
-    FailEachCall(
-        fake, 3,
-        [&] {
+// What is on disk is looked at by the next load, before anything saves again.
+TEST_F(modFormatSetTest, SaveAndLoadFormatSets_FailingOrKilledInAnyCall_KeepTheOldOrTheNewList) {
+    const FormatSetList before = ListNamed({L"alt", L"und noch einer"});
+    const FormatSetList after = ListNamed({L"neu", L"und noch einer, aber länger"});
+    for (const bool killed : {false, true}) {
+        FormatSets() = before;
+        ASSERT_TRUE(SaveFormatSets());
+        bool fired = true;
+        for (int n = 1; fired; ++n) {
+            SCOPED_TRACE((killed ? "killed in call " : "failing call ") + std::to_string(n));
             fake.user.messages.clear();
-            writes = fake.failures.Calls(Operation::FilesWrite);
-        },
-        [&] { saved = SaveFormatSets(); },
-        [&](bool failed) {
-            EXPECT_EQ(saved, !failed);
-            EXPECT_EQ(fake.user.messages.size(), failed ? 1u : 0u);
-            EXPECT_TRUE(FormatSetsChanged);
-            if (failed && fake.failures.Calls(Operation::FilesWrite) == writes) {
-                EXPECT_EQ(fake.files.Bytes(kFile), old);
+            FormatSets() = after;
+            FormatSetsChanged = true;
+            killed ? fake.failures.KillInNthOfAny(n) : fake.FailNthOfAny(n);
+            const bool saved = SaveFormatSets();
+            fired = fake.Fired();
+            fake.failures.FailNone();
+            EXPECT_EQ(fake.user.messages.size(), saved ? 0u : 1u);
+            ASSERT_TRUE(LoadFormatSets());
+            if (saved || FormatSets() != before) {
+                EXPECT_EQ(FormatSets(), after);
             }
-        });
-    FormatSets().Clear();
-    EXPECT_TRUE(LoadFormatSets());
-    EXPECT_EQ(FormatSets(), ListNamed({L"neu", L"und länger"}));
-}
-
-TEST_F(modFormatSetTest, LoadFormatSets_EachCallFailing_TellsAndKeepsNothingHalfRead) {
-    FormatSets() = ListNamed({L"eins", L"zwei"});
-    ASSERT_TRUE(SaveFormatSets());
-    const FormatSetList whole = FormatSets();
-    bool loaded = false;
-    for (const ReadFailure how : {ReadFailure::Error, ReadFailure::Short}) {
-        fake.failures.readFailure = how;
-        FailEachCall(
-            fake, 4,
-            [&] {
-                InitFormatSets();
-                fake.user.messages.clear();
-            },
-            [&] { loaded = LoadFormatSets(); },
-            [&](bool failed) {
-                // A file that does not seem to be there gives the defaults.
-                if (failed && FormatSetsChanged) return;
-                EXPECT_EQ(loaded, !failed);
-                EXPECT_EQ(fake.user.messages.size(), failed ? 1u : 0u);
-                EXPECT_LT(FormatSets().Count(), failed ? 2 : 3);
-                if (failed && FormatSets().Count() == 1) {
-                    EXPECT_EQ(FormatSets().Item(1), whole.Item(1));
-                }
-            });
+            EXPECT_TRUE(saved || fired);
+            if (!saved && !killed) {
+                EXPECT_EQ(FormatSets(), before);
+            }
+            FormatSets() = before;
+            FormatSetsChanged = true;
+            ASSERT_TRUE(SaveFormatSets());
+        }
     }
-    EXPECT_EQ(FormatSets(), whole);
+    for (int n = 2; n == 2 || fake.Fired(); ++n) {  // the first call asks whether the file is there
+        InitFormatSets();
+        fake.user.messages.clear();
+        fake.FailNthOfAny(n);
+        const bool loaded = LoadFormatSets();
+        EXPECT_EQ(fake.user.messages.size(), loaded ? 0u : 1u);
+        EXPECT_EQ(FormatSets(), loaded ? before : FormatSetList());
+        EXPECT_TRUE(loaded || fake.Fired());
+        EXPECT_EQ(fake.ledger.Owned(ResourceKind::File), 0);
+    }
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include "engine/tree/TestTree.h"
 #include "fake/FakePlatformTest.h"
 #include "platform/RuntimeError.h"
+#include "platform/Text.h"
 
 namespace {
 
@@ -92,6 +93,42 @@ TEST_F(CProfilesTest, SaveRegistry_LeavesNothingOfAListThatShrank) {
     ASSERT_EQ(again.Count(), 2);
     EXPECT_EQ(again.Item(1).Name, L"eins");
     EXPECT_FALSE(again.Item(1).Dirty);
+}
+
+// A failing call, or the end of the process in it, costs no profile that is to stay, whatever the change.
+TEST(CProfilesSave, SaveRegistry_FailingOrKilledInAnyCall_KeepsEveryProfile) {
+    const std::vector<std::pair<std::wstring, std::wstring>> changes = {
+        {L"ABC", L"AC"}, {L"ABC", L"CAB"}, {L"AB", L"BXA"}, {L"", L"A"}, {L"ABC", L""}, {L"AB", L"AB"}};
+    const auto fill = [](CProfiles& profiles, const std::wstring& names) {
+        for (const wchar_t name : names)
+            profiles.Add(std::wstring(1, name), std::wstring(L"C:\\") + name, false, nullptr);
+    };
+    for (const auto& [before, after] : changes) {
+        for (const bool killed : {false, true}) {
+            bool fired = true;
+            for (int n = 1; fired; ++n) {
+                SCOPED_TRACE(AnsiFromText(before + L" to " + after) + ", call " + std::to_string(n));
+                FakePlatform machine;
+                CProfiles old, changed, loaded;
+                fill(old, before);
+                old.SaveRegistry();
+                fill(changed, after);
+                killed ? machine.failures.KillInNthOfAny(n) : machine.failures.FailNthOfAny(n);
+                changed.SaveRegistry();
+                fired = machine.Fired();
+                machine.failures.FailNone();
+                loaded.LoadRegistry();
+                for (const wchar_t name : after) {
+                    const bool stays = before.find(name) != std::wstring::npos || !fired;
+                    if (stays) {
+                        EXPECT_NE(loaded.SearchDir(std::wstring(L"C:\\") + name), 0);
+                    }
+                }
+                changed.SaveRegistry();
+                EXPECT_EQ(machine.settings.KeyCount(L"Profiles"), 1 + 2 * after.size());
+            }
+        }
+    }
 }
 
 TEST_F(CProfilesTest, SearchDir_IgnoresCaseAndNothingElse) {

@@ -244,7 +244,7 @@ TEST_F(AnnouncedClipTest, DeleteOfAnotherClip_LeavesThePromiseAsItIs) {
 
 // Every single call fails once, with a disk that keeps nothing of a failed write and one that keeps half.
 class ClipOperationsFaults : public testing::TestWithParam<WriteFailure> {
- protected:
+ public:
     static void Prepare(World& world) {
         world.Fill();
         world.container.SetActiveContainer(&world.Get(L"T"));
@@ -307,26 +307,23 @@ TEST_P(ClipOperationsFaults, DeleteProfile_IsDoneWholeOrNotAtAll) {
     EXPECT_GE(FailEveryStep(GetParam(), Prepare, Deleting(L"P"), isGone), 4);
 }
 
-// Two calls fail in a row: the save of the source, and then the taking back from the target. The clip must be
-// whole somewhere.
-TEST_P(ClipOperationsFaults, MoveAcrossProfiles_ThatCannotEvenBeTakenBackLeavesTwoWholeClips) {
-    for (const Operation step : {Operation::FilesOpen, Operation::FilesReserve, Operation::FilesWrite}) {
-        World world;
-        Prepare(world);
-        world.fake.failures.writeFailure = GetParam();
-        world.fake.user.duringMessage = [&] { world.fake.failures.FailAlways(step); };
-        world.fake.FailNth(step, 2);  // the first one saves the target
-        EXPECT_EQ(world.operations.Drop(&world.Get(L"U"), &world.Get(L"c1"), true, true), nullptr);
-        world.fake.user.duringMessage = {};
-        world.fake.failures.FailNone();
-        EXPECT_EQ(world.MemoryOutline(), L"P(S(c1 T(c2)) c3) Q(U(c4 c1))");
-        SaveAllProfiles(world.tree);
-        EXPECT_EQ(world.Damage(), std::vector<std::wstring>());
-    }
+TEST_P(ClipOperationsFaults, MoveAndDelete_WithTwoFailuresLoseNothing) {
+    EXPECT_GE(FailEveryPair(GetParam(), Prepare, Dropping(L"S", L"U", true, true)), 300);
+    EXPECT_GE(FailEveryPair(GetParam(), Prepare, Deleting(L"S")), 25);
 }
 
 INSTANTIATE_TEST_SUITE_P(Disks, ClipOperationsFaults,
                          testing::Values(WriteFailure::Nothing, WriteFailure::DiskFullWithPart,
                                          WriteFailure::Short));
+
+TEST(ClipOperationsKill, EveryOperation_KilledAtAnyMoment_LeavesWholeProfiles) {
+    using Faults = ClipOperationsFaults;
+    const std::vector<std::wstring> all = {L"c1", L"c2", L"c3", L"c4"};
+    EXPECT_GE(KillInEveryStep(Faults::Prepare, Faults::Dropping(L"S", L"U", true, false), all), 15);
+    EXPECT_GE(KillInEveryStep(Faults::Prepare, Faults::Dropping(L"S", L"U", true, true), all), 25);
+    EXPECT_GE(KillInEveryStep(Faults::Prepare, Faults::Dropping(L"S", L"c3", false, true), all), 8);
+    EXPECT_GE(KillInEveryStep(Faults::Prepare, Faults::Deleting(L"S"), {L"c3", L"c4"}), 10);
+    EXPECT_GE(KillInEveryStep(Faults::Prepare, Faults::Deleting(L"P"), {L"c4"}), 5);
+}
 
 }  // namespace

@@ -73,6 +73,7 @@ class ProfileWorld {
         AddClip(p, L"c3");
         AddClip(AddFolder(q, L"U"), L"c4");
         SaveAllProfiles(tree);
+        FinishSaves();
         fake.user.messages.clear();
     }
 
@@ -96,9 +97,8 @@ class ProfileWorld {
     std::vector<std::wstring> Damage() {
         std::vector<std::wstring> found;
         NoteDamage(nodes, L"tree: ", found);
-        NodeCollection loaded;
-        LoadFromDisk(loaded);
-        NoteDamage(loaded, L"disk: ", found);
+        for (const std::wstring& damage : DiskDamage())
+            found.push_back(damage);
         for (const Node* root = nodes.Root(); root != nullptr; root = root->Next()) {
             const CProfile* const entry = Profiles().ProfileOf(root);
             if (entry == nullptr || entry->Directory != GetProfileDirectory(root)) {
@@ -106,6 +106,13 @@ class ProfileWorld {
             }
         }
         if (Profiles().Count() != CountRoots()) found.push_back(L"list and tree differ");
+        return found;
+    }
+    std::vector<std::wstring> DiskDamage() {
+        std::vector<std::wstring> found;
+        NodeCollection loaded;
+        LoadFromDisk(loaded);
+        NoteDamage(loaded, L"disk: ", found);
         return found;
     }
     std::set<std::wstring> Files() const {

@@ -2,8 +2,10 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "engine/profiles/ProfileWorldTest.h"
+#include "platform/Text.h"
 
 // What an operation may leave changed or not.
 struct WorldState {
@@ -40,9 +42,6 @@ inline int FailEveryStep(WriteFailure mode, const std::function<void(ProfileWorl
         const bool fired = world.fake.Fired();
         world.fake.failures.FailNone();
         const bool told = !world.fake.user.messages.empty();
-        // A disk that fails in the middle of a write leaves a torn file; the next save must mend it.
-        if (fired && mode != WriteFailure::Nothing) SaveAllProfiles(world.tree);
-
         EXPECT_EQ(world.Damage(), std::vector<std::wstring>());
         EXPECT_EQ(world.MemoryOutline(), world.DiskOutline());
         EXPECT_EQ(world.fake.user.pointer, PointerShape::Normal);
@@ -63,4 +62,55 @@ inline int FailEveryStep(WriteFailure mode, const std::function<void(ProfileWorl
         }
         if (testing::Test::HasFailure()) return n;
     }
+}
+
+// The same with two failures in a row: the call n, and the one `m` calls after it. Whatever the operation
+// says then, tree and disk agree, and no clip is without its data. Returns the number of pairs that were
+// tried.
+inline int FailEveryPair(WriteFailure mode, const std::function<void(ProfileWorld&)>& prepare,
+                         const std::function<bool(ProfileWorld&)>& operation) {
+    int pairs = 0;
+    bool firstFired = true;
+    for (int n = 1; firstFired; ++n) {
+        bool secondFired = true;
+        for (int m = 1; secondFired; ++m, ++pairs) {
+            SCOPED_TRACE("calls " + std::to_string(n) + " and " + std::to_string(m) + " later fail");
+            ProfileWorld world;
+            prepare(world);
+            world.fake.failures.writeFailure = mode;
+            world.fake.failures.FailPairOfAny(n, m);
+            operation(world);
+            firstFired = world.fake.Fired();
+            secondFired = firstFired && !world.fake.failures.Waiting();
+            world.fake.failures.FailNone();
+            EXPECT_EQ(world.Damage(), std::vector<std::wstring>());
+            EXPECT_EQ(world.MemoryOutline(), world.DiskOutline());
+            if (testing::Test::HasFailure()) return pairs;
+        }
+    }
+    return pairs;
+}
+
+// The process ends inside each call of the operation, one after the other. What the next start finds on disk
+// is whole: every node has its data, and every clip whose name is in `keeps` is there. Returns the number of
+// kills.
+inline int KillInEveryStep(const std::function<void(ProfileWorld&)>& prepare,
+                           const std::function<bool(ProfileWorld&)>& operation,
+                           const std::vector<std::wstring>& keeps) {
+    bool fired = true;
+    int n = 0;
+    while (fired && !testing::Test::HasFailure()) {
+        SCOPED_TRACE("killed in call " + std::to_string(++n));
+        ProfileWorld world;
+        prepare(world);
+        world.fake.failures.KillInNthOfAny(n);
+        operation(world);
+        fired = world.fake.Fired();
+        world.fake.failures.FailNone();
+        EXPECT_EQ(world.DiskDamage(), std::vector<std::wstring>());
+        const std::wstring disk = world.DiskOutline();
+        for (const std::wstring& clip : keeps)
+            EXPECT_NE(disk.find(clip), std::wstring::npos) << AnsiFromText(clip);
+    }
+    return n - 1;
 }

@@ -11,6 +11,7 @@
 #include "fake/FakePlatformTest.h"
 #include "fake/FaultLoop.h"
 #include "platform/RuntimeError.h"
+#include "platform/SafeFile.h"
 
 namespace {
 
@@ -209,57 +210,39 @@ TEST_F(CTreeViewExFileTest, Save_TouchesNothingWhenItMustFail) {
     EXPECT_EQ(fake.user.pointer, PointerShape::Normal);
 }
 
-TEST_F(CTreeViewExFileTest, Save_WithAnyCallFailingIsToldAndKeepsTheTree) {
+TEST_F(CTreeViewExFileTest, SaveAndLoad_WithAnyCallFailingAreToldOnceAndKeepTheTree) {
     Grow(nodes, L"P(a)");
     ASSERT_TRUE(Save(nodes.Root()));
-    const std::string before = *fake.files.Bytes(kFile);
     nodes.Add(nodes.Root(), NodeRelation::Child, L"b", {});
     ASSERT_TRUE(tree.BuildTreeData(nodes.Root()));
-    int writes = 0;
-    bool saved = false;
-    for (const WriteFailure failure :
-         {WriteFailure::DiskFullWithPart, WriteFailure::Nothing, WriteFailure::Short}) {
-        fake.failures.writeFailure = failure;
-        FailEachCall(
-            fake, 3,
-            [&] {
-                fake.files.SetBytes(kFile, before);
-                writes = fake.failures.Calls(Operation::FilesWrite);
-            },
-            [&] { saved = tree.SaveDataToFile(kFile); },
-            [&](bool failed) {
-                EXPECT_EQ(saved, !failed);
-                EXPECT_EQ(std::exchange(fake.user.messages, {}).size(), failed ? 1u : 0u);
-                if (failed && fake.failures.Calls(Operation::FilesWrite) == writes) {
-                    EXPECT_EQ(fake.files.Bytes(kFile), before);
-                }
-                EXPECT_EQ(fake.user.pointer, PointerShape::Normal);
-            });
+    int failed = 0;
+    for (int n = 1; n == 1 || fake.Fired(); ++n) {
+        fake.user.pointers.clear();
+        fake.FailNthOfAny(n);
+        const bool saved = tree.SaveDataToFile(kFile);
+        EXPECT_TRUE(saved || fake.Fired()) << n;
+        EXPECT_EQ(std::exchange(fake.user.messages, {}).size(), saved ? 0u : 1u) << n;
+        EXPECT_EQ(fake.user.pointers, (std::vector{PointerShape::Hourglass, PointerShape::Normal}));
+        failed += !saved;
     }
+    EXPECT_GE(failed, 8);
+    FinishSave(kFile);
+    for (int n = 2; n == 2 || fake.Fired(); ++n) {  // the first call asks whether the file is there
+        fake.FailNthOfAny(n);
+        const bool loaded = tree.LoadDataFromFile(kFile);
+        EXPECT_EQ(loaded, !fake.Fired()) << n;
+        EXPECT_EQ(std::exchange(fake.user.messages, {}).size(), loaded ? 0u : 1u) << n;
+        EXPECT_EQ(fake.user.pointer, PointerShape::Normal);
+        failed += !loaded;
+    }
+    EXPECT_GE(failed, 12);
     EXPECT_EQ(Outline(nodes), L"P(a b)");
-}
-
-TEST_F(CTreeViewExFileTest, Load_WithAnyCallFailingLeavesTheTreeAsItWas) {
-    Grow(nodes, L"P(a)");
-    ASSERT_TRUE(Save(nodes.Root()));
-    bool loaded = false;
-    for (const ReadFailure failure : {ReadFailure::Error, ReadFailure::Short}) {
-        fake.failures.readFailure = failure;
-        FailEachCall(
-            fake, 4, [] {}, [&] { loaded = tree.LoadDataFromFile(kFile); },
-            [&](bool failed) {
-                EXPECT_EQ(loaded, !failed);
-                // A file that does not seem to be there is quiet.
-                EXPECT_LE(std::exchange(fake.user.messages, {}).size(), failed ? 1u : 0u);
-                EXPECT_EQ(fake.user.pointer, PointerShape::Normal);
-            });
-    }
-    EXPECT_EQ(Outline(nodes), L"P(a)");
 }
 
 TEST_F(CTreeViewExFileTest, Load_OfADamagedFileIsToldAndLeavesTheTree) {
     Grow(nodes, L"P(a)");
     Save(nodes.Root());
+    FinishSave(kFile);
     std::string bytes = *fake.files.Bytes(kFile);
     fake.files.SetBytes(kFile, bytes.substr(0, bytes.size() - 1));
     EXPECT_EQ(Load(), nullptr);

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+// Files that are saved whole and in place, again and again, so that neither a failing write nor the end of
+// the process or of the current at any moment leaves anything between the old content and the new one. What
+// is about to be written stands in a journal beside the file first. Layout: docs/formats/journal-jnl.md.
+
+// Beside the tree data file "nxclip.nxp" stands "nxclip.jnl"; beside any other file its whole name with
+// ".jnl", so that no two files of a directory share a journal.
+std::wstring JournalPathOf(const std::wstring& path);
+
+// True when there is the file, or the journal of the save that was to make it.
+bool SafeFileExists(const std::wstring& path);
+
+// All bytes of the file, as they are once the save in its journal is finished. Nothing is written: another
+// program may be in the middle of that save. Throws RuntimeError with the cause when something cannot be
+// read.
+std::vector<std::uint8_t> ReadSafeFile(const std::wstring& path);
+
+// Writes `image` over the start of the file, which is made when missing and never shortened: what was longer
+// keeps its tail. Only the bytes that differ from what is on disk are written. The journal stays until
+// FinishSave or the next save. Throws RuntimeError after a failure; the file is as it was then, or its
+// journal leads back there.
+void WriteSafeFile(const std::wstring& path, const std::vector<std::uint8_t>& image);
+
+// Removes the file and its journal, so that none is made from the other again. False when the file stays; the
+// port's last error says why then.
+bool RemoveSafeFile(const std::wstring& path);
+
+// Puts what the last save wrote, or an interrupted one was to write, onto the disk for good and removes its
+// journal: before a load, and in the moments when nobody waits. True when nothing is left to do; a failure is
+// no loss, for reading and saving take the journal into account.
+bool FinishSave(const std::wstring& path);
