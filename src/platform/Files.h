@@ -70,5 +70,8 @@ class FilePort {
 inline constexpr std::uint32_t kErrorFileNotFound = 2;
 // For a file in a directory that is not there.
 inline constexpr std::uint32_t kErrorPathNotFound = 3;
+inline bool IsMissing(std::uint32_t error) {
+    return error == kErrorFileNotFound || error == kErrorPathNotFound;
+}
 // For a file that another program holds.
 inline constexpr std::uint32_t kErrorSharingViolation = 32;

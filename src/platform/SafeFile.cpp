@@ -275,7 +275,25 @@ bool RemoveSafeFile(const std::wstring& path) {
     FilePort& files = ThePlatform().files;
     // A file that stays must be whole without its journal.
     FinishSave(path);
-    const bool gone = files.Remove(path) || files.LastError() == kErrorFileNotFound;
+    const bool gone = files.Remove(path) || IsMissing(files.LastError());
     if (gone) files.Remove(JournalPathOf(path));
     return gone;
+}
+
+FileMark::FileMark(const std::wstring& path) {
+    try {
+        const Bytes bytes = ReadSafeFile(path);
+        changed_ = ThePlatform().files.ChangeTime(path).value_or(0);
+        size_ = bytes.size();
+        checkSum_ = CheckSum(bytes.data(), bytes.size());
+    } catch (const RuntimeError&) {
+        // No file, for all that can be said of it.
+    }
+}
+
+bool FileMark::StillHolds(const std::wstring& path) const {
+    const auto changed = ThePlatform().files.ChangeTime(path);
+    if (!changed || *changed == changed_) return true;
+    const FileMark now(path);
+    return now.size_ == size_ && now.checkSum_ == checkSum_;
 }

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/Files.h"
+
 // Files that are saved whole and in place, again and again, so that neither a failing write nor the end of
 // the process or of the current at any moment leaves anything between the old content and the new one. What
 // is about to be written stands in a journal beside the file first. Layout: docs/formats/journal-jnl.md.
@@ -34,3 +36,20 @@ bool RemoveSafeFile(const std::wstring& path);
 // journal: before a load, and in the moments when nobody waits. True when nothing is left to do; a failure is
 // no loss, for reading and saving take the journal into account.
 bool FinishSave(const std::wstring& path);
+
+// What a file held at one moment, to notice later that another program changed it meanwhile.
+class FileMark {
+ public:
+    // Of no file.
+    FileMark() = default;
+    // Reads the file; one that cannot be read counts as none.
+    explicit FileMark(const std::wstring& path);
+
+    // The file is gone or holds the same as then. It is read only when it was written since.
+    bool StillHolds(const std::wstring& path) const;
+
+ private:
+    FileTime changed_ = 0;
+    std::size_t size_ = 0;
+    std::uint32_t checkSum_ = 0;
+};

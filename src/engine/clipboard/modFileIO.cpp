@@ -13,7 +13,7 @@ FileHandle OpenClipFile(const std::wstring& name, bool forWrite, bool mustExist)
 
 FileHandle CreateClipFile(const std::wstring& name, bool forWrite) {
     FilePort& files = ThePlatform().files;
-    const FileHandle file = files.Open(name, forWrite ? FileUse::WriteNew : FileUse::Read);
+    const FileHandle file = files.Open(name, forWrite ? FileUse::NewOnly : FileUse::Read);
     if (file == FileHandle::None) {
         ThePlatform().user.Tell(L"CreateFile fehlgeschlagen mit Fehlercode: " +
                                 NumberText(files.LastError()));

@@ -145,6 +145,10 @@ SnapFlow::Outcome SnapFlow::TakeSnap(Trigger trigger) {
         return Outcome::Finished;
     }
     if (HoldsOwnMarker()) return Outcome::Finished;
+    if (IsEditedByOther(container)) {
+        ThePlatform().user.Status(kEditedByOther);
+        return Outcome::Finished;
+    }
 
     NewClipFile file(*container);
     if (!file.IsOpen()) return Outcome::Finished;

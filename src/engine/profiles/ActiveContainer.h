@@ -29,7 +29,7 @@ class ActiveContainer {
     void LeaveSubtree(const Node& node);
 
     // At the window's load, after the profiles: the container of the last run, or the first profile when
-    // the stored place names no profile or folder.
+    // the stored place names no profile or folder. That the container of the last run is missing is told.
     void Restore();
     // At the window's unload: keeps the container's place in the tree wrapper and in the settings store.
     void Store() const;

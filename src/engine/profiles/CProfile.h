@@ -2,7 +2,9 @@
 
 #include <string>
 
+#include "engine/profiles/ProfileLock.h"
 #include "engine/tree/Node.h"
+#include "platform/SafeFile.h"
 
 // One attached profile: a directory with a tree data file and clip data files.
 class CProfile {
@@ -17,4 +19,10 @@ class CProfile {
     bool Unfinished = false;
     // The profile's top node; null while the profile is not in the tree. Not owned.
     ::Node* Node = nullptr;
+    // Keeps the directory for this program.
+    ProfileLock Lock;
+    // The tree data file as this program last read or wrote it.
+    FileMark OnDisk;
+    // What tells the directory from every other one; empty when that is not known.
+    std::wstring Identity;
 };

@@ -152,6 +152,10 @@ CProfile* CProfiles::ProfileInDirectory(const std::wstring& directory) const {
     for (const auto& entry : entries_) {
         if (UpperCase(WithoutBackslash(entry->Directory)) == wanted) return entry.get();
     }
+    const std::wstring identity = ThePlatform().files.Identity(directory);
+    for (const auto& entry : entries_) {
+        if (!identity.empty() && entry->Identity == identity) return entry.get();
+    }
     return nullptr;
 }
 

@@ -39,7 +39,8 @@ class CProfiles {
     int SearchDir(const std::wstring& directory) const;
     // The entry that SearchDir finds, or null.
     CProfile* GetProfile(const std::wstring& directory) const;
-    // The entry whose files lie in this directory, be it written with or without "\" at its end; or null.
+    // The entry whose files lie in this directory, however it is written and whatever drive leads there; or
+    // null.
     CProfile* ProfileInDirectory(const std::wstring& directory) const;
     // The entry with this top node, or null.
     CProfile* ProfileOf(const ::Node* node) const;

@@ -1,6 +1,7 @@
 #include "engine/profiles/ClipOperations.h"
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 #include "engine/clipboard/modClipboard.h"
@@ -12,6 +13,7 @@
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/TreeWalk.h"
 #include "engine/tree/modTreeEx.h"
+#include "platform/FileBytes.h"
 #include "platform/Platform.h"
 #include "platform/RuntimeError.h"
 #include "platform/SafeFile.h"
@@ -27,7 +29,7 @@ constexpr std::int16_t kDeleteAction = 1;
 // deleted.
 std::wstring RemoveIfThere(const std::wstring& file) {
     FilePort& files = ThePlatform().files;
-    if (files.Remove(file) || files.LastError() == kErrorFileNotFound) return {};
+    if (files.Remove(file) || IsMissing(files.LastError())) return {};
     return FileErrorOf(files.LastError(), file).Description();
 }
 
@@ -57,6 +59,8 @@ Node* ClipOperations::Drop(Node* target, Node* source, bool asChild, bool move) 
     }
     if (!ActionAllowed(TreeAction::DragAndDrop, source)) return nullptr;
     if (target != nullptr && !ActionAllowed(TreeAction::DragAndDrop, target)) return nullptr;
+    const bool changesOrderOnly = IsProfileNode(source);
+    if (!changesOrderOnly && !(ChangeAllowed(target) && (!move || ChangeAllowed(source)))) return nullptr;
 
     const HourglassScope hourglass(ThePlatform().user);
     if (IsProfileNode(source)) return MoveProfile(target, *source);
@@ -95,9 +99,10 @@ Node* ClipOperations::MoveInsideProfile(Node* target, Node& source, bool asChild
 Node* ClipOperations::MoveAcrossProfiles(Node* target, Node& source, bool asChild) {
     Node* const sourceProfile = GetProfileNode(&source, true);
     if (sourceProfile == nullptr) return nullptr;
+    const std::vector<std::wstring> files = FilesBelow(source);
+    if (!MayGo(files)) return nullptr;
     Node* const copy = Copy(target, source, asChild);
     if (copy == nullptr) return nullptr;
-    const std::vector<std::wstring> files = FilesBelow(source);
     if (!SaveProfile(tree_, *sourceProfile, &source)) {
         // Only what is off the target's disk may lose its data. Should even that fail, the copy stays whole.
         if (SaveProfile(tree_, *GetProfileNode(copy, true), copy)) TakeBack(*copy);
@@ -125,11 +130,12 @@ Node* ClipOperations::MoveProfile(Node* target, Node& source) {
 // neither.
 Node* ClipOperations::CopyWithData(Node* target, Node& source, bool asChild) {
     copiedFiles_.clear();
-    failure_.reset();
     Node* const copy = tree_.CopyNode(target, &source, asChild, false, false);
-    if (copy == nullptr || !failure_) return copy;
-    TakeBack(*copy);
-    ThePlatform().user.Tell(failure_->text, failure_->title);
+    // Left standing it would cancel the next move, which fails nowhere and says nothing.
+    const std::optional<Failure> failure = std::exchange(failure_, std::nullopt);
+    if (!failure) return copy;
+    if (copy != nullptr) TakeBack(*copy);
+    ThePlatform().user.Tell(failure->text, failure->title);
     return nullptr;
 }
 
@@ -184,13 +190,14 @@ bool ClipOperations::DeleteProfile(Node& profile) {
         SetDirtyProfile(directory);  // says that the list does not know it
         return false;
     }
+    const std::vector<std::wstring> clipFiles = FilesBelow(profile);
+    if (!MayGo(clipFiles)) return false;
     // With its tree data file the profile is gone; clips without it are only files.
     const std::wstring treeFile = TreeDataFilePath(directory);
     if (!RemoveSafeFile(treeFile)) {
         ThePlatform().user.Tell(FileErrorOf(ThePlatform().files.LastError(), treeFile).Description());
         return false;
     }
-    const std::vector<std::wstring> clipFiles = FilesBelow(profile);
     Profiles().Remove(UpperCase(entry->Directory));
     RemoveNode(profile);
     RemoveFiles(clipFiles);
@@ -203,7 +210,7 @@ bool ClipOperations::Remove(Node& node) {
     Node* const profile = GetProfileNode(&node, true);
     if (profile == nullptr) return false;
     const std::vector<std::wstring> files = FilesBelow(node);
-    if (!SaveProfile(tree_, *profile, &node)) return false;
+    if (!MayGo(files) || !SaveProfile(tree_, *profile, &node)) return false;
     RemoveNode(node);
     RemoveFiles(files);
     return true;
@@ -217,17 +224,31 @@ void ClipOperations::RemoveNode(Node& node) {
 std::vector<std::wstring> ClipOperations::FilesBelow(Node& node) {
     noticedFiles_.clear();
     tree_.ForAllNodes(&node, true, kDeleteAction);
-    return std::exchange(noticedFiles_, {});
+    std::vector<std::wstring> files = std::exchange(noticedFiles_, {});
+    // In a damaged profile a clip that stays may have the same file.
+    std::set<std::wstring> kept;
+    for (TreeWalk walk(GetTopNode(&node)); walk.InSubtree(); walk.Step())
+        if (IsClipNode(walk.Current()) && !tree_.IsSubNode(walk.Current(), &node))
+            kept.insert(ClipFileOf(walk.Current()));
+    std::erase_if(files, [&](const std::wstring& file) { return kept.contains(file); });
+    return files;
+}
+
+// A paste after the files are gone still gets what was put on the clipboard before. False when it would not,
+// and the user wants to keep it.
+bool ClipOperations::MayGo(const std::vector<std::wstring>& files) {
+    const auto isAnnounced = [](const std::wstring& file) {
+        return CompareNoCase(file, RenderFileName) == 0;
+    };
+    if (std::none_of(files.begin(), files.end(), isAnnounced) || RenderAllFormats()) return true;
+    return ThePlatform().user.Ask(
+        L"Der Clip steht auf der Zwischenablage, aber sein Inhalt konnte nicht dorthin übertragen werden. Er "
+        L"lässt sich danach nicht mehr einfügen.\r\nSoll die Clipdatei trotzdem gelöscht werden ?",
+        L"Clip löschen", true);
 }
 
 // A file that cannot be removed is told once, however many there are: no node leads to it any more.
 void ClipOperations::RemoveFiles(const std::vector<std::wstring>& files) {
-    const auto isAnnounced = [](const std::wstring& file) {
-        return CompareNoCase(file, RenderFileName) == 0;
-    };
-    // A paste after the delete still gets what was put on the clipboard before it.
-    if (std::any_of(files.begin(), files.end(), isAnnounced)) RenderAllFormats();
-
     std::wstring firstFailure;
     for (const std::wstring& file : files) {
         const std::wstring failure = RemoveIfThere(file);
@@ -283,7 +304,11 @@ void ClipOperations::CopyClipData(Node& newNode, const Node& sourceNode, const s
         to = NewClipFileName(&newNode, true, number);
         if (to.empty()) throw RuntimeError(ErrorNumber::ObjectMissing);
     } while (files.Exists(to));
-    if (!files.Copy(from, to, false)) throw FileErrorOf(files.LastError(), from);
+    if (!files.Copy(from, to, false)) {
+        const std::uint32_t error = files.LastError();
+        const bool readable = OpenFile(files.Open(from, FileUse::Read)).IsOpen();
+        throw FileErrorOf(error, readable ? to : from);
+    }
     copiedFiles_.push_back(to);
 
     const NodeAttributes read = AttributesOf(&sourceNode);

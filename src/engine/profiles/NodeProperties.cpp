@@ -53,9 +53,15 @@ bool ApplyClipProperties(CTreeViewEx& tree, Node& clip, const std::wstring& name
     const NodeAttributes read = AttributesOf(&clip);
     const std::wstring tag = MakeClipTag(read.clipNumber, read.formatCount, read.timeCaptured, info);
     if (!Accepted(NameRefusal(name)) || !Accepted(InfoRefusal(info, tag))) return false;
-    clip.SetText(name);
     // A damaged tag leads to no file; rebuilt from what could be read, it would lead to a wrong one.
-    if (ClipNumberOf(&clip) != 0) clip.SetTag(tag);
+    const bool damaged = ClipNumberOf(&clip) == 0;
+    if (damaged && info != read.info) {
+        Accepted(
+            L"Der Eintrag des Clips ist beschädigt. Die Informationen können nicht gespeichert werden !!!");
+        return false;
+    }
+    clip.SetText(name);
+    if (!damaged) clip.SetTag(tag);
     SaveChange(tree, clip);
     return true;
 }

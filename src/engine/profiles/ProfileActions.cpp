@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 #include <vector>
 
 #include "engine/process/TreeOperation.h"
 #include "engine/process/modOption.h"
 #include "engine/profiles/CProfiles.h"
 #include "engine/profiles/NodeProperties.h"
+#include "engine/profiles/ProfileAttachment.h"
 #include "engine/profiles/ProfileStore.h"
 #include "engine/profiles/StructureLock.h"
 #include "engine/profiles/modProfile.h"
@@ -40,8 +42,8 @@ std::wstring DirectoryRefusal(const std::wstring& directory) {
     if (directory.find(L'&') != std::wstring::npos)
         return L"Das Zeichen \"&\" ist im Verzeichnis eines Profils nicht erlaubt !!!" +
                std::wstring(kOtherDirectory);
-    if (Profiles().ProfileInDirectory(directory) != nullptr) return kAlreadyAttached;
-    return {};
+    const CProfile* const attached = Profiles().ProfileInDirectory(directory);
+    return attached != nullptr && attached->Node != nullptr ? kAlreadyAttached : L"";
 }
 
 // The highest number of the clip data files in a directory. A new profile may be made where such files lie,
@@ -50,7 +52,8 @@ std::int32_t HighestClipFile(const std::wstring& directory) {
     std::int32_t highest = 0;
     for (const std::wstring& name : ThePlatform().files.List(JoinDirectory(directory, L"C*.nxc"))) {
         const std::wstring number = name.substr(1, name.find(L'.') - 1);
-        highest = std::max(highest, ParseInt32(number).value_or(0));
+        const std::int32_t found = ParseInt32(number).value_or(0);
+        if (IsTrustedClipNumber(found)) highest = std::max(highest, found);
     }
     return highest;
 }
@@ -62,6 +65,19 @@ void RemoveClips(NodeCollection& nodes, Node& profile) {
         if (IsClipNode(walk.Current())) clips.push_back(walk.Current());
     }
     nodes.RemoveAll(clips);
+}
+
+// What could not be saved so far is tried once more. True when nothing is left, or when the user gives it up.
+bool MayForgetChanges(CTreeViewEx& tree, Node& profile) {
+    const CProfile& entry = *Profiles().ProfileOf(&profile);
+    if (!entry.Dirty || SaveProfile(tree, profile)) {
+        FinishSave(TreeDataFilePath(entry.Directory));
+        return true;
+    }
+    return ThePlatform().user.Ask(
+        L"Die letzten Änderungen des Profils konnten nicht gespeichert werden.\r\nSoll es trotzdem "
+        L"ausgeblendet werden ?",
+        L"Profil ausblenden", true);
 }
 
 bool CopyTemplate(const std::wstring& templateFile, const std::wstring& treeFile) {
@@ -94,11 +110,17 @@ Node* ProfileActions::BuildNewprofile(const std::wstring& name, const std::wstri
         Tell(refusal);
         return nullptr;
     }
+    ProfileLock lock(directory);
+    if (lock.HeldByOther()) {
+        Tell(kEditedByOther);
+        return nullptr;
+    }
     Node* const profile = templateFile.empty() ? BuildEmptyProfile(name, directory)
                                                : BuildFromTemplate(name, directory, templateFile);
     if (profile == nullptr) return nullptr;
     RaiseClipCounter(*profile, HighestClipFile(directory));
-    Attach(*profile, directory);
+    EnterProfile(*profile, directory, std::move(lock));
+    if (container_.Get() == nullptr) container_.SetActiveContainer(profile);
     // Not left to the next save: until then a crash would leave nothing of it.
     if (SaveProfile(tree_, *profile)) return profile;
     TakeOut(*profile);
@@ -141,18 +163,13 @@ Node* ProfileActions::ImportProfileDirect(const std::wstring& directory) {
         Tell(refusal);
         return nullptr;
     }
-    Node* const profile = LoadProfileDirectory(tree_, directory);
+    Node* const profile = AttachProfileDirectory(tree_, directory);
     if (profile == nullptr) {
         TellNotLoaded(directory);
         return nullptr;
     }
-    Attach(*profile, directory);
+    if (container_.Get() == nullptr) container_.SetActiveContainer(profile);
     return profile;
-}
-
-void ProfileActions::Attach(Node& profile, const std::wstring& directory) {
-    Profiles().Add(profile.Text(), directory, false, &profile);
-    if (container_.Get() == nullptr) container_.SetActiveContainer(&profile);
 }
 
 void ProfileActions::TakeOut(Node& profile) {
@@ -175,6 +192,7 @@ bool ProfileActions::UnlinkProfile(Node* profile) {
         Tell(L"Fataler Fehler (UnlinkProfile)\r\n" + directory + L" nicht in der Profilliste gefunden !!!");
         return false;
     }
+    if (!MayForgetChanges(tree_, *profile)) return false;
     TakeOut(*profile);
     return true;
 }

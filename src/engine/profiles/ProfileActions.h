@@ -29,7 +29,6 @@ class ProfileActions {
     Node* BuildEmptyProfile(const std::wstring& name, const std::wstring& directory);
     Node* BuildFromTemplate(const std::wstring& name, const std::wstring& directory,
                             const std::wstring& templateFile);
-    void Attach(Node& profile, const std::wstring& directory);
     void TakeOut(Node& profile);
 
     CTreeViewEx& tree_;

@@ -9,12 +9,17 @@
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/TreeWalk.h"
 #include "engine/tree/modTreeEx.h"
+#include "platform/FileBytes.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "platform/RuntimeError.h"
 #include "platform/SafeFile.h"
+#include "platform/Text.h"
 
 namespace {
+
+// The copies of tree data files in one directory.
+constexpr int kMostKept = 99;
 
 // The nodes of the collection from `first` on (an index) that stand at the root level.
 std::vector<Node*> RootNodesFrom(const NodeCollection& nodes, int first) {
@@ -25,18 +30,33 @@ std::vector<Node*> RootNodesFrom(const NodeCollection& nodes, int first) {
     return roots;
 }
 
+// A tag whose counter is no number, or one that leaves no room, gets the counter 0; what stands behind it
+// stays.
+void MendCounter(Node& profile) {
+    std::int32_t counter = -1;
+    std::wstring directory, info;
+    bool globalFlag = false;
+    try {
+        ParseProfileTag(profile.Tag(), counter, directory, globalFlag, info);
+    } catch (const RuntimeError&) {
+        // The counter alone can be wrong.
+    }
+    constexpr std::size_t kCounter = 2;
+    const std::size_t end = profile.Tag().find(L'&', kCounter);
+    if (IsTrustedClipNumber(counter) || end == std::wstring::npos) return;
+    profile.SetTag(L"P&0" + profile.Tag().substr(end));
+}
+
 // The tag is what leads from a clip to its file, so it must be right whatever the file says: the directory,
 // and a counter that gives no number a second time.
 void MakeTagTrue(Node& profile, const std::wstring& directory) {
+    MendCounter(profile);
     std::int32_t highest = 0;
     for (TreeWalk walk(&profile); walk.InSubtree(); walk.Step()) {
-        highest = std::max(highest, ClipNumberOf(walk.Current()));
+        const std::int32_t number = ClipNumberOf(walk.Current());
+        if (IsTrustedClipNumber(number)) highest = std::max(highest, number);
     }
-    try {
-        SetProfileDirectory(&profile, directory);
-    } catch (const RuntimeError&) {
-        profile.SetTag(MakeProfileTag(0, directory, false, L""));
-    }
+    SetProfileDirectory(&profile, directory);
     RaiseClipCounter(profile, highest);
 }
 
@@ -48,10 +68,26 @@ void ShowKinds(Node& profile) {
     }
 }
 
-// Only a part of the file is in the tree, and that part is what the next save writes over it.
-void KeepDamagedFile(const std::wstring& directory) {
-    const std::wstring file = TreeDataFilePath(directory);
-    ThePlatform().files.Copy(file, WithBackslash(directory) + L"nxclip.bak", false);
+// The name of the copy with this number, from 1.
+std::wstring KeptName(int number) {
+    return L"nxclip" + (number > 1 ? NumberText(number) : std::wstring()) + L".bak";
+}
+
+bool SameBytes(const std::wstring& a, const std::wstring& b) {
+    try {
+        return ReadWholeFile(a) == ReadWholeFile(b);
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
+bool MayReplace(const std::wstring& directory) {
+    return ThePlatform().user.Ask(
+               L"Die Datei\r\n" + TreeDataFilePath(directory) +
+                   L"\r\nwurde von einem anderen Programm geändert. Soll sie überschrieben "
+                   L"werden ?\r\n(Eine Kopie bleibt erhalten.)",
+               L"Profil geändert", true) &&
+           KeepTreeFile(directory);
 }
 
 }  // namespace
@@ -59,7 +95,6 @@ void KeepDamagedFile(const std::wstring& directory) {
 Node* LoadProfileDirectory(CTreeViewEx& tree, const std::wstring& directory) {
     // A profile's tag cannot hold such a directory.
     if (directory.empty() || directory.find(L'&') != std::wstring::npos) return nullptr;
-    FinishSave(TreeDataFilePath(directory));
     if (!tree.LoadDataFromFile(TreeDataFilePath(directory))) return nullptr;
 
     NodeCollection& nodes = *tree.TreeView();
@@ -70,11 +105,12 @@ Node* LoadProfileDirectory(CTreeViewEx& tree, const std::wstring& directory) {
     tree.ReleaseData();
 
     std::vector<Node*> roots = RootNodesFrom(nodes, before + 1);
-    if (!IsProfileNode(profile)) {
+    const bool damaged = !complete || roots.size() > 1;
+    // Only a part of the file is in the tree then, and that part is what the next save writes over it.
+    if (!IsProfileNode(profile) || (damaged && !KeepTreeFile(directory))) {
         nodes.RemoveAll(roots);
         return nullptr;
     }
-    if (!complete || roots.size() > 1) KeepDamagedFile(directory);
     if (roots.size() > 1) {
         // A second top node belongs to no profile of the list: it could neither be saved nor deleted.
         ThePlatform().user.Tell(L"Fataler Fehler: ungültige Knotentiefe.");
@@ -86,41 +122,54 @@ Node* LoadProfileDirectory(CTreeViewEx& tree, const std::wstring& directory) {
     return profile;
 }
 
-void LoadListedProfiles(CTreeViewEx& tree) {
-    const HourglassScope hourglass(ThePlatform().user);
-    tree.TreeView()->Clear();
-    CProfiles listed;
-    listed.LoadRegistry();
-    Profiles().Clear();
-    for (const CProfile* entry : listed.NewEnum()) {
-        // The same directory with and without "\" at its end.
-        if (Profiles().ProfileInDirectory(entry->Directory) != nullptr) continue;
-        Node* const node = LoadProfileDirectory(tree, entry->Directory);
-        if (node != nullptr) {
-            Profiles().Add(node->Text(), entry->Directory, false, node);
-        } else {
-            ThePlatform().user.Tell(L"Profil \"" + entry->Name + L"\" konnte nicht geladen werden");
-        }
+bool KeepTreeFile(const std::wstring& directory) {
+    FilePort& files = ThePlatform().files;
+    constexpr std::uint32_t kFileExists = 80;
+    const std::wstring file = TreeDataFilePath(directory);
+    for (int number = 1;; ++number) {
+        const std::wstring copy = WithBackslash(directory) + KeptName(number);
+        if (files.Copy(file, copy, false)) return true;
+        const std::uint32_t error = files.LastError();
+        if (error == kFileExists && SameBytes(file, copy)) return true;
+        if (error == kFileExists && number < kMostKept) continue;
+        ThePlatform().user.Tell(FileErrorOf(error, copy).Description());
+        return false;
     }
+}
+
+std::vector<std::wstring> KeptTreeFiles(const std::wstring& directory) {
+    std::vector<std::wstring> names;
+    for (int number = 1; number <= kMostKept; ++number) {
+        if (!ThePlatform().files.Exists(WithBackslash(directory) + KeptName(number))) break;
+        names.push_back(KeptName(number));
+    }
+    return names;
 }
 
 bool SaveProfile(CTreeViewEx& tree, Node& profile, Node* without) {
     UserPort& user = ThePlatform().user;
+    if (IsEditedByOther(&profile)) {
+        user.Tell(kEditedByOther);
+        return false;
+    }
+    CProfile* const entry = Profiles().ProfileOf(&profile);
+    const std::wstring file = TreeDataFilePath(GetProfileDirectory(&profile));
     bool saved = tree.BuildTreeData(&profile);
     if (saved) {
         if (without != nullptr) tree.LeaveOutOfTreeData(profile, *without);
-        saved = tree.SaveDataToFile(TreeDataFilePath(GetProfileDirectory(&profile)));
+        const bool mayWrite =
+            entry == nullptr || entry->OnDisk.StillHolds(file) || MayReplace(entry->Directory);
+        saved = mayWrite && tree.SaveDataToFile(file);
         tree.ReleaseData();
     } else {
         user.Tell(L"BuildTreeData: Profiledaten konnten nicht ermittelt werden.");
         user.Tell(L"Speichern des Profils ist fehlgeschlagen !!!");
     }
-
-    // After a failure file and tree may differ: the next save of all makes up for it.
-    CProfile* const entry = Profiles().ProfileOf(&profile);
     if (entry != nullptr) {
+        // After a failure file and tree may differ: the next save of all makes up for it.
         entry->Dirty = !saved;
         entry->Unfinished = true;
+        if (saved) entry->OnDisk = FileMark(file);
     }
     return saved;
 }

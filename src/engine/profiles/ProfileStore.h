@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "engine/tree/CTreeViewEx.h"
 
@@ -9,17 +10,21 @@
 // Reads the tree data file in `directory` and puts the profile at the end of the root level. The top node's
 // tag then names `directory`, whatever the file said: a file that was copied or moved must not lead to the
 // clips of another place. Null when there is no readable profile; no node stays behind then. A file of which
-// only the beginning makes a tree is copied to "nxclip.bak" first, for the next save replaces it.
+// only the beginning makes a tree is kept first, for the next save replaces it; without a copy it is not
+// loaded.
 Node* LoadProfileDirectory(CTreeViewEx& tree, const std::wstring& directory);
-
-// At the window's load: empties the tree, reads the profile list from the settings store and loads every
-// profile of it. Those that cannot be loaded are reported and left out of the list.
-void LoadListedProfiles(CTreeViewEx& tree);
 
 // Writes one profile's tree data file, without the subtree of `without` if that is given: what is about to be
 // removed is removed on disk first. The profile counts as unchanged after a full save. False after an error,
-// which leaves the file as it was unless the disk itself fails in the write.
+// which leaves the file as it was, and for a profile that another program has. A file that was changed behind
+// this program's back is replaced only when the user says so, and kept.
 bool SaveProfile(CTreeViewEx& tree, Node& profile, Node* without = nullptr);
+
+// Copies the tree data file of a directory to "nxclip.bak", or to the next such name that is free, unless one
+// of these copies holds the same already. False, told, when no copy can be made.
+bool KeepTreeFile(const std::wstring& directory);
+// The names of the copies in a directory, in the order in which they were made.
+std::vector<std::wstring> KeptTreeFiles(const std::wstring& directory);
 
 // Writes every changed profile. One that fails does not keep the others from being written; it stays changed.
 bool SaveAllProfiles(CTreeViewEx& tree);

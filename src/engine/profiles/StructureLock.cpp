@@ -29,8 +29,18 @@ bool LockBlocks(TreeAction action, const Node* node, bool lockEdit) {
 }
 
 bool ActionAllowed(TreeAction action, const Node* node) {
-    if (!LockBlocks(action, node, Options().LockEdit)) return true;
-    ThePlatform().user.Tell(L"Die Strukturaktionen sind gesperrt !!!");
+    if (LockBlocks(action, node, Options().LockEdit)) {
+        ThePlatform().user.Tell(L"Die Strukturaktionen sind gesperrt !!!");
+        return false;
+    }
+    // A drag may only copy from such a profile; what it does where it ends is looked at there.
+    if (action == TreeAction::UnlinkProfile || action == TreeAction::DragAndDrop) return true;
+    return ChangeAllowed(node);
+}
+
+bool ChangeAllowed(const Node* node) {
+    if (!IsEditedByOther(node)) return true;
+    ThePlatform().user.Tell(kEditedByOther);
     return false;
 }
 

@@ -26,8 +26,12 @@ enum class TreeAction {
 // on, null where there is none (a new profile, an import).
 bool LockBlocks(TreeAction action, const Node* node, bool lockEdit);
 
-// The same for the option as it stands. A blocked action is told to the user.
+// The same for the option as it stands, and whether another program has the profile of `node`. A blocked
+// action is told to the user.
 bool ActionAllowed(TreeAction action, const Node* node);
+
+// False, told, when another program has the profile that holds `node`.
+bool ChangeAllowed(const Node* node);
 
 // The action that deletes, or edits, this node.
 TreeAction DeleteActionFor(const Node& node);

@@ -84,6 +84,10 @@ std::wstring NewClipFileName(Node* node, bool commit, std::int32_t& clipNumber) 
     return ClipFilePath(fields.directory, clipNumber);
 }
 
+bool IsTrustedClipNumber(std::int32_t number) {
+    return number >= 0 && number <= 2'000'000'000;
+}
+
 void RaiseClipCounter(Node& profile, std::int32_t number) {
     ProfileFields fields(profile);
     if (fields.counter >= number) return;
@@ -124,6 +128,11 @@ void SetDirtyProfile(const std::wstring& directory) {
         ThePlatform().user.Tell(L"Fataler Fehler (SetDirtyProfile)\r\n" + directory +
                                 L" nicht in der Profilliste gefunden !!!");
     }
+}
+
+bool IsEditedByOther(const Node* node) {
+    const CProfile* const profile = Profiles().ProfileOf(GetTopNode(node));
+    return profile != nullptr && profile->Lock.HeldByOther();
 }
 
 NodeAttributes AttributesOf(const Node* node) {

@@ -33,6 +33,10 @@ void SetProfileDirectory(Node* node, const std::wstring& directory);
 // that is no number, Overflow when there are no numbers left.
 std::wstring NewClipFileName(Node* node, bool commit, std::int32_t& clipNumber);
 
+// False for a number so near to the last one that only damage can have made it: counting on from there would
+// soon end all captures.
+bool IsTrustedClipNumber(std::int32_t number);
+
 // Makes the clip counter of a profile node at least `number`, so that the next clip gets a higher one.
 // Throws like SetProfileDirectory.
 void RaiseClipCounter(Node& profile, std::int32_t number);
@@ -47,6 +51,11 @@ std::wstring ClipFileOf(const Node* clip);
 
 // Marks the attached profile with this directory as changed; that there is none is told to the user.
 void SetDirtyProfile(const std::wstring& directory);
+
+// True when another program has the profile that holds `node`: what is below it may only be read.
+bool IsEditedByOther(const Node* node);
+// Said when something is to be changed there.
+inline constexpr const wchar_t* kEditedByOther = L"Das Profil wird von einem anderen Programm bearbeitet.";
 
 // What a node's tag says. Which fields mean something depends on its kind.
 struct NodeAttributes {

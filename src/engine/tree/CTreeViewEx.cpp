@@ -3,6 +3,7 @@
 #include <limits>
 #include <new>
 #include <optional>
+#include <stdexcept>
 #include <utility>
 
 #include "engine/tree/TreeFile.h"

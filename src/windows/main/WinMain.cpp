@@ -8,7 +8,6 @@
 #include "engine/flows/StartUp.h"
 #include "engine/process/modHelp.h"
 #include "engine/process/modMain.h"
-#include "engine/profiles/ProfileStore.h"
 #include "platform/Platform.h"
 #include "platform/win32/SystemHandles.h"
 #include "platform/win32/Win32Platform.h"
@@ -85,8 +84,7 @@ class WindowsStartUp : public StartUpHost {
 int RunMessageLoop(frmMain& form) {
     MSG message;
     for (;;) {
-        // Nobody waits for anything now.
-        if (!PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE)) FinishSaves();
+        if (!PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE)) form.OnIdle();
         if (GetMessageW(&message, nullptr, 0, 0) <= 0) break;
         if (TranslateModelessMessage(message) || form.TranslateKey(message)) continue;
         TranslateMessage(&message);

@@ -139,7 +139,10 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             SetTimer(window_, kQuietTimer, USER_TIMER_MINIMUM, nullptr);
             return 0;
         case WM_TIMER:
-            if (wParam == kQuietTimer)
+            // Nodes may be exchanged only where nobody works on one: in the loop.
+            if (wParam == kTakeOverTimer)
+                takeOverDue_ = true;
+            else if (wParam == kQuietTimer)
                 WhenQuiet();
             else
                 later_.OnTimer(window_, wParam, MayOpenDialog());

@@ -24,6 +24,10 @@
 #include "windows/main/TreeDrag.h"
 #include "windows/main/cSysTray.h"
 
+// How often it is looked at whether a profile that another program has is free.
+inline constexpr UINT_PTR kTakeOverTimer = 0x4E58;
+inline constexpr UINT kTakeOverPause = 3000;  // milliseconds
+
 // The window's class, by which a second instance finds it.
 inline constexpr const wchar_t* kMainWindowClass = L"NXClipMain";
 
@@ -45,6 +49,8 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     void Show();
     // Shows the first-start dialog when it is due.
     void FirstStartAction();
+    // For the moments without a message to handle and without an open dialog.
+    void OnIdle();
     // Gives a message that the loop fetched to the window's keys; true when it was used.
     bool TranslateKey(MSG& message);
 
@@ -178,6 +184,9 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
 
     MainState firstState_ = MainState::Normal;
     bool loaded_ = false;
+    // While another program has a profile: the timer runs, and a look at whether it is free is due.
+    bool takeOverTimer_ = false;
+    bool takeOverDue_ = false;
     int menusOpen_ = 0;
     bool holdsCaptures_ = false;
     bool missedCopy_ = false;  // a copy came while a dialog was open, and none after it

@@ -2,6 +2,8 @@
 // the window stands in the viewer chain, and what the program promised on the clipboard must be real before
 // it leaves the chain.
 
+#include <utility>
+
 #include "engine/clipboard/modClipboard.h"
 #include "engine/clipboard/modFormatDesc.h"
 #include "engine/clipboard/modViewerHook.h"
@@ -10,6 +12,7 @@
 #include "engine/process/modMain.h"
 #include "engine/process/modOption.h"
 #include "engine/profiles/CProfiles.h"
+#include "engine/profiles/ProfileAttachment.h"
 #include "engine/profiles/ProfileStore.h"
 #include "platform/win32/SystemHandles.h"
 #include "resources/controls.h"
@@ -59,6 +62,8 @@ void frmMain::Form_Unload() {
     // What could not be saved when it was changed is tried once more.
     ::SaveAllProfiles(cTV);
     FinishSaves();
+    // The directories are free for other programs from here on.
+    Profiles().Clear();
 }
 
 void frmMain::JoinViewerChain() {
@@ -77,4 +82,20 @@ void frmMain::HideTestMenu() {
 void frmMain::ExitHook() {
     DisconnectViewer();
     UnsubclassWindow();
+}
+
+void frmMain::OnIdle() {
+    FinishSaves();
+    if (std::exchange(takeOverDue_, false) && TakeOverFreedProfiles(cTV, container_)) {
+        if (Node* const selected = nodes_.Selected(); selected != nullptr)
+            SelectAndShow(*selected);
+        else
+            UpdateListview();
+    }
+    if (AnyEditedByOther() == takeOverTimer_) return;
+    takeOverTimer_ = !takeOverTimer_;
+    if (takeOverTimer_)
+        SetTimer(window_, kTakeOverTimer, kTakeOverPause, nullptr);
+    else
+        KillTimer(window_, kTakeOverTimer);
 }

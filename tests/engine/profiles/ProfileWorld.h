@@ -12,12 +12,15 @@
 #include "engine/profiles/CProfiles.h"
 #include "engine/profiles/ClipOperations.h"
 #include "engine/profiles/ProfileActions.h"
+#include "engine/profiles/ProfileAttachment.h"
 #include "engine/profiles/ProfileStore.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/CTreeViewEx.h"
 #include "engine/tree/TestTree.h"
+#include "engine/tree/TreeFile.h"
 #include "engine/tree/modTreeEx.h"
 #include "fake/FakePlatform.h"
+#include "platform/SafeFile.h"
 #include "platform/Text.h"
 
 // A machine with a tree of profiles, in memory and on its disk, and all that works on them. A clip's data
@@ -77,6 +80,28 @@ class ProfileWorld {
         fake.user.messages.clear();
     }
 
+    // A tree data file with these records, as some program may have written it.
+    struct Record {
+        const wchar_t* tag;
+        const wchar_t* text;
+        std::int16_t depth;
+        const wchar_t* image = L"Clip";
+    };
+    void Write(const std::wstring& directory, const std::vector<Record>& records) {
+        TreeData data;
+        for (const Record& record : records) {
+            TreeNodeRecord node;
+            node.Tag = record.tag;
+            node.Text = record.text;
+            node.Depth = record.depth;
+            node.Image = std::wstring(record.image);
+            data.Nodes.push_back(node);
+        }
+        data.Count = static_cast<std::int32_t>(records.size());
+        const std::vector<std::uint8_t> image = EncodeTreeData(data);
+        fake.files.SetBytes(TreeDataFilePath(directory), std::string(image.begin(), image.end()));
+    }
+
     Node& Get(const std::wstring& name) { return Named(nodes, name); }
     static std::string DataOf(const std::wstring& name) { return "data of " + AnsiFromText(name); }
     std::wstring MemoryOutline() const { return Outline(nodes); }
@@ -115,8 +140,10 @@ class ProfileWorld {
         NoteDamage(loaded, L"disk: ", found);
         return found;
     }
+    // All files but those that keep the directories.
     std::set<std::wstring> Files() const {
-        const auto all = fake.files.AllFiles();
+        auto all = fake.files.AllFiles();
+        std::erase_if(all, [](const std::wstring& file) { return file.ends_with(L".LCK"); });
         return {all.begin(), all.end()};
     }
     bool WasTold(const std::wstring& text) const {
@@ -128,8 +155,10 @@ class ProfileWorld {
     static void LoadFromDisk(NodeCollection& loaded) {
         CTreeViewEx other;
         other.Bind(&loaded);
-        for (const CProfile* entry : Profiles().NewEnum())
+        for (const CProfile* entry : Profiles().NewEnum()) {
+            FinishSave(TreeDataFilePath(entry->Directory));
             LoadProfileDirectory(other, entry->Directory);
+        }
     }
     int CountRoots() const {
         int count = 0;

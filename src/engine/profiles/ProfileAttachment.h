@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+
+#include "engine/profiles/ActiveContainer.h"
+#include "engine/profiles/ProfileLock.h"
+#include "engine/tree/CTreeViewEx.h"
+
+// How directories become attached profiles. What goes wrong is told to the user.
+
+// Takes the directory for this program, loads its profile and enters it into the list, or into the entry that
+// waits for it there. When another program has the directory, the profile can only be read, which is told.
+// Clips that no node leads to are offered; a profile that is damaged is offered to be made from a copy of its
+// file or from its clips. Null when there is no profile in the end; the list is as it was then.
+Node* AttachProfileDirectory(CTreeViewEx& tree, const std::wstring& directory);
+
+// Enters a profile that stands in the tree and whose directory was taken beforehand.
+void EnterProfile(Node& profile, const std::wstring& directory, ProfileLock lock);
+
+// At the window's load: empties the tree, reads the profile list from the settings store and attaches every
+// profile of it. One that cannot be loaded is reported and stays in the list without a node, for the reason
+// may be gone at the next start; only when its directory is gone is it offered to be left out.
+void LoadListedProfiles(CTreeViewEx& tree);
+
+// True while one of the attached profiles can only be read because another program has it.
+bool AnyEditedByOther();
+
+// Takes over the profiles that another program had and has left meanwhile. Each is loaded again, for it may
+// have been changed: references to its nodes are dead then; selection and active container follow. True when
+// there was one.
+bool TakeOverFreedProfiles(CTreeViewEx& tree, ActiveContainer& container);

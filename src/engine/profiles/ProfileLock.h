@@ -1,0 +1,25 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/FileBytes.h"
+
+// Keeps a profile's directory for this program: a file "nxclip.lck" stands in it that nobody else can open,
+// and that the system removes when this program ends, however that happens.
+class ProfileLock {
+ public:
+    // Keeps nothing.
+    ProfileLock() = default;
+    // Takes the directory if it is free. Where no file can be made, because the directory can only be read or
+    // is gone, it counts as free: whoever writes there hears why that fails.
+    explicit ProfileLock(const std::wstring& directory);
+
+    // Another program keeps the directory: what is in it may only be read.
+    bool HeldByOther() const { return heldByOther_; }
+    bool Held() const { return file_ != nullptr; }
+
+ private:
+    std::unique_ptr<OpenFile> file_;
+    bool heldByOther_ = false;
+};
