@@ -99,9 +99,10 @@ Node* ClipOperations::MoveInsideProfile(Node* target, Node& source, bool asChild
 Node* ClipOperations::MoveAcrossProfiles(Node* target, Node& source, bool asChild) {
     Node* const sourceProfile = GetProfileNode(&source, true);
     if (sourceProfile == nullptr) return nullptr;
+    const std::vector<std::wstring> files = FilesBelow(source);
+    if (!MayGo(files)) return nullptr;
     Node* const copy = Copy(target, source, asChild);
     if (copy == nullptr) return nullptr;
-    const std::vector<std::wstring> files = FilesBelow(source);
     if (!SaveProfile(tree_, *sourceProfile, &source)) {
         // Only what is off the target's disk may lose its data. Should even that fail, the copy stays whole.
         if (SaveProfile(tree_, *GetProfileNode(copy, true), copy)) TakeBack(*copy);
@@ -189,13 +190,14 @@ bool ClipOperations::DeleteProfile(Node& profile) {
         SetDirtyProfile(directory);  // says that the list does not know it
         return false;
     }
+    const std::vector<std::wstring> clipFiles = FilesBelow(profile);
+    if (!MayGo(clipFiles)) return false;
     // With its tree data file the profile is gone; clips without it are only files.
     const std::wstring treeFile = TreeDataFilePath(directory);
     if (!RemoveSafeFile(treeFile)) {
         ThePlatform().user.Tell(FileErrorOf(ThePlatform().files.LastError(), treeFile).Description());
         return false;
     }
-    const std::vector<std::wstring> clipFiles = FilesBelow(profile);
     Profiles().Remove(UpperCase(entry->Directory));
     RemoveNode(profile);
     RemoveFiles(clipFiles);
@@ -208,7 +210,7 @@ bool ClipOperations::Remove(Node& node) {
     Node* const profile = GetProfileNode(&node, true);
     if (profile == nullptr) return false;
     const std::vector<std::wstring> files = FilesBelow(node);
-    if (!SaveProfile(tree_, *profile, &node)) return false;
+    if (!MayGo(files) || !SaveProfile(tree_, *profile, &node)) return false;
     RemoveNode(node);
     RemoveFiles(files);
     return true;
@@ -232,14 +234,21 @@ std::vector<std::wstring> ClipOperations::FilesBelow(Node& node) {
     return files;
 }
 
-// A file that cannot be removed is told once, however many there are: no node leads to it any more.
-void ClipOperations::RemoveFiles(const std::vector<std::wstring>& files) {
+// A paste after the files are gone still gets what was put on the clipboard before. False when it would not,
+// and the user wants to keep it.
+bool ClipOperations::MayGo(const std::vector<std::wstring>& files) {
     const auto isAnnounced = [](const std::wstring& file) {
         return CompareNoCase(file, RenderFileName) == 0;
     };
-    // A paste after the delete still gets what was put on the clipboard before it.
-    if (std::any_of(files.begin(), files.end(), isAnnounced)) RenderAllFormats();
+    if (std::none_of(files.begin(), files.end(), isAnnounced) || RenderAllFormats()) return true;
+    return ThePlatform().user.Ask(
+        L"Der Clip steht auf der Zwischenablage, aber sein Inhalt konnte nicht dorthin übertragen werden. Er "
+        L"lässt sich danach nicht mehr einfügen.\r\nSoll die Clipdatei trotzdem gelöscht werden ?",
+        L"Clip löschen", true);
+}
 
+// A file that cannot be removed is told once, however many there are: no node leads to it any more.
+void ClipOperations::RemoveFiles(const std::vector<std::wstring>& files) {
     std::wstring firstFailure;
     for (const std::wstring& file : files) {
         const std::wstring failure = RemoveIfThere(file);

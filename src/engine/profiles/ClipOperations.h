@@ -51,6 +51,7 @@ class ClipOperations : public TreeViewExEvents {
     void CopyClipData(Node& newNode, const Node& sourceNode, const std::wstring& from);
 
     std::vector<std::wstring> FilesBelow(Node& node);
+    bool MayGo(const std::vector<std::wstring>& files);
     void RemoveFiles(const std::vector<std::wstring>& files);
 
     CTreeViewEx& tree_;

@@ -83,7 +83,7 @@ std::vector<FoundClip> FindClips(const std::wstring& directory, const Node* prof
         const std::int16_t records = WholeRecords(file);
         if (records > 0)
             found.push_back({number, records});
-        else if (readable)
+        else if (readable && profile != nullptr)
             files.Remove(file);
     }
     std::sort(found.begin(), found.end(),

@@ -13,8 +13,9 @@ struct FoundClip {
     std::int16_t formatCount = 0;  // 1 or more: its whole records
 };
 
-// Those in a directory, by number. What holds no whole record and what a broken-off copy left is removed.
-// `profile` is the top node over the directory; null when there is none, and then every file is found.
+// Those in a directory, by number. What a broken-off copy left is removed, and what holds no whole record
+// too. `profile` is the top node over the directory; null when there is none: every file is found then, half
+// ones stay.
 std::vector<FoundClip> FindClips(const std::wstring& directory, const Node* profile);
 
 // Makes a node for each in a profile or folder, as its last ones.

@@ -139,6 +139,7 @@ Node* LoadAgain(CTreeViewEx& tree, CProfile& entry, ActiveContainer& container) 
 }  // namespace
 
 Node* AttachProfileDirectory(CTreeViewEx& tree, const std::wstring& directory) {
+    if (directory.empty()) return nullptr;
     ProfileLock lock(directory);
     const bool editedByOther = lock.HeldByOther();
     if (!editedByOther) FinishSave(TreeDataFilePath(directory));

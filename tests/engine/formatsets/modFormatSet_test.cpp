@@ -123,19 +123,6 @@ TEST_F(modFormatSetTest, SaveFormatSets_Unchanged_LeavesTheFileAlone) {
     EXPECT_EQ(fake.failures.Calls(Operation::FilesOpen), 0);
 }
 
-TEST_F(modFormatSetTest, SaveFormatSets_OverALongerFile_LoadsAsTheNewList) {
-    FormatSets() = ListNamed({L"Erster", L"Zweiter", L"Dritter mit einem langen Namen"});
-    ASSERT_TRUE(SaveFormatSets());
-    const std::size_t longer = fake.files.Bytes(kFile)->size();
-    while (FormatSets().Count() > 0)
-        DeleteFormatSet(FormatSets(), 1);
-    ASSERT_TRUE(SaveFormatSets());
-    EXPECT_EQ(fake.files.Bytes(kFile)->size(), longer);
-    FormatSets() = ListNamed({L"im Speicher"});
-    EXPECT_TRUE(LoadFormatSets());
-    EXPECT_EQ(FormatSets().Count(), 0);
-}
-
 // What is on disk is looked at by the next load, before anything saves again.
 TEST_F(modFormatSetTest, SaveAndLoadFormatSets_FailingOrKilledInAnyCall_KeepTheOldOrTheNewList) {
     const FormatSetList before = ListNamed({L"alt", L"und noch einer"});

@@ -1,38 +1,11 @@
 #include "engine/profiles/ProfileStore.h"
 
 #include "engine/profiles/ProfileWorldTest.h"
-#include "engine/tree/TreeFile.h"
 
 namespace {
 
 class ProfileStoreTest : public ProfileWorldTest {
  protected:
-    struct Record {
-        const wchar_t* tag;
-        const wchar_t* text;
-        std::int16_t depth;
-        const wchar_t* image = L"Clip";
-    };
-    void Write(const std::wstring& directory, const std::vector<Record>& records) {
-        TreeData data;
-        for (const Record& record : records) {
-            TreeNodeRecord node;
-            node.Tag = record.tag;
-            node.Text = record.text;
-            node.Depth = record.depth;
-            node.Image = std::wstring(record.image);
-            data.Nodes.push_back(node);
-        }
-        data.Count = static_cast<std::int32_t>(records.size());
-        const std::vector<std::uint8_t> image = EncodeTreeData(data);
-        fake.files.SetBytes(TreeDataFilePath(directory), std::string(image.begin(), image.end()));
-    }
-    void List(int position, const std::wstring& name, const std::wstring& directory) {
-        const std::wstring number = std::to_wstring(position);
-        fake.settings.Set(L"Profiles", L"Count", number);
-        fake.settings.Set(L"Profiles", L"Name" + number, name);
-        fake.settings.Set(L"Profiles", L"File" + number, directory);
-    }
     std::wstring BackUp(const std::wstring& directory) { return directory + L"\\nxclip.bak"; }
 };
 
@@ -48,7 +21,10 @@ TEST_F(ProfileStoreTest, LoadProfileDirectory_NoNumberIsGivenTwice) {
     Write(L"C:\\A", {{L"P&2&C:\\A&1&i", L"A", 0}, {L"S&", L"S", 1}, {L"C&7,1&t&", L"c", 2}});
     EXPECT_EQ(LoadProfileDirectory(tree, L"C:\\A")->Tag(), L"P&7&C:\\A&1&i");
     Write(L"C:\\B", {{L"P&zwei&C:\\B&1&i", L"B", 0}, {L"C&4,1&t&", L"c", 1}});
-    EXPECT_EQ(LoadProfileDirectory(tree, L"C:\\B")->Tag(), L"P&4&C:\\B&0&");
+    EXPECT_EQ(LoadProfileDirectory(tree, L"C:\\B")->Tag(), L"P&4&C:\\B&1&i") << "only the counter is damaged";
+    Write(L"C:\\D",
+          {{L"P&2147483647&C:\\D&0&", L"D", 0}, {L"C&2147483647,1&t&", L"c", 1}, {L"C&3,1&t&", L"c", 1}});
+    EXPECT_EQ(LoadProfileDirectory(tree, L"C:\\D")->Tag(), L"P&3&C:\\D&0&") << "there must be numbers left";
 }
 
 TEST_F(ProfileStoreTest, LoadProfileDirectory_WhatIsNoProfileLeavesNoNode) {
@@ -85,23 +61,21 @@ TEST_F(ProfileStoreTest, LoadProfileDirectory_AHalfReadFileIsKeptAside) {
     Write(L"C:\\D", {{L"P&0&C:\\D&0&", L"D", 0}});
     LoadProfileDirectory(tree, L"C:\\D");
     EXPECT_FALSE(fake.files.Has(BackUp(L"C:\\D")));
-}
 
-TEST_F(ProfileStoreTest, LoadListedProfiles_KeepsTheOnesThatLoadInTheirOrder) {
-    Fill();
-    Profiles().SaveRegistry();
-    nodes.Select(&Get(L"c1"));
-    List(3, L"Weg", L"E:\\Weg");
-    List(4, L"Dasselbe", L"C:\\Q\\");
-    List(5, L"", L"");
-    LoadListedProfiles(tree);
-    EXPECT_EQ(MemoryOutline(), L"P(S(c1 T(c2)) c3) Q(U(c4))");
-    EXPECT_EQ(ListOutline(), L"P=C:\\P Q=C:\\Q ");
-    EXPECT_EQ(Damage(), std::vector<std::wstring>());
-    ASSERT_EQ(fake.user.messages.size(), 2u);
-    EXPECT_EQ(fake.user.messages[0].text, L"Profil \"Weg\" konnte nicht geladen werden");
-    EXPECT_EQ(fake.user.messages[1].text, L"Profil \"\" konnte nicht geladen werden");
-    EXPECT_EQ(fake.user.pointer, PointerShape::Normal);
+    // The same file needs no second copy; another one gets the next name, and without any it is not loaded.
+    fake.files.SetBytes(L"C:\\A\\nxclip.nxp", *original);
+    ASSERT_NE(LoadProfileDirectory(tree, L"C:\\A"), nullptr);
+    EXPECT_FALSE(fake.files.Has(L"C:\\A\\nxclip2.bak"));
+    fake.files.SetBytes(L"C:\\A\\nxclip.nxp", *original + "tail");
+    ASSERT_NE(LoadProfileDirectory(tree, L"C:\\A"), nullptr);
+    EXPECT_EQ(fake.files.Bytes(L"C:\\A\\nxclip2.bak"), *original + "tail");
+    EXPECT_EQ(fake.files.Bytes(BackUp(L"C:\\A")), original);
+    EXPECT_EQ(KeptTreeFiles(L"C:\\A"), (std::vector<std::wstring>{L"nxclip.bak", L"nxclip2.bak"}));
+    fake.files.SetBytes(L"C:\\A\\nxclip.nxp", *original + "no room");
+    fake.failures.FailAlways(Operation::FilesCopy);
+    const int count = nodes.Count();
+    EXPECT_EQ(LoadProfileDirectory(tree, L"C:\\A"), nullptr);
+    EXPECT_EQ(nodes.Count(), count);
 }
 
 TEST_F(ProfileStoreTest, SaveAllProfiles_OneFailureDoesNotStopTheOthers) {
@@ -130,6 +104,29 @@ TEST_F(ProfileStoreTest, SaveAllProfiles_WritesOnlyWhatChanged) {
     EXPECT_FALSE(Profiles().Item(1).Dirty);
     EXPECT_TRUE(SaveAllProfiles(tree));
     EXPECT_GT(fake.failures.Calls(Operation::FilesOpen), opened);
+}
+
+TEST_F(ProfileStoreTest, SaveProfile_AFileThatAnotherProgramChangedIsNotOverwrittenInSilence) {
+    Fill();
+    const std::wstring file = L"C:\\P\\nxclip.nxp";
+    const auto touch = [&] { fake.files.SetChangeTime(file, *fake.files.ChangeTime(file) + 1); };
+    AddFolder(Get(L"P"), L"neu");
+    touch();
+    EXPECT_TRUE(SaveAllProfiles(tree));
+    EXPECT_TRUE(fake.user.questions.empty()) << "the same bytes at another time are no change";
+
+    Write(L"C:\\P", {{L"P&0&C:\\P&0&", L"anderes", 0}});
+    touch();
+    const auto other = fake.files.Bytes(file);
+    AddFolder(Get(L"P"), L"noch eins");
+    EXPECT_FALSE(SaveAllProfiles(tree));
+    ASSERT_EQ(fake.user.questions.size(), 1u);
+    EXPECT_TRUE(fake.user.questions[0].noIsDefault);
+    EXPECT_EQ(fake.files.Bytes(file), other);
+    fake.user.answers = {true};
+    EXPECT_TRUE(SaveAllProfiles(tree));
+    EXPECT_EQ(fake.files.Bytes(BackUp(L"C:\\P")), other);
+    EXPECT_EQ(DiskOutline(), MemoryOutline());
 }
 
 TEST_F(ProfileStoreTest, SaveProfile_WithoutASubtreeLeavesItInTheTree) {

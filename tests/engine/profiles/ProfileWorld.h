@@ -17,6 +17,7 @@
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/CTreeViewEx.h"
 #include "engine/tree/TestTree.h"
+#include "engine/tree/TreeFile.h"
 #include "engine/tree/modTreeEx.h"
 #include "fake/FakePlatform.h"
 #include "fake/ProcessState.h"
@@ -71,6 +72,28 @@ class ProfileWorld {
         SaveAllProfiles(tree);
         FinishSaves();
         fake.user.messages.clear();
+    }
+
+    // A tree data file with these records, as some program may have written it.
+    struct Record {
+        const wchar_t* tag;
+        const wchar_t* text;
+        std::int16_t depth;
+        const wchar_t* image = L"Clip";
+    };
+    void Write(const std::wstring& directory, const std::vector<Record>& records) {
+        TreeData data;
+        for (const Record& record : records) {
+            TreeNodeRecord node;
+            node.Tag = record.tag;
+            node.Text = record.text;
+            node.Depth = record.depth;
+            node.Image = std::wstring(record.image);
+            data.Nodes.push_back(node);
+        }
+        data.Count = static_cast<std::int32_t>(records.size());
+        const std::vector<std::uint8_t> image = EncodeTreeData(data);
+        fake.files.SetBytes(TreeDataFilePath(directory), std::string(image.begin(), image.end()));
     }
 
     Node& Get(const std::wstring& name) { return Named(nodes, name); }
