@@ -47,6 +47,9 @@ class ClipboardPort {
     // Puts `window` in front of the viewer chain; the result is the window behind it, None for the end.
     virtual WindowHandle JoinChain(WindowHandle window) = 0;
     virtual void LeaveChain(WindowHandle window, WindowHandle next) = 0;
+    // From now on a change posts the message 0x031D to the window, whatever becomes of the chain.
+    virtual void Listen(WindowHandle window) = 0;
+    virtual void StopListening(WindowHandle window) = 0;
 
     // The system's error code of the last call that failed.
     virtual std::uint32_t LastError() = 0;

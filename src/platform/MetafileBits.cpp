@@ -7,6 +7,7 @@ namespace {
 constexpr std::size_t kMetafileHeaderSize = 18;
 constexpr std::size_t kSmallestEnhancedHeaderSize = 88;
 constexpr std::uint16_t kInMemory = 1;
+constexpr std::uint16_t kOldMetafileVersion = 0x0100;  // without device-independent bitmaps
 constexpr std::uint16_t kMetafileVersion = 0x0300;
 constexpr std::uint32_t kHeaderRecord = 1;
 constexpr std::uint32_t kEnhancedSignature = 0x464D4520;  // " EMF"
@@ -27,7 +28,8 @@ bool AreMetafileBits(const void* bits, std::size_t size) {
     const std::uint16_t type = reader.UInt16();
     const std::uint16_t headerWords = reader.UInt16();
     const std::uint16_t version = reader.UInt16();
-    return type == kInMemory && headerWords * 2u == kMetafileHeaderSize && version == kMetafileVersion;
+    return type == kInMemory && headerWords * 2u == kMetafileHeaderSize &&
+           (version == kMetafileVersion || version == kOldMetafileVersion);
 }
 
 bool AreEnhancedMetafileBits(const void* bits, std::size_t size) {

@@ -35,6 +35,8 @@ class WindowPort {
     // taken or the identifier refused.
     virtual bool AddHotKey(WindowHandle window, std::int32_t identifier, std::uint32_t modifiers,
                            std::uint32_t key) = 0;
+    // What ALT + CTRL and the key of a letter from A to Z write on the user's keyboard; empty for nothing.
+    virtual std::wstring AltGrCharacter(wchar_t letter) = 0;
     virtual void RemoveHotKey(WindowHandle window, std::int32_t identifier) = 0;
 
     // Opens a help file with the system's help viewer.

@@ -81,6 +81,21 @@ TEST_F(ClipboardContract, Put_BecomesReadableByOthers) {
     EXPECT_EQ(home->OtherReads(kPicture), std::nullopt);
 }
 
+TEST_F(ClipboardContract, Listen_TellsOfEachChangeWithoutAChain) {
+    constexpr std::uint32_t kUpdate = 0x031D;
+    clipboard.Listen(window);
+    home->OtherCopies({{kText, std::string("abc\0", 4)}});
+    EXPECT_TRUE(home->PumpUntil([&] { return Count(kUpdate) == 1; }));
+    clipboard.StopListening(window);
+    home->OtherCopies({{kText, std::string("abc\0", 4)}});
+    const WindowHandle other = MakeNotingWindow();
+    clipboard.Listen(other);
+    home->OtherCopies({{kText, std::string("abc\0", 4)}});
+    EXPECT_TRUE(home->PumpUntil([&] { return Count(kUpdate) == 2; }));
+    EXPECT_EQ(messages.back().window, other);
+    clipboard.StopListening(other);
+}
+
 TEST_F(ClipboardContract, SequenceNumber_GrowsWithEachChangeAndNotByReading) {
     home->OtherCopies({{kText, std::string("abc\0", 4)}});
     Open(window);

@@ -13,7 +13,7 @@ constexpr FormatNumber kFirstRegistered = 0xC000, kLastRegistered = 0xFFFF;
 constexpr std::size_t kLongestName = 255;
 
 constexpr std::uint32_t kRenderFormatMessage = 0x0305, kDrawClipboardMessage = 0x0308,
-                        kChangeChainMessage = 0x030D;
+                        kChangeChainMessage = 0x030D, kClipboardUpdateMessage = 0x031D;
 
 constexpr std::uint32_t kErrorAccessDenied = 5, kErrorInvalidHandle = 6, kErrorOutOfMemory = 14,
                         kErrorInvalidParameter = 87, kErrorInvalidName = 123, kErrorNotFound = 1168,
@@ -375,4 +375,6 @@ void FakeClipboard::FreeContent() {
 void FakeClipboard::TellViewers() {
     if (firstViewer_ != WindowHandle::None)
         windows_.Deliver(firstViewer_, kDrawClipboardMessage, ParameterOf(owner_), 0);
+    for (const WindowHandle listener : std::vector(listeners_))
+        windows_.Deliver(listener, kClipboardUpdateMessage, 0, 0);
 }

@@ -34,6 +34,8 @@ class FakeClipboard : public ClipboardPort {
     WindowHandle FirstViewer() override { return firstViewer_; }
     WindowHandle JoinChain(WindowHandle window) override;
     void LeaveChain(WindowHandle window, WindowHandle next) override;
+    void Listen(WindowHandle window) override { listeners_.push_back(window); }
+    void StopListening(WindowHandle window) override { std::erase(listeners_, window); }
     std::uint32_t LastError() override { return lastError_; }
 
     // What another program puts on the clipboard.
@@ -73,6 +75,8 @@ class FakeClipboard : public ClipboardPort {
     bool IsPending(FormatNumber format) const;
     // The data that stands there already; empty when there is none. No call of the port.
     std::string Content(FormatNumber format) const;
+    // Some viewer has ended without a word: nobody is told along the chain any more.
+    void BreakChain() { firstViewer_ = WindowHandle::None; }
     // What stands there belongs to nobody any more, as when its owner has ended.
     void ForgetOwner() { owner_ = WindowHandle::None; }
 
@@ -113,4 +117,5 @@ class FakeClipboard : public ClipboardPort {
     int rendering_ = 0;
     bool changed_ = false;
     std::uint32_t sequence_ = 1;
+    std::vector<WindowHandle> listeners_;
 };

@@ -44,6 +44,7 @@ class FakeWindows : public WindowPort {
     bool AddHotKey(WindowHandle window, std::int32_t identifier, std::uint32_t modifiers,
                    std::uint32_t key) override;
     void RemoveHotKey(WindowHandle window, std::int32_t identifier) override;
+    std::wstring AltGrCharacter(wchar_t letter) override { return altGr[letter]; }
     bool OpenHelp(WindowHandle window, const std::wstring& file, std::uint32_t command,
                   std::uintptr_t data) override;
 
@@ -66,6 +67,8 @@ class FakeWindows : public WindowPort {
 
     WindowHandle foreground = WindowHandle::None;
     std::vector<Help> helps;
+    // The characters of the user's keyboard.
+    std::map<wchar_t, std::wstring> altGr;
 
  private:
     struct Window {

@@ -108,7 +108,8 @@ FormatNumber CFormat::Register() {
 }
 
 bool CFormat::PrepareClipboard() {
-    Announced = !IsGdiObjectFormat(FormatId) && ThePlatform().clipboard.Announce(Register());
+    AnnouncedAs = IsGdiObjectFormat(FormatId) ? 0 : Register();
+    if (AnnouncedAs != 0 && !ThePlatform().clipboard.Announce(AnnouncedAs)) AnnouncedAs = 0;
     return false;
 }
 

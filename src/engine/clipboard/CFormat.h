@@ -35,8 +35,9 @@ class CFormat {
     // line breaks and zero bytes.
     std::wstring PreviewText;
     bool Loaded = false;
-    // The clipboard took the last announcement of PrepareClipboard.
-    bool Announced = false;
+    // The number under which the clipboard took the last announcement of PrepareClipboard; 0 when it took
+    // none.
+    FormatNumber AnnouncedAs = 0;
     // The metafile picture's header as last read or captured.
     MetafilePicture MetaFilePict;
     // The byte count of the last read or write.
@@ -67,7 +68,7 @@ class CFormat {
     // anew by its name.
     FormatNumber Register();
     // Announces the format on the open clipboard: its data is asked for later. Always false, deliberate;
-    // Announced tells what became of it. What stands for a GDI object is not announced.
+    // AnnouncedAs tells what became of it. What stands for a GDI object is not announced.
     bool PrepareClipboard();
     // Puts the loaded data on the open clipboard. False when nothing is loaded or the clipboard refuses it;
     // the block stays ours then.

@@ -60,16 +60,22 @@ std::wstring AnnounceAll(const CFormats& formats, std::int16_t count) {
     for (CFormat& format : formats) {
         format.PrepareClipboard();
         format.ReleaseGlobalData(false);
-        if (!format.Announced) add(format.FormatName);
+        if (format.AnnouncedAs == 0) add(format.FormatName);
     }
     if (formats.Count() < count) add(NumberText(count - formats.Count()) + L" nicht lesbar");
     return missing;
 }
 
+CFormat* AnnouncedUnder(const CFormats& formats, FormatNumber id) {
+    for (CFormat& format : formats)
+        if (id != 0 && format.AnnouncedAs == id) return &format;
+    return nullptr;
+}
+
 // Asking for an announced format makes the system ask us for it. Where no such question comes, because the
 // window is on its way out, the data is handed over as it is.
 bool RenderNow(CFormat& format, const std::wstring& fileName) {
-    if (ThePlatform().clipboard.Data(format.Register()) != DataHandle::None) return true;
+    if (ThePlatform().clipboard.Data(format.AnnouncedAs) != DataHandle::None) return true;
     return format.SetClipboardFromFile(fileName);
 }
 
@@ -108,7 +114,7 @@ bool RenderAllFormats() {
     if (!opened.IsOpen()) return false;
     bool all = true;
     for (CFormat& format : *formats)
-        if (format.Announced) all = RenderNow(format, RenderFileName) && all;
+        if (format.AnnouncedAs != 0) all = RenderNow(format, RenderFileName) && all;
     return all;
 }
 
@@ -117,7 +123,9 @@ void RenderPendingFormat(FormatNumber id) {
     const std::wstring fileName = RenderFileName;
     if (fileName.empty() || formats == nullptr) return;
     const QuietScope quiet;
-    CFormat* const format = formats->SearchFormatIdByName(id);
+    CFormat* format = formats->SearchFormatIdByName(id);
+    // Private numbers have no name, and a name that somebody registered first may be written another way.
+    if (format == nullptr) format = AnnouncedUnder(*formats, id);
     if (format != nullptr) format->SetClipboardFromFile(fileName);
 }
 

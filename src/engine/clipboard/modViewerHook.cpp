@@ -1,9 +1,11 @@
 #include "engine/clipboard/modViewerHook.h"
 
+#include <optional>
 #include <utility>
 
 #include "engine/clipboard/modClipboard.h"
 #include "engine/process/modOption.h"
+#include "engine/process/modProt.h"
 #include "platform/Platform.h"
 
 ProcedureAddress OriginalWndProc = ProcedureAddress::None;
@@ -21,7 +23,19 @@ enum class Message : std::uint32_t {
     DrawClipboard = 0x0308,
     ChangeChain = 0x030D,
     HotKey = 0x0312,
+    ClipboardUpdate = 0x031D,
 };
+
+// A viewer in front of us may be slow with its message.
+constexpr std::chrono::seconds kChainsDelay(2);
+
+// The messages that came along the chain.
+std::uint32_t chainMessages = 0;
+// Of them, those that had come at the last change that the listener was told of.
+std::uint32_t chainMessagesBefore = 0;
+bool chainSuspected = false;
+// The change that is being passed on.
+std::optional<std::uint32_t> passing;
 
 struct Parameters {
     WindowHandle window;
@@ -46,13 +60,46 @@ MessageParameter PassOn(const Parameters& p) {
     return ThePlatform().windows.Deliver(NextViewer, p.message, p.w, p.l);
 }
 
-MessageParameter ClipboardChanged(const Parameters& p) {
+// A viewer that did not hear of our leaving makes a ring of the chain when we join it anew: the same change
+// comes back while we pass it on.
+MessageParameter PassChangeOn(const Parameters& p) {
+    const std::uint32_t change = ThePlatform().clipboard.SequenceNumber();
+    if (change != 0 && passing == change) return 0;
+    const auto before = std::exchange(passing, change);
+    const MessageParameter result = PassOn(p);
+    passing = before;
+    return result;
+}
+
+void TakeChange(WindowHandle mainWindow) {
     // What this program puts on the clipboard itself is never captured.
-    if (Options().AutoSnap && ThePlatform().clipboard.Owner() != p.window) {
-        NotePreviousForeground(p.window);
-        if (TheMainWindowHooks.updateClipBoard) TheMainWindowHooks.updateClipBoard();
-    }
-    return PassOn(p);
+    if (!Options().AutoSnap || ThePlatform().clipboard.Owner() == mainWindow) return;
+    NotePreviousForeground(mainWindow);
+    if (TheMainWindowHooks.updateClipBoard) TheMainWindowHooks.updateClipBoard();
+}
+
+MessageParameter ClipboardChanged(const Parameters& p) {
+    ++chainMessages;
+    TakeChange(p.window);
+    return PassChangeOn(p);
+}
+
+void JoinAnew(WindowHandle window) {
+    LogDebug(L"Clipboard viewer chain joined anew");
+    ThePlatform().clipboard.LeaveChain(window, NextViewer);
+    NextViewer = ThePlatform().clipboard.JoinChain(window);
+}
+
+// Of a whole chain the message has come already, or comes soon.
+MessageParameter ListenerTold(const Parameters& p) {
+    if (std::exchange(chainMessagesBefore, chainMessages) != chainMessages || OwnViewer != p.window) return 0;
+    TakeChange(p.window);
+    if (!TheMainWindowHooks.later || std::exchange(chainSuspected, true)) return 0;
+    TheMainWindowHooks.later(kChainsDelay, [window = p.window, before = chainMessages] {
+        chainSuspected = false;
+        if (chainMessages == before && OwnViewer == window) JoinAnew(window);
+    });
+    return 0;
 }
 
 MessageParameter ChainChanged(const Parameters& p) {
@@ -87,11 +134,16 @@ WindowHandle ConnectViewer(WindowHandle window) {
     ClipboardWindow = window;
     NextViewer = ThePlatform().clipboard.JoinChain(window);
     OwnViewer = window;
+    ThePlatform().clipboard.Listen(window);
+    chainSuspected = false;
     return NextViewer;
 }
 
 void DisconnectViewer() {
-    if (OwnViewer != WindowHandle::None) ThePlatform().clipboard.LeaveChain(OwnViewer, NextViewer);
+    if (OwnViewer != WindowHandle::None) {
+        ThePlatform().clipboard.StopListening(OwnViewer);
+        ThePlatform().clipboard.LeaveChain(OwnViewer, NextViewer);
+    }
     OwnViewer = WindowHandle::None;
     NextViewer = WindowHandle::None;
 }
@@ -117,6 +169,8 @@ MessageParameter ClipboardWndProc(WindowHandle window, std::uint32_t message, Me
             return ChainChanged(p);
         case Message::HotKey:
             return HotKeyPressed(p);
+        case Message::ClipboardUpdate:
+            return ListenerTold(p);
     }
     if (OriginalWndProc == ProcedureAddress::None) return 0;
     return ThePlatform().windows.CallProcedure(OriginalWndProc, window, message, wParam, lParam);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 
@@ -7,7 +8,9 @@
 #include "platform/Windows.h"
 
 // How the program learns of clipboard changes and of requests for what it announced: its main window is
-// subclassed and stands in the clipboard viewer chain.
+// subclassed and stands in the clipboard viewer chain. The chain breaks when any program in it fails, and
+// nobody is told; so the window listens for changes by the system's newer way as well, takes what the chain
+// did not bring, and joins the chain anew.
 
 // All zero while there is no hook.
 extern ProcedureAddress OriginalWndProc;  // of HookedWindow, before it was subclassed
@@ -24,6 +27,8 @@ struct MainWindowHooks {
     ProcedureAddress procedure = ProcedureAddress::None;
     // Another program changed the clipboard while automatic capture (the option AutoSnap) was on.
     std::function<void()> updateClipBoard;
+    // Runs an action later, after a delay.
+    std::function<void(std::chrono::milliseconds, std::function<void()>)> later;
     // The hot key was pressed.
     std::function<void(WindowHandle mainWindow)> hotKeyAction;
 };

@@ -49,3 +49,11 @@ void UnregisterActivationHotKey(WindowHandle window) {
 std::int32_t ActivationHotKeyIdentifier() {
     return identifier;
 }
+
+std::wstring HotKeyHint(const std::wstring& letter) {
+    if (letter.size() != 1) return {};
+    const std::wstring character = ThePlatform().windows.AltGrCharacter(letter.front());
+    if (character.empty()) return {};
+    return L"Auf Ihrer Tastatur schreibt AltGr+" + letter + L" das Zeichen \"" + character +
+           L"\". Mit dieser Tastenkombination steht es in keinem Programm mehr zur Verfügung.";
+}

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "platform/Handles.h"
 
@@ -16,3 +17,7 @@ void UnregisterActivationHotKey(WindowHandle window);
 
 // The identifier registered now, as it comes back in the hot key's message; 0 while there is none.
 std::int32_t ActivationHotKeyIdentifier();
+
+// What the user should know before he chooses this letter: on his keyboard ALT + CTRL, which is AltGr, and
+// the letter write a character, and no program gets that any more. Empty when nothing is lost.
+std::wstring HotKeyHint(const std::wstring& letter);

@@ -97,3 +97,11 @@ WindowHandle Win32Clipboard::JoinChain(WindowHandle window) {
 void Win32Clipboard::LeaveChain(WindowHandle window, WindowHandle next) {
     ChangeClipboardChain(SystemWindow(window), SystemWindow(next));
 }
+
+void Win32Clipboard::Listen(WindowHandle window) {
+    AddClipboardFormatListener(SystemWindow(window));
+}
+
+void Win32Clipboard::StopListening(WindowHandle window) {
+    RemoveClipboardFormatListener(SystemWindow(window));
+}

@@ -19,6 +19,8 @@ class Win32Clipboard : public ClipboardPort {
     WindowHandle FirstViewer() override;
     WindowHandle JoinChain(WindowHandle window) override;
     void LeaveChain(WindowHandle window, WindowHandle next) override;
+    void Listen(WindowHandle window) override;
+    void StopListening(WindowHandle window) override;
     std::uint32_t LastError() override { return lastError_; }
 
  private:

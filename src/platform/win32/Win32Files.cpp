@@ -1,6 +1,7 @@
 #include "platform/win32/Win32Files.h"
 
 #include <algorithm>
+#include <array>
 
 #include "platform/NamePattern.h"
 #include "platform/Text.h"
@@ -10,6 +11,30 @@
 namespace {
 
 constexpr int kMostCopyNames = 100;
+
+// Scanners, indexers, backups and clouds hold a file for moments, together half a second at most.
+constexpr std::array<DWORD, 5> kPausesBetweenTries = {5, 15, 45, 135, 300};
+
+bool IsHeldForTheMoment(DWORD error) {
+    return error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION;
+}
+
+// What is held cannot be renamed either; there it is called a refusal.
+bool IsHeldFromRenaming(DWORD error) {
+    return IsHeldForTheMoment(error) || error == ERROR_ACCESS_DENIED;
+}
+
+// Tries until it succeeds or fails for another reason than that somebody holds the file.
+template <typename Try>
+bool WhileHeld(bool (*isHeld)(DWORD error), Try&& succeeds) {
+    if (succeeds()) return true;
+    for (const DWORD pause : kPausesBetweenTries) {
+        if (!isHeld(GetLastError())) return false;
+        Sleep(pause);
+        if (succeeds()) return true;
+    }
+    return false;
+}
 
 struct OpenWay {
     DWORD access;
@@ -80,9 +105,16 @@ FileHandle Win32Files::Open(const std::wstring& path, FileUse use) {
         return FileHandle::None;
     }
     const OpenWay way = WayOf(use);
-    UniqueFile file(CreateFileW(SystemPath(path).c_str(), way.access, way.share, nullptr, way.disposition,
-                                way.flags, nullptr));
-    if (!Noted(file.IsSet())) return FileHandle::None;
+    const std::wstring name = SystemPath(path);
+    UniqueFile file;
+    const auto open = [&] {
+        file.Reset(
+            CreateFileW(name.c_str(), way.access, way.share, nullptr, way.disposition, way.flags, nullptr));
+        return file.IsSet();
+    };
+    // Who has the lock has it for long: there is nothing to wait for.
+    const bool opened = use == FileUse::Lock ? open() : WhileHeld(IsHeldForTheMoment, open);
+    if (!Noted(opened)) return FileHandle::None;
     if (use == FileUse::Append && !Noted(SetFilePointerEx(file.Get(), LARGE_INTEGER{}, nullptr, FILE_END)))
         return FileHandle::None;
     return EngineFile(file.Release());
@@ -225,7 +257,8 @@ std::vector<std::wstring> Win32Files::List(const std::wstring& pattern) {
 }
 
 bool Win32Files::Remove(const std::wstring& path) {
-    return Noted(DeleteFileW(SystemPath(path).c_str()));
+    const std::wstring name = SystemPath(path);
+    return Noted(WhileHeld(IsHeldForTheMoment, [&] { return DeleteFileW(name.c_str()) != 0; }));
 }
 
 // The copy takes its name only when it is complete, so that neither a half copy nor a half overwritten target
@@ -239,7 +272,10 @@ bool Win32Files::Copy(const std::wstring& from, const std::wstring& to, bool rep
     }
     std::wstring copy;
     if (!CopyUnderFreeName(SystemPath(from), to, copy)) return false;
-    if (Noted(MoveFileExW(copy.c_str(), SystemPath(to).c_str(), replace ? MOVEFILE_REPLACE_EXISTING : 0)))
+    const std::wstring target = SystemPath(to);
+    if (Noted(WhileHeld(IsHeldFromRenaming, [&] {
+            return MoveFileExW(copy.c_str(), target.c_str(), replace ? MOVEFILE_REPLACE_EXISTING : 0) != 0;
+        })))
         return true;
     // What was read-only would not let itself be deleted.
     SetFileAttributesW(copy.c_str(), FILE_ATTRIBUTE_NORMAL);

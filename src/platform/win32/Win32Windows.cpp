@@ -65,7 +65,24 @@ bool Win32Windows::AddHotKey(WindowHandle window, std::int32_t identifier, std::
                              std::uint32_t key) {
     // Without a window the message would go to the thread, where nobody waits for it.
     if (window == WindowHandle::None) return false;
-    return RegisterHotKey(SystemWindow(window), identifier, modifiers, key) != FALSE;
+    // Once for each press, however long it is held.
+    return RegisterHotKey(SystemWindow(window), identifier, modifiers | MOD_NOREPEAT, key) != FALSE;
+}
+
+std::wstring Win32Windows::AltGrCharacter(wchar_t letter) {
+    const HKL layout = GetKeyboardLayout(0);
+    const UINT key = letter;
+    BYTE pressed[256] = {};
+    for (const int modifier : {VK_CONTROL, VK_LCONTROL, VK_MENU, VK_RMENU})
+        pressed[modifier] = 0x80;
+    wchar_t text[8] = {};
+    // Leaves the state of the keyboard alone: an accent typed before must still meet its letter.
+    constexpr UINT kKeepState = 1 << 2;
+    const int count = ToUnicodeEx(key, MapVirtualKeyExW(key, MAPVK_VK_TO_VSC, layout), pressed, text, 7,
+                                  kKeepState, layout);
+    // Where the layout gives the keys no character, some systems answer with the control character of CTRL.
+    if (count == 0 || text[0] < L' ') return {};
+    return std::wstring(text, count < 0 ? 1 : static_cast<std::size_t>(count));
 }
 
 void Win32Windows::RemoveHotKey(WindowHandle window, std::int32_t identifier) {

@@ -17,6 +17,7 @@ class Win32Windows : public WindowPort {
     void DeleteGlobalAtom(std::uint16_t atom) override;
     bool AddHotKey(WindowHandle window, std::int32_t identifier, std::uint32_t modifiers,
                    std::uint32_t key) override;
+    std::wstring AltGrCharacter(wchar_t letter) override;
     void RemoveHotKey(WindowHandle window, std::int32_t identifier) override;
     bool OpenHelp(WindowHandle window, const std::wstring& file, std::uint32_t command,
                   std::uintptr_t data) override;

@@ -9,6 +9,7 @@
 #include "platform/Platform.h"
 #include "platform/Text.h"
 #include "platform/win32/SystemHandles.h"
+#include "platform/win32/SystemPath.h"
 
 namespace {
 
@@ -22,7 +23,7 @@ struct Job {
 
 std::optional<DirectoryContent> ReadNow(const std::wstring& pattern) {
     WIN32_FIND_DATAW found;
-    const UniqueFind search(FindFirstFileW(pattern.c_str(), &found));
+    const UniqueFind search(FindFirstFileW(SystemPath(pattern).c_str(), &found));
     // The root of an empty drive has no entries at all, not even ".".
     if (!search.IsSet())
         return GetLastError() == ERROR_FILE_NOT_FOUND ? std::optional(DirectoryContent()) : std::nullopt;

@@ -4,6 +4,7 @@
 #include <commctrl.h>
 #include <uxtheme.h>
 
+#include "engine/process/ModHotKey.h"
 #include "engine/process/modOption.h"
 #include "resources/controls.h"
 #include "windows/controls/KeyFilter.h"
@@ -155,6 +156,8 @@ OptionControls frmOption::ReadControls() const {
 void frmOption::OnCommand(int control, int code) {
     if (code == EN_KILLFOCUS)
         LeaveTextBox(control);
+    else if (control == tbKeyActivate && code == EN_CHANGE)
+        SetText(lbKeyHint, HotKeyHint(Text(tbKeyActivate)));
     else if (control == cbFile)
         cbFile_Click();
     else if (control == chkSaveUnknown + kFormatBoxes && code == BN_CLICKED)

@@ -15,6 +15,7 @@
 #include "engine/profiles/CProfiles.h"
 #include "engine/profiles/ProfileAttachment.h"
 #include "engine/profiles/ProfileStore.h"
+#include "platform/Guard.h"
 #include "platform/win32/SystemHandles.h"
 #include "resources/controls.h"
 #include "windows/controls/Dialog.h"
@@ -27,7 +28,9 @@ namespace {
 constexpr std::chrono::milliseconds kPauseBetweenLooks{3000};
 
 LRESULT CALLBACK HookThunk(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    return ClipboardWndProc(EngineWindow(window), message, static_cast<MessageParameter>(wParam), lParam);
+    return Guarded<LRESULT>(0, [&] {
+        return ClipboardWndProc(EngineWindow(window), message, static_cast<MessageParameter>(wParam), lParam);
+    });
 }
 
 }  // namespace
@@ -70,6 +73,9 @@ void frmMain::JoinViewerChain() {
     TheMainWindowHooks.procedure =
         static_cast<ProcedureAddress>(reinterpret_cast<std::uintptr_t>(&HookThunk));
     TheMainWindowHooks.updateClipBoard = [this] { UpdateClipBoard(); };
+    TheMainWindowHooks.later = [this](std::chrono::milliseconds delay, std::function<void()> action) {
+        Later(delay, std::move(action));
+    };
     TheMainWindowHooks.hotKeyAction = [this](WindowHandle) { Restore(); };
     ConnectViewer(EngineWindow(window_));
 }

@@ -6,6 +6,8 @@
 
 namespace {
 
+using namespace std::chrono_literals;
+
 class ClipboardUnitTest : public ClipboardTest {
  protected:
     // A clip of "Text" and "Rich Text Format" in kClip.
@@ -23,16 +25,20 @@ TEST_F(ClipboardUnitTest, OpenClipboardFor_WaitsForAnotherProgramButNotLong) {
     fake.clipboard.Close();
     EXPECT_TRUE(fake.user.statuses.empty());
 
-    fake.clock.pauses.clear();
-    fake.clipboard.OtherProgramHolds(1000);
-    EXPECT_FALSE(OpenClipboardFor(mainWindow));
+    const auto waited = [&](Patience patience) {
+        fake.clock.pauses.clear();
+        fake.user.statuses.clear();
+        fake.clipboard.OtherProgramHolds(1000);
+        EXPECT_FALSE(OpenClipboardFor(mainWindow, patience));
+        const auto& pauses = fake.clock.pauses;
+        EXPECT_TRUE(std::is_sorted(pauses.begin(), pauses.end()));
+        return std::accumulate(pauses.begin(), pauses.end(), 0ms);
+    };
+    EXPECT_EQ(waited(Patience::Little), 20ms);
+    EXPECT_TRUE(fake.user.statuses.empty());
+    EXPECT_EQ(waited(Patience::Usual), 500ms);
     EXPECT_EQ(fake.user.LastStatus(), L"Die Zwischenablage wird gerade von einem anderen Programm benutzt.");
-    const auto& pauses = fake.clock.pauses;
-    ASSERT_GE(pauses.size(), 3u);
-    EXPECT_TRUE(std::is_sorted(pauses.begin(), pauses.end()));
-    EXPECT_LT(pauses.front(), pauses.back());
-    EXPECT_LE(std::accumulate(pauses.begin(), pauses.end(), std::chrono::milliseconds(0)),
-              std::chrono::milliseconds(500));
+    EXPECT_EQ(waited(Patience::Long), 3000ms);
 }
 
 TEST_F(ClipboardUnitTest, RestoreClip_AnnouncesEveryFormatAndTheMarkerWithoutReadingData) {
@@ -86,6 +92,29 @@ TEST_F(ClipboardUnitTest, RestoreClip_LeavesAllAsItWasUntilFileAndClipboardAreOp
     EXPECT_TRUE(fake.user.messages.empty());
 }
 
+// A memory block under the number of a handle would be freed by the system as if it were one.
+TEST_F(ClipboardUnitTest, RestoreClip_LeavesOutWhatStandsForGdiObjectsAndNamesWhatIsMissing) {
+    std::string bytes;
+    std::int16_t count = 0;
+    for (const std::int32_t id : {2, 9, 130, 131, 142, 0x300, 0x3FF, 8}) {
+        bytes += RecordBytes(id, "F" + std::to_string(id), "data");
+        ++count;
+    }
+    fake.files.SetBytes(kClip, bytes + "torn");
+    EXPECT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, static_cast<std::int16_t>(count + 1)));
+    EXPECT_EQ(fake.clipboard.Formats(), (std::vector<FormatNumber>{8, OwnMarkerFormat}));
+    EXPECT_EQ(
+        fake.user.LastStatus(),
+        L"Clipboard unvollständig gesetzt, es fehlt: F2, F9, F130, F131, F142, F768, F1023, 1 nicht lesbar");
+    EXPECT_TRUE(RenderAllFormats());
+
+    const auto formats = Headers(RecordBytes(2, "Bitmap", "data"), 1);
+    ClipFileScope file(OpenClipFile(kClip, false, true));
+    OpenClipboardScope opened(mainWindow);
+    ASSERT_TRUE(formats->Item(1).LoadDataFromFile(file.Handle(), false));
+    EXPECT_FALSE(formats->Item(1).SetToClipboard());
+}
+
 TEST_F(ClipboardUnitTest, RestoreClip_RegistersNamesAnewAfterASystemRestart) {
     StoreClip();
     const std::string bytes = ClipBytes();
@@ -110,13 +139,18 @@ TEST_F(ClipboardUnitTest, RestoreClip_RegistersNamesAnewAfterASystemRestart) {
 TEST_F(ClipboardUnitTest, RenderAllFormats_MakesEveryAnnouncementRealForTheOwnerOnly) {
     StoreClip();
     ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 2));
-    RenderAllFormats();
+    fake.FailAlways(Operation::FilesOpen);
+    EXPECT_FALSE(RenderAllFormats());
+    fake.failures.FailNone();
+    // A window on its way out gets no render message any more.
+    UnsubclassWindow();
+    EXPECT_TRUE(RenderAllFormats());
     fake.files.Remove(kClip);
     EXPECT_EQ(fake.clipboard.Content(1), std::string("abc\0", 4));
     EXPECT_EQ(fake.clipboard.Content(Registered("Rich Text Format")), "{\\rtf1}");
 
     fake.clipboard.OtherProgramCopies({FakeClipboard::Late(FakeClipboard::Bytes(1, "x"))});
-    RenderAllFormats();
+    EXPECT_TRUE(RenderAllFormats());
     EXPECT_TRUE(fake.clipboard.IsPending(1));
     EXPECT_EQ(fake.user.messages.size(), 0u);
 }

@@ -21,6 +21,9 @@ class ViewerHookTest : public ClipboardTest {
         });
         TheMainWindowHooks.updateClipBoard = [this] { ++updates; };
         TheMainWindowHooks.hotKeyAction = [this](WindowHandle window) { hotKeyWindow = window; };
+        TheMainWindowHooks.later = [this](std::chrono::milliseconds, std::function<void()> action) {
+            later.push_back(std::move(action));
+        };
         Options().AutoSnap = true;
     }
     MessageParameter Send(std::uint32_t message, MessageParameter w = 0, MessageParameter l = 0) {
@@ -38,7 +41,9 @@ class ViewerHookTest : public ClipboardTest {
     WindowHandle next;
     WindowHandle hotKeyWindow = WindowHandle::None;
     int updates = 0;
+    int rounds = 0;
     std::vector<Forwarded> forwarded;
+    std::vector<std::function<void()>> later;
 };
 
 }  // namespace
@@ -179,4 +184,59 @@ TEST_F(ViewerHookTest, ClipboardWndProc_SaysInTheStatusBarWhyARequestFails) {
     EXPECT_EQ(fake.clipboard.OtherProgramReads(3), std::nullopt);
     EXPECT_TRUE(fake.user.LastStatus().starts_with(L"CreateFile fehlgeschlagen mit Fehlercode: "));
     EXPECT_TRUE(fake.user.messages.empty());
+}
+
+// Any program in the chain can break it, and nobody is told.
+TEST_F(ViewerHookTest, BrokenChain_IsNoticedByTheListenerAndJoinedAnew) {
+    const auto copy = [&] { fake.clipboard.OtherProgramCopies({FakeClipboard::Bytes(1, "x")}); };
+    copy();
+    EXPECT_EQ(updates, 1);
+    EXPECT_TRUE(later.empty());
+
+    fake.clipboard.BreakChain();
+    copy();
+    copy();
+    EXPECT_EQ(updates, 3);
+    ASSERT_EQ(later.size(), 1u);
+    std::exchange(later, {})[0]();
+    EXPECT_EQ(fake.clipboard.FirstViewer(), mainWindow);
+    updates = 0;
+    copy();
+    EXPECT_EQ(updates, 1);
+    EXPECT_TRUE(later.empty());
+
+    // A viewer in front of us that was only slow: nothing is joined.
+    fake.clipboard.BreakChain();
+    copy();
+    Send(kDrawClipboard);
+    ASSERT_EQ(later.size(), 1u);
+    std::exchange(later, {})[0]();
+    EXPECT_EQ(fake.clipboard.FirstViewer(), WindowHandle::None);
+
+    DisconnectViewer();
+    updates = 0;
+    copy();
+    EXPECT_EQ(updates, 0);
+}
+
+TEST_F(ViewerHookTest, Ring_IsLeftAfterOneRound) {
+    // The next viewer leads back to us.
+    NextViewer = fake.windows.AddWindow(L"Back", [this](auto, auto, auto, auto) {
+        ++rounds;
+        return rounds < 5 ? Send(kDrawClipboard) : MessageParameter{0};
+    });
+    Send(kDrawClipboard);
+    EXPECT_EQ(rounds, 1);
+    fake.clipboard.OtherProgramCopies({FakeClipboard::Bytes(1, "x")});
+    EXPECT_EQ(rounds, 2);
+}
+
+// Private numbers have no name, and a name that somebody registered first may be written another way.
+TEST_F(ViewerHookTest, ClipboardWndProc_AnswersUnderTheNumberThatItAnnounced) {
+    const FormatNumber other = Registered("rich text format");
+    fake.files.SetBytes(kClip, RecordBytes(0x210, "<unbekannt>", "private") +
+                                   RecordBytes(0xC123, "Rich Text Format", "rich"));
+    ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 2));
+    EXPECT_EQ(fake.clipboard.OtherProgramReads(0x210), "private");
+    EXPECT_EQ(fake.clipboard.OtherProgramReads(other), "rich");
 }

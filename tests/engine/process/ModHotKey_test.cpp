@@ -68,4 +68,14 @@ TEST_F(ModHotKeyTest, Register_TakenCombinationOrNoAtom_StaysSilent) {
     EXPECT_TRUE(fake.user.messages.empty());
 }
 
+TEST_F(ModHotKeyTest, HotKeyHint_NamesTheCharacterThatTheUserLoses) {
+    fake.windows.altGr[L'Q'] = L"@";
+    EXPECT_EQ(
+        HotKeyHint(L"Q"),
+        L"Auf Ihrer Tastatur schreibt AltGr+Q das Zeichen \"@\". Mit dieser Tastenkombination steht es in "
+        L"keinem Programm mehr zur Verfügung.");
+    EXPECT_EQ(HotKeyHint(L"L"), L"");
+    EXPECT_EQ(HotKeyHint(L""), L"");
+}
+
 }  // namespace
