@@ -54,9 +54,15 @@ std::wstring FirstLetterBeyondAnsi(std::wstring_view text) {
 
 std::wstring WithoutLettersBeyondAnsi(std::wstring_view text) {
     std::wstring kept;
+    bool afterGap = false;
     for (std::size_t size = 0; !text.empty(); text.remove_prefix(size)) {
         size = LetterSize(text);
-        if (FitsAnsi(text.substr(0, size))) kept += text.substr(0, size);
+        if (!FitsAnsi(text.substr(0, size))) {
+            afterGap = true;
+        } else if (!afterGap || text[0] != L' ' || !(kept.empty() || kept.back() == L' ')) {
+            kept += text.substr(0, size);
+            afterGap = false;
+        }
     }
     return kept;
 }

@@ -16,7 +16,7 @@ bool FitsAnsi(std::wstring_view text);
 
 // The first letter of `text` that the code page cannot hold, whole; empty when it holds them all.
 std::wstring FirstLetterBeyondAnsi(std::wstring_view text);
-// Without the letters that the code page cannot hold.
+// Without the letters that the code page cannot hold, and with one blank where they stood between two.
 std::wstring WithoutLettersBeyondAnsi(std::wstring_view text);
 
 // UTF-16 as the clipboard has it, the lower byte first; a single byte at the end is not read.

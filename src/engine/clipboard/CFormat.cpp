@@ -46,6 +46,14 @@ std::size_t StoredTextSize(const void* text, std::size_t blockSize) {
     return zero ? *zero + 1 : blockSize;
 }
 
+// As many characters as are asked for (all of them when that is below 1), of those that the program's files
+// can keep.
+std::wstring BeginningOfUnicode(std::string_view bytes, std::int16_t maxLen) {
+    const std::wstring text = TextFromUtf16(bytes.substr(0, kLongestPreviewText));
+    const std::wstring kept = WithoutLettersBeyondAnsi(std::wstring_view(text).substr(0, text.find(L'\0')));
+    return maxLen > 0 ? kept.substr(0, static_cast<std::size_t>(maxLen)) : kept;
+}
+
 std::vector<std::uint8_t> EncodePicture(const MetafilePicture& picture) {
     ByteWriter writer;
     writer.Int32(picture.mappingMode);
@@ -306,6 +314,10 @@ bool CFormat::WriteBlock(FileHandle file, DataHandle block) {
             const auto length = std::min(static_cast<std::int32_t>(size), kLongestPreviewText);
             PreviewText = ConvertHandleToString(lock.Address(), length, Options().NewMaxLen);
         }
+    }
+    if (FormatId == kUnicodeFormat && Options().NewtextMode == 1) {
+        PreviewText =
+            BeginningOfUnicode({static_cast<const char*>(lock.Address()), size}, Options().NewMaxLen);
     }
     return WriteHeader(file, size) && WriteBytes(file, lock.Address(), size);
 }

@@ -31,8 +31,8 @@ class CFormat {
     std::int32_t DataLength = 0;
     // The block, or the object made from it, belongs to the clipboard.
     bool HandedOver = false;
-    // Of the text format only: the text's beginning, made when it is saved in the naming mode 1. May hold
-    // line breaks and zero bytes.
+    // Of "Text" and "Unicode" only: the text's beginning in letters that the program's files can keep, made
+    // when it is saved in the naming mode 1. May hold line breaks and zero bytes.
     std::wstring PreviewText;
     bool Loaded = false;
     // The number under which the clipboard took the last announcement of PrepareClipboard; 0 when it took

@@ -13,6 +13,7 @@ inline constexpr FormatNumber kBitmapFormat = 2;
 inline constexpr FormatNumber kMetafilePictureFormat = 3;
 inline constexpr FormatNumber kDibFormat = 8;
 inline constexpr FormatNumber kPaletteFormat = 9;
+inline constexpr FormatNumber kUnicodeFormat = 13;
 inline constexpr FormatNumber kEnhancedMetafileFormat = 14;
 inline constexpr FormatNumber kDisplayBitmapFormat = 130;
 inline constexpr FormatNumber kDisplayMetafilePictureFormat = 131;

@@ -5,9 +5,11 @@
 #include <utility>
 
 #include "engine/clipboard/FormatNames.h"
+#include "engine/clipboard/PrivateContent.h"
 #include "engine/clipboard/modClipboard.h"
 #include "engine/clipboard/modFileIO.h"
 #include "engine/clipboard/modViewerHook.h"
+#include "engine/flows/SameContent.h"
 #include "engine/formatsets/modFormatSet.h"
 #include "engine/process/TreeOperation.h"
 #include "engine/process/modMain.h"
@@ -44,6 +46,13 @@ bool IsControlCharacter(wchar_t character) {
     return character < 0x20 || (character >= 0x7F && character <= 0x9F);
 }
 
+bool ConfirmsConfidential() {
+    return ThePlatform().user.Ask(
+        L"Der Inhalt der Zwischenablage ist als vertraulich gekennzeichnet.\r\nSoll er trotzdem erfasst "
+        L"werden ?",
+        L"Vertraulicher Inhalt", true);
+}
+
 void PlaySnapSound() {
     UserPort& user = ThePlatform().user;
     if (!Options().SnapSound) return;
@@ -64,10 +73,21 @@ struct SnapFlow::Choice {
 
 // What was read from the clipboard and stands in the clip's file.
 struct SnapFlow::Content {
-    std::wstring name;
+    std::wstring setName;
+    std::wstring textName;
+    bool namedAfterUnicode = false;
     std::int16_t count = 0;
     bool hadKeptFormat = false;
     std::uint32_t writeError = 0;  // the system's code of the first record that could not be written
+
+    // Its plain text may have lost the letters that "Unicode" still has.
+    void NameAfter(const CFormat& format) {
+        const bool unicode = format.FormatId == kUnicodeFormat;
+        if (!unicode && (format.FormatId != kTextFormat || namedAfterUnicode)) return;
+        namedAfterUnicode = unicode;
+        textName = ClipNameOfText(format.PreviewText);
+    }
+    const std::wstring& Name() const { return textName.empty() ? setName : textName; }
 
     // What the user is to know of it; empty when all is well.
     std::wstring LastWord(const std::wstring& path) const {
@@ -85,7 +105,8 @@ void SnapFlow::Snap() {
     const MarkScope running(running_);
     const HourglassScope hourglass(ThePlatform().user);
     Messages messages;
-    Take(Trigger::Command, messages);
+    if (Take(Trigger::Command, messages) == Outcome::Confidential && ConfirmsConfidential())
+        Take(Trigger::ConfirmedCommand, messages);
     TellAll(messages);
     Show(Trigger::Command);
 }
@@ -116,6 +137,7 @@ void SnapFlow::TakeChange(std::size_t returns) {
     for (const HeldMessages::Message& message : messages)
         ThePlatform().user.TellLater(message.text);
     ShowLater();
+    if (outcome == Outcome::Confidential) ThePlatform().user.Status(L"Vertraulicher Inhalt nicht erfasst");
     if (outcome != Outcome::ClipboardBusy) return;
     if (returns < kPausesBetweenReturns.size()) {
         host_.Later(kPausesBetweenReturns[returns], [this, returns] {
@@ -162,6 +184,7 @@ SnapFlow::Outcome SnapFlow::TakeSnap(Trigger trigger) {
         ThePlatform().user.Status(lastWord);
         return outcome;
     }
+    if (trigger == Trigger::Change && IsTakenAlready(file, *content)) return outcome;
     Node* const node = MakeNode(file, *content);
     if (node == nullptr) return outcome;
     file.Keep();
@@ -179,11 +202,14 @@ SnapFlow::Outcome SnapFlow::ReadClipboard(Trigger trigger, const NewClipFile& fi
     const OpenClipboardScope clipboard(host_.Window(), patience);
     if (!clipboard.IsOpen()) return Outcome::ClipboardBusy;
     const std::shared_ptr<CFormats> formats = clipBoard_.GetClipboardFormats();
-    const std::optional<Choice> choice = formats->Count() > 0 ? ChooseFormats(*formats) : std::nullopt;
+    const bool asked = trigger == Trigger::ConfirmedCommand;
+    const bool confidential = !asked && Options().SkipPrivate && IsPrivateContent(*formats);
+    const bool takes = formats->Count() > 0 && !confidential;
+    const std::optional<Choice> choice = takes ? ChooseFormats(*formats) : std::nullopt;
     if (choice) content = SaveFormats(*formats, *choice, file.Handle());
     // Only now: data that the owner rendered for us counts as a change.
     lookedAt_ = ThePlatform().clipboard.SequenceNumber();
-    return Outcome::Finished;
+    return confidential ? Outcome::Confidential : Outcome::Finished;
 }
 
 std::optional<SnapFlow::Choice> SnapFlow::ChooseFormats(const CFormats& formats) {
@@ -195,7 +221,7 @@ std::optional<SnapFlow::Choice> SnapFlow::ChooseFormats(const CFormats& formats)
 
 SnapFlow::Content SnapFlow::SaveFormats(CFormats& formats, const Choice& choice, FileHandle file) {
     Content content;
-    content.name = choice.name;
+    content.setName = choice.name;
     for (CFormat& format : formats) {
         if (!choice.Keeps(format.FormatName)) continue;
         content.hadKeptFormat = true;
@@ -203,10 +229,7 @@ SnapFlow::Content SnapFlow::SaveFormats(CFormats& formats, const Choice& choice,
         const auto start = TellClipFile(file);
         if (format.LoadAndSaveFormat(file)) {
             ++content.count;
-            if (format.FormatId == kTextFormat && Options().NewtextMode == 1) {
-                const std::wstring name = ClipNameOfText(format.PreviewText);
-                if (!name.empty()) content.name = name;
-            }
+            if (Options().NewtextMode == 1) content.NameAfter(format);
             continue;
         }
         if (content.writeError == 0) content.writeError = format.WriteError;
@@ -214,6 +237,16 @@ SnapFlow::Content SnapFlow::SaveFormats(CFormats& formats, const Choice& choice,
         if (!start || !SeekClipFile(file, *start)) break;
     }
     return content;
+}
+
+// The newest clip of the container holds the same, and the user wants it once.
+bool SnapFlow::IsTakenAlready(const NewClipFile& file, const Content& content) {
+    const Node* const container = host_.ActiveContainer();
+    if (!Options().SkipSame || content.count == 0 || container == nullptr) return false;
+    const Node* const same = NewestClipIfSame(*container, file.Path());
+    if (same == nullptr) return false;
+    ThePlatform().user.Status(L"Der Inhalt steht schon im neuesten Clip, '" + same->Text() + L"'.");
+    return true;
 }
 
 // Null, and the user knows why, when the container was taken from us while an owner was asked for its data.
@@ -229,7 +262,7 @@ Node* SnapFlow::MakeNode(const NewClipFile& file, const Content& content) {
     const FileTime captured = ThePlatform().files.ChangeTime(file.Path()).value_or(clock.Now());
     const std::wstring tag = MakeClipTag(file.Number(), content.count, clock.DateText(captured), {});
     NodeCollection& nodes = host_.Nodes();
-    Node& node = nodes.Add(container, NodeRelation::Child, content.name, std::wstring(L"Clip"));
+    Node& node = nodes.Add(container, NodeRelation::Child, content.Name(), std::wstring(L"Clip"));
     try {
         node.SetTag(tag);
     } catch (...) {

@@ -30,7 +30,8 @@ class SnapFlow {
     // program holds the clipboard, comes back a few times within two seconds; then the status bar says that a
     // copy was missed.
     void UpdateClipBoard();
-    // Takes a snap at the user's command. While one runs, a further call does nothing.
+    // Takes a snap at the user's command, of confidential content after a question. While one runs, a further
+    // call does nothing.
     void Snap();
 
     // A clip is being made: the messages that come in now were sent while the clipboard's owner was asked for
@@ -43,8 +44,8 @@ class SnapFlow {
     std::optional<FileTime> LastUpdate() const { return lastUpdate_; }
 
  private:
-    enum class Trigger { Command, Change };
-    enum class Outcome { Finished, ClipboardBusy };
+    enum class Trigger { Command, ConfirmedCommand, Change };
+    enum class Outcome { Finished, ClipboardBusy, Confidential };
     using Messages = std::vector<HeldMessages::Message>;
     struct Choice;
     struct Content;
@@ -55,6 +56,7 @@ class SnapFlow {
     Outcome ReadClipboard(Trigger trigger, const NewClipFile& file, std::optional<Content>& content);
     std::optional<Choice> ChooseFormats(const CFormats& formats);
     Content SaveFormats(CFormats& formats, const Choice& choice, FileHandle file);
+    bool IsTakenAlready(const NewClipFile& file, const Content& content);
     Node* MakeNode(const NewClipFile& file, const Content& content);
 
     void ShowLater();

@@ -184,6 +184,76 @@ TEST_F(SnapTest, Snap_NamesTheClipAfterItsText) {
     EXPECT_EQ(nameOf("kurz"), L"Clip");
 }
 
+TEST_F(SnapTest, Snap_NamesTheClipInTheUsersLetters) {
+    Options().NewtextMode = 1;
+    const auto nameOf = [&](const std::string& ansi, const std::string& utf16) {
+        Copy({FakeClipboard::Bytes(1, ansi + "\0"s), FakeClipboard::Bytes(13, utf16 + "\0\0"s)});
+        flow.Snap();
+        return LastClip()->Text();
+    };
+    const std::string smile("\x3D\xD8\0\xDE", 4), gruss("G\0r\0\xFC\0\xDF\0e\0", 10);
+    // The clip holds "Text" alone.
+    Options().UnknownFormats = 1;
+    EXPECT_EQ(nameOf("Gr\xFC\xDF"
+                     "e ??",
+                     gruss),
+              L"Grüße ??");
+    Options().UnknownFormats = 255;
+    EXPECT_EQ(nameOf("Gr\xFC\xDF"
+                     "e ??",
+                     smile + gruss + " \0"s + smile),
+              L"Grüße");
+    EXPECT_EQ(nameOf("??", smile), L"Clip") << "nothing is left of it";
+    Options().NewMaxLen = 3;
+    EXPECT_EQ(nameOf("???", smile + gruss), L"Grü");
+}
+
+TEST_F(SnapTest, Snap_OfConfidentialContent_AsksOnCommandAndIsNotTakenUnasked) {
+    const auto copySecret = [&] {
+        Copy({FakeClipboard::Bytes(1, "geheim\0"s),
+              FakeClipboard::Bytes(Registered("ExcludeClipboardContentFromMonitorProcessing"), "x")});
+        fake.clock.Advance(1s);
+    };
+    copySecret();
+    flow.UpdateClipBoard();
+    EXPECT_EQ(LastClip(), nullptr);
+    EXPECT_EQ(fake.user.LastStatus(), L"Vertraulicher Inhalt nicht erfasst");
+    EXPECT_TRUE(fake.files.AllFiles().empty());
+
+    fake.user.answers = {false, true};
+    flow.Snap();
+    EXPECT_EQ(LastClip(), nullptr);
+    flow.Snap();
+    ASSERT_NE(LastClip(), nullptr);
+    EXPECT_EQ(StoredData(*LastClip()), std::vector<std::string>{"geheim\0"s});
+    EXPECT_EQ(fake.user.questions.size(), 2u) << "one question each";
+
+    Options().SkipPrivate = false;
+    copySecret();
+    flow.UpdateClipBoard();
+    EXPECT_EQ(folder->Children(), 2);
+}
+
+TEST_F(SnapTest, UpdateClipBoard_LeavesTheSameContentAtTheNewestClip) {
+    const auto takes = [&](const std::string& text) {
+        const int before = folder->Children();
+        CopyText(text);
+        fake.clock.Advance(1s);
+        flow.UpdateClipBoard();
+        return folder->Children() > before;
+    };
+    EXPECT_TRUE(takes("eins"));
+    EXPECT_TRUE(takes("eins")) << "the option is off";
+    Options().SkipSame = true;
+    EXPECT_FALSE(takes("eins"));
+    EXPECT_EQ(fake.user.LastStatus(), L"Der Inhalt steht schon im neuesten Clip, 'Clip'.");
+    EXPECT_EQ(fake.files.AllFiles().size(), 3u) << "two clips and their profile";
+    EXPECT_TRUE(takes("zwei"));
+    EXPECT_TRUE(takes("eins"));
+    flow.Snap();
+    EXPECT_EQ(folder->Children(), 5) << "on command it is taken all the same";
+}
+
 TEST_F(SnapTest, Snap_SaysWhyNoFormatWasKept) {
     const auto kept = [&](const Offers& offers, bool unasked) {
         Copy(offers);
