@@ -52,6 +52,7 @@ class Node {
     int Children() const { return children_; }
     // The position in the collection, from 1: the order in which the nodes were added.
     int Index() const { return index_; }
+    const NodeCollection& Owner() const { return owner_; }
     // The texts from the root level down to this node, joined with "\".
     std::wstring FullPath() const;
 
