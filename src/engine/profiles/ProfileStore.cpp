@@ -103,9 +103,8 @@ void LoadListedProfiles(CTreeViewEx& tree) {
 
 bool SaveProfile(CTreeViewEx& tree, Node& profile, Node* without) {
     UserPort& user = ThePlatform().user;
-    bool saved = tree.BuildTreeData(&profile);
+    bool saved = tree.BuildTreeData(&profile, without);
     if (saved) {
-        if (without != nullptr) tree.LeaveOutOfTreeData(profile, *without);
         saved = tree.SaveDataToFile(TreeDataFilePath(GetProfileDirectory(&profile)));
         tree.ReleaseData();
     } else {

@@ -115,10 +115,11 @@ POINT ListPane::MenuPoint() const {
 }
 
 int ListPane::OnFindItem(const NMLVFINDITEMW& find) const {
-    constexpr UINT kByText = LVFI_STRING | LVFI_PARTIAL | LVFI_SUBSTRING;
+    constexpr UINT kBeginning = LVFI_PARTIAL | 4;  // the second is LVFI_SUBSTRING, which means the same
     const UINT flags = find.lvfi.flags;
-    if ((flags & kByText) == 0 || content_ == nullptr || find.lvfi.psz == nullptr) return -1;
-    return FindListRow(*content_, find.lvfi.psz, find.iStart, (flags & (LVFI_PARTIAL | LVFI_SUBSTRING)) != 0,
+    if ((flags & (LVFI_STRING | kBeginning)) == 0 || content_ == nullptr || find.lvfi.psz == nullptr)
+        return -1;
+    return FindListRow(*content_, find.lvfi.psz, find.iStart, (flags & kBeginning) != 0,
                        (flags & LVFI_WRAP) != 0);
 }
 
