@@ -1,13 +1,16 @@
-// The tree of one profile, flattened, saved, loaded and walked. The files are the fakes' and cost next to
-// nothing, so that the figures are the program's own work.
+// The tree of one profile, flattened, saved, loaded, walked, searched and shown. The files are the fakes' and
+// cost next to nothing, so that the figures are the program's own work.
 
 #include <benchmark/benchmark.h>
 
 #include <string>
 
+#include "engine/flows/Search.h"
 #include "engine/tree/CTreeViewEx.h"
 #include "engine/tree/TestTree.h"
 #include "engine/tree/TreeFile.h"
+#include "engine/views/ListUpdate.h"
+#include "engine/views/PreviewText.h"
 #include "fake/FakePlatform.h"
 
 namespace {
@@ -38,7 +41,7 @@ bool Save(Bench& bench) {
 void SaveProfile(benchmark::State& state) {
     Bench bench(state.range(0));
     for (auto _ : state)
-        benchmark::DoNotOptimize(bench.tree.BuildTreeData(bench.profile) && bench.tree.SaveDataToFile(kFile));
+        benchmark::DoNotOptimize(Save(bench));
 }
 BENCHMARK(SaveProfile)->Apply(Sizes);
 
@@ -56,6 +59,13 @@ void LoadProfile(benchmark::State& state) {
 }
 BENCHMARK(LoadProfile)->Apply(Sizes);
 
+void EncodeFile(benchmark::State& state) {
+    Bench bench(state.range(0));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(EncodeNodes({bench.profile}));
+}
+BENCHMARK(EncodeFile)->Apply(Sizes);
+
 void DecodeFile(benchmark::State& state) {
     Bench bench(state.range(0));
     bench.tree.BuildTreeData(bench.profile);
@@ -64,5 +74,65 @@ void DecodeFile(benchmark::State& state) {
         benchmark::DoNotOptimize(DecodeTreeData(image));
 }
 BENCHMARK(DecodeFile)->Apply(Sizes);
+
+// The whole walk, by a text that no name begins with.
+void SearchWithoutHit(benchmark::State& state) {
+    Bench bench(state.range(0));
+    SearchCriteria criteria;
+    criteria.searchText = L"nirgends";
+    for (auto _ : state)
+        benchmark::DoNotOptimize(SearchForNode(bench.tree, criteria, nullptr));
+}
+BENCHMARK(SearchWithoutHit)->Apply(Sizes);
+
+// One profile's folder with all clips in it.
+void ListFolder(benchmark::State& state) {
+    Bench bench(0);
+    for (std::int64_t i = 0; i < state.range(0); ++i)
+        bench.nodes.Add(bench.profile, NodeRelation::Child, L"Ein Clip", L"Clip").SetTag(L"C&1,2&3&");
+    CClipBoard clipBoard;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(BuildListContent(bench.profile, clipBoard));
+}
+BENCHMARK(ListFolder)->Apply(Sizes);
+
+// A name in the middle of a sorted folder becomes another one.
+void RenameInSortedFolder(benchmark::State& state) {
+    NodeCollection nodes;
+    Node& folder = nodes.Add(nullptr, NodeRelation::Last, L"Ordner", {});
+    for (std::int64_t i = 0; i < state.range(0); ++i)
+        nodes.Add(&folder, NodeRelation::Child, std::to_wstring(1'000'000 + i), {});
+    folder.SetSorted(true);
+    Node& clip = *nodes.Item(nodes.Count() / 2);
+    bool front = false;
+    for (auto _ : state)
+        clip.SetText((front = !front) ? L"0" : L"9");
+}
+BENCHMARK(RenameInSortedFolder)->Apply(Sizes);
+
+// Many roots, as a damaged file has them.
+void RemoveManyRoots(benchmark::State& state) {
+    for (auto _ : state) {
+        state.PauseTiming();
+        NodeCollection nodes;
+        std::vector<Node*> roots;
+        for (std::int64_t i = 0; i < state.range(0); ++i)
+            roots.push_back(&nodes.Add(nullptr, NodeRelation::Last, L"x", {}));
+        state.ResumeTiming();
+        nodes.RemoveAll(roots);
+    }
+}
+BENCHMARK(RemoveManyRoots)->Apply(Sizes)->Iterations(10);
+
+// What the preview reads of a text of a megabyte before it shows something.
+void BeginText(benchmark::State& state) {
+    FakePlatform platform;
+    CFormat format;
+    format.DataSize = 1 << 20;
+    platform.files.SetBytes(L"C:\\C1.nxc", std::string(static_cast<std::size_t>(format.DataSize), 'x'));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(PreviewTextReader(L"C:\\C1.nxc", format).Next(kFirstPreviewBytes));
+}
+BENCHMARK(BeginText)->Unit(benchmark::kMillisecond);
 
 }  // namespace

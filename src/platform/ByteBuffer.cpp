@@ -14,8 +14,8 @@ void ByteWriter::Int16(std::int16_t value) {
 }
 
 void ByteWriter::UInt16(std::uint16_t value) {
-    image_.push_back(static_cast<std::uint8_t>(value));
-    image_.push_back(static_cast<std::uint8_t>(value >> 8));
+    const std::uint8_t bytes[] = {static_cast<std::uint8_t>(value), static_cast<std::uint8_t>(value >> 8)};
+    Bytes(bytes, sizeof bytes);
 }
 
 void ByteWriter::Int32(std::int32_t value) {
@@ -32,13 +32,17 @@ void ByteWriter::Flag(bool value) {
 }
 
 void ByteWriter::Text(std::wstring_view text) {
-    const std::string bytes = AnsiFromText(text);
-    if (bytes.size() > kLongestStoredText) {
+    const std::size_t start = image_.size();
+    UInt16(0);
+    AppendAnsi(image_, text);
+    const std::size_t size = image_.size() - start - 2;
+    if (size > kLongestStoredText) {
+        image_.resize(start);
         throw RuntimeError(ErrorNumber::Overflow, L"Der Text \"" + std::wstring(text.substr(0, 40)) +
                                                       L"...\" ist zu lang, um gespeichert zu werden.");
     }
-    UInt16(static_cast<std::uint16_t>(bytes.size()));
-    Bytes(bytes.data(), bytes.size());
+    image_[start] = static_cast<std::uint8_t>(size);
+    image_[start + 1] = static_cast<std::uint8_t>(size >> 8);
 }
 
 void ByteWriter::Bytes(const void* bytes, std::size_t size) {

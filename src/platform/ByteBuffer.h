@@ -19,6 +19,8 @@ bool FitsStoredText(std::wstring_view text);
 // Builds a file's image in memory, field by field.
 class ByteWriter {
  public:
+    // Makes room for an image of this size at once; it may still become longer.
+    void Reserve(std::size_t size) { image_.reserve(size); }
     void Int16(std::int16_t value);
     void UInt16(std::uint16_t value);
     void Int32(std::int32_t value);

@@ -1,5 +1,6 @@
 #include "platform/Text.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace {
@@ -87,6 +88,17 @@ std::wstring TextFromUtf16(std::string_view bytes) {
         }
     }
     return text;
+}
+
+// Every ANSI code page begins with the same 128 characters.
+void AppendAnsi(std::vector<std::uint8_t>& bytes, std::wstring_view text) {
+    const auto isPlain = [](wchar_t character) { return static_cast<std::uint32_t>(character) < 0x80; };
+    if (std::all_of(text.begin(), text.end(), isPlain)) {
+        bytes.insert(bytes.end(), text.begin(), text.end());
+    } else {
+        const std::string converted = AnsiFromText(text);
+        bytes.insert(bytes.end(), converted.begin(), converted.end());
+    }
 }
 
 std::wstring Trim(std::wstring_view text) {

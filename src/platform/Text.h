@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 // Text inside the program is std::wstring; std::string is bytes in the system's ANSI code page. This header
 // is the only crossing.
@@ -11,6 +12,8 @@
 // Characters that the code page does not know become its default character.
 std::string AnsiFromText(std::wstring_view text);
 std::wstring TextFromAnsi(std::string_view bytes);
+// Puts the bytes of AnsiFromText behind `bytes`, of plain English texts without asking the system.
+void AppendAnsi(std::vector<std::uint8_t>& bytes, std::wstring_view text);
 // True when nothing of `text` is lost on the way to the code page and back.
 bool FitsAnsi(std::wstring_view text);
 
@@ -28,6 +31,8 @@ std::wstring LowerCase(std::wstring_view text);
 // Without regard to case: below 0 when `a` sorts before `b` in the user's language, 0 only when they differ
 // in nothing but case.
 int CompareNoCase(std::wstring_view a, std::wstring_view b);
+// True when UpperCase(text) begins with UpperCase(front). Makes no copies.
+bool BeginsWithNoCase(std::wstring_view text, std::wstring_view front);
 
 // Text without blanks at both ends.
 std::wstring Trim(std::wstring_view text);

@@ -132,3 +132,9 @@ int CompareNoCase(std::wstring_view a, std::wstring_view b) {
                                                      });
     return before ? -1 : 1;
 }
+
+bool BeginsWithNoCase(std::wstring_view text, std::wstring_view front) {
+    return text.size() >= front.size() &&
+           std::equal(front.begin(), front.end(), text.begin(),
+                      [](wchar_t a, wchar_t b) { return Upper(a) == Upper(b); });
+}

@@ -10,31 +10,11 @@ constexpr int kNames = 1;
 constexpr int kInfoTexts = 2;
 constexpr int kContents = 4;
 
-// Compares values with the search text, which is made ready once for the whole walk.
-class TextMatcher {
- public:
-    explicit TextMatcher(const SearchCriteria& criteria)
-        : prefixMode_(criteria.prefixMode),
-          text_(criteria.prefixMode ? UpperCase(criteria.searchText) : criteria.searchText) {}
-
-    bool Matches(const std::wstring& value) const {
-        if (value.empty()) return false;
-        // The two modes differ in case: deliberate.
-        if (!prefixMode_) return value.find(text_) != std::wstring::npos;
-        return value.size() >= text_.size() && UpperCase(value.substr(0, text_.size())) == text_;
-    }
-
- private:
-    bool prefixMode_;
-    std::wstring text_;
-};
-
-bool IsHit(const Node& node, const SearchCriteria& criteria, const TextMatcher& matcher) {
+bool IsHit(const Node& node, const SearchCriteria& criteria) {
     if (!IsNodeOfKind(&node, criteria.kinds)) return false;
-    if ((criteria.fields & kNames) != 0 && matcher.Matches(node.Text())) return true;
+    if ((criteria.fields & kNames) != 0 && MatchesSearchText(node.Text(), criteria)) return true;
     if ((criteria.fields & kInfoTexts) == 0) return false;
-    ReadNodeAttributes(&node);
-    return matcher.Matches(ReadAttributes().info);
+    return MatchesSearchText(AttributesOf(&node).info, criteria);
 }
 
 std::int16_t Mask(bool first, bool second, bool third) {
@@ -44,7 +24,10 @@ std::int16_t Mask(bool first, bool second, bool third) {
 }  // namespace
 
 bool MatchesSearchText(const std::wstring& value, const SearchCriteria& criteria) {
-    return TextMatcher(criteria).Matches(value);
+    if (value.empty()) return false;
+    // The two modes differ in case: deliberate.
+    return criteria.prefixMode ? BeginsWithNoCase(value, criteria.searchText)
+                               : value.find(criteria.searchText) != std::wstring::npos;
 }
 
 Node* SearchForNode(CTreeViewEx& tree, const SearchCriteria& criteria, Node* start) {
@@ -52,9 +35,8 @@ Node* SearchForNode(CTreeViewEx& tree, const SearchCriteria& criteria, Node* sta
     const auto step = [&](Node* node) {
         return criteria.downward ? tree.NextNode(node, false) : tree.PreviousNode(node, false);
     };
-    const TextMatcher matcher(criteria);
     Node* node = start != nullptr ? step(start) : tree.TreeView()->Root();
-    while (node != nullptr && !IsHit(*node, criteria, matcher))
+    while (node != nullptr && !IsHit(*node, criteria))
         node = step(node);
     return node;
 }

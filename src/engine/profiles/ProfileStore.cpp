@@ -154,9 +154,8 @@ bool SaveProfile(CTreeViewEx& tree, Node& profile, Node* without) {
     }
     CProfile* const entry = Profiles().ProfileOf(&profile);
     const std::wstring file = TreeDataFilePath(GetProfileDirectory(&profile));
-    bool saved = tree.BuildTreeData(&profile);
+    bool saved = tree.BuildTreeData(&profile, without);
     if (saved) {
-        if (without != nullptr) tree.LeaveOutOfTreeData(profile, *without);
         const bool mayWrite =
             entry == nullptr || entry->OnDisk.StillHolds(file) || MayReplace(entry->Directory);
         saved = mayWrite && tree.SaveDataToFile(file);

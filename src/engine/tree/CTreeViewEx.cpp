@@ -21,10 +21,6 @@ std::int16_t In16Bits(std::int32_t number) {
     return static_cast<std::int16_t>(number);
 }
 
-bool IsEmpty(const ImageValue& value) {
-    return std::holds_alternative<std::monostate>(value);
-}
-
 // The node itself, or the highest collapsed one above it, behind which it is hidden.
 Node* ShownFor(Node* node) {
     Node* shown = node;
@@ -205,48 +201,20 @@ void CTreeViewEx::DragOver(DragState state, float y, float height) {
     if (nearTop || nearBottom) lastScrollTime_ = SecondsSinceMidnight(ThePlatform().clock.Now());
 }
 
-bool CTreeViewEx::BuildTreeData(Node* node) {
+bool CTreeViewEx::BuildTreeData(const Node* node, const Node* without) {
     if (mvarTreeView == nullptr) return false;
+    // As in ForAllNodes, the whole tree begins with its first root-level node.
     if (node == nullptr && mvarTreeView->Count() < 1) {
-        data_.Count = 0;
+        ReleaseData();
         return false;
     }
-    return !ErrorIn([&] {
-        // As in ForAllNodes, the whole tree begins with its first root-level node.
-        data_ = node != nullptr ? Flattened(*node, DescendantCount(node) + 1)
-                                : Flattened(*mvarTreeView->Root(), mvarTreeView->Count());
-    });
+    const Node* const top = node != nullptr ? node : mvarTreeView->Root();
+    return !ErrorIn([&] { image_ = EncodeNodes({top, node == nullptr, without}); });
 }
 
-TreeData CTreeViewEx::Flattened(const Node& start, std::int32_t count) {
-    TreeData data;
-    data.Nodes.resize(static_cast<std::size_t>(count) + 1);
-    TreeWalk walk(&start);
-    for (std::size_t i = 1; i < data.Nodes.size(); ++i, walk.Step()) {
-        const Node& node = *walk.Current();
-        TreeNodeRecord& record = data.Nodes[i];
-        record.Tag = node.Tag();
-        record.Text = node.Text();
-        record.Depth = In16Bits(walk.Depth());
-        record.Image = node.Image();
-        record.Expanded = node.Expanded();
-        record.ExpandedImage = node.ExpandedImage();
-        record.SelectedImage = node.SelectedImage();
-        record.Sorted = node.Sorted();
-    }
-    data.Count = count;
-    return data;
-}
-
-void CTreeViewEx::LeaveOutOfTreeData(Node& top, Node& without) {
-    std::int32_t position = 1;
-    for (TreeWalk walk(&top); walk.Current() != &without; walk.Step(), ++position) {
-        if (!walk.InSubtree()) return;
-    }
-    const std::int32_t count = DescendantCount(&without) + 1;
-    const auto first = data_.Nodes.begin() + position;
-    data_.Nodes.erase(first, first + count);
-    data_.Count -= count;
+const TreeData& CTreeViewEx::Data() const {
+    if (!image_.empty()) data_ = DecodeTreeData(std::exchange(image_, {}));
+    return data_;
 }
 
 Node* CTreeViewEx::BuildSubTreeFromData(Node* parent) {
@@ -271,8 +239,9 @@ Node* CTreeViewEx::BuildSubTreeFromData(Node* parent) {
 bool CTreeViewEx::BuildNodes(Node* parent, Node*& top) {
     Node* current = parent;
     std::int32_t depth = -1;
-    for (std::int32_t i = 1; i <= data_.Count; ++i) {
-        const TreeNodeRecord& record = data_.Nodes[static_cast<std::size_t>(i)];
+    const TreeData& data = Data();
+    for (std::int32_t i = 1; i <= data.Count; ++i) {
+        const TreeNodeRecord& record = data.Nodes[static_cast<std::size_t>(i)];
         // A negative depth would put the node beside or above `parent`, outside the subtree that is built.
         if (record.Depth < 0 || record.Depth > depth + 1) return false;
         const bool asChild = record.Depth > depth;
@@ -289,14 +258,17 @@ Node& CTreeViewEx::AddFromRecord(Node* relative, NodeRelation relation, const Tr
     Node& node = mvarTreeView->Add(relative, relation, record.Text, record.Image, record.SelectedImage);
     node.SetTag(record.Tag);
     node.SetExpanded(record.Expanded);
-    if (!IsEmpty(record.ExpandedImage)) node.SetExpandedImage(record.ExpandedImage);
+    if (!record.ExpandedImage.IsEmpty()) node.SetExpandedImage(record.ExpandedImage);
     if (node.Sorted() != record.Sorted) node.SetSorted(record.Sorted);
     return node;
 }
 
 bool CTreeViewEx::SaveDataToFile(const std::wstring& path) {
     const HourglassScope hourglass(ThePlatform().user);
-    const auto error = ErrorIn([&] { WriteSafeFile(path, EncodeTreeData(data_)); });
+    const auto error = ErrorIn([&] {
+        if (image_.empty()) image_ = EncodeTreeData(data_);
+        WriteSafeFile(path, image_);
+    });
     if (error) ThePlatform().user.Tell(error->Description());
     return !error;
 }
@@ -304,7 +276,7 @@ bool CTreeViewEx::SaveDataToFile(const std::wstring& path) {
 bool CTreeViewEx::LoadDataFromFile(const std::wstring& path) {
     if (mvarTreeView == nullptr || !SafeFileExists(path)) return false;
     const auto error = ErrorIn([&] {
-        data_ = TreeData{};
+        ReleaseData();
         data_ = DecodeTreeData(ReadSafeFile(path));
     });
     UserPort& user = ThePlatform().user;
@@ -314,6 +286,7 @@ bool CTreeViewEx::LoadDataFromFile(const std::wstring& path) {
 }
 
 void CTreeViewEx::ReleaseData() {
+    image_ = {};
     data_.Count = 0;
     data_.Nodes = std::vector<TreeNodeRecord>(2);
 }

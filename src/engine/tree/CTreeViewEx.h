@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "engine/tree/NodeCollection.h"
 #include "engine/tree/TreeData.h"
@@ -108,13 +109,11 @@ class CTreeViewEx {
     // --- Persistence. TreeData holds one flattened subtree at a time; each operation works on what the one
     // --- before left. Layout on disk: docs/formats/nxclip-nxp.md.
 
-    // Flattens the subtree of `node`, or the whole tree when it is null, into TreeData. False for an empty
-    // tree (Count is 0 then) and when the subtree cannot be flattened, because it is nested too deeply for
-    // the 16-bit depth or memory runs out (TreeData stays as it was then).
-    bool BuildTreeData(Node* node);
-    // Takes the records of `without`, a node somewhere below `top`, out of TreeData, which holds the subtree
-    // of `top`: what is about to be removed can be left out of the file first.
-    void LeaveOutOfTreeData(Node& top, Node& without);
+    // Flattens the subtree of `node`, or the whole tree when it is null, into TreeData; the nodes from
+    // `without` down are left out, as what is about to be removed is of the file. False for an empty tree
+    // (Count is 0 then) and when the subtree cannot be flattened, because it is nested too deeply for the
+    // 16-bit depth, a text is too long to be stored or memory runs out (TreeData stays as it was then).
+    bool BuildTreeData(const Node* node, const Node* without = nullptr);
     // Makes nodes from TreeData, the first one as a child of `parent`, or at the root level when that is
     // null. Returns the node of the first record. A depth that jumps or is negative, and any other error, is
     // told to the user and ends it; the nodes made so far stay.
@@ -126,7 +125,7 @@ class CTreeViewEx {
     // the user and leaves TreeData empty. The tree itself is not touched.
     bool LoadDataFromFile(const std::wstring& path);
     void ReleaseData();
-    const TreeData& Data() const { return data_; }
+    const TreeData& Data() const;
 
     // Not implemented: both tell the user so and return false. The tree is persisted through TreeData alone.
     bool SaveToRecordField();
@@ -147,13 +146,15 @@ class CTreeViewEx {
     // Null when a handler cancels.
     Node* AddCopy(Node* relative, NodeRelation relation, Node& source, bool isMove, bool& cancel);
     void CopyDescendants(Node& source, Node& copy, bool isMove);
-    static TreeData Flattened(const Node& start, std::int32_t count);
     bool BuildNodes(Node* parent, Node*& top);
     Node& AddFromRecord(Node* relative, NodeRelation relation, const TreeNodeRecord& record);
 
     NodeCollection* mvarTreeView = nullptr;
     TreeViewExEvents* events_ = nullptr;
-    TreeData data_;
+    // TreeData is held as the image of its file from the flattening on, and as records once they are asked
+    // for: what is saved never becomes records.
+    mutable std::vector<std::uint8_t> image_;
+    mutable TreeData data_;
     bool autoScroll_ = true;
     float scrollMargin_ = 90;          // twips
     std::int32_t lastScrollTime_ = 0;  // seconds since midnight (UTC), rounded

@@ -3,19 +3,11 @@
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <variant>
 #include <vector>
 
+#include "engine/tree/ImageValue.h"
+
 class NodeCollection;
-
-struct NullValue {
-    friend bool operator==(NullValue, NullValue) { return true; }
-};
-
-// A node's picture as the tree keeps and stores it: nothing, or a value of one of the stored types; in
-// practice the key of a picture ("Profile", "Structure", "Clip", "Camera"). Layout on disk:
-// docs/formats/nxclip-nxp.md.
-using ImageValue = std::variant<std::monostate, NullValue, std::int16_t, std::int32_t, std::wstring, bool>;
 
 // One node of the tree: a profile, a folder or a clip. The collection owns it; a reference is good until the
 // node is removed. Setting a property tells the screen.
@@ -52,6 +44,7 @@ class Node {
     int Children() const { return children_; }
     // The position in the collection, from 1: the order in which the nodes were added.
     int Index() const { return index_; }
+    const NodeCollection& Owner() const { return owner_; }
     // The texts from the root level down to this node, joined with "\".
     std::wstring FullPath() const;
 
@@ -70,10 +63,6 @@ class Node {
     ImageValue image_;
     ImageValue selectedImage_;
     ImageValue expandedImage_;
-    bool expanded_ = false;
-    bool sorted_ = false;
-    bool awaitsOrder_ = false;  // its children are put in order at the end of the bulk change
-    bool going_ = false;        // is being removed
     Node* parent_ = nullptr;
     Node* firstChild_ = nullptr;
     Node* lastChild_ = nullptr;
@@ -81,4 +70,8 @@ class Node {
     Node* previous_ = nullptr;
     int children_ = 0;
     int index_ = 0;
+    bool expanded_ = false;
+    bool sorted_ = false;
+    bool awaitsOrder_ = false;  // its children are put in order at the end of the bulk change
+    bool going_ = false;        // is being removed
 };

@@ -1,45 +1,35 @@
 #include "engine/tree/TreeFile.h"
 
-#include <type_traits>
+#include <limits>
 #include <utility>
-#include <variant>
 
 #include "engine/tree/TreeFileLayout.h"
+#include "engine/tree/TreeWalk.h"
 #include "platform/ByteBuffer.h"
 #include "platform/RuntimeError.h"
-#include "platform/VisitVariant.h"
 
 namespace {
 
-void WriteType(ByteWriter& writer, VariantType type) {
-    writer.UInt16(static_cast<std::uint16_t>(type));
-}
-
-struct VariantWriter {
-    ByteWriter& writer;
-
-    void operator()(std::monostate) const { WriteType(writer, VariantType::Empty); }
-    void operator()(NullValue) const { WriteType(writer, VariantType::Null); }
-    void operator()(std::int16_t value) const {
-        WriteType(writer, VariantType::Int16);
-        writer.Int16(value);
-    }
-    void operator()(std::int32_t value) const {
-        WriteType(writer, VariantType::Int32);
-        writer.Int32(value);
-    }
-    void operator()(const std::wstring& value) const {
-        WriteType(writer, VariantType::Text);
-        writer.Text(value);
-    }
-    void operator()(bool value) const {
-        WriteType(writer, VariantType::Boolean);
-        writer.Flag(value);
-    }
-};
-
 void WriteVariant(ByteWriter& writer, const ImageValue& value) {
-    VisitVariant(value, VariantWriter{writer});
+    const auto write = [&](VariantType type) { writer.UInt16(static_cast<std::uint16_t>(type)); };
+    switch (value.Type()) {
+        case ImageValue::Kind::Empty:
+            return write(VariantType::Empty);
+        case ImageValue::Kind::Null:
+            return write(VariantType::Null);
+        case ImageValue::Kind::Int16:
+            write(VariantType::Int16);
+            return writer.Int16(static_cast<std::int16_t>(value.Number()));
+        case ImageValue::Kind::Int32:
+            write(VariantType::Int32);
+            return writer.Int32(value.Number());
+        case ImageValue::Kind::Key:
+            write(VariantType::Text);
+            return writer.Text(value.Key());
+        case ImageValue::Kind::Boolean:
+            write(VariantType::Boolean);
+            return writer.Flag(value.Number() != 0);
+    }
 }
 
 ImageValue ReadVariant(ByteReader& reader) {
@@ -72,6 +62,41 @@ void WriteRecord(ByteWriter& writer, const TreeNodeRecord& record) {
     writer.Flag(record.Sorted);
 }
 
+// The fields of a node, which bears no key.
+void WriteNode(ByteWriter& writer, const Node& node, int depth) {
+    writer.Text(node.Tag());
+    writer.Text(node.Text());
+    writer.Int16(static_cast<std::int16_t>(depth));
+    WriteVariant(writer, {});
+    WriteVariant(writer, node.Image());
+    writer.Flag(node.Expanded());
+    WriteVariant(writer, node.ExpandedImage());
+    WriteVariant(writer, node.SelectedImage());
+    writer.Flag(node.Sorted());
+}
+
+// Calls `use` with each node that goes into the file, and its depth, in tree order.
+template <typename Use>
+void ForEachStored(const StoredNodes& stored, const Use& use) {
+    TreeWalk<const Node> walk(stored.top);
+    while (stored.andAllBehind ? walk.Current() != nullptr : walk.InSubtree()) {
+        if (walk.Current() == stored.without) {
+            walk.StepOver();
+            continue;
+        }
+        use(*walk.Current(), walk.Depth());
+        walk.Step();
+    }
+}
+
+void WriteFront(ByteWriter& writer, std::int32_t count) {
+    writer.Int32(count);
+    writer.Int16(kTreeFileDimensions);
+    writer.Int32(count + 1);
+    writer.Int32(kTreeFileLowerBound);
+    WriteRecord(writer, TreeNodeRecord{});
+}
+
 TreeNodeRecord ReadRecord(ByteReader& reader) {
     TreeNodeRecord record;
     record.Tag = reader.Text();
@@ -92,13 +117,26 @@ std::vector<std::uint8_t> EncodeTreeData(const TreeData& data) {
     if (data.Count < 0 || data.Nodes.size() <= static_cast<std::size_t>(data.Count))
         throw RuntimeError(ErrorNumber::IndexOutOfRange);
     ByteWriter writer;
-    writer.Int32(data.Count);
-    writer.Int16(kTreeFileDimensions);
-    writer.Int32(data.Count + 1);
-    writer.Int32(kTreeFileLowerBound);
-    WriteRecord(writer, TreeNodeRecord{});
+    WriteFront(writer, data.Count);
     for (std::size_t i = 1; i <= static_cast<std::size_t>(data.Count); ++i)
         WriteRecord(writer, data.Nodes[i]);
+    return writer.TakeImage();
+}
+
+std::vector<std::uint8_t> EncodeNodes(const StoredNodes& stored) {
+    // Room for the longest picture key in use.
+    constexpr std::size_t kRoomForPicture = 16;
+    std::int32_t count = 0;
+    std::size_t size = kTreeFileHeaderSize + kSmallestTreeRecordSize;
+    ForEachStored(stored, [&](const Node& node, int depth) {
+        if (depth > std::numeric_limits<std::int16_t>::max()) throw RuntimeError(ErrorNumber::Overflow);
+        size += kSmallestTreeRecordSize + kRoomForPicture + node.Tag().size() + node.Text().size();
+        ++count;
+    });
+    ByteWriter writer;
+    writer.Reserve(size);
+    WriteFront(writer, count);
+    ForEachStored(stored, [&](const Node& node, int depth) { WriteNode(writer, node, depth); });
     return writer.TakeImage();
 }
 

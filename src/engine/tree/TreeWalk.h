@@ -15,6 +15,8 @@ class TreeWalk {
     // False once the way has left the subtree of the start.
     bool InSubtree() const { return inSubtree_; }
     void Step();
+    // Like Step, past everything below the current node.
+    void StepOver();
 
  private:
     NodeType* node_;
@@ -30,6 +32,11 @@ void TreeWalk<NodeType>::Step() {
         ++depth_;
         return;
     }
+    StepOver();
+}
+
+template <typename NodeType>
+void TreeWalk<NodeType>::StepOver() {
     while (node_ != nullptr && node_->Next() == nullptr) {
         node_ = node_->Parent();
         --depth_;

@@ -1,5 +1,7 @@
 #include "engine/views/ListUpdate.h"
 
+#include <algorithm>
+
 #include "engine/clipboard/modFileIO.h"
 #include "engine/clipboard/modFormatDesc.h"
 #include "engine/profiles/ActiveContainer.h"
@@ -17,15 +19,6 @@ std::wstring CountText(const ListContent& content) {
     return NumberText(static_cast<std::int64_t>(content.entries.size())) + L" Element(e)";
 }
 
-ListEntry FormatEntry(const CFormat& format) {
-    const FormatDescription& description = FormatDescriptionAt(FormatDescriptionIndex(format.FormatName));
-    ListEntry entry;
-    entry.text = format.FormatName;
-    entry.icon = description.Group;
-    entry.details = {description.Description, NumberText(format.DataSize)};
-    return entry;
-}
-
 void ListFormats(const Node& clipNode, CClipBoard& clipBoard, ListContent& content) {
     content.title = Quoted(L"Formate von", clipNode);
     content.columns = {L"Format", L"Beschreibung", L"Größe (Bytes)"};
@@ -40,31 +33,67 @@ void ListFormats(const Node& clipNode, CClipBoard& clipBoard, ListContent& conte
         content.status = L"Keine Formate ermittelt";
         return;
     }
-    for (const CFormat& format : *formats) {
-        content.entries.push_back(FormatEntry(format));
-    }
+    content.entries.resize(static_cast<std::size_t>(formats->Count()));
     content.formats = formats;
     content.clipFile = path;
     content.status = CountText(content);
-}
-
-std::vector<std::wstring> NodeDetails(const Node& node) {
-    const NodeAttributes attributes = AttributesOf(&node);
-    if (IsClipNode(&node)) {
-        return {L"", L"", NumberText(attributes.formatCount), attributes.timeCaptured, attributes.info};
-    }
-    const NodeCounts counts = CountBelow(node);
-    return {NumberText(counts.folders), NumberText(counts.clips), L"", L"", attributes.info};
 }
 
 void ListChildren(const Node& node, ListContent& content) {
     if (IsProfileNode(&node)) content.title = Quoted(L"Profil", node);
     if (IsStructureNode(&node)) content.title = Quoted(L"Ordner", node);
     content.columns = {L"Name", L"Ordner", L"Clips", L"Formate", L"Erfasst", L"Information"};
-    for (const Node* child = node.FirstChild(); child != nullptr; child = child->Next()) {
-        content.entries.push_back({child->Text(), KindImage(child), child->Index(), NodeDetails(*child)});
-    }
+    content.nodes = &node.Owner();
+    content.entries.reserve(static_cast<std::size_t>(node.Children()));
+    for (const Node* child = node.FirstChild(); child != nullptr; child = child->Next())
+        content.entries.push_back({child->Index()});
     content.status = CountText(content);
+}
+
+bool IsRow(const ListContent& content, int row) {
+    return row >= 0 && row < static_cast<int>(content.entries.size());
+}
+
+// Null when the row shows no node.
+const Node* NodeOfRow(const ListContent& content, int row) {
+    if (!IsRow(content, row) || content.nodes == nullptr) return nullptr;
+    return content.nodes->Item(content.entries[static_cast<std::size_t>(row)].treeIndex);
+}
+
+// Null when the row shows no format.
+const CFormat* FormatOfRow(const ListContent& content, int row) {
+    const bool shown = IsRow(content, row) && content.formats != nullptr && row < content.formats->Count();
+    return shown ? &content.formats->Item(row + 1) : nullptr;
+}
+
+const FormatDescription& DescriptionOf(const CFormat& format) {
+    return FormatDescriptionAt(FormatDescriptionIndex(format.FormatName));
+}
+
+std::wstring FormatText(const CFormat& format, int column) {
+    switch (column) {
+        case 0:
+            return format.FormatName;
+        case 1:
+            return DescriptionOf(format).Description;
+        case 2:
+            return NumberText(format.DataSize);
+        default:
+            return {};
+    }
+}
+
+std::wstring NodeText(const Node& node, int column) {
+    if (column == 0) return node.Text();
+    const bool clip = IsClipNode(&node);
+    if (column <= 2 && clip) return {};
+    if (column == 1) return NumberText(CountBelow(node).folders);
+    if (column == 2) return NumberText(CountBelow(node).clips);
+    const NodeAttributes attributes = AttributesOf(&node);
+    if (column == 3 && clip) return NumberText(attributes.formatCount);
+    if (column == 4) return attributes.timeCaptured;
+    if (column == 5) return attributes.info;
+    return {};
 }
 
 }  // namespace
@@ -78,4 +107,31 @@ ListContent BuildListContent(const Node* selected, CClipBoard& clipBoard) {
         ListChildren(*selected, content);
     }
     return content;
+}
+
+std::wstring ListText(const ListContent& content, int row, int column) {
+    if (const Node* const node = NodeOfRow(content, row)) return NodeText(*node, column);
+    if (const CFormat* const format = FormatOfRow(content, row)) return FormatText(*format, column);
+    return {};
+}
+
+std::wstring ListIcon(const ListContent& content, int row) {
+    if (const Node* const node = NodeOfRow(content, row)) return KindImage(node);
+    if (const CFormat* const format = FormatOfRow(content, row)) return DescriptionOf(*format).Group;
+    return {};
+}
+
+int FindListRow(const ListContent& content, const std::wstring& text, int start, bool partial, bool wrap) {
+    const int count = static_cast<int>(content.entries.size());
+    start = std::clamp(start, 0, count);
+    const auto matches = [&](int row) {
+        std::wstring name = ListText(content, row, 0);
+        if (partial) name.resize(std::min(name.size(), text.size()));
+        return CompareNoCase(name, text) == 0;
+    };
+    for (int row = start; row < count; ++row)
+        if (matches(row)) return row;
+    for (int row = 0; wrap && row < start; ++row)
+        if (matches(row)) return row;
+    return -1;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstdint>
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
@@ -8,15 +8,10 @@
 #include "engine/clipboard/CClipBoard.h"
 #include "engine/tree/NodeCollection.h"
 
-// One line of the list beside the tree.
+// One row of the list beside the tree. What it shows is asked for when it is drawn.
 struct ListEntry {
-    std::wstring text;
-    // The key of its icon: a node's kind ("Profile", "Structure", "Clip") or a format's group.
-    std::wstring icon;
-    // The node's index in the tree; 0 for a format.
+    // The node's index in the tree; 0 for a format, whose place in `formats` is the row's.
     int treeIndex = 0;
-    // What the columns behind the first show in details mode; as many as there are columns, less one.
-    std::vector<std::wstring> details;
 };
 
 // All that the list, the label above it and the status bar show for the selected node.
@@ -31,8 +26,20 @@ struct ListContent {
     // any other node.
     std::shared_ptr<CFormats> formats;
     std::wstring clipFile;
+    // The nodes that the entries name; null when there are none. Not owned.
+    const NodeCollection* nodes = nullptr;
 };
 
 // Reads what belongs to `selected` (null: nothing is selected). A clip's headers are read from its file, and
 // what goes wrong there is told to the user.
 ListContent BuildListContent(const Node* selected, CClipBoard& clipBoard);
+
+// What a row shows in a column, counted from 0. Empty outside of the list and where there is nothing to say,
+// which includes a node that went meanwhile.
+std::wstring ListText(const ListContent& content, int row, int column);
+// The key of a row's icon: a node's kind ("Profile", "Structure", "Clip") or a format's group.
+std::wstring ListIcon(const ListContent& content, int row);
+
+// The row that typing leads to: the first one from `start` on whose name begins with `text` or, if not
+// `partial`, is `text`, without regard to case; -1 for none. With `wrap` the search goes on at the first row.
+int FindListRow(const ListContent& content, const std::wstring& text, int start, bool partial, bool wrap);

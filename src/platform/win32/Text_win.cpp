@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <limits>
 #include <stdexcept>
 
@@ -28,9 +29,15 @@ std::string AnsiFromText(std::wstring_view text, bool& lost) {
     BOOL usedDefault = FALSE;
     BOOL* const reportDefault = CodePageIsUtf8() ? nullptr : &usedDefault;
     const int length = LengthOf(text.size());
-    const int needed = WideCharToMultiByte(CP_ACP, flags, text.data(), length, nullptr, 0, nullptr, nullptr);
-    std::string bytes(static_cast<std::size_t>(needed), '\0');
-    WideCharToMultiByte(CP_ACP, flags, text.data(), length, bytes.data(), needed, nullptr, reportDefault);
+    // Room enough for any code page spares short texts a first conversion that only counts.
+    constexpr int kMostBytesEach = 4;
+    constexpr int kShort = 1024;
+    const int room = length <= kShort ? length * kMostBytesEach
+                                      : WideCharToMultiByte(CP_ACP, flags, text.data(), length, nullptr, 0,
+                                                            nullptr, nullptr);
+    std::string bytes(static_cast<std::size_t>(room), '\0');
+    bytes.resize(static_cast<std::size_t>(
+        WideCharToMultiByte(CP_ACP, flags, text.data(), length, bytes.data(), room, nullptr, reportDefault)));
     lost = usedDefault != FALSE;
     return bytes;
 }
@@ -53,6 +60,10 @@ std::string AnsiFromText(std::wstring_view text) {
 
 std::wstring TextFromAnsi(std::string_view bytes) {
     if (bytes.empty()) return {};
+    // Every ANSI code page begins with the same 128 characters, and many texts consist of them.
+    if (std::all_of(bytes.begin(), bytes.end(),
+                    [](char byte) { return static_cast<signed char>(byte) >= 0; }))
+        return std::wstring(bytes.begin(), bytes.end());
     const int length = LengthOf(bytes.size());
     const int needed = MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, nullptr, 0);
     std::wstring text(static_cast<std::size_t>(needed), L'\0');
@@ -85,4 +96,11 @@ int CompareNoCase(std::wstring_view a, std::wstring_view b) {
     const int order =
         CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE, a.data(), lengthA, b.data(), lengthB);
     return (order == CSTR_LESS_THAN || order == CSTR_GREATER_THAN ? order : plain) - CSTR_EQUAL;
+}
+
+bool BeginsWithNoCase(std::wstring_view text, std::wstring_view front) {
+    if (front.empty()) return true;
+    if (text.size() < front.size()) return false;
+    const int length = LengthOf(front.size());
+    return CompareStringOrdinal(text.data(), length, front.data(), length, TRUE) == CSTR_EQUAL;
 }

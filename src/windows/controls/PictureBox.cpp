@@ -1,6 +1,8 @@
 #include "windows/controls/PictureBox.h"
 
 #include <algorithm>
+#include <cstring>
+#include <utility>
 
 namespace {
 
@@ -24,15 +26,45 @@ class BitmapScope {
     HGDIOBJ before_;
 };
 
-UniqueBitmap ScreenBitmap(int width, int height) {
+BITMAPINFOHEADER TopDownHeader(int width, int height) {
+    BITMAPINFOHEADER header{};
+    header.biSize = sizeof header;
+    header.biWidth = width;
+    header.biHeight = -height;
+    header.biPlanes = 1;
+    header.biBitCount = 32;
+    return header;
+}
+
+UniqueBitmap ScreenBitmap(int width, int height, void** pixels = nullptr) {
     BITMAPINFO info{};
-    info.bmiHeader.biSize = sizeof info.bmiHeader;
-    info.bmiHeader.biWidth = width;
-    info.bmiHeader.biHeight = -height;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    void* pixels = nullptr;
-    return UniqueBitmap(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &pixels, nullptr, 0));
+    info.bmiHeader = TopDownHeader(width, height);
+    void* bits = nullptr;
+    UniqueBitmap bitmap(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+    if (pixels != nullptr) *pixels = bits;
+    return bitmap;
+}
+
+// The header of the same picture with other rows. The oldest kind has its height in 16 bits.
+void SetRows(std::vector<std::uint8_t>& header, int rows, bool topDown) {
+    if (reinterpret_cast<const BITMAPCOREHEADER*>(header.data())->bcSize == sizeof(BITMAPCOREHEADER)) {
+        reinterpret_cast<BITMAPCOREHEADER*>(header.data())->bcHeight = static_cast<WORD>(rows);
+        return;
+    }
+    auto& info = *reinterpret_cast<BITMAPINFOHEADER*>(header.data());
+    info.biHeight = topDown ? -rows : rows;
+    info.biSizeImage = 0;
+}
+
+constexpr DWORD kStandardColours = 0x73524742;  // LCS_sRGB, which GCC takes for several characters
+
+// A colour profile is named by its place in the block, which the header leaves alone here.
+void ForgetProfile(std::vector<std::uint8_t>& header) {
+    if (reinterpret_cast<const BITMAPINFOHEADER*>(header.data())->biSize < sizeof(BITMAPV5HEADER)) return;
+    auto& info = *reinterpret_cast<BITMAPV5HEADER*>(header.data());
+    info.bV5CSType = kStandardColours;
+    info.bV5ProfileData = 0;
+    info.bV5ProfileSize = 0;
 }
 
 }  // namespace
@@ -52,32 +84,69 @@ bool PictureBox::Create(HWND parent, int control) {
     return window_ != nullptr;
 }
 
-bool PictureBox::ShowDib(std::span<const std::uint8_t> block, const DibLayout& layout) {
-    Clear();
-    UniqueBitmap picture = ScreenBitmap(layout.width, layout.height);
-    if (picture == nullptr) return false;
-    const auto* const info = reinterpret_cast<const BITMAPINFO*>(block.data());
-    {
-        const BitmapScope target(picture.get());
-        if (StretchDIBits(target.Dc(), 0, 0, layout.width, layout.height, 0, 0, layout.width, layout.height,
-                          block.data() + layout.pixelOffset, info, DIB_RGB_COLORS, SRCCOPY) <= 0)
-            return false;
-    }
-    picTemp = std::move(picture);
+bool PictureBox::ShowDib(std::unique_ptr<std::uint8_t[]> block, const DibLayout& layout) {
+    Forget();
     size_ = {layout.width, layout.height};
+    if (layout.compression == BI_RLE4 || layout.compression == BI_RLE8) {
+        if (!DecodeRuns(block.get(), layout)) {
+            Clear();
+            return false;
+        }
+    } else {
+        header_.assign(block.get(), block.get() + layout.pixelOffset);
+        ForgetProfile(header_);
+        pixels_ = block.get() + layout.pixelOffset;
+        rowBytes_ =
+            (static_cast<std::size_t>(layout.width) * static_cast<std::size_t>(layout.bitCount) + 31) / 32 *
+            4;
+        topDown_ = layout.topDown;
+        block_ = std::move(block);
+        // Whether the system draws it at all shows at its first pixel.
+        const UniqueBitmap pixel = ScreenBitmap(1, 1);
+        if (!DrawRows(BitmapScope(pixel.get()).Dc(), {0, 0, 1, 1}, 0, 1, 0, 1)) {
+            Clear();
+            return false;
+        }
+    }
     LayOut();
     return true;
 }
 
+// Of run-length coded pixels no part can be drawn without those before it.
+bool PictureBox::DecodeRuns(const std::uint8_t* block, const DibLayout& layout) {
+    void* pixels = nullptr;
+    decoded_ = ScreenBitmap(layout.width, layout.height, &pixels);
+    if (decoded_ == nullptr) return false;
+    const BITMAPINFOHEADER header = TopDownHeader(layout.width, layout.height);
+    const auto* const bytes = reinterpret_cast<const std::uint8_t*>(&header);
+    header_.assign(bytes, bytes + sizeof header);
+    pixels_ = static_cast<const std::uint8_t*>(pixels);
+    rowBytes_ = static_cast<std::size_t>(layout.width) * 4;
+    topDown_ = true;
+    const BitmapScope target(decoded_.get());
+    return StretchDIBits(target.Dc(), 0, 0, layout.width, layout.height, 0, 0, layout.width, layout.height,
+                         block + layout.pixelOffset, reinterpret_cast<const BITMAPINFO*>(block),
+                         DIB_RGB_COLORS, SRCCOPY) > 0;
+}
+
 void PictureBox::Clear() {
+    if (pixels_ == nullptr) return;
+    Forget();
+    LayOut();
+}
+
+void PictureBox::Forget() {
+    block_.reset();
+    decoded_.reset();
     picTemp.reset();
+    pixels_ = nullptr;
     size_ = {};
     offset_ = {};
-    LayOut();
 }
 
 void PictureBox::SetStretch(bool stretch) {
     stretch_ = stretch;
+    picTemp.reset();
     LayOut();
 }
 
@@ -100,9 +169,17 @@ void PictureBox::LayOut() {
         LONG& offset = bar == SB_HORZ ? offset_.x : offset_.y;
         offset = stretch_ ? 0 : std::clamp(offset, 0L, std::max(whole - shown, 0L));
         range.nPos = offset;
-        SetScrollInfo(window_, bar, &range, TRUE);
+        ShowBar(bar, range);
     }
     InvalidateRect(window_, nullptr, FALSE);
+}
+
+// To draw a bar is dear, and most of the time nothing about it is new.
+void PictureBox::ShowBar(int bar, const SCROLLINFO& range) {
+    if (std::memcmp(&bars_[bar], &range, sizeof range) == 0) return;
+    // Before, since showing the bar leads here again.
+    bars_[bar] = range;
+    SetScrollInfo(window_, bar, &range, TRUE);
 }
 
 LRESULT CALLBACK PictureBox::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -152,17 +229,48 @@ LRESULT PictureBox::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lPar
 void PictureBox::Paint(HDC target) {
     RECT client;
     GetClientRect(window_, &client);
-    const int width = stretch_ ? client.right : static_cast<int>(size_.cx);
-    const int height = stretch_ ? client.bottom : static_cast<int>(size_.cy);
-    if (picTemp != nullptr) {
-        const BitmapScope picture(picTemp.get());
-        SetStretchBltMode(target, HALFTONE);
-        SetBrushOrgEx(target, 0, 0, nullptr);
-        StretchBlt(target, -offset_.x, -offset_.y, width, height, picture.Dc(), 0, 0, size_.cx, size_.cy,
-                   SRCCOPY);
-        ExcludeClipRect(target, -offset_.x, -offset_.y, width - offset_.x, height - offset_.y);
+    if (pixels_ != nullptr && client.right > 0 && client.bottom > 0) {
+        if (stretch_)
+            PaintStretched(target, client);
+        else
+            PaintPart(target, client);
     }
     FillRect(target, &client, GetSysColorBrush(COLOR_WINDOW));
+}
+
+void PictureBox::PaintStretched(HDC target, const RECT& client) {
+    if (picTemp == nullptr || stretched_.cx != client.right || stretched_.cy != client.bottom) {
+        picTemp = ScreenBitmap(client.right, client.bottom);
+        if (picTemp == nullptr) return;
+        stretched_ = {client.right, client.bottom};
+        const BitmapScope scaled(picTemp.get());
+        SetStretchBltMode(scaled.Dc(), HALFTONE);
+        SetBrushOrgEx(scaled.Dc(), 0, 0, nullptr);
+        DrawRows(scaled.Dc(), client, 0, static_cast<int>(size_.cx), 0, static_cast<int>(size_.cy));
+    }
+    const BitmapScope scaled(picTemp.get());
+    BitBlt(target, 0, 0, client.right, client.bottom, scaled.Dc(), 0, 0, SRCCOPY);
+    ExcludeClipRect(target, 0, 0, client.right, client.bottom);
+}
+
+void PictureBox::PaintPart(HDC target, const RECT& client) const {
+    const RECT shown{0, 0, std::min(size_.cx - offset_.x, client.right),
+                     std::min(size_.cy - offset_.y, client.bottom)};
+    DrawRows(target, shown, static_cast<int>(offset_.x), static_cast<int>(shown.right),
+             static_cast<int>(offset_.y), static_cast<int>(shown.bottom));
+    ExcludeClipRect(target, 0, 0, shown.right, shown.bottom);
+}
+
+// Draws some rows of the picture, counted from its top, as a picture of their own: where a part of one begins
+// is counted from its bottom or from its top, and systems do not agree on which.
+bool PictureBox::DrawRows(HDC target, const RECT& to, int firstColumn, int columns, int firstRow,
+                          int rows) const {
+    std::vector<std::uint8_t> header = header_;
+    SetRows(header, rows, topDown_);
+    const int above = topDown_ ? firstRow : static_cast<int>(size_.cy) - firstRow - rows;
+    return StretchDIBits(target, to.left, to.top, to.right - to.left, to.bottom - to.top, firstColumn, 0,
+                         columns, rows, pixels_ + static_cast<std::size_t>(above) * rowBytes_,
+                         reinterpret_cast<const BITMAPINFO*>(header.data()), DIB_RGB_COLORS, SRCCOPY) > 0;
 }
 
 void PictureBox::Scroll(int bar, WPARAM request) {

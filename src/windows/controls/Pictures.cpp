@@ -52,8 +52,7 @@ int ListPictureIndex(const std::wstring& key) {
 }
 
 int ListPictureIndex(const ImageValue& image) {
-    const std::wstring* const key = std::get_if<std::wstring>(&image);
-    return ListPictureIndex(key != nullptr ? *key : std::wstring());
+    return ListPictureIndex(image.Key());
 }
 
 UniqueImageList LoadToolBarPictures(int pixels) {

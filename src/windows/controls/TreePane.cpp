@@ -256,7 +256,7 @@ void TreePane::FillItem(TVITEMW& item) const {
     const Node& node = NodeOf(item.lParam);
     if (item.mask & TVIF_TEXT) lstrcpynW(item.pszText, node.Text().c_str(), item.cchTextMax);
     if (item.mask & (TVIF_IMAGE | TVIF_SELECTEDIMAGE)) {
-        const bool open = node.Expanded() && node.Children() > 0 && node.ExpandedImage().index() != 0;
+        const bool open = node.Expanded() && node.Children() > 0 && !node.ExpandedImage().IsEmpty();
         item.iImage = ListPictureIndex(open ? node.ExpandedImage() : node.Image());
         item.iSelectedImage = item.iImage;
     }

@@ -1,8 +1,7 @@
 #include "windows/main/ListPane.h"
 
-#include <algorithm>
+#include <utility>
 
-#include "platform/Text.h"
 #include "windows/controls/Dpi.h"
 
 namespace {
@@ -58,28 +57,44 @@ void ListPane::SetStyle(DWORD mask, DWORD style) {
 
 void ListPane::ShowContent(const ListContent& content) {
     content_ = &content;
+    const auto count = static_cast<int>(content.entries.size());
+    const bool wasEmpty = ListView_GetItemCount(window_) == 0;
+    if (wasEmpty && count == 0 && headings_ == content.columns) return;
     SendMessageW(window_, WM_SETREDRAW, FALSE, 0);
-    ListView_SetItemCountEx(window_, 0, 0);
+    // With its rows go the control's selection and scroll position: the new ones are others.
+    if (!wasEmpty) ListView_SetItemCountEx(window_, 0, 0);
     FillColumns();
-    ListView_SetItemCountEx(window_, static_cast<int>(content.entries.size()), 0);
+    if (count > 0) ListView_SetItemCountEx(window_, count, 0);
     SendMessageW(window_, WM_SETREDRAW, TRUE, 0);
     InvalidateRect(window_, nullptr, TRUE);
 }
 
 void ListPane::FillColumns() {
+    if (headings_ == content_->columns) return;
+    KeepColumnWidths();
     while (ListView_DeleteColumn(window_, 0)) {
     }
-    SetStyle(LVS_NOCOLUMNHEADER, content_->columns.empty() ? LVS_NOCOLUMNHEADER : 0);
-    int place = 0;
-    for (const std::wstring& heading : content_->columns) {
+    headings_ = content_->columns;
+    SetStyle(LVS_NOCOLUMNHEADER, headings_.empty() ? LVS_NOCOLUMNHEADER : 0);
+    const auto kept = widths_.find(headings_);
+    for (int place = 0; place < static_cast<int>(headings_.size()); ++place) {
+        const auto index = static_cast<std::size_t>(place);
         LVCOLUMNW column{};
         column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_SUBITEM;
-        column.pszText = const_cast<wchar_t*>(heading.c_str());
-        column.cx = Scaled(place == 0 ? 170 : 120, dpi_);
+        column.pszText = headings_[index].data();
+        column.cx = kept != widths_.end() ? kept->second[index] : Scaled(place == 0 ? 170 : 120, dpi_);
         column.iSubItem = place;
-        SendMessageW(window_, LVM_INSERTCOLUMNW, static_cast<WPARAM>(place++),
+        SendMessageW(window_, LVM_INSERTCOLUMNW, static_cast<WPARAM>(place),
                      reinterpret_cast<LPARAM>(&column));
     }
+}
+
+void ListPane::KeepColumnWidths() {
+    if (headings_.empty()) return;
+    std::vector<int> widths;
+    for (int place = 0; place < static_cast<int>(headings_.size()); ++place)
+        widths.push_back(ListView_GetColumnWidth(window_, place));
+    widths_[headings_] = std::move(widths);
 }
 
 int ListPane::FocusedRow() const {
@@ -99,28 +114,19 @@ POINT ListPane::MenuPoint() const {
     return point;
 }
 
-int ListPane::RowBeginningWith(const std::wstring& text, int start) const {
-    const int count = content_ != nullptr ? static_cast<int>(content_->entries.size()) : 0;
-    for (int i = 0; i < count; ++i) {
-        const int row = (start + i) % count;
-        const std::wstring& name = content_->entries[static_cast<std::size_t>(row)].text;
-        if (CompareNoCase(name.substr(0, text.size()), text) == 0) return row;
-    }
-    return -1;
+int ListPane::OnFindItem(const NMLVFINDITEMW& find) const {
+    constexpr UINT kBeginning = LVFI_PARTIAL | 4;  // the second is LVFI_SUBSTRING, which means the same
+    const UINT flags = find.lvfi.flags;
+    if ((flags & (LVFI_STRING | kBeginning)) == 0 || content_ == nullptr || find.lvfi.psz == nullptr)
+        return -1;
+    return FindListRow(*content_, find.lvfi.psz, find.iStart, (flags & kBeginning) != 0,
+                       (flags & LVFI_WRAP) != 0);
 }
 
 void ListPane::OnGetDisplayInfo(NMLVDISPINFOW& info) const {
     LVITEMW& item = info.item;
-    if (content_ == nullptr || item.iItem < 0 || item.iItem >= static_cast<int>(content_->entries.size()))
-        return;
-    const ListEntry& entry = content_->entries[static_cast<std::size_t>(item.iItem)];
-    if (item.mask & LVIF_TEXT) {
-        const auto detail = static_cast<std::size_t>(item.iSubItem);
-        const std::wstring empty;
-        const std::wstring& text = detail == 0                      ? entry.text
-                                   : detail <= entry.details.size() ? entry.details[detail - 1]
-                                                                    : empty;
-        lstrcpynW(item.pszText, text.c_str(), item.cchTextMax);
-    }
-    if (item.mask & LVIF_IMAGE) item.iImage = ListPictureIndex(entry.icon);
+    if (content_ == nullptr) return;
+    if (item.mask & LVIF_TEXT)
+        lstrcpynW(item.pszText, ListText(*content_, item.iItem, item.iSubItem).c_str(), item.cchTextMax);
+    if (item.mask & LVIF_IMAGE) item.iImage = ListPictureIndex(ListIcon(*content_, item.iItem));
 }

@@ -4,7 +4,9 @@
 // The list control needs <windows.h> in front of it.
 #include <commctrl.h>
 
+#include <map>
 #include <string>
+#include <vector>
 
 #include "engine/views/ListUpdate.h"
 #include "windows/controls/Pictures.h"
@@ -23,7 +25,8 @@ class ListPane {
     void SetMode(ListMode mode);
     ListMode Mode() const { return mode_; }
 
-    // Shows `content`, which must stay as it is until the next call.
+    // Shows `content`, which must stay as it is until the next call. The columns keep the widths that the
+    // user gave to the same headings before.
     void ShowContent(const ListContent& content);
     // The row that is chosen, or -1.
     int FocusedRow() const;
@@ -32,18 +35,20 @@ class ListPane {
     // Where the keyboard's context menu belongs: below the chosen row, in screen pixels.
     POINT MenuPoint() const;
 
-    // The row that typing leads to: the next one from `start` on whose text begins with what was typed, -1
-    // for none.
-    int RowBeginningWith(const std::wstring& text, int start) const;
+    // The row that typing leads to; -1 for none.
+    int OnFindItem(const NMLVFINDITEMW& find) const;
     // Fills in what the control asks for while it draws.
     void OnGetDisplayInfo(NMLVDISPINFOW& info) const;
 
  private:
     void FillColumns();
+    void KeepColumnWidths();
     void SetStyle(DWORD mask, DWORD style);
 
     HWND window_ = nullptr;
     const ListContent* content_ = nullptr;
+    std::vector<std::wstring> headings_;  // those that the control shows
+    std::map<std::vector<std::wstring>, std::vector<int>> widths_;
     UniqueImageList small_;
     UniqueImageList large_;
     ListMode mode_ = ListMode::Details;

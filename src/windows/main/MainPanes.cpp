@@ -127,6 +127,8 @@ void MainPanes::ShowTitle(const std::wstring& title) {
 }
 
 void MainPanes::ShowStatus(const std::wstring& text) {
+    if (text == status_) return;
+    status_ = text;
     SendMessageW(sbStatusBar_, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(text.c_str()));
     // Long work shows its progress here without a message loop of its own.
     UpdateWindow(sbStatusBar_);

@@ -6,12 +6,10 @@
 #include <richole.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "engine/clipboard/FormatNames.h"
-#include "engine/clipboard/modFileIO.h"
-#include "engine/views/PreviewText.h"
 #include "platform/Platform.h"
-#include "platform/Text.h"
 #include "resources/controls.h"
 #include "windows/controls/Dpi.h"
 
@@ -68,37 +66,28 @@ DWORD CALLBACK FeedRichText(DWORD_PTR cookie, LPBYTE buffer, LONG wanted, LONG* 
     return 0;
 }
 
+constexpr DWORD kTextStyle =
+    WS_VSCROLL | WS_HSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL | ES_AUTOHSCROLL;
+
+HWND MakeBox(HWND parent, DWORD exStyle, const wchar_t* name, DWORD style, int control) {
+    return CreateWindowExW(exStyle, name, L"", WS_CHILD | WS_TABSTOP | style, 0, 0, 0, 0, parent,
+                           reinterpret_cast<HMENU>(static_cast<INT_PTR>(control)), GetModuleHandleW(nullptr),
+                           nullptr);
+}
+
+constexpr UINT_PTR kRestTimer = 1;
+// Whoever walks through the clips has gone on by then; after that, between any two messages.
+constexpr UINT kBeforeRest = 250;
+constexpr UINT kBetweenPieces = 10;
+
 }  // namespace
 
 bool PreviewPane::Create(HWND parent) {
-    const HINSTANCE instance = GetModuleHandleW(nullptr);
-    const auto make = [&](DWORD exStyle, const wchar_t* name, DWORD style, int control) {
-        return CreateWindowExW(exStyle, name, L"", WS_CHILD | WS_TABSTOP | style, 0, 0, 0, 0, parent,
-                               reinterpret_cast<HMENU>(static_cast<INT_PTR>(control)), instance, nullptr);
-    };
-    constexpr DWORD kTextStyle =
-        WS_VSCROLL | WS_HSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL | ES_AUTOHSCROLL;
-    tab_ = make(0, WC_TABCONTROLW, WS_CLIPSIBLINGS, tabFormat);
-    text_ = make(WS_EX_CLIENTEDGE, L"EDIT", kTextStyle, tbPreviewText);
-    richTextLibrary_.Reset(LoadLibraryW(L"Msftedit.dll"));
-    if (richTextLibrary_.IsSet()) {
-        richText_ = make(WS_EX_CLIENTEDGE, MSFTEDIT_CLASS, kTextStyle, tbPreviewRtf);
-    }
-    if (richText_ == nullptr) {
-        richTextLibrary_.Reset(LoadLibraryW(L"Riched20.dll"));
-        richText_ = make(WS_EX_CLIENTEDGE, RICHEDIT_CLASSW, kTextStyle, tbPreviewRtf);
-    }
-    if (tab_ == nullptr || text_ == nullptr || richText_ == nullptr ||
-        !picture_.Create(parent, picPreviewDIB))
-        return false;
+    tab_ = MakeBox(parent, 0, WC_TABCONTROLW, WS_CLIPSIBLINGS, tabFormat);
+    text_ = MakeBox(parent, WS_EX_CLIENTEDGE, L"EDIT", kTextStyle, tbPreviewText);
+    if (tab_ == nullptr || text_ == nullptr || !picture_.Create(parent, picPreviewDIB)) return false;
+    SetWindowLongPtrW(tab_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     SendMessageW(text_, EM_SETLIMITTEXT, 0, 0);
-    SendMessageW(richText_, EM_EXLIMITTEXT, 0, 0x7FFFFFFE);
-    SendMessageW(richText_, EM_SETOLECALLBACK, 0, reinterpret_cast<LPARAM>(&TheNoObjects()));
-    // The box begins with the system's bold font; text that does not name its own must not look emphasised.
-    CHARFORMATW plain{};
-    plain.cbSize = sizeof plain;
-    plain.dwMask = CFM_BOLD;
-    SendMessageW(richText_, EM_SETCHARFORMAT, SCF_DEFAULT, reinterpret_cast<LPARAM>(&plain));
 
     int place = 0;
     for (const wchar_t* caption : {L"Text", L"RTF", L"Bild"}) {
@@ -107,6 +96,27 @@ bool PreviewPane::Create(HWND parent) {
         item.pszText = const_cast<wchar_t*>(caption);
         SendMessageW(tab_, TCM_INSERTITEMW, static_cast<WPARAM>(place++), reinterpret_cast<LPARAM>(&item));
     }
+    return true;
+}
+
+// Its library is large, and most never look at rich text.
+bool PreviewPane::MakeRichTextBox() {
+    constexpr std::pair<const wchar_t*, const wchar_t*> kLibraries[] = {{L"Msftedit.dll", MSFTEDIT_CLASS},
+                                                                        {L"Riched20.dll", RICHEDIT_CLASSW}};
+    for (const auto& [library, name] : kLibraries) {
+        if (richText_ != nullptr) return true;
+        richTextLibrary_.Reset(LoadLibraryExW(library, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32));
+        if (richTextLibrary_.IsSet())
+            richText_ = MakeBox(GetParent(tab_), WS_EX_CLIENTEDGE, name, kTextStyle, tbPreviewRtf);
+    }
+    if (richText_ == nullptr) return false;
+    SendMessageW(richText_, EM_EXLIMITTEXT, 0, 0x7FFFFFFE);
+    SendMessageW(richText_, EM_SETOLECALLBACK, 0, reinterpret_cast<LPARAM>(&TheNoObjects()));
+    // The box begins with the system's bold font; text that does not name its own must not look emphasised.
+    CHARFORMATW plain{};
+    plain.cbSize = sizeof plain;
+    plain.dwMask = CFM_BOLD;
+    SendMessageW(richText_, EM_SETCHARFORMAT, SCF_DEFAULT, reinterpret_cast<LPARAM>(&plain));
     return true;
 }
 
@@ -122,7 +132,7 @@ void PreviewPane::Place(const ::Box& area) {
     SetWindowPos(tab_, nullptr, area.left, area.top, area.width, area.height,
                  SWP_NOZORDER | SWP_NOACTIVATE | (shown_ ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
     LayOutInside();
-    if (appears && content_ != nullptr) Show(*content_);
+    if (appears) Fill();
 }
 
 void PreviewPane::LayOutInside() {
@@ -131,6 +141,7 @@ void PreviewPane::LayOutInside() {
     MapWindowPoints(HWND_DESKTOP, GetParent(tab_), reinterpret_cast<POINT*>(&area), 2);
     SendMessageW(tab_, TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&area));
     for (const HWND box : {text_, richText_, picture_.Window()}) {
+        if (box == nullptr) continue;
         const bool visible = shown_ && box == ChosenBox();
         SetWindowPos(box, HWND_TOP, area.left, area.top, std::max(area.right - area.left, 0L),
                      std::max(area.bottom - area.top, 0L),
@@ -162,94 +173,146 @@ bool PreviewPane::Wants(const MSG& message) const {
 }
 
 void PreviewPane::TabChanged() {
+    Fill();
     LayOutInside();
-    ClearBoxes();
-    if (content_ != nullptr) Show(*content_);
 }
 
 void PreviewPane::Clear() {
-    content_ = nullptr;
-    ClearBoxes();
-}
-
-void PreviewPane::ClearBoxes() {
-    SetWindowTextW(text_, L"");
-    SetWindowTextW(richText_, L"");
-    picture_.Clear();
+    formats_ = nullptr;
+    Fill();
 }
 
 void PreviewPane::Show(const ListContent& content) {
-    content_ = &content;
-    if (!shown_ || content.formats == nullptr) return;
-    switch (Chosen()) {
-        case Tab::Text:
-            return ShowText();
-        case Tab::RichText:
-            return ShowRichText();
-        case Tab::Picture:
-            return ShowPicture();
+    formats_ = content.formats;
+    clipFile_ = content.clipFile;
+    Fill();
+}
+
+void PreviewPane::Fill() {
+    ForgetRest();
+    const Tab tab = Chosen();
+    if (tab == Tab::RichText && shown_) MakeRichTextBox();
+    const bool something = shown_ && formats_ != nullptr;
+    if (tab != Tab::Text || !something || !ShowText()) EmptyText();
+    if (tab != Tab::RichText || !something || !ShowRichText()) EmptyRichText();
+    if (tab != Tab::Picture || !something || !ShowPicture()) picture_.Clear();
+}
+
+void PreviewPane::EmptyText() {
+    if (std::exchange(textFilled_, false)) SetWindowTextW(text_, L"");
+}
+
+void PreviewPane::EmptyRichText() {
+    if (std::exchange(richTextFilled_, false)) SetWindowTextW(richText_, L"");
+}
+
+bool PreviewPane::ShowText() {
+    const CFormat* const format = FindById(kTextFormat);
+    if (format == nullptr) return false;
+    restOfText_ = PreviewTextReader(clipFile_, *format);
+    const auto text = restOfText_.Next(kFirstPreviewBytes);
+    if (text && SetWindowTextW(text_, text->c_str())) {
+        textFilled_ = true;
+        if (restOfText_.HasMore()) ShowRestLater(kBeforeRest);
+        return true;
     }
-}
-
-void PreviewPane::ShowText() {
-    CFormat* const format = FindById(kTextFormat);
-    if (format == nullptr) return;
-    const bool shown = WithData(*format, [this](std::span<const std::uint8_t> bytes) {
-        return SetWindowTextW(text_, PreviewTextOf(bytes).c_str()) != 0;
-    });
-    if (shown) return;
-    SetWindowTextW(text_, L"");
+    ForgetRest();
+    EmptyText();
     ThePlatform().user.Tell(L"Textdaten konnten nicht geladen werden");
+    return false;
 }
 
-void PreviewPane::ShowRichText() {
-    CFormat* const format = FindByName(kRichTextName);
-    if (format == nullptr) return;
-    const bool shown = WithData(*format, [this](std::span<const std::uint8_t> bytes) {
-        std::span<const std::uint8_t> rest = RichTextOf(bytes);
-        EDITSTREAM stream{};
-        stream.dwCookie = reinterpret_cast<DWORD_PTR>(&rest);
-        stream.pfnCallback = &FeedRichText;
-        SendMessageW(richText_, EM_STREAMIN, SF_RTF, reinterpret_cast<LPARAM>(&stream));
-        return stream.dwError == 0;
-    });
-    if (shown) return;
-    SetWindowTextW(richText_, L"");
+bool PreviewPane::ShowRichText() {
+    const CFormat* const format = FindByName(kRichTextName);
+    if (format == nullptr) return false;
+    if (richText_ != nullptr && StreamRichText(*format, kNextPreviewBytes)) {
+        if (static_cast<std::size_t>(format->DataSize) > kNextPreviewBytes) {
+            restOfRichText_ = format;
+            ShowRestLater(kBeforeRest);
+        }
+        return true;
+    }
+    EmptyRichText();
     ThePlatform().user.Tell(L"Textdaten (RTF) konnten nicht geladen werden");
+    return false;
 }
 
-void PreviewPane::ShowPicture() {
-    CFormat* const dib = FindById(kDibFormat);
-    CFormat* const format = dib != nullptr ? dib : FindById(kBitmapFormat);
-    if (format == nullptr) return;
-    const bool shown = WithData(*format, [this](std::span<const std::uint8_t> bytes) {
-        const std::optional<DibLayout> layout = CheckDib(bytes);
-        return layout && picture_.ShowDib(bytes, *layout);
-    });
-    if (shown) return;
+bool PreviewPane::StreamRichText(const CFormat& format, std::size_t most) {
+    const auto read = ReadPreview(clipFile_, format, 0, most);
+    if (!read) return false;
+    std::span<const std::uint8_t> rest = RichTextOf(read->All());
+    EDITSTREAM stream{};
+    stream.dwCookie = reinterpret_cast<DWORD_PTR>(&rest);
+    stream.pfnCallback = &FeedRichText;
+    richTextFilled_ = true;
+    SendMessageW(richText_, EM_STREAMIN, SF_RTF, reinterpret_cast<LPARAM>(&stream));
+    return stream.dwError == 0;
+}
+
+bool PreviewPane::ShowPicture() {
+    const CFormat* const dib = FindById(kDibFormat);
+    const CFormat* const format = dib != nullptr ? dib : FindById(kBitmapFormat);
+    if (format == nullptr) return false;
+    if (auto read = ReadPreview(clipFile_, *format, 0, static_cast<std::size_t>(format->DataSize))) {
+        const std::optional<DibLayout> layout = CheckDib(read->All());
+        if (layout && picture_.ShowDib(std::move(read->bytes), *layout)) return true;
+    }
     picture_.Clear();
     ThePlatform().user.Tell(format == dib ? L"DIB konnte nicht geladen werden"
                                           : L"Bitmap konnte nicht geladen werden");
+    return false;
 }
 
-bool PreviewPane::WithData(CFormat& format,
-                           const std::function<bool(std::span<const std::uint8_t>)>& use) const {
-    const ClipFileScope file(OpenClipFile(content_->clipFile, false, true));
-    if (!file.IsOpen() || !format.LoadDataFromFile(file.Handle(), false)) return false;
-    const auto* const bytes = static_cast<const std::uint8_t*>(format.LockMemo());
-    const bool used = bytes != nullptr && use({bytes, static_cast<std::size_t>(format.DataLength)});
-    format.ReleaseGlobalData(false);
-    return used;
+void PreviewPane::ShowRestLater(UINT milliseconds) {
+    SetTimer(tab_, kRestTimer, milliseconds, &PreviewPane::RestIsDue);
 }
 
-CFormat* PreviewPane::FindById(FormatNumber id) const {
-    for (CFormat& format : *content_->formats)
+void PreviewPane::ForgetRest() {
+    if (restOfText_.HasMore() || restOfRichText_ != nullptr) KillTimer(tab_, kRestTimer);
+    restOfText_ = {};
+    restOfRichText_ = nullptr;
+}
+
+void CALLBACK PreviewPane::RestIsDue(HWND tab, UINT, UINT_PTR timer, DWORD) {
+    KillTimer(tab, timer);
+    reinterpret_cast<PreviewPane*>(GetWindowLongPtrW(tab, GWLP_USERDATA))->ShowRest();
+}
+
+void PreviewPane::ShowRest() {
+    // Not under the hand that selects in the text.
+    if (GetCapture() != nullptr) {
+        ShowRestLater(kBeforeRest);
+    } else if (restOfText_.HasMore()) {
+        if (const auto text = restOfText_.Next(kNextPreviewBytes)) AppendText(*text);
+        if (restOfText_.HasMore()) ShowRestLater(kBetweenPieces);
+    } else if (const CFormat* const format = std::exchange(restOfRichText_, nullptr)) {
+        StreamRichText(*format, kMostPreviewBytes);
+    }
+}
+
+// What is selected and shown stays so.
+void PreviewPane::AppendText(const std::wstring& text) {
+    DWORD from = 0, to = 0;
+    SendMessageW(text_, EM_GETSEL, reinterpret_cast<WPARAM>(&from), reinterpret_cast<LPARAM>(&to));
+    const LRESULT top = SendMessageW(text_, EM_GETFIRSTVISIBLELINE, 0, 0);
+    const int end = GetWindowTextLengthW(text_);
+    SendMessageW(text_, WM_SETREDRAW, FALSE, 0);
+    SendMessageW(text_, EM_SETSEL, static_cast<WPARAM>(end), end);
+    SendMessageW(text_, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(text.c_str()));
+    SendMessageW(text_, EM_SETSEL, from, static_cast<LPARAM>(to));
+    SendMessageW(text_, EM_LINESCROLL, 0, top - SendMessageW(text_, EM_GETFIRSTVISIBLELINE, 0, 0));
+    SendMessageW(text_, WM_SETREDRAW, TRUE, 0);
+    RedrawWindow(text_, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME);
+}
+
+const CFormat* PreviewPane::FindById(FormatNumber id) const {
+    for (const CFormat& format : *formats_)
         if (format.FormatId == id) return &format;
     return nullptr;
 }
 
-CFormat* PreviewPane::FindByName(const std::wstring& name) const {
-    for (CFormat& format : *content_->formats)
+const CFormat* PreviewPane::FindByName(const std::wstring& name) const {
+    for (const CFormat& format : *formats_)
         if (format.FormatName == name) return &format;
     return nullptr;
 }

@@ -2,18 +2,18 @@
 
 #include <windows.h>
 
-#include <cstdint>
-#include <functional>
-#include <span>
+#include <memory>
 #include <string>
 
 #include "engine/views/ListUpdate.h"
 #include "engine/views/MainLayout.h"
+#include "engine/views/PreviewText.h"
 #include "platform/win32/SystemHandles.h"
 #include "windows/controls/PictureBox.h"
 
 // The preview below the list: a tab (tabFormat) with a text box, a rich-text box and a picture box. It shows
-// one format of the selected clip, read from the clip's file when its tab is looked at.
+// one format of the selected clip, read from the clip's file when its tab is looked at: of a long text what
+// fills the box at once, and the rest when the program has nothing else to do.
 class PreviewPane {
  public:
     bool Create(HWND parent);
@@ -23,8 +23,7 @@ class PreviewPane {
 
     // Empties all three boxes.
     void Clear();
-    // Shows the format that belongs to the chosen tab. `content` must stay as it is until Clear or the next
-    // Show.
+    // Shows the format that belongs to the chosen tab and empties what shows something else.
     void Show(const ListContent& content);
     void SetStretch(bool stretch) { picture_.SetStretch(stretch); }
 
@@ -39,22 +38,36 @@ class PreviewPane {
  private:
     enum class Tab { Text = 0, RichText = 1, Picture = 2 };
     Tab Chosen() const;
-    void ShowText();
-    void ShowRichText();
-    void ShowPicture();
-    // Reads a format's data from the clip's file and lends it to `use`. False when it cannot be read, or is
-    // not liked.
-    bool WithData(CFormat& format, const std::function<bool(std::span<const std::uint8_t>)>& use) const;
-    CFormat* FindById(FormatNumber id) const;
-    CFormat* FindByName(const std::wstring& name) const;
-    void ClearBoxes();
+    // Fills the box of the chosen tab and empties the others.
+    void Fill();
+    // False when there is nothing to show; what goes wrong is told.
+    bool ShowText();
+    bool ShowRichText();
+    bool ShowPicture();
+    bool StreamRichText(const CFormat& format, std::size_t most);
+    void AppendText(const std::wstring& text);
+    // What is left of the shown text comes later, by a timer.
+    void ShowRestLater(UINT milliseconds);
+    void ForgetRest();
+    void ShowRest();
+    static void CALLBACK RestIsDue(HWND tab, UINT message, UINT_PTR timer, DWORD time);
+    const CFormat* FindById(FormatNumber id) const;
+    const CFormat* FindByName(const std::wstring& name) const;
+    bool MakeRichTextBox();
+    void EmptyText();
+    void EmptyRichText();
     void LayOutInside();
 
     HWND tab_ = nullptr;
     HWND text_ = nullptr;
-    HWND richText_ = nullptr;
+    HWND richText_ = nullptr;  // made when it is first looked at
     UniqueLibrary richTextLibrary_;
     PictureBox picture_;
-    const ListContent* content_ = nullptr;
+    std::shared_ptr<CFormats> formats_;
+    std::wstring clipFile_;
+    PreviewTextReader restOfText_;
+    const CFormat* restOfRichText_ = nullptr;
     bool shown_ = false;
+    bool textFilled_ = false;
+    bool richTextFilled_ = false;
 };

@@ -1,6 +1,5 @@
 #include "windows/main/frmMain.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "engine/process/TreeOperation.h"
@@ -239,11 +238,8 @@ LRESULT frmMain::OnNotify(NMHDR& header) {
 
 LRESULT frmMain::OnListNotify(NMHDR& header) {
     switch (header.code) {
-        case LVN_ODFINDITEMW: {
-            const auto& find = reinterpret_cast<NMLVFINDITEMW&>(header);
-            if ((find.lvfi.flags & LVFI_STRING) == 0) return -1;
-            return panes_.lvListView.RowBeginningWith(find.lvfi.psz, std::max(find.iStart, 0));
-        }
+        case LVN_ODFINDITEMW:
+            return panes_.lvListView.OnFindItem(reinterpret_cast<NMLVFINDITEMW&>(header));
         case LVN_GETDISPINFOW:
             panes_.lvListView.OnGetDisplayInfo(reinterpret_cast<NMLVDISPINFOW&>(header));
             return 0;

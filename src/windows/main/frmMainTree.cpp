@@ -45,7 +45,6 @@ void frmMain::UpdateListview() {
     const bool sameNode = shownNode_.Get() != nullptr && shownNode_.Get() == nodes_.Selected();
     const int row = sameNode ? panes_.lvListView.FocusedRow() : -1;
     shownNode_.Follow(nodes_.Selected());
-    panes_.ClearContent();
     ListContent content = BuildListContent(nodes_.Selected(), clipBoard_);
     filling_ = true;
     panes_.ShowContent(std::move(content), container_.Title());

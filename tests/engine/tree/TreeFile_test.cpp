@@ -80,7 +80,7 @@ TEST(TreeFileTest, Encode_GivesTheBytesOfTheDescription) {
 #endif
 
 TEST(TreeFileTest, EveryVariantType_ComesBackAsItWas) {
-    const ImageValue values[] = {std::monostate{},
+    const ImageValue values[] = {ImageValue(),
                                  NullValue{},
                                  std::numeric_limits<std::int16_t>::min(),
                                  std::numeric_limits<std::int32_t>::min(),
@@ -95,7 +95,7 @@ TEST(TreeFileTest, EveryVariantType_ComesBackAsItWas) {
         record.SelectedImage = value;
         record.Sorted = true;
         const TreeData data = DataOf({record});
-        EXPECT_EQ(DecodeTreeData(EncodeTreeData(data)), data) << value.index();
+        EXPECT_EQ(DecodeTreeData(EncodeTreeData(data)), data) << static_cast<int>(value.Type());
     }
 }
 

@@ -5,7 +5,13 @@
 
 namespace {
 
-using Details = std::vector<std::wstring>;
+// A row as the list shows it: its icon, then what stands in each column.
+std::wstring Row(const ListContent& content, int row) {
+    std::wstring text = L"[" + ListIcon(content, row) + L"]";
+    for (int column = 0; column < static_cast<int>(content.columns.size()); ++column)
+        text += L" | " + ListText(content, row, column);
+    return text;
+}
 
 class ListTest : public ClipFlowTest {
  protected:
@@ -22,17 +28,13 @@ TEST_F(ListTest, BuildListContent_ListsAClipsFormatsInFileOrder) {
     const ListContent content = Content(&AddClip(7, 3));
     EXPECT_EQ(content.title, L"Formate von \"Profil\\Ordner\\Clip\"");
     ASSERT_EQ(content.entries.size(), 3u);
-    EXPECT_EQ(content.entries[0].text, L"DIB");
-    EXPECT_EQ(content.entries[0].icon, L"Paint");
-    EXPECT_EQ(content.entries[0].details, (Details{L"Geräteunabhängige Bitmap", L"10"}));
-    EXPECT_EQ(content.entries[1].icon, L"OLE");
-    EXPECT_EQ(content.entries[2].text, L"Fremd");
-    EXPECT_EQ(content.entries[2].icon, L"Help");
+    EXPECT_EQ(Row(content, 0), L"[Paint] | DIB | Geräteunabhängige Bitmap | 10");
+    EXPECT_EQ(ListIcon(content, 1), L"OLE");
+    EXPECT_EQ(Row(content, 2), L"[Help] | Fremd | <unbekannt> | 0");
+    EXPECT_EQ(Row(content, 3), L"[] |  |  | ");
     EXPECT_EQ(content.status, L"3 Element(e)");
     EXPECT_EQ(content.formats, clipBoard.Formats());
     EXPECT_EQ(content.clipFile, L"C:\\CLIPS\\C7.nxc");
-    for (const ListEntry& entry : content.entries)
-        EXPECT_EQ(entry.details.size() + 1, content.columns.size());
 }
 
 TEST_F(ListTest, BuildListContent_SaysWhatIsWrongWithAClip) {
@@ -63,25 +65,34 @@ TEST_F(ListTest, BuildListContent_ListsTheChildrenOfProfilesAndFolders) {
     const ListContent top = Content(profile);
     EXPECT_EQ(top.title, L"Profil \"Profil\"");
     ASSERT_EQ(top.entries.size(), 1u);
-    EXPECT_EQ(top.entries[0].icon, L"Structure");
     EXPECT_EQ(top.entries[0].treeIndex, folder->Index());
-    EXPECT_EQ(top.entries[0].details, (Details{L"1", L"2", L"", L"", L""}));
+    EXPECT_EQ(Row(top, 0), L"[Structure] | Ordner | 1 | 2 |  |  | ");
     EXPECT_EQ(top.status, L"1 Element(e)");
 
     const ListContent content = Content(folder);
     EXPECT_EQ(content.title, L"Ordner \"Profil\\Ordner\"");
     ASSERT_EQ(content.entries.size(), 3u);
-    EXPECT_EQ(content.entries[0].text, L"Innen");
-    EXPECT_EQ(content.entries[0].details, (Details{L"0", L"0", L"", L"", L"Notiz & mehr"}));
-    EXPECT_EQ(content.entries[1].icon, L"Clip");
+    EXPECT_EQ(Row(content, 0), L"[Structure] | Innen | 0 | 0 |  |  | Notiz & mehr");
     EXPECT_EQ(content.entries[1].treeIndex, clip.Index());
-    EXPECT_EQ(content.entries[1].details, (Details{L"", L"", L"3", L"15.11.1999 13:10:00", L"Notiz"}));
-    EXPECT_EQ(content.entries[2].text, L"Clip");
+    EXPECT_EQ(Row(content, 1), L"[Clip] | Clip |  |  | 3 | 15.11.1999 13:10:00 | Notiz");
+    EXPECT_EQ(ListText(content, 2, 0), L"Clip");
     EXPECT_EQ(content.formats, nullptr);
-    for (const ListEntry& entry : content.entries)
-        EXPECT_EQ(entry.details.size() + 1, content.columns.size());
 
     EXPECT_EQ(Content(&inner).status, L"0 Element(e)");
     EXPECT_EQ(Content(nullptr).title, L"");
     EXPECT_EQ(Content(nullptr).status, L"");
+}
+
+TEST_F(ListTest, FindListRow_GoesOnFromTheRowAndWrapsOnlyWhenAsked) {
+    for (const wchar_t* name : {L"Abc", L"b", L"ÄB", L"abd"})
+        nodes.Add(folder, NodeRelation::Child, name, std::wstring(L"Clip"));
+    const ListContent content = Content(folder);
+    EXPECT_EQ(FindListRow(content, L"AB", 0, true, true), 0);
+    EXPECT_EQ(FindListRow(content, L"ab", 1, true, true), 3);
+    EXPECT_EQ(FindListRow(content, L"äb", 3, true, true), 2);
+    EXPECT_EQ(FindListRow(content, L"äb", 3, true, false), -1);
+    EXPECT_EQ(FindListRow(content, L"b", 4, true, true), 1);
+    EXPECT_EQ(FindListRow(content, L"ab", 0, false, true), -1);
+    EXPECT_EQ(FindListRow(content, L"ABD", -1, false, true), 3);
+    EXPECT_EQ(FindListRow(ListContent{}, L"a", 0, true, true), -1);
 }

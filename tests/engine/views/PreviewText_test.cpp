@@ -1,22 +1,61 @@
 #include "engine/views/PreviewText.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
+#include "engine/clipboard/ClipboardTest.h"
+#include "platform/Text.h"
 
 namespace {
 
-std::wstring Shown(const std::string& bytes) {
-    return PreviewTextOf({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
+class PreviewTextTest : public ClipboardTest {
+ protected:
+    // A clip file with one text record, whose header is read.
+    void Store(const std::string& text) {
+        fake.files.SetBytes(kFile, RecordBytes(1, "Text", text));
+        const ClipFileScope file(OpenClipFile(kFile, false, true));
+        ASSERT_TRUE(format.LoadFromFile(file.Handle(), false));
+    }
+    // The whole text, read in pieces of `size` bytes.
+    std::wstring ReadAll(std::size_t size) {
+        PreviewTextReader reader(kFile, format);
+        std::wstring all;
+        while (reader.HasMore())
+            all += reader.Next(size).value_or(L"!");
+        return all;
+    }
+
+    const std::wstring kFile = L"C:\\C1.nxc";
+    CFormat format;
+};
+
+TEST_F(PreviewTextTest, Next_TearsNoLineEndWhereverThePiecesEnd) {
+    Store("ab\r\nc\rd\n\r\n\r\re\r" + std::string("\0hidden", 7));
+    for (std::size_t size = 2; size < 30; ++size)
+        EXPECT_EQ(ReadAll(size), L"ab\r\nc\r\nd\r\n\r\n\r\n\r\ne\r\n") << size;
+    Store("x");
+    EXPECT_EQ(ReadAll(kFirstPreviewBytes), L"x");
+}
+
+TEST_F(PreviewTextTest, Next_StopsAtTheMostThatIsShown) {
+    Store(std::string(kMostPreviewBytes - 1, 'x') + "y");
+    EXPECT_EQ(ReadAll(kNextPreviewBytes).size(), kMostPreviewBytes);
+    Store(std::string(kMostPreviewBytes - 1, 'x') + "yz");
+    const std::wstring shown = ReadAll(kNextPreviewBytes);
+    EXPECT_EQ(shown.substr(kMostPreviewBytes - 2), L"xy\r\n[...]");
+}
+
+TEST_F(PreviewTextTest, ReadPreview_ReadsNoMoreThanItIsAskedFor) {
+    Store("0123456789");
+    const auto part = ReadPreview(kFile, format, 2, 3);
+    ASSERT_TRUE(part);
+    EXPECT_EQ(std::string(part->All().begin(), part->All().end()), "234");
+    EXPECT_EQ(ReadPreview(kFile, format, 8, 100)->size, 2u);
+    EXPECT_FALSE(ReadPreview(kFile, format, 11, 1));
+
+    fake.files.SetBytes(kFile, RecordBytes(1, "Text", "012345678"));
+    EXPECT_FALSE(ReadPreview(kFile, format, 0, 3)) << "the file holds less than the header says";
+    PreviewTextReader reader(L"C:\\missing", format);
+    EXPECT_FALSE(reader.Next(10));
+    EXPECT_FALSE(reader.HasMore());
+    EXPECT_EQ(fake.ledger.Owned(ResourceKind::File), 0);
 }
 
 }  // namespace
-
-TEST(PreviewText, PreviewTextOf_EndsEveryLineAsTheTextBoxWantsIt) {
-    EXPECT_EQ(Shown("a\nb\rc\r\nd\n\n\r\r\n"), L"a\r\nb\r\nc\r\nd\r\n\r\n\r\n\r\n");
-    EXPECT_EQ(Shown("a\r"), L"a\r\n");
-    EXPECT_EQ(Shown(std::string("gr\xFCn\0verborgen", 14)), L"grün");
-    const std::wstring most = Shown(std::string(kMostPreviewBytes, 'x'));
-    EXPECT_EQ(most.size(), kMostPreviewBytes);
-    EXPECT_EQ(Shown(std::string(kMostPreviewBytes + 1, 'x')), most + L"\r\n[...]");
-}
