@@ -266,8 +266,10 @@ Node& CTreeViewEx::AddFromRecord(Node* relative, NodeRelation relation, const Tr
 bool CTreeViewEx::SaveDataToFile(const std::wstring& path) {
     const HourglassScope hourglass(ThePlatform().user);
     const auto error = ErrorIn([&] {
-        if (image_.empty()) image_ = EncodeTreeData(data_);
-        WriteSafeFile(path, image_);
+        if (image_.empty())
+            WriteSafeFile(path, EncodeTreeData(data_));
+        else
+            WriteSafeFile(path, image_);
     });
     if (error) ThePlatform().user.Tell(error->Description());
     return !error;
