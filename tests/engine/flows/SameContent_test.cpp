@@ -1,6 +1,6 @@
 #include "engine/flows/SameContent.h"
 
-#include "engine/profiles/ProfileWorld.h"
+#include "engine/profiles/ProfileWorldTest.h"
 
 namespace {
 
