@@ -286,14 +286,14 @@ FileMark::FileMark(const std::wstring& path) {
         changed_ = ThePlatform().files.ChangeTime(path).value_or(0);
         size_ = bytes.size();
         checkSum_ = CheckSum(bytes.data(), bytes.size());
+        known_ = true;
     } catch (const RuntimeError&) {
-        // No file, for all that can be said of it.
+        // Nothing is known then.
     }
 }
 
 bool FileMark::StillHolds(const std::wstring& path) const {
-    const auto changed = ThePlatform().files.ChangeTime(path);
-    if (!changed || *changed == changed_) return true;
+    if (!known_ || ThePlatform().files.ChangeTime(path) == changed_) return true;
     const FileMark now(path);
-    return now.size_ == size_ && now.checkSum_ == checkSum_;
+    return !now.known_ || (now.size_ == size_ && now.checkSum_ == checkSum_);
 }

@@ -40,15 +40,17 @@ bool FinishSave(const std::wstring& path);
 // What a file held at one moment, to notice later that another program changed it meanwhile.
 class FileMark {
  public:
-    // Of no file.
+    // Of nothing that is known.
     FileMark() = default;
-    // Reads the file; one that cannot be read counts as none.
+    // Reads the file; nothing is known of one that is not there or cannot be read.
     explicit FileMark(const std::wstring& path);
 
-    // The file is gone or holds the same as then. It is read only when it was written since.
+    // False only when the file is known to hold something else than then. It is read only when it was written
+    // since.
     bool StillHolds(const std::wstring& path) const;
 
  private:
+    bool known_ = false;
     FileTime changed_ = 0;
     std::size_t size_ = 0;
     std::uint32_t checkSum_ = 0;

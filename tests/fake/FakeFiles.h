@@ -50,6 +50,8 @@ class FakeFiles : public FilePort {
     void AddDrive(const std::wstring& drive) { drives_.insert(drive); }
     // Everything on the drive ("D:") is gone; open files of it can only be closed.
     void UnplugDrive(const std::wstring& drive);
+    // Somebody else removed a file or an empty directory, whatever is open.
+    void Vanish(const std::wstring& path) { entries_.erase(FullPath(path)); }
     // Cuts a file, even while it is open.
     void Truncate(const std::wstring& path, std::size_t size);
     void SetReadOnly(const std::wstring& path, bool readOnly);

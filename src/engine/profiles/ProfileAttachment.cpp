@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "engine/process/TreeOperation.h"
 #include "engine/profiles/CProfiles.h"
 #include "engine/profiles/FoundClips.h"
 #include "engine/profiles/ProfileStore.h"
@@ -140,6 +141,7 @@ Node* LoadAgain(CTreeViewEx& tree, CProfile& entry, ActiveContainer& container) 
 
 Node* AttachProfileDirectory(CTreeViewEx& tree, const std::wstring& directory) {
     if (directory.empty()) return nullptr;
+    const TreeOperationScope operation;
     ProfileLock lock(directory);
     const bool editedByOther = lock.HeldByOther();
     if (!editedByOther) FinishSave(TreeDataFilePath(directory));
@@ -163,6 +165,7 @@ void EnterProfile(Node& profile, const std::wstring& directory, ProfileLock lock
 }
 
 void LoadListedProfiles(CTreeViewEx& tree) {
+    const TreeOperationScope operation;
     const HourglassScope hourglass(ThePlatform().user);
     UserPort& user = ThePlatform().user;
     tree.TreeView()->Clear();
@@ -192,6 +195,7 @@ bool AnyEditedByOther() {
 }
 
 bool TakeOverFreedProfiles(CTreeViewEx& tree, ActiveContainer& container) {
+    const TreeOperationScope operation;
     bool any = false;
     for (CProfile* entry : Profiles().NewEnum()) {
         if (entry->Node == nullptr || !entry->Lock.HeldByOther()) continue;

@@ -44,6 +44,24 @@ TEST_F(ActiveContainerTest, StoreAndRestore_FindTheSameNodeAfterANewStart) {
     }
 }
 
+TEST_F(ActiveContainerTest, Restore_AProfileThatIsMissingShiftsNothing) {
+    Profiles().SaveRegistry();
+    for (const auto& [name, missing, expected, told] :
+         {std::tuple{L"U", L"C:\\P", L"U", 0u}, {L"T", L"C:\\P", L"Q", 1u}, {L"T", L"C:\\Q", L"T", 0u}}) {
+        LoadListedProfiles(tree);
+        container.Restore();
+        container.SetActiveContainer(&Get(name));
+        container.Store();
+        fake.files.LockByOther(missing + std::wstring(L"\\nxclip.nxp"));
+        LoadListedProfiles(tree);
+        fake.user.messages.clear();
+        container.Restore();
+        EXPECT_EQ(container.Title(), expected);
+        EXPECT_EQ(fake.user.messages.size(), told) << "captures do not go elsewhere in silence";
+        fake.files.UnlockByOther(missing + std::wstring(L"\\nxclip.nxp"));
+    }
+}
+
 TEST_F(ActiveContainerTest, Restore_FallsBackToTheFirstProfile) {
     for (const wchar_t* stored : {L"-1", L"0", L"9999", L"abc", L"", L"3"}) {  // 3 is a clip
         fake.settings.Set(L"Settings", L"ActiveContainer", stored);

@@ -186,6 +186,34 @@ TEST_F(ClipOperationsTest, DeleteProfile_TakesItsFilesAndItsPlaceInTheList) {
     EXPECT_EQ(container.Title(), L"<Keine aktive Ablage>");
 }
 
+TEST_F(ClipOperationsTest, Delete_OfOneOfTwoNodesWithTheSameFile_LeavesItToTheOther) {
+    const std::wstring file = FileOf(L"c1");
+    Get(L"c3").SetTag(Get(L"c1").Tag());  // as in files that were merged
+    fake.user.answers = {true, true};
+    EXPECT_TRUE(operations.Delete(&Get(L"S")));
+    EXPECT_TRUE(fake.files.Has(file));
+    EXPECT_TRUE(operations.Delete(&Get(L"c3")));
+    EXPECT_FALSE(fake.files.Has(file));
+}
+
+TEST_F(ClipOperationsTest, DropMove_AfterACopyThatFailed_IsDone) {
+    fake.failures.FailAlways(Operation::FilesCopy);
+    EXPECT_EQ(operations.Drop(&Get(L"U"), &Get(L"c1"), true, false), nullptr);
+    fake.failures.FailNone();
+    EXPECT_NE(operations.Drop(&Get(L"P"), &Get(L"c1"), true, true), nullptr);
+}
+
+TEST_F(ClipOperationsTest, DeleteProfile_WhoseDirectoryVanished_IsGone) {
+    for (const std::wstring& file : fake.files.AllFiles()) {
+        if (file.starts_with(L"C:\\P\\")) fake.files.Vanish(file);
+    }
+    fake.files.Vanish(L"C:\\P");
+    fake.user.answers = {true};
+    EXPECT_TRUE(operations.Delete(&Get(L"P")));
+    EXPECT_TRUE(fake.user.messages.empty());
+    EXPECT_EQ(ListOutline(), L"Q=C:\\Q ");
+}
+
 TEST_F(ClipOperationsTest, Delete_DataThatCannotGoIsToldOnce) {
     fake.files.SetReadOnly(FileOf(L"c1"), true);
     fake.files.SetReadOnly(FileOf(L"c2"), true);
@@ -232,6 +260,18 @@ TEST_F(AnnouncedClipTest, Delete_ThePasteAfterItStillWorks) {
 TEST_F(AnnouncedClipTest, MoveToAnotherProfile_ThePasteAfterItStillWorks) {
     ASSERT_NE(operations.Drop(&Get(L"U"), &Get(L"c1"), true, true), nullptr);
     EXPECT_EQ(fake.clipboard.OtherProgramReads(kTextFormat), "Inhalt\0"s);
+}
+
+TEST_F(AnnouncedClipTest, DeleteAndMove_OfWhatCannotBeRendered_AskFirst) {
+    const std::wstring file = FileOf(L"c1");
+    fake.failures.FailAlways(Operation::ClipboardOpen);
+    fake.user.answers = {true, false, false, true, true};
+    EXPECT_FALSE(operations.Delete(&Get(L"c1")));
+    EXPECT_EQ(operations.Drop(&Get(L"U"), &Get(L"c1"), true, true), nullptr);
+    EXPECT_TRUE(fake.files.Has(file));
+    EXPECT_EQ(MemoryOutline(), L"P(S(c1 T(c2)) c3) Q(U(c4))");
+    EXPECT_TRUE(operations.Delete(&Get(L"c1")));
+    EXPECT_FALSE(fake.files.Has(file));
 }
 
 TEST_F(AnnouncedClipTest, DeleteOfAnotherClip_LeavesThePromiseAsItIs) {

@@ -127,6 +127,20 @@ TEST_F(ProfileActionsTest, ImportProfileDirect_AttachesWhatTheDirectoryHolds) {
     EXPECT_TRUE(fake.user.messages.empty());
 }
 
+TEST_F(ProfileActionsTest, UnlinkProfile_AChangeThatIsNotSavedIsNotForgottenInSilence) {
+    Fill();
+    fake.files.SetReadOnly(L"C:\\P\\nxclip.nxp", true);
+    AddFolder(Get(L"P"), L"neu");
+    fake.user.answers = {true, false};
+    EXPECT_FALSE(actions.UnlinkProfile(&Get(L"P")));
+    EXPECT_EQ(fake.user.questions.size(), 2u);
+    fake.files.SetReadOnly(L"C:\\P\\nxclip.nxp", false);
+    fake.user.answers = {true};
+    EXPECT_TRUE(actions.UnlinkProfile(&Get(L"P")));
+    ASSERT_NE(actions.ImportProfileDirect(L"C:\\P"), nullptr);
+    EXPECT_NE(MemoryOutline().find(L"neu"), std::wstring::npos) << "the second try saved it";
+}
+
 TEST_F(ProfileActionsTest, UnlinkProfile_TouchesNoFile) {
     Fill();
     container.SetActiveContainer(&Get(L"T"));
