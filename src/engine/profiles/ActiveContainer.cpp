@@ -74,14 +74,14 @@ std::wstring KindImage(const Node* node) {
 
 void ActiveContainer::SetActiveContainer(Node* node) {
     if (!MayBeActive(node)) return;
-    if (node_ != nullptr) node_->SetImage(KindImage(node_));
-    node_ = node;
-    if (node_ != nullptr) node_->SetImage(std::wstring(L"Camera"));
+    if (Get() != nullptr) Get()->SetImage(KindImage(Get()));
+    node_.Follow(node);
+    if (node != nullptr) node->SetImage(std::wstring(L"Camera"));
     TellListener();
 }
 
 std::wstring ActiveContainer::Title() const {
-    return node_ != nullptr ? node_->Text() : L"<Keine aktive Ablage>";
+    return Get() != nullptr ? Get()->Text() : L"<Keine aktive Ablage>";
 }
 
 void ActiveContainer::TellListener() const {
@@ -89,21 +89,21 @@ void ActiveContainer::TellListener() const {
 }
 
 void ActiveContainer::LeaveSubtree(const Node& node) {
-    if (node_ == nullptr || !tree_.IsSubNode(node_, &node)) return;
+    if (Get() == nullptr || !tree_.IsSubNode(Get(), &node)) return;
     Node* const heir = node.Parent() != nullptr ? node.Parent() : Neighbour(node);
     SetActiveContainer(MayBeActive(heir) ? heir : nullptr);
 }
 
 void ActiveContainer::Restore() {
     // The container of before, if any, went with the tree that was loaded anew.
-    node_ = nullptr;
+    node_.Follow(nullptr);
     const auto stored = ParseInt32(ThePlatform().settings.Read(kSection, kKey, L"-1"));
     tree_.SetActiveContainer(stored.value_or(-1));
     const std::optional<Place> place = StoredPlace(tree_.ActiveContainer());
     Node* const last = place ? NodeAt(*place) : tree_.NodeAtPosition(tree_.ActiveContainer());
     const bool found = last != nullptr && MayBeActive(last);
     SetActiveContainer(found ? last : tree_.TreeView()->Root());
-    if (place && !found && node_ != nullptr) {
+    if (place && !found && Get() != nullptr) {
         ThePlatform().user.Tell(
             L"Die letzte aktive Ablage ist nicht vorhanden.\r\nNeue Clips kommen in das Profil \"" + Title() +
             L"\".");
@@ -111,9 +111,9 @@ void ActiveContainer::Restore() {
 }
 
 void ActiveContainer::Store() const {
-    tree_.SetActiveContainer(tree_.PositionOf(node_));
+    tree_.SetActiveContainer(tree_.PositionOf(Get()));
     SettingsPort& settings = ThePlatform().settings;
     const std::int32_t position = tree_.ActiveContainer();
     settings.Write(kSection, kKey, NumberText(position));
-    settings.Write(kSection, kPlaceKey, node_ != nullptr ? PlaceText(position, PlaceOf(node_)) : L"");
+    settings.Write(kSection, kPlaceKey, Get() != nullptr ? PlaceText(position, PlaceOf(Get())) : L"");
 }

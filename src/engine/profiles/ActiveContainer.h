@@ -4,6 +4,7 @@
 #include <string>
 
 #include "engine/tree/CTreeViewEx.h"
+#include "engine/tree/NodeRef.h"
 
 // The profile or folder that new clips go into, shown with a picture of its own. There is none only while the
 // tree is empty.
@@ -14,7 +15,7 @@ class ActiveContainer {
     ActiveContainer(const ActiveContainer&) = delete;
     ActiveContainer& operator=(const ActiveContainer&) = delete;
 
-    Node* Get() const { return node_; }
+    Node* Get() const { return node_.Get(); }
     // Takes a profile, a folder or null; any other node is ignored. Changes the pictures of the old and the
     // new one and tells the listener.
     void SetActiveContainer(Node* node);
@@ -36,7 +37,7 @@ class ActiveContainer {
 
  private:
     CTreeViewEx& tree_;
-    Node* node_ = nullptr;
+    NodeRef node_;
     std::function<void()> changed_;
 };
 

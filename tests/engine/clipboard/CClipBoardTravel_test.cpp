@@ -46,7 +46,7 @@ TEST_F(ClipTravelTest, Capture_WithAnyOperationFailingCountsWhatCanBeReadAgain) 
     for (const auto failure : {WriteFailure::DiskFullWithPart, WriteFailure::Nothing, WriteFailure::Short}) {
         fake.failures.writeFailure = failure;
         FailEachCall(
-            fake, 50, [&] { fake.clipboard.OtherProgramCopies(content); }, [&] { SaveClipboard(); },
+            fake, 51, [&] { fake.clipboard.OtherProgramCopies(content); }, [&] { SaveClipboard(); },
             [&](bool) { EXPECT_FALSE(fake.clipboard.IsOpen()); });
     }
 }

@@ -247,7 +247,7 @@ TEST_F(SnapTest, UpdateClipBoard_LeavesTheSameContentAtTheNewestClip) {
     Options().SkipSame = true;
     EXPECT_FALSE(takes("eins"));
     EXPECT_EQ(fake.user.LastStatus(), L"Der Inhalt steht schon im neuesten Clip, 'Clip'.");
-    EXPECT_EQ(fake.files.AllFiles().size(), 3u) << "two clips and their profile";
+    EXPECT_EQ(fake.files.AllFiles().size(), 4u) << "two clips, their profile and its journal";
     EXPECT_TRUE(takes("zwei"));
     EXPECT_TRUE(takes("eins"));
     flow.Snap();
@@ -376,7 +376,7 @@ TEST_F(SnapTest, UpdateClipBoard_ComesBackToABusyClipboard) {
     EXPECT_EQ(folder->Children(), before);
     EXPECT_EQ(fake.user.LastStatus(),
               L"Eine Kopie wurde nicht erfasst: Ein anderes Programm gibt die Zwischenablage nicht frei.");
-    EXPECT_EQ(fake.files.AllFiles().size(), 2u);  // the first clip and the tree
+    EXPECT_EQ(fake.files.AllFiles().size(), 3u);  // the first clip, the tree and its journal
 }
 
 // An owner that is asked for its data lets sent messages in.

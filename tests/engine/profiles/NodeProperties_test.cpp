@@ -47,12 +47,15 @@ TEST_F(NodePropertiesTest, ClipProperties_RoundTrip) {
     EXPECT_EQ(fake.user.messages.size(), 2u);
 }
 
-TEST_F(NodePropertiesTest, ClipProperties_OfADamagedTagKeepIt) {
+TEST_F(NodePropertiesTest, ClipProperties_OfADamagedTagKeepItAndRefuseAnotherInfo) {
     Node& clip = Get(L"c1");
     for (const wchar_t* tag : {L"C&7", L"C&7&x&y", L"C&x,1&t&i"}) {
         clip.SetTag(tag);
         EXPECT_EQ(ReadClipProperties(clip).file, L"");
-        EXPECT_TRUE(ApplyClipProperties(tree, clip, L"c1", L"neu"));
+        fake.user.messages.clear();
+        EXPECT_FALSE(ApplyClipProperties(tree, clip, L"c1", L"neu"));
+        EXPECT_EQ(fake.user.messages.size(), 1u);
+        EXPECT_TRUE(ApplyClipProperties(tree, clip, L"c1", ReadClipProperties(clip).info));
         EXPECT_EQ(clip.Tag(), tag);
     }
 }
