@@ -154,13 +154,14 @@ bool SaveProfile(CTreeViewEx& tree, Node& profile, Node* without) {
     }
     CProfile* const entry = Profiles().ProfileOf(&profile);
     const std::wstring file = TreeDataFilePath(GetProfileDirectory(&profile));
-    bool saved = tree.BuildTreeData(&profile, without);
-    if (saved) {
-        const bool mayWrite =
-            entry == nullptr || entry->OnDisk.StillHolds(file) || MayReplace(entry->Directory);
-        saved = mayWrite && tree.SaveDataToFile(file);
-        tree.ReleaseData();
-    } else {
+    if (entry != nullptr && !entry->OnDisk.StillHolds(file) && !MayReplace(entry->Directory)) {
+        entry->Dirty = true;
+        return false;
+    }
+    const bool built = tree.BuildTreeData(&profile, without);
+    const bool saved = built && tree.SaveDataToFile(file);
+    tree.ReleaseData();
+    if (!built) {
         user.Tell(L"BuildTreeData: Profiledaten konnten nicht ermittelt werden.");
         user.Tell(L"Speichern des Profils ist fehlgeschlagen !!!");
     }
@@ -168,7 +169,8 @@ bool SaveProfile(CTreeViewEx& tree, Node& profile, Node* without) {
         // After a failure file and tree may differ: the next save of all makes up for it.
         entry->Dirty = !saved;
         entry->Unfinished = true;
-        if (saved) entry->OnDisk = FileMark(file);
+        // Of a failed save as well: a file that became longer stays so.
+        entry->OnDisk = FileMark(file);
     }
     return saved;
 }

@@ -209,7 +209,7 @@ bool CTreeViewEx::BuildTreeData(const Node* node, const Node* without) {
         return false;
     }
     const Node* const top = node != nullptr ? node : mvarTreeView->Root();
-    return !ErrorIn([&] { image_ = EncodeNodes({top, node == nullptr, without}); });
+    return Succeeds([&] { image_ = EncodeNodes({top, node == nullptr, without}); });
 }
 
 const TreeData& CTreeViewEx::Data() const {
@@ -289,8 +289,7 @@ bool CTreeViewEx::LoadDataFromFile(const std::wstring& path) {
 
 void CTreeViewEx::ReleaseData() {
     image_ = {};
-    data_.Count = 0;
-    data_.Nodes = std::vector<TreeNodeRecord>(2);
+    data_ = TreeData{};
 }
 
 bool CTreeViewEx::SaveToRecordField() {
