@@ -135,6 +135,7 @@ TEST_F(OneThing, Load_WatchesTheClipboardBeforeItLoadsTheProfiles) {
     EXPECT_FALSE(ToolBarControl(main.Control(tbToolBar)).Pressed(tbbLock)) << "the options come last";
     EXPECT_FALSE(main.Visible());
     Driver::Answer(missing, IDOK);
+    Driver::Answer(nxclip_.WaitForNotice(), IDYES);
     nxclip_.WaitForMain();
     WaitFor("the options", [&] { return nxclip_.ToolBar().Pressed(tbbLock); });
     nxclip_.Quit();

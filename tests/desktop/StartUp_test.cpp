@@ -87,16 +87,4 @@ TEST_F(StartUp, Splash_ComesFirstAndClosesByEscape) {
 }
 
 // A control that the system cannot make: a rich-text box without its libraries.
-TEST_F(StartUp, MissingControl_IsToldAndEndsTheProgram) {
-    if (GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") == nullptr)
-        GTEST_SKIP() << "only Wine can be told to do without a library";
-    constexpr const wchar_t* kKey = L"Software\\Wine\\AppDefaults\\NXClip.exe\\DllOverrides";
-    for (const wchar_t* library : {L"msftedit", L"riched20"})
-        RegSetKeyValueW(HKEY_CURRENT_USER, kKey, library, REG_SZ, L"", sizeof(wchar_t));
-    nxclip_.Launch();
-    EXPECT_EQ(nxclip_.AnswerNotice(), L"Das Hauptfenster konnte nicht geöffnet werden !!!");
-    EXPECT_EQ(nxclip_.Program().WaitForEnd(), 0u);
-    RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Wine\\AppDefaults\\NXClip.exe");
-}
-
 }  // namespace
