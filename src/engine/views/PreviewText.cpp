@@ -74,17 +74,16 @@ std::optional<PreviewBytes> ReadPreview(const std::wstring& clipFile, const CFor
                                         std::size_t offset, std::size_t most) {
     if (format.DataOffset < 0 || format.DataSize < 1) return std::nullopt;
     const auto size = static_cast<std::size_t>(format.DataSize);
-    const ClipFileScope file(OpenClipFile(clipFile, false, true));
-    if (!file.IsOpen() || offset > size) return std::nullopt;
-    const auto end = ThePlatform().files.Size(file.Handle());
+    const OpenFile file(OpenClipFile(clipFile, false, true));
+    if (!file.IsSet() || offset > size) return std::nullopt;
+    const auto end = ThePlatform().files.Size(file.Get());
     if (!end || *end < std::int64_t{format.DataOffset} + format.DataSize) return std::nullopt;
-    if (!SeekClipFile(file.Handle(), format.DataOffset + static_cast<std::int64_t>(offset)))
-        return std::nullopt;
+    if (!SeekClipFile(file.Get(), format.DataOffset + static_cast<std::int64_t>(offset))) return std::nullopt;
     PreviewBytes read;
     read.size = std::min(size - offset, most);
     read.bytes.reset(new std::uint8_t[read.size]);
     const auto wanted = static_cast<std::uint32_t>(read.size);
-    if (ThePlatform().files.Read(file.Handle(), read.bytes.get(), wanted) != wanted) return std::nullopt;
+    if (ThePlatform().files.Read(file.Get(), read.bytes.get(), wanted) != wanted) return std::nullopt;
     return read;
 }
 
