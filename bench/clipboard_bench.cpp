@@ -18,9 +18,9 @@ constexpr std::size_t kMegabyte = std::size_t{1} << 20;
 std::int16_t Save(CClipBoard& clipBoard, WindowHandle window) {
     std::int16_t count = 0;
     OpenClipboardScope clipboard(window);
-    ClipFileScope file(OpenClipFile(kClip, true, false));
+    OpenFile file(OpenClipFile(kClip, true, false));
     for (CFormat& format : *clipBoard.GetClipboardFormats()) {
-        if (format.LoadAndSaveFormat(file.Handle())) ++count;
+        if (format.LoadAndSaveFormat(file.Get())) ++count;
     }
     return count;
 }
@@ -42,8 +42,8 @@ void ReadHeaders(benchmark::State& state) {
     if (Save(clipBoard, window) != formats) state.SkipWithError("not every format was saved");
 
     for (auto _ : state) {
-        ClipFileScope file(OpenClipFile(kClip, false, true));
-        benchmark::DoNotOptimize(clipBoard.LoadFormatsByHandle(file.Handle(), formats));
+        OpenFile file(OpenClipFile(kClip, false, true));
+        benchmark::DoNotOptimize(clipBoard.LoadFormatsByHandle(file.Get(), formats));
     }
     state.SetItemsProcessed(state.iterations() * formats);
 }

@@ -17,21 +17,21 @@ namespace {
 constexpr const wchar_t* kClip = L"C:\\C1.nxc";
 
 void LoadEverything(CClipBoard& clipBoard, std::int16_t count, std::size_t fileSize) {
-    ClipFileScope file(OpenClipFile(kClip, false, true));
-    const auto formats = clipBoard.LoadFormatsByHandle(file.Handle(), count);
+    OpenFile file(OpenClipFile(kClip, false, true));
+    const auto formats = clipBoard.LoadFormatsByHandle(file.Get(), count);
     if (formats == nullptr) return;
     for (CFormat& format : *formats) {
         Require(format.DataSize >= 0 && format.DataOffset >= 0);
         const auto end =
             static_cast<std::size_t>(format.DataOffset) + static_cast<std::size_t>(format.DataSize);
         Require(end <= fileSize);
-        if (!format.LoadDataFromFile(file.Handle(), false)) continue;
+        if (!format.LoadDataFromFile(file.Get(), false)) continue;
         Require(format.DataLength >= 1 && format.DataLength <= format.DataSize);
         format.GetText(20);
     }
-    SeekClipFile(file.Handle(), 0);
+    SeekClipFile(file.Get(), 0);
     CFormat first;
-    first.LoadFromFile(file.Handle(), true);
+    first.LoadFromFile(file.Get(), true);
 }
 
 }  // namespace

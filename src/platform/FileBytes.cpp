@@ -15,15 +15,15 @@ constexpr std::size_t kMostPerCall = std::numeric_limits<std::uint32_t>::max();
 
 }  // namespace
 
-OpenFile::~OpenFile() {
-    if (IsOpen()) ThePlatform().files.Close(file_);
+void ClosedByFilePort::Close(FileHandle file) {
+    ThePlatform().files.Close(file);
 }
 
 std::vector<std::uint8_t> ReadWholeFile(const std::wstring& path) {
     FilePort& files = ThePlatform().files;
     const OpenFile file(files.Open(path, FileUse::Read));
-    if (!file.IsOpen()) ThrowFileError(path);
-    const std::optional<std::int64_t> size = files.Size(file.Handle());
+    if (!file.IsSet()) ThrowFileError(path);
+    const std::optional<std::int64_t> size = files.Size(file.Get());
     if (!size) ThrowFileError(path);
     if (static_cast<std::uint64_t>(*size) > kMostPerCall) throw RuntimeError(ErrorNumber::OutOfMemory);
 
@@ -33,7 +33,7 @@ std::vector<std::uint8_t> ReadWholeFile(const std::wstring& path) {
     } catch (const std::exception&) {
         throw RuntimeError(ErrorNumber::OutOfMemory);
     }
-    const auto read = files.Read(file.Handle(), bytes.data(), static_cast<std::uint32_t>(bytes.size()));
+    const auto read = files.Read(file.Get(), bytes.data(), static_cast<std::uint32_t>(bytes.size()));
     if (!read) ThrowFileError(path);
     // Taken for the whole file, its beginning would be saved as if the rest had never been.
     if (*read != bytes.size()) throw RuntimeError(ErrorNumber::FileTooShort);

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/Handles.h"
+#include "platform/UniqueHandle.h"
 
 // Whole files as bytes, over the file port in force.
 
@@ -12,16 +13,9 @@
 std::vector<std::uint8_t> ReadWholeFile(const std::wstring& path);
 
 // An open file that is closed at the end of its scope.
-class OpenFile {
- public:
-    explicit OpenFile(FileHandle file) : file_(file) {}
-    ~OpenFile();
-    OpenFile(const OpenFile&) = delete;
-    OpenFile& operator=(const OpenFile&) = delete;
-
-    FileHandle Handle() const { return file_; }
-    bool IsOpen() const { return file_ != FileHandle::None; }
-
- private:
-    FileHandle file_;
+struct ClosedByFilePort {
+    using Handle = FileHandle;
+    static FileHandle None() { return FileHandle::None; }
+    static void Close(FileHandle file);
 };
+using OpenFile = UniqueHandle<ClosedByFilePort>;

@@ -135,19 +135,19 @@ void FlushFile(FileHandle file, const std::wstring& named) {
 
 void WriteJournal(const std::wstring& path, const Change& change) {
     const OpenFile journal(ThePlatform().files.Open(JournalPathOf(path), FileUse::WriteNew));
-    if (!journal.IsOpen()) ThrowFileError(path);
-    WriteAll(journal.Handle(), Encoded(change), path);
-    FlushFile(journal.Handle(), path);
+    if (!journal.IsSet()) ThrowFileError(path);
+    WriteAll(journal.Get(), Encoded(change), path);
+    FlushFile(journal.Get(), path);
 }
 
 // `touched` tells whether the bytes of the range may be others afterwards, be it after a failure or not.
 void WriteRange(const OpenFile& file, const std::wstring& path, const Change& change, bool& touched) {
     FilePort& files = ThePlatform().files;
-    if (!files.Reserve(file.Handle(), static_cast<std::int64_t>(change.newSize)) ||
-        !files.Seek(file.Handle(), static_cast<std::int64_t>(change.position)))
+    if (!files.Reserve(file.Get(), static_cast<std::int64_t>(change.newSize)) ||
+        !files.Seek(file.Get(), static_cast<std::int64_t>(change.position)))
         ThrowFileError(path);
     touched = true;
-    WriteAll(file.Handle(), change.bytes, path);
+    WriteAll(file.Get(), change.bytes, path);
 }
 
 OpenFile OpenInPlace(const std::wstring& path) {
@@ -157,10 +157,10 @@ OpenFile OpenInPlace(const std::wstring& path) {
 // With nothing left to write it is only brought onto the disk.
 void WriteRangeForGood(const std::wstring& path, const Change& change, bool written) {
     const OpenFile file = OpenInPlace(path);
-    if (!file.IsOpen()) ThrowFileError(path);
+    if (!file.IsSet()) ThrowFileError(path);
     bool touched = false;
     if (!written) WriteRange(file, path, change, touched);
-    FlushFile(file.Handle(), path);
+    FlushFile(file.Get(), path);
 }
 
 // After a failure: the old bytes come back where new ones may stand. Where that fails too, or where the
@@ -251,7 +251,7 @@ void WriteSafeFile(const std::wstring& path, const std::vector<std::uint8_t>& im
     try {
         WriteJournal(path, *change);
         const OpenFile file = OpenInPlace(path);
-        if (!file.IsOpen()) ThrowFileError(path);
+        if (!file.IsSet()) ThrowFileError(path);
         WriteRange(file, path, *change, touched);
     } catch (const RuntimeError&) {
         if (isNew)

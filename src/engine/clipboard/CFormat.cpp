@@ -176,9 +176,9 @@ bool CFormat::PutEnhancedMetafile() {
 }
 
 bool CFormat::SetClipboardFromFile(const std::wstring& fileName) {
-    ClipFileScope file(OpenClipFile(fileName, false, true));
-    if (!file.IsOpen()) return false;
-    const bool set = LoadDataFromFile(file.Handle(), true) && SetToClipboard();
+    OpenFile file(OpenClipFile(fileName, false, true));
+    if (!file.IsSet()) return false;
+    const bool set = LoadDataFromFile(file.Get(), true) && SetToClipboard();
     ReleaseGlobalData(false);
     return set;
 }

@@ -135,12 +135,12 @@ bool RestoreClip(CClipBoard& clipBoard, WindowHandle owner, const std::wstring& 
     const HeldMessages held;
     std::shared_ptr<CFormats> formats;
     {
-        const ClipFileScope file(OpenClipFile(fileName, false, true));
-        if (!file.IsOpen()) {
+        const OpenFile file(OpenClipFile(fileName, false, true));
+        if (!file.IsSet()) {
             user.Status(L"Datei " + fileName + L" nicht verfügbar !!!");
             return false;
         }
-        formats = clipBoard.LoadFormatsByHandle(file.Handle(), count);
+        formats = clipBoard.LoadFormatsByHandle(file.Get(), count);
     }
     const OpenClipboardScope opened(owner);
     if (!opened.IsOpen()) return false;

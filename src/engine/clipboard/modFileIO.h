@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/FileBytes.h"
 #include "platform/Files.h"
 #include "platform/Handles.h"
 
@@ -26,19 +27,3 @@ std::optional<std::int64_t> RemainingInClipFile(FileHandle file);
 
 // Where `bytes` stand first in a memory block, counted from 0; none when they do not.
 std::optional<std::size_t> FindByte(const void* block, std::size_t size, std::string_view bytes);
-
-// Closes a clip data file at the latest when it goes out of scope.
-class ClipFileScope {
- public:
-    explicit ClipFileScope(FileHandle file) : file_(file) {}
-    ~ClipFileScope() { Close(); }
-    ClipFileScope(const ClipFileScope&) = delete;
-    ClipFileScope& operator=(const ClipFileScope&) = delete;
-
-    bool IsOpen() const { return file_ != FileHandle::None; }
-    FileHandle Handle() const { return file_; }
-    void Close() { CloseClipFile(file_); }
-
- private:
-    FileHandle file_;
-};

@@ -25,15 +25,15 @@ bool HoldTheSame(const std::wstring& path, const std::wstring& otherPath) {
     FilePort& files = ThePlatform().files;
     const OpenFile file(files.Open(path, FileUse::Read));
     const OpenFile other(files.Open(otherPath, FileUse::Read));
-    if (!file.IsOpen() || !other.IsOpen()) return false;
-    const auto size = files.Size(file.Handle());
-    if (!size || files.Size(other.Handle()) != size) return false;
+    if (!file.IsSet() || !other.IsSet()) return false;
+    const auto size = files.Size(file.Get());
+    if (!size || files.Size(other.Get()) != size) return false;
 
     std::vector<char> bytes(kPiece), otherBytes(kPiece);
     for (std::int64_t rest = *size; rest > 0; rest -= kPiece) {
         const auto piece = static_cast<std::uint32_t>(std::min(rest, kPiece));
-        if (files.Read(file.Handle(), bytes.data(), piece) != piece ||
-            files.Read(other.Handle(), otherBytes.data(), piece) != piece ||
+        if (files.Read(file.Get(), bytes.data(), piece) != piece ||
+            files.Read(other.Get(), otherBytes.data(), piece) != piece ||
             std::memcmp(bytes.data(), otherBytes.data(), piece) != 0)
             return false;
     }

@@ -26,8 +26,8 @@ bool WriteLog(const std::wstring& message) {
         const std::wstring time = platform.clock.DateText(platform.clock.Now());
         const std::string line = AnsiFromText(time + L": " + message + L"\r\n");
         const OpenFile file(platform.files.Open(LogFile(), FileUse::Append));
-        if (file.IsOpen()) {
-            platform.files.Write(file.Handle(), line.data(), static_cast<std::uint32_t>(line.size()));
+        if (file.IsSet()) {
+            platform.files.Write(file.Get(), line.data(), static_cast<std::uint32_t>(line.size()));
         }
     } catch (const std::exception&) {
         // A log that cannot be written must never disturb what it logs.

@@ -5,9 +5,6 @@
 
 ProfileLock::ProfileLock(const std::wstring& directory) {
     FilePort& files = ThePlatform().files;
-    const FileHandle file = files.Open(WithBackslash(directory) + L"nxclip.lck", FileUse::Lock);
-    if (file != FileHandle::None)
-        file_ = std::make_unique<OpenFile>(file);
-    else
-        heldByOther_ = files.LastError() == kErrorSharingViolation;
+    file_.Reset(files.Open(WithBackslash(directory) + L"nxclip.lck", FileUse::Lock));
+    heldByOther_ = !file_.IsSet() && files.LastError() == kErrorSharingViolation;
 }

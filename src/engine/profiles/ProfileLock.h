@@ -1,6 +1,5 @@
 #pragma once
 
-#include <memory>
 #include <string>
 
 #include "platform/FileBytes.h"
@@ -17,9 +16,9 @@ class ProfileLock {
 
     // Another program keeps the directory: what is in it may only be read.
     bool HeldByOther() const { return heldByOther_; }
-    bool Held() const { return file_ != nullptr; }
+    bool Held() const { return file_.IsSet(); }
 
  private:
-    std::unique_ptr<OpenFile> file_;
+    OpenFile file_;
     bool heldByOther_ = false;
 };

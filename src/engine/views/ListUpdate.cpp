@@ -23,12 +23,12 @@ void ListFormats(const Node& clipNode, CClipBoard& clipBoard, ListContent& conte
     content.title = Quoted(L"Formate von", clipNode);
     content.columns = {L"Format", L"Beschreibung", L"Größe (Bytes)"};
     const std::wstring path = ClipFileOf(&clipNode);
-    ClipFileScope file(OpenClipFile(path, false, true));
-    if (!file.IsOpen()) {
+    OpenFile file(OpenClipFile(path, false, true));
+    if (!file.IsSet()) {
         content.status = L"Datei " + path + L" nicht verfügbar !!!";
         return;
     }
-    const auto formats = clipBoard.LoadFormatsByHandle(file.Handle(), AttributesOf(&clipNode).formatCount);
+    const auto formats = clipBoard.LoadFormatsByHandle(file.Get(), AttributesOf(&clipNode).formatCount);
     if (formats == nullptr || formats->Count() == 0) {
         content.status = L"Keine Formate ermittelt";
         return;

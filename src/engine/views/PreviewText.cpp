@@ -4,15 +4,45 @@
 #include <string_view>
 #include <utility>
 
+#include "engine/clipboard/FormatNames.h"
 #include "engine/clipboard/modFileIO.h"
 #include "platform/Platform.h"
 #include "platform/Text.h"
 
 namespace {
 
-std::wstring WithBoxLineEnds(std::span<const std::uint8_t> bytes) {
-    const std::wstring text =
-        TextFromAnsi(std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()));
+// The bytes of a text as its characters: of one byte each in the code page, of two in UTF-16. A single byte
+// at the end of those is none.
+class Characters {
+ public:
+    Characters(std::span<const std::uint8_t> bytes, std::size_t size)
+        : bytes_(bytes.first(bytes.size() - bytes.size() % size)), size_(size) {}
+
+    std::size_t Count() const { return bytes_.size() / size_; }
+    std::uint32_t At(std::size_t index) const {
+        const std::uint8_t* const bytes = &bytes_[index * size_];
+        return size_ == 1 ? bytes[0] : static_cast<std::uint32_t>(bytes[0] | bytes[1] << 8);
+    }
+    Characters First(std::size_t count) const { return {bytes_.first(count * size_), size_}; }
+    std::size_t Bytes() const { return bytes_.size(); }
+    std::wstring Text() const {
+        const std::string_view bytes(reinterpret_cast<const char*>(bytes_.data()), bytes_.size());
+        return size_ == 1 ? TextFromAnsi(bytes) : TextFromUtf16(bytes);
+    }
+
+ private:
+    std::span<const std::uint8_t> bytes_;
+    std::size_t size_;
+};
+
+Characters UpToZero(const Characters& text) {
+    std::size_t count = 0;
+    while (count < text.Count() && text.At(count) != 0)
+        ++count;
+    return text.First(count);
+}
+
+std::wstring WithBoxLineEnds(const std::wstring& text) {
     std::wstring result;
     result.reserve(text.size() + text.size() / 16);
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -26,12 +56,16 @@ std::wstring WithBoxLineEnds(std::span<const std::uint8_t> bytes) {
     return result;
 }
 
-// Where a piece that is not the last one may end: behind a line, so that no character and no line end is
-// torn. A line longer than the piece is cut, only not in front of a line feed.
-std::size_t PieceEnd(std::span<const std::uint8_t> piece) {
-    const auto lineFeed = std::find(piece.rbegin(), piece.rend(), '\n');
-    if (lineFeed != piece.rend()) return static_cast<std::size_t>(piece.rend() - lineFeed);
-    return piece.size() > 1 && piece.back() == '\r' ? piece.size() - 1 : piece.size();
+// Where a piece that is not the last one may end: behind a line, so that no letter and no line end is torn. A
+// line longer than the piece is cut, only not in front of a line feed or of a letter's second half.
+std::size_t PieceEnd(const Characters& piece) {
+    const std::size_t count = piece.Count();
+    for (std::size_t end = count; end > 0; --end) {
+        if (piece.At(end - 1) == '\n') return end;
+    }
+    if (count < 2) return count;
+    const std::uint32_t last = piece.At(count - 1);
+    return last == '\r' || (last >= 0xD800 && last < 0xDC00) ? count - 1 : count;
 }
 
 }  // namespace
@@ -40,35 +74,36 @@ std::optional<PreviewBytes> ReadPreview(const std::wstring& clipFile, const CFor
                                         std::size_t offset, std::size_t most) {
     if (format.DataOffset < 0 || format.DataSize < 1) return std::nullopt;
     const auto size = static_cast<std::size_t>(format.DataSize);
-    const ClipFileScope file(OpenClipFile(clipFile, false, true));
-    if (!file.IsOpen() || offset > size) return std::nullopt;
-    const auto end = ThePlatform().files.Size(file.Handle());
+    const OpenFile file(OpenClipFile(clipFile, false, true));
+    if (!file.IsSet() || offset > size) return std::nullopt;
+    const auto end = ThePlatform().files.Size(file.Get());
     if (!end || *end < std::int64_t{format.DataOffset} + format.DataSize) return std::nullopt;
-    if (!SeekClipFile(file.Handle(), format.DataOffset + static_cast<std::int64_t>(offset)))
-        return std::nullopt;
+    if (!SeekClipFile(file.Get(), format.DataOffset + static_cast<std::int64_t>(offset))) return std::nullopt;
     PreviewBytes read;
     read.size = std::min(size - offset, most);
     read.bytes.reset(new std::uint8_t[read.size]);
     const auto wanted = static_cast<std::uint32_t>(read.size);
-    if (ThePlatform().files.Read(file.Handle(), read.bytes.get(), wanted) != wanted) return std::nullopt;
+    if (ThePlatform().files.Read(file.Get(), read.bytes.get(), wanted) != wanted) return std::nullopt;
     return read;
 }
 
 std::optional<std::wstring> PreviewTextReader::Next(std::size_t size) {
     if (format_ == nullptr) return std::nullopt;
     const CFormat& format = *std::exchange(format_, nullptr);
-    const std::size_t wanted = std::min(size, kMostPreviewBytes - offset_);
+    const std::size_t characterSize = format.FormatId == kUnicodeFormat ? 2 : 1;
+    const std::size_t whole = static_cast<std::size_t>(format.DataSize) / characterSize * characterSize;
+    const std::size_t wanted = std::min(size, kMostPreviewBytes - offset_) / characterSize * characterSize;
     const auto read = ReadPreview(clipFile_, format, offset_, wanted);
     if (!read) return std::nullopt;
-    const auto text = RichTextOf(read->All());
+    const Characters piece(read->All(), characterSize);
+    const Characters text = UpToZero(piece);
     const std::size_t next = offset_ + read->size;
-    if (text.size() < read->size || next == static_cast<std::size_t>(format.DataSize))
-        return WithBoxLineEnds(text);
-    if (next == kMostPreviewBytes) return WithBoxLineEnds(text) + L"\r\n[...]";
-    const std::size_t end = PieceEnd(text);
-    offset_ += end;
+    if (text.Count() < piece.Count() || next >= whole) return WithBoxLineEnds(text.Text());
+    if (next == kMostPreviewBytes) return WithBoxLineEnds(text.Text()) + L"\r\n[...]";
+    const Characters shown = text.First(PieceEnd(text));
+    offset_ += shown.Bytes();
     format_ = &format;
-    return WithBoxLineEnds(text.first(end));
+    return WithBoxLineEnds(shown.Text());
 }
 
 std::span<const std::uint8_t> RichTextOf(std::span<const std::uint8_t> bytes) {

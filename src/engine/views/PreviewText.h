@@ -30,8 +30,8 @@ struct PreviewBytes {
 std::optional<PreviewBytes> ReadPreview(const std::wstring& clipFile, const CFormat& format,
                                         std::size_t offset, std::size_t most);
 
-// An ANSI text as a text box wants it, every line end as CR LF, piece by piece: up to the first zero, cut at
-// kMostPreviewBytes with "[...]" in a line of its own.
+// The text of "Text" or "Unicode" as a text box wants it, every line end as CR LF, piece by piece: up to the
+// first zero, cut at kMostPreviewBytes with "[...]" in a line of its own.
 class PreviewTextReader {
  public:
     PreviewTextReader() = default;

@@ -41,6 +41,8 @@ struct ClosedByCall {
 using UniqueRegistryKey = UniqueHandle<ClosedByCall<HKEY, &RegCloseKey>>;
 using UniqueThread = UniqueHandle<ClosedByCall<HANDLE, &CloseHandle>>;
 using UniqueLibrary = UniqueHandle<ClosedByCall<HMODULE, &FreeLibrary>>;
+using UniqueFont = UniqueHandle<ClosedByCall<HFONT, &DeleteObject>>;
+using UniqueBitmap = UniqueHandle<ClosedByCall<HBITMAP, &DeleteObject>>;
 using UniqueIcon = UniqueHandle<ClosedByCall<HICON, &DestroyIcon>>;
 
 // Files and searches have a number of their own for none.

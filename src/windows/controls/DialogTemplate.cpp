@@ -58,7 +58,7 @@ Shape ShapeOf(const std::byte* head) {
 SIZE CharacterOf(const LOGFONTW& font) {
     const UniqueFont made(CreateFontIndirectW(&font));
     const HDC screen = GetDC(nullptr);
-    const HGDIOBJ before = SelectObject(screen, made.get());
+    const HGDIOBJ before = SelectObject(screen, made.Get());
     constexpr wchar_t kLetters[] = L"abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
     SIZE letters{};
     GetTextExtentPoint32W(screen, kLetters, 52, &letters);

@@ -103,7 +103,7 @@ bool PictureBox::ShowDib(std::unique_ptr<std::uint8_t[]> block, const DibLayout&
         block_ = std::move(block);
         // Whether the system draws it at all shows at its first pixel.
         const UniqueBitmap pixel = ScreenBitmap(1, 1);
-        if (!DrawRows(BitmapScope(pixel.get()).Dc(), {0, 0, 1, 1}, 0, 1, 0, 1)) {
+        if (!DrawRows(BitmapScope(pixel.Get()).Dc(), {0, 0, 1, 1}, 0, 1, 0, 1)) {
             Clear();
             return false;
         }
@@ -116,14 +116,14 @@ bool PictureBox::ShowDib(std::unique_ptr<std::uint8_t[]> block, const DibLayout&
 bool PictureBox::DecodeRuns(const std::uint8_t* block, const DibLayout& layout) {
     void* pixels = nullptr;
     decoded_ = ScreenBitmap(layout.width, layout.height, &pixels);
-    if (decoded_ == nullptr) return false;
+    if (!decoded_.IsSet()) return false;
     const BITMAPINFOHEADER header = TopDownHeader(layout.width, layout.height);
     const auto* const bytes = reinterpret_cast<const std::uint8_t*>(&header);
     header_.assign(bytes, bytes + sizeof header);
     pixels_ = static_cast<const std::uint8_t*>(pixels);
     rowBytes_ = static_cast<std::size_t>(layout.width) * 4;
     topDown_ = true;
-    const BitmapScope target(decoded_.get());
+    const BitmapScope target(decoded_.Get());
     return StretchDIBits(target.Dc(), 0, 0, layout.width, layout.height, 0, 0, layout.width, layout.height,
                          block + layout.pixelOffset, reinterpret_cast<const BITMAPINFO*>(block),
                          DIB_RGB_COLORS, SRCCOPY) > 0;
@@ -137,8 +137,8 @@ void PictureBox::Clear() {
 
 void PictureBox::Forget() {
     block_.reset();
-    decoded_.reset();
-    picTemp.reset();
+    decoded_.Reset();
+    picTemp.Reset();
     pixels_ = nullptr;
     size_ = {};
     offset_ = {};
@@ -146,7 +146,7 @@ void PictureBox::Forget() {
 
 void PictureBox::SetStretch(bool stretch) {
     stretch_ = stretch;
-    picTemp.reset();
+    picTemp.Reset();
     LayOut();
 }
 
@@ -239,16 +239,16 @@ void PictureBox::Paint(HDC target) {
 }
 
 void PictureBox::PaintStretched(HDC target, const RECT& client) {
-    if (picTemp == nullptr || stretched_.cx != client.right || stretched_.cy != client.bottom) {
+    if (!picTemp.IsSet() || stretched_.cx != client.right || stretched_.cy != client.bottom) {
         picTemp = ScreenBitmap(client.right, client.bottom);
-        if (picTemp == nullptr) return;
+        if (!picTemp.IsSet()) return;
         stretched_ = {client.right, client.bottom};
-        const BitmapScope scaled(picTemp.get());
+        const BitmapScope scaled(picTemp.Get());
         SetStretchBltMode(scaled.Dc(), HALFTONE);
         SetBrushOrgEx(scaled.Dc(), 0, 0, nullptr);
         DrawRows(scaled.Dc(), client, 0, static_cast<int>(size_.cx), 0, static_cast<int>(size_.cy));
     }
-    const BitmapScope scaled(picTemp.get());
+    const BitmapScope scaled(picTemp.Get());
     BitBlt(target, 0, 0, client.right, client.bottom, scaled.Dc(), 0, 0, SRCCOPY);
     ExcludeClipRect(target, 0, 0, client.right, client.bottom);
 }

@@ -8,12 +8,7 @@
 #include <vector>
 
 #include "engine/clipboard/DibLayout.h"
-
-struct BitmapDeleter {
-    using pointer = HBITMAP;
-    void operator()(HBITMAP bitmap) const { DeleteObject(bitmap); }
-};
-using UniqueBitmap = std::unique_ptr<HBITMAP, BitmapDeleter>;
+#include "platform/win32/SystemHandles.h"
 
 // The picture part of the preview: a box (picPreviewDIB) that shows an image (imgDIB) in its natural size,
 // with scroll bars when that is larger than the box, or stretched to the box. It is drawn from its block: of

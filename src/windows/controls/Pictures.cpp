@@ -17,7 +17,7 @@ UniqueImageList LoadPictures(std::span<const Picture> pictures, int pixels) {
     UniqueImageList list(
         ImageList_Create(pixels, pixels, ILC_COLOR32 | ILC_MASK, static_cast<int>(pictures.size()), 0));
     for (const Picture& picture : pictures) {
-        ImageList_AddIcon(list.get(), LoadPicture(picture, pixels).Get());
+        ImageList_AddIcon(list.Get(), LoadPicture(picture, pixels).Get());
     }
     return list;
 }

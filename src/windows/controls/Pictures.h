@@ -11,11 +11,7 @@
 #include "engine/views/TrayRules.h"
 #include "platform/win32/SystemHandles.h"
 
-struct ImageListDeleter {
-    using pointer = HIMAGELIST;
-    void operator()(HIMAGELIST list) const { ImageList_Destroy(list); }
-};
-using UniqueImageList = std::unique_ptr<HIMAGELIST, ImageListDeleter>;
+using UniqueImageList = UniqueHandle<ClosedByCall<HIMAGELIST, &ImageList_Destroy>>;
 
 // The program's pictures, found by their keys: the node kinds, the format kinds and the tool bar's buttons.
 

@@ -7,7 +7,7 @@
 void frmSelectTemplate::OnInit() {
     tvTreeView_.Attach(Control(tvTreeView));
     pictures_ = LoadListPictures(SystemMetricForDpi(SM_CXSMICON, DpiOfWindow(Window())));
-    TreeView_SetImageList(tvTreeView_.Window(), pictures_.get(), TVSIL_NORMAL);
+    TreeView_SetImageList(tvTreeView_.Window(), pictures_.Get(), TVSIL_NORMAL);
 
     files_ = TemplateFiles();
     for (const std::wstring& file : files_)

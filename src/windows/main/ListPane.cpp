@@ -37,8 +37,8 @@ void ListPane::SetDpi(UINT dpi) {
     dpi_ = dpi;
     UniqueImageList smallPictures = LoadListPictures(SystemMetricForDpi(SM_CXSMICON, dpi));
     UniqueImageList largePictures = LoadListPictures(SystemMetricForDpi(SM_CXICON, dpi));
-    ListView_SetImageList(window_, smallPictures.get(), LVSIL_SMALL);
-    ListView_SetImageList(window_, largePictures.get(), LVSIL_NORMAL);
+    ListView_SetImageList(window_, smallPictures.Get(), LVSIL_SMALL);
+    ListView_SetImageList(window_, largePictures.Get(), LVSIL_NORMAL);
     small_ = std::move(smallPictures);
     large_ = std::move(largePictures);
 }

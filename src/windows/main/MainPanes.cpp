@@ -45,14 +45,14 @@ void MainPanes::SetDpi(UINT dpi) {
     UniqueFont font = CreateMessageFont(dpi);
     UniqueFont titleFont = CreateMessageFont(dpi, FW_BOLD);
     for (const HWND control : {tvTreeView.Window(), lvListView.Window(), sbStatusBar_})
-        SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), TRUE);
-    SendMessageW(lblTitle_, WM_SETFONT, reinterpret_cast<WPARAM>(titleFont.get()), TRUE);
-    preview.SetFont(font.get());
+        SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font.Get()), TRUE);
+    SendMessageW(lblTitle_, WM_SETFONT, reinterpret_cast<WPARAM>(titleFont.Get()), TRUE);
+    preview.SetFont(font.Get());
     font_ = std::move(font);
     titleFont_ = std::move(titleFont);
 
     UniqueImageList pictures = LoadListPictures(SystemMetricForDpi(SM_CXSMICON, dpi));
-    TreeView_SetImageList(tvTreeView.Window(), pictures.get(), TVSIL_NORMAL);
+    TreeView_SetImageList(tvTreeView.Window(), pictures.Get(), TVSIL_NORMAL);
     treePictures_ = std::move(pictures);
     tbToolBar.SetDpi(dpi);
     lvListView.SetDpi(dpi);
@@ -73,7 +73,7 @@ void MainPanes::SizeControls(double splitterLeft) {
         input.statusBarHeight = bar.bottom - bar.top;
     }
     LOGFONTW font{};
-    GetObjectW(titleFont_.get(), sizeof font, &font);
+    GetObjectW(titleFont_.Get(), sizeof font, &font);
     input.titleHeight = std::abs(font.lfHeight) + Scaled(9, dpi_);
     input.splitterLeft = PixelsFromTwips(splitterLeft, dpi_);
     input.splitterWidth = PixelsFromTwips(kSplitterWidthTwips, dpi_);

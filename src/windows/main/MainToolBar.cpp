@@ -66,7 +66,7 @@ void MainToolBar::SetDpi(UINT dpi) {
     const int side = SystemMetricForDpi(SM_CXSMICON, dpi);
     UniqueImageList pictures = LoadToolBarPictures(side);
     SendMessageW(window_, TB_SETBITMAPSIZE, 0, MAKELPARAM(side, side));
-    SendMessageW(window_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(pictures.get()));
+    SendMessageW(window_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(pictures.Get()));
     SendMessageW(window_, TB_SETPADDING, 0, MAKELPARAM(Scaled(7, dpi), Scaled(6, dpi)));
     pictures_ = std::move(pictures);
 }

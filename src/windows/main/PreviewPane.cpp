@@ -207,7 +207,9 @@ void PreviewPane::EmptyRichText() {
 }
 
 bool PreviewPane::ShowText() {
-    const CFormat* const format = FindById(kTextFormat);
+    // Plain text has lost the letters that the code page cannot hold.
+    const CFormat* const unicode = FindById(kUnicodeFormat);
+    const CFormat* const format = unicode != nullptr ? unicode : FindById(kTextFormat);
     if (format == nullptr) return false;
     restOfText_ = PreviewTextReader(clipFile_, *format);
     const auto text = restOfText_.Next(kFirstPreviewBytes);

@@ -55,8 +55,8 @@ TEST_F(ClipBoardTest, LoadFormatsByHandle_ReadsHeadersOnlyAndKnowsWhereTheDataLi
 TEST_F(ClipBoardTest, LoadFormatsByHandle_ReadsNoDataOfLargeFormats) {
     fake.files.SetBytes(kClip,
                         RecordBytes(8, "DIB", std::string(1'000'000, 'x')) + RecordBytes(1, "Text", "a"));
-    ClipFileScope file(OpenClipFile(kClip, false, true));
-    clipBoard.LoadFormatsByHandle(file.Handle(), 2);
+    OpenFile file(OpenClipFile(kClip, false, true));
+    clipBoard.LoadFormatsByHandle(file.Get(), 2);
     for (const CFormat& format : *clipBoard.Formats())
         EXPECT_LT(format.BytesTransferred, 100u);
     EXPECT_EQ(fake.failures.Calls(Operation::FilesRead), 4);

@@ -22,8 +22,8 @@ class FormatTest : public ClipboardTest {
  protected:
     // Loads the data of the format whose record begins the file.
     bool LoadFirst(CFormat& format) {
-        ClipFileScope file(OpenClipFile(kClip, false, true));
-        return format.LoadFromFile(file.Handle(), true);
+        OpenFile file(OpenClipFile(kClip, false, true));
+        return format.LoadFromFile(file.Get(), true);
     }
     static std::string BlockOf(CFormat& format) {
         const char* bytes = static_cast<const char*>(format.LockMemo());
@@ -50,11 +50,11 @@ TEST_F(FormatTest, LoadAndSaveFormat_WritesTheDocumentedExample) {
                                        FakeClipboard::Bytes(0xC0A5, std::string("{\\rtf1}\0", 8))});
     {
         OpenClipboardScope clipboard(mainWindow);
-        ClipFileScope file(OpenClipFile(kClip, true, false));
+        OpenFile file(OpenClipFile(kClip, true, false));
         const auto formats = clipBoard.GetClipboardFormats();
         formats->Item(2).FormatName = L"Rich Text Format";
         for (CFormat& format : *formats)
-            EXPECT_TRUE(format.LoadAndSaveFormat(file.Handle()));
+            EXPECT_TRUE(format.LoadAndSaveFormat(file.Get()));
     }
     const unsigned char example[] = {0x01, 0x00, 0x00, 0x00, 0x04, 0x00, 0x54, 0x65, 0x78, 0x74, 0x05,
                                      0x00, 0x00, 0x00, 0x47, 0x72, 0x75, 0xDF, 0x00, 0xA5, 0xC0, 0x00,
@@ -162,16 +162,16 @@ TEST_F(FormatTest, LoadFromFile_TellsThatDataIsMissing) {
 TEST_F(FormatTest, LoadDataFromFile_AsksForNoMemoryThatTheFileCannotFill) {
     const auto formats = Headers(RecordBytes(8, "DIB", "0123456789"), 1);
     CFormat& format = formats->Item(1);
-    ClipFileScope file(OpenClipFile(kClip, false, true));
+    OpenFile file(OpenClipFile(kClip, false, true));
     const int before = fake.failures.Calls(Operation::MemoryAllocate);
 
     fake.files.Truncate(kClip, 20);  // since the header was read
-    EXPECT_FALSE(format.LoadDataFromFile(file.Handle(), true));
+    EXPECT_FALSE(format.LoadDataFromFile(file.Get(), true));
     format.DataSize = -1;
-    EXPECT_FALSE(format.LoadDataFromFile(file.Handle(), true));
+    EXPECT_FALSE(format.LoadDataFromFile(file.Get(), true));
     format.DataSize = 1;
     format.DataOffset = -1;
-    EXPECT_FALSE(format.LoadDataFromFile(file.Handle(), true));
+    EXPECT_FALSE(format.LoadDataFromFile(file.Get(), true));
     EXPECT_EQ(fake.failures.Calls(Operation::MemoryAllocate), before);
 }
 

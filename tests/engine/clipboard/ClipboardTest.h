@@ -46,10 +46,10 @@ class ClipboardTest : public FakePlatformTest {
     std::int16_t SaveClipboard() {
         std::int16_t count = 0;
         fake.files.Remove(kClip);
-        ClipFileScope file(OpenClipFile(kClip, true, false));
+        OpenFile file(OpenClipFile(kClip, true, false));
         OpenClipboardScope clipboard(mainWindow);
         for (CFormat& format : *clipBoard.GetClipboardFormats()) {
-            if (format.LoadAndSaveFormat(file.Handle())) ++count;
+            if (format.LoadAndSaveFormat(file.Get())) ++count;
         }
         return count;
     }
@@ -62,8 +62,8 @@ class ClipboardTest : public FakePlatformTest {
     // The headers of a file with these bytes.
     std::shared_ptr<CFormats> Headers(const std::string& bytes, std::int16_t count) {
         fake.files.SetBytes(kClip, bytes);
-        ClipFileScope file(OpenClipFile(kClip, false, true));
-        return clipBoard.LoadFormatsByHandle(file.Handle(), count);
+        OpenFile file(OpenClipFile(kClip, false, true));
+        return clipBoard.LoadFormatsByHandle(file.Get(), count);
     }
 
     WindowHandle mainWindow = WindowHandle::None;

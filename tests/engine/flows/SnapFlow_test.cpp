@@ -30,13 +30,13 @@ class SnapTest : public ClipFlowTest {
     std::vector<std::string> StoredData(const Node& clip) {
         std::vector<std::string> all;
         const std::int16_t count = AttributesOf(&clip).formatCount;
-        ClipFileScope file(OpenClipFile(ClipFileOf(&clip), false, true));
+        OpenFile file(OpenClipFile(ClipFileOf(&clip), false, true));
         CClipBoard reader;
-        const auto formats = reader.LoadFormatsByHandle(file.Handle(), count);
+        const auto formats = reader.LoadFormatsByHandle(file.Get(), count);
         if (formats == nullptr) return all;
         EXPECT_EQ(formats->Count(), count);
         for (CFormat& format : *formats) {
-            EXPECT_TRUE(format.LoadDataFromFile(file.Handle(), false));
+            EXPECT_TRUE(format.LoadDataFromFile(file.Get(), false));
             all.emplace_back(static_cast<const char*>(format.LockedPointer),
                              static_cast<std::size_t>(format.DataLength));
         }

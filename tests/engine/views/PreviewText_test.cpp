@@ -3,15 +3,17 @@
 #include "engine/clipboard/ClipboardTest.h"
 #include "platform/Text.h"
 
+using namespace std::string_literals;
+
 namespace {
 
 class PreviewTextTest : public ClipboardTest {
  protected:
     // A clip file with one text record, whose header is read.
-    void Store(const std::string& text) {
-        fake.files.SetBytes(kFile, RecordBytes(1, "Text", text));
-        const ClipFileScope file(OpenClipFile(kFile, false, true));
-        ASSERT_TRUE(format.LoadFromFile(file.Handle(), false));
+    void Store(const std::string& text, FormatNumber id = kTextFormat) {
+        fake.files.SetBytes(kFile, RecordBytes(id, "Text", text));
+        const OpenFile file(OpenClipFile(kFile, false, true));
+        ASSERT_TRUE(format.LoadFromFile(file.Get(), false));
     }
     // The whole text, read in pieces of `size` bytes.
     std::wstring ReadAll(std::size_t size) {
@@ -32,6 +34,16 @@ TEST_F(PreviewTextTest, Next_TearsNoLineEndWhereverThePiecesEnd) {
         EXPECT_EQ(ReadAll(size), L"ab\r\nc\r\nd\r\n\r\n\r\n\r\ne\r\n") << size;
     Store("x");
     EXPECT_EQ(ReadAll(kFirstPreviewBytes), L"x");
+}
+
+TEST_F(PreviewTextTest, Next_TearsNoLetterOfUnicodeEither) {
+    const std::string smile("\x3D\xD8\0\xDE", 4), lineEnd("\r\0\n\0", 4);
+    const std::string text = smile + smile + lineEnd + "\xE5\x65"s + lineEnd + smile;
+    for (const std::string& rest : {""s, "!"s, "\0\0x\0"s}) {
+        Store(text + rest, kUnicodeFormat);
+        for (std::size_t size = 4; size < 30; ++size)
+            EXPECT_EQ(ReadAll(size), L"😀😀\r\n日\r\n😀") << size << " " << rest.size();
+    }
 }
 
 TEST_F(PreviewTextTest, Next_StopsAtTheMostThatIsShown) {
