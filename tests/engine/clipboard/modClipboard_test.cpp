@@ -139,7 +139,7 @@ TEST_F(ClipboardUnitTest, RestoreClip_RegistersNamesAnewAfterASystemRestart) {
 TEST_F(ClipboardUnitTest, RenderAllFormats_MakesEveryAnnouncementRealForTheOwnerOnly) {
     StoreClip();
     ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 2));
-    fake.FailAlways(Operation::FilesOpen);
+    fake.failures.FailAlways(Operation::FilesOpen);
     EXPECT_FALSE(RenderAllFormats());
     fake.failures.FailNone();
     // A window on its way out gets no render message any more.
