@@ -114,7 +114,8 @@ void SnapFlow::Snap() {
 void SnapFlow::UpdateClipBoard() {
     if (running_ || ModalDialogOpen) return;
     const milliseconds left = rest_.Left(ThePlatform().clock.Now());
-    if (left == milliseconds(0) && host_.MayOpenDialog()) return TakeChange(0);
+    returns_ = 0;
+    if (left == milliseconds(0) && host_.MayOpenDialog()) return TakeChange();
     // A menu is open, or an operation on the tree goes on, or others are to have their turn.
     if (std::exchange(returnsAfterRest_, true)) return;
     host_.Later(left, [this] {
@@ -123,8 +124,7 @@ void SnapFlow::UpdateClipBoard() {
     });
 }
 
-// `returns` counts how often the clipboard was another program's already.
-void SnapFlow::TakeChange(std::size_t returns) {
+void SnapFlow::TakeChange() {
     if (running_ || ModalDialogOpen) return;
     const std::uint32_t sequence = ThePlatform().clipboard.SequenceNumber();
     if (sequence != 0 && sequence == lookedAt_) return;
@@ -138,15 +138,20 @@ void SnapFlow::TakeChange(std::size_t returns) {
         ThePlatform().user.TellLater(message.text);
     ShowLater();
     if (outcome == Outcome::Confidential) ThePlatform().user.Status(L"Vertraulicher Inhalt nicht erfasst");
-    if (outcome != Outcome::ClipboardBusy) return;
-    if (returns < kPausesBetweenReturns.size()) {
-        host_.Later(kPausesBetweenReturns[returns], [this, returns] {
-            if (Options().AutoSnap) TakeChange(returns + 1);
-        });
+    if (outcome == Outcome::ClipboardBusy) ReturnToBusyClipboard();
+}
+
+void SnapFlow::ReturnToBusyClipboard() {
+    if (returns_ == kPausesBetweenReturns.size()) {
+        ThePlatform().user.Status(
+            L"Eine Kopie wurde nicht erfasst: Ein anderes Programm gibt die Zwischenablage nicht frei.");
         return;
     }
-    ThePlatform().user.Status(
-        L"Eine Kopie wurde nicht erfasst: Ein anderes Programm gibt die Zwischenablage nicht frei.");
+    if (std::exchange(returnsWhenFree_, true)) return;
+    host_.Later(kPausesBetweenReturns[returns_++], [this] {
+        returnsWhenFree_ = false;
+        if (Options().AutoSnap) TakeChange();
+    });
 }
 
 SnapFlow::Outcome SnapFlow::Take(Trigger trigger, Messages& messages) {

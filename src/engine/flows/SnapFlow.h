@@ -50,7 +50,8 @@ class SnapFlow {
     struct Choice;
     struct Content;
 
-    void TakeChange(std::size_t returns);
+    void TakeChange();
+    void ReturnToBusyClipboard();
     Outcome Take(Trigger trigger, Messages& messages);
     Outcome TakeSnap(Trigger trigger);
     Outcome ReadClipboard(Trigger trigger, const NewClipFile& file, std::optional<Content>& content);
@@ -72,6 +73,9 @@ class SnapFlow {
     std::uint32_t lookedAt_ = 0;
     RestAfterWork rest_{std::chrono::milliseconds(20)};
     bool returnsAfterRest_ = false;
+    // How often the newest change was tried again because another program had the clipboard.
+    std::size_t returns_ = 0;
+    bool returnsWhenFree_ = false;
     // The clip that was made and not shown yet, and what the status bar is to say of it; empty when all is
     // well.
     NodeRef unshown_;

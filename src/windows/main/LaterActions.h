@@ -14,6 +14,6 @@ class LaterActions {
     void OnTimer(HWND window, UINT_PTR timer, bool idle);
 
  private:
+    // By the numbers of their timers, which are the smallest that are free: the window has timers of its own.
     std::map<UINT_PTR, std::function<void()>> actions_;
-    UINT_PTR lastTimer_ = 0;
 };
