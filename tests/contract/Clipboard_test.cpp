@@ -276,17 +276,6 @@ TEST_F(ClipboardContract, RegisterName_SameNameGivesTheSameNumber) {
     EXPECT_EQ(clipboard.RegisteredName(clipboard.RegisterName(umlauts), 240), umlauts);
 }
 
-TEST_F(ClipboardContract, RegisterName_RefusesWhatIsNoName) {
-    EXPECT_EQ(clipboard.RegisterName(""), 0);
-    EXPECT_EQ(clipboard.RegisterName(std::string("\0x", 2)), 0);
-    EXPECT_EQ(clipboard.RegisterName(std::string(256, 'n')), 0);
-    const std::string longest(255, 'n');
-    const FormatNumber number = clipboard.RegisterName(longest);
-    EXPECT_NE(number, 0);
-    EXPECT_EQ(clipboard.RegisteredName(number, 255), longest);
-    EXPECT_EQ(clipboard.RegisteredName(number, 240), longest.substr(0, 240));
-}
-
 TEST_F(ClipboardContract, RegisteredName_OnlyRegisteredNumbersHaveOne) {
     for (const FormatNumber number : {0, 1, 17, 129, 0x200, 0xBFFF, 0x10000, -1, -16340})
         EXPECT_EQ(clipboard.RegisteredName(number, 240), std::nullopt) << number;

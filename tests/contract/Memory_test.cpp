@@ -41,7 +41,3 @@ TEST_F(MemoryContract, Lock_GivesNothingForWhatIsNoBlock) {
     EXPECT_EQ(memory.Lock(empty), nullptr);
     memory.Free(empty);
 }
-
-TEST_F(MemoryContract, Allocate_MoreThanThereIsGivesNone) {
-    EXPECT_EQ(memory.Allocate(std::numeric_limits<std::size_t>::max() / 2), DataHandle::None);
-}

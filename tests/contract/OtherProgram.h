@@ -26,3 +26,8 @@ class OtherProgram {
 
     HWND window_ = nullptr;
 };
+
+// For the other process: what SetClipboardData takes, and the bytes of a format of the opened clipboard. Of a
+// metafile picture these are its bits alone.
+HANDLE OtherData(UINT format, const std::string& bytes);
+std::optional<std::string> OtherBytes(UINT format);

@@ -6,7 +6,6 @@
 #include <cstdlib>
 #include <map>
 
-#include "desktop/ClipboardData.h"
 #include "platform/ByteBuffer.h"
 #include "platform/win32/SystemHandles.h"
 
@@ -28,16 +27,6 @@ enum : ULONG_PTR { kCopy = 1, kRead, kHold, kRelease };
 
 std::map<UINT, std::string> lateFormats;
 
-// In front of a metafile picture's bits: mapping mode, width, height, 0.
-constexpr std::int32_t kPictureHeader[] = {MM_ANISOTROPIC, 100, 100, 0};
-
-HANDLE DataOf(UINT format, const std::string& bytes) {
-    if (format == CF_BITMAP) return CreateBitmap(4, 4, 1, 1, nullptr);
-    if (format != CF_METAFILEPICT) return MakeClipboardData(format, bytes);
-    return MakeClipboardData(
-        format, std::string(reinterpret_cast<const char*>(kPictureHeader), sizeof kPictureHeader) + bytes);
-}
-
 void CopyAll(HWND window, ByteReader formats) {
     if (!OpenClipboard(window)) GiveUp("cannot open the clipboard to copy");
     EmptyClipboard();
@@ -48,17 +37,16 @@ void CopyAll(HWND window, ByteReader formats) {
         std::string bytes(formats.UInt32(), '\0');
         formats.Bytes(bytes.data(), bytes.size());
         if (late) lateFormats[format] = bytes;
-        SetClipboardData(format, late ? nullptr : DataOf(format, bytes));
+        SetClipboardData(format, late ? nullptr : OtherData(format, bytes));
     }
     CloseClipboard();
 }
 
 void ReadOne(HWND window, HWND replyTo, UINT format) {
     if (!OpenClipboard(window)) GiveUp("cannot open the clipboard to read");
-    std::optional<std::string> bytes = ReadFormat(format);
+    std::optional<std::string> bytes = OtherBytes(format);
     CloseClipboard();
     if (!bytes) return;
-    if (format == CF_METAFILEPICT) bytes->erase(0, sizeof kPictureHeader);
     COPYDATASTRUCT reply = {kRead, static_cast<DWORD>(bytes->size()), bytes->data()};
     SendMessageW(replyTo, WM_COPYDATA, reinterpret_cast<WPARAM>(window), reinterpret_cast<LPARAM>(&reply));
 }
@@ -66,7 +54,8 @@ void ReadOne(HWND window, HWND replyTo, UINT format) {
 LRESULT CALLBACK OtherWindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_RENDERFORMAT) {
         const auto found = lateFormats.find(static_cast<UINT>(wParam));
-        if (found != lateFormats.end()) SetClipboardData(found->first, DataOf(found->first, found->second));
+        if (found != lateFormats.end())
+            SetClipboardData(found->first, OtherData(found->first, found->second));
         return 0;
     }
     if (message != WM_COPYDATA) return DefWindowProcW(window, message, wParam, lParam);

@@ -51,27 +51,6 @@ TEST_F(WindowContract, ExchangeProcedure_NewOneAnswersAndOldOneCanBeCalledAndPut
     EXPECT_EQ(windows.ExchangeProcedure(MakeGone(), replacement), ProcedureAddress::None);
 }
 
-TEST_F(WindowContract, Title_IsCutAtItsLimit) {
-    const WindowHandle window = MakeAnswering(0, L"Größe €");
-    EXPECT_EQ(windows.Title(window, 240), L"Größe €");
-    EXPECT_EQ(windows.Title(window, 7), L"Größe €");
-    EXPECT_EQ(windows.Title(window, 3), L"Grö");
-    EXPECT_EQ(windows.Title(window, 0), L"");
-    EXPECT_EQ(windows.Title(MakeGone(), 240), L"");
-    EXPECT_EQ(windows.Title(WindowHandle::None, 240), L"");
-}
-
-TEST_F(WindowContract, Atoms_OfTheSameTextAreTheSame) {
-    const std::uint16_t atom = windows.AddGlobalAtom("Contract Atom");
-    EXPECT_GE(atom, 0xC000);
-    EXPECT_EQ(windows.AddGlobalAtom("CONTRACT ATOM"), atom);
-    windows.DeleteGlobalAtom(atom);
-    windows.DeleteGlobalAtom(atom);
-    windows.DeleteGlobalAtom(0);
-    EXPECT_EQ(windows.AddGlobalAtom(""), 0);
-    EXPECT_EQ(windows.AddGlobalAtom(std::string(256, 'a')), 0);
-}
-
 TEST_F(WindowContract, HotKey_IsTakenOnceAndFreeAgainAfterwards) {
     constexpr std::int32_t kIdentifier = -16340;  // as an atom's number becomes one
     const WindowHandle window = MakeWindow(), other = MakeWindow();

@@ -90,42 +90,6 @@ TEST_F(Capture, Automatic_TakesEachChangeWhileItIsOn) {
     EXPECT_EQ(nxclip_.Tree().Lines().size(), 5u);
 }
 
-TEST_F(Capture, Automatic_WaitsWhileADialogIsOpenOrTheLockIsPressed) {
-    StartWithProfile();
-    nxclip_.SetAutoDetect(true);
-    nxclip_.Command(mnuViewOptions);
-    const Window options = nxclip_.WaitForDialog(L"Optionen");
-    PutFormats({{Private(), "hinter dem Dialog"}});
-    options.Press(cb_cancel);
-    Driver::WaitUntilGone(options);
-
-    nxclip_.ToolBar().Click(tbbLock);
-    WaitFor("the lock", [&] { return nxclip_.ToolBar().Pressed(tbbLock); });
-    PutFormats({{Private(), "gesperrt"}});
-    nxclip_.WaitForStatus(L"Nicht erfasst: Die Erfassung ist gesperrt.");
-    nxclip_.Command(m_edit_insert);
-    nxclip_.ToolBar().Click(tbbLock);
-    WaitFor("the open lock", [&] { return !nxclip_.ToolBar().Pressed(tbbLock); });
-
-    const std::set<HTREEITEM> before = nxclip_.Items();
-    EXPECT_EQ(before.size(), 1u);
-    PutFormats({{Private(), "frei"}});
-    nxclip_.WaitForNewClip(before);
-    EXPECT_EQ(TreeOutline(), L"Profil [Camera] open\n  Clip [Clip]\n");
-}
-
-TEST_F(Capture, Snap_OffersTheClipsPropertiesWhereTheOptionSaysSo) {
-    WriteSetting(L"Settings", L"EditPropAfterSnap", L"1");
-    StartWithProfile();
-    PutFormats(PrivateOffers());
-    nxclip_.Command(m_edit_insert);
-    const Window dialog = nxclip_.WaitForDialog(L"Clip-Eigenschaften");
-    dialog.SetText(tbName, L"Süßes");
-    dialog.Press(cb_ok);
-    Driver::WaitUntilGone(dialog);
-    nxclip_.WaitForTree(L"Profil [Camera] open\n  Süßes [Clip]\n");
-}
-
 TEST_F(Capture, Automatic_LeavesKeyboardClipboardAndTheNextViewerAlone) {
     WriteSetting(L"Settings", L"EditPropAfterSnap", L"1");
     const WorkWindow work;  // behind NXClip in the chain

@@ -111,25 +111,6 @@ TEST_F(Dialogs, Folder_NameAndInfoComeBack) {
     nxclip_.WaitForTree(L"Profil [Camera] open\n  Käse & Brot [Structure]\n");
 }
 
-TEST_F(Dialogs, Search_FindsAndSaysWhenThereIsNoMore) {
-    StartWithProfile();
-    MakeFolder(L"Tabellen");
-    nxclip_.Tree().Select(L"Profil");
-    MakeFolder(L"Abfragen");
-    nxclip_.Tree().Select(L"Profil");
-    BringToFront(nxclip_.Main());
-    PressKeys({VK_CONTROL, 'F'});
-    const Window search = InFront(L"Suchen");
-    EXPECT_FALSE(search.Control(cb_ok).Enabled());
-    Type(L"AB");
-    Confirm(search);
-    WaitFor("the hit", [&] { return nxclip_.Tree().SelectedPath() == L"Profil\\Abfragen"; });
-    BringToFront(nxclip_.Main());
-    Press(VK_F3);
-    EXPECT_EQ(nxclip_.AnswerNotice(), L"Suchtext nicht gefunden.");
-    EXPECT_EQ(nxclip_.Tree().SelectedPath(), L"Profil\\Abfragen");
-}
-
 TEST_F(Dialogs, FormatSet_MadeFromTheClipboardNamesTheNextClip) {
     StartWithProfile();
     PutFormats(PrivateOffers());
@@ -231,24 +212,6 @@ TEST_F(Dialogs, NewProfile_FromATemplateInANewDirectory) {
     EXPECT_TRUE(std::filesystem::exists(nxclip_.Directory() / L"Vorlagenprofil" / L"nxclip.nxp"));
 }
 
-TEST_F(Dialogs, Lock_ShowsPropertiesToRead) {
-    StartWithProfile();
-    MakeFolder(L"Ordner");
-    nxclip_.ToolBar().Click(tbbLock);
-    WaitFor("the lock", [&] { return nxclip_.ToolBar().Pressed(tbbLock); });
-    for (const auto& [path, title] : {std::pair{L"Profil", L"Profil-Eigenschaften"},
-                                      std::pair{L"Profil\\Ordner", L"Ordner-Eigenschaften"}}) {
-        nxclip_.Tree().Select(path);
-        const Window shown = Open(mnuFileProperties, title);
-        Type(L"Anders");
-        if (shown.FindControl(chkLocked).Exists()) {
-            EXPECT_TRUE(shown.Checked(chkLocked));
-        }
-        Confirm(shown);
-    }
-    nxclip_.WaitForTree(L"Profil [Camera] open\n  Ordner [Structure]\n");
-}
-
 // Large letters stand for a small screen: the dialogs have to become smaller than the letters want.
 TEST_F(Dialogs, EveryDialog_IsSeenWhole) {
     const SystemFontScope large(-40);
@@ -277,45 +240,6 @@ TEST_F(Dialogs, EveryDialog_IsSeenWhole) {
         dialog.Close();
         Driver::WaitUntilGone(dialog);
     }
-}
-
-TEST_F(Dialogs, FirstStart_InstallsAllFourTemplates) {
-    nxclip_.Start();
-    const Window first = Open(m_quickstart, L"Norvale - Der Manger für die Zwischenablage");
-    for (int box = 0; box < 4; ++box) {
-        Press(VK_SPACE);
-        WaitFor("the check mark", [&] { return first.Checked(chkTemplate + box); });
-        Press(VK_TAB);
-    }
-    Press(VK_RETURN);
-    for (int question = 0; question < 5; ++question)
-        EXPECT_NE(nxclip_.AnswerNotice().find(L"Soll ein neues Verzeichnis angelegt werden ?"),
-                  std::wstring::npos);
-    Driver::WaitUntilGone(first);
-    for (const wchar_t* name : {L"Entwicklung", L"Office", L"Medien", L"Handbuch"}) {
-        const auto file = nxclip_.Directory() / L"Daten" / name / L"nxclip.nxp";
-        WaitFor("the profile's file", [&] { return std::filesystem::exists(file); });
-        EXPECT_NE(nxclip_.Tree().Outline(false).find(name), std::wstring::npos);
-    }
-}
-
-TEST_F(Dialogs, FormatQuery_TracesWhatOtherProgramsAskFor) {
-    StartWithProfile();
-    SnapOf(PrivateOffers());
-    const Window query = Open(m_ext_fa, L"Formatabfragen");
-    BringToFront(nxclip_.Main());
-    nxclip_.PutOnClipboard();
-    EXPECT_EQ(ReadFormatNow(Private()), PrivateOffers().front().bytes);
-    const std::vector<std::wstring> lines = ListBoxLines(query.Control(lstMessages));
-    ASSERT_FALSE(lines.empty());
-    EXPECT_EQ(lines.back(), L"   NXClip Desktop Test: Format vorhanden.");
-    query.Close();
-    Driver::WaitUntilGone(query);
-
-    const Window diagnosis = Open(m_ext_diag, L"Clipboard Diagnose");
-    EXPECT_EQ(diagnosis.TextOf(lbOwner).substr(0, 8), L"NXClip (");
-    EXPECT_EQ(diagnosis.TextOf(lbOwnViewer), diagnosis.TextOf(lbHookedWindow));
-    Cancel(diagnosis);
 }
 
 TEST_F(Dialogs, HotKey_BringsTheHiddenWindowBack) {

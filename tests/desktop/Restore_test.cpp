@@ -50,20 +50,6 @@ TEST_F(Restore, Put_GivesAnotherProgramEveryFormat) {
     ExpectOnClipboard(offers);
 }
 
-TEST_F(Restore, Put_IsNotTakenAgainAsAClip) {
-    TakeClip(PrivateOffers());
-    nxclip_.SetAutoDetect(true);
-    nxclip_.PutOnClipboard(L"Profil\\Clip");
-    ExpectOnClipboard(PrivateOffers());
-    // By command it isn't either: the mark says whose content it is.
-    nxclip_.Command(m_edit_insert);
-    const std::set<HTREEITEM> before = nxclip_.Items();
-    EXPECT_EQ(before.size(), 2u);
-    PutFormats({{Private(), "neu"}});
-    nxclip_.WaitForNewClip(before);
-    EXPECT_EQ(nxclip_.Items().size(), 3u);
-}
-
 TEST_F(Restore, DoubleClick_PutsTheClipOnTheClipboard) {
     TakeClip(PrivateOffers());
     const DWORD before = GetClipboardSequenceNumber();

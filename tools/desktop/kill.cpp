@@ -58,10 +58,12 @@ void WaitMicroseconds(int microseconds) {
     QueryPerformanceFrequency(&frequency);
     QueryPerformanceCounter(&end);
     end.QuadPart += frequency.QuadPart * microseconds / 1'000'000;
-    // Other programs want to be answered meanwhile: this one owns the clipboard.
+    // Other programs want to be answered meanwhile: this one owns the clipboard. The moment itself is not
+    // slept over.
+    const LONGLONG lastPause = end.QuadPart - frequency.QuadPart / 100;
     do {
-        Pause();
         QueryPerformanceCounter(&now);
+        if (now.QuadPart < lastPause) Pause();
     } while (now.QuadPart < end.QuadPart);
 }
 
@@ -86,18 +88,23 @@ class World {
         nxclip_.Start();
         nxclip_.MakeProfile(L"Profil");
         MakeSecond();
+        // The list of profiles is written when the program ends.
+        nxclip_.Restart();
     }
 
     void KillOnce() {
         const std::string change = Change();
-        WaitMicroseconds(Random(kLongestDelay));
+        // Most changes are short.
+        WaitMicroseconds(Random(Random(3) == 0 ? kLongestDelay : kLongestDelay / 5));
+        const bool ended = !nxclip_.Running();
         nxclip_.Program().Terminate();
         LookAtTheDisk();
         StartAnew();
         LookAtTheClips();
         auto& [before, after] = killed[change];
-        ++(Stands() ? after : before);
+        ++(ended || Stands() ? after : before);
         wanted_ = 0;
+        wantedProfile_.clear();
     }
 
  private:
@@ -122,6 +129,7 @@ class World {
     }
     std::string Capture() {
         wanted_ = ++lastClip_;
+        wantedProfile_ = L"Profil";
         PutFormats({{CF_TEXT, AnsiFromText(NameOf(wanted_)) + '\0'}, {kFormat, DataOf(wanted_)}});
         nxclip_.Command(m_edit_insert);
         return "capture";
@@ -132,6 +140,8 @@ class World {
         const std::wstring target = profile == L"Profil" ? L"Zweites" : L"Profil";
         nxclip_.Tree().Expand(profile);
         BringToFront(nxclip_.Main());
+        wanted_ = clip;
+        wantedProfile_ = target;
         Drag(nxclip_.Tree().PlaceOf(profile + L"\\" + NameOf(clip)), nxclip_.Tree().PlaceOf(target));
         return "move";
     }
@@ -240,14 +250,18 @@ class World {
             return false;
         }
     }
-    bool Stands() const { return wanted_ == 0 || standing_.contains(wanted_); }
+    bool Stands() const {
+        const auto found = standing_.find(wanted_);
+        return found != standing_.end() && found->second == wantedProfile_;
+    }
 
     const UINT kFormat = FormatNumber(L"NXClip Kill");
     Driver nxclip_;
     std::map<int, std::wstring> standing_;  // each clip's profile
     int lastClip_ = 0;
     int lastFormat_ = 0;
-    int wanted_ = 0;  // the clip that the change under way would bring, 0 for none
+    int wanted_ = 0;  // the clip that the change under way brings, and where; 0 for none
+    std::wstring wantedProfile_;
 };
 
 void Run(int times) {

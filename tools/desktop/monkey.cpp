@@ -50,7 +50,11 @@ class Monkey {
 
     void Run(int steps) {
         for (int i = 0; i < steps; ++i) {
-            Step();
+            try {
+                Step();
+            } catch (const DriverError&) {
+                Note("what it was about has gone meanwhile");
+            }
             MustAnswer();
         }
         ComeToRest();

@@ -12,25 +12,6 @@ std::unique_ptr<CFormat> Named(const wchar_t* name) {
 
 }  // namespace
 
-TEST(Formats, Collection_KeepsOrderAndAnswersByPositionAndKey) {
-    CFormats formats;
-    formats.Add(Named(L"a"));
-    formats.Add(Named(L"b"), L"key");
-    formats.Add(Named(L"c"));
-    EXPECT_EQ(formats.Item(3).FormatName, L"c");
-    EXPECT_EQ(formats.Item(L"key").FormatName, L"b");
-
-    std::wstring order;
-    for (const CFormat& format : formats)
-        order += format.FormatName;
-    EXPECT_EQ(order, L"abc");
-
-    formats.Remove(1);
-    formats.Remove(L"key");
-    EXPECT_EQ(formats.Count(), 1);
-    EXPECT_EQ(formats.NewEnum()->FormatName, L"c");
-}
-
 class RequestTest : public ClipboardTest {
  protected:
     RequestTest() {

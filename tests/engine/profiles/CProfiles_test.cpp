@@ -145,17 +145,4 @@ TEST_F(CProfilesTest, SearchDir_IgnoresCaseAndNothingElse) {
     EXPECT_EQ(list.ProfileInDirectory(L"C:\\Dat"), nullptr);
 }
 
-TEST_F(CProfilesTest, OrderAsInTree_FollowsTheRootLevel) {
-    NodeCollection nodes;
-    Grow(nodes, L"A(x) B C");
-    list.Add(L"ohne", L"C:\\0", false, nullptr);
-    for (const wchar_t* name : {L"C", L"A", L"B"})
-        list.Add(name, name, false, &Named(nodes, name));
-    list.OrderAsInTree(nodes);
-    std::wstring order;
-    for (const CProfile* entry : list.NewEnum())
-        order += entry->Name;
-    EXPECT_EQ(order, L"ABCohne");
-}
-
 }  // namespace

@@ -32,16 +32,6 @@ TEST_F(ClipOperationsTest, DropCopy_GivesEachClipAFileOfItsOwn) {
     EXPECT_TRUE(fake.user.messages.empty());
 }
 
-TEST_F(ClipOperationsTest, DropMoveAcrossProfiles_LeavesNothingBehind) {
-    ASSERT_NE(operations.Drop(&Get(L"c4"), &Get(L"S"), false, true), nullptr);
-    EXPECT_EQ(MemoryOutline(), L"P(c3) Q(U(S(c1 T(c2)) c4))");
-    EXPECT_EQ(DiskOutline(), MemoryOutline());
-    EXPECT_EQ(Damage(), std::vector<std::wstring>());
-    EXPECT_FALSE(fake.files.Has(L"C:\\P\\C1.nxc"));
-    EXPECT_FALSE(fake.files.Has(L"C:\\P\\C2.nxc"));
-    EXPECT_TRUE(fake.files.Has(L"C:\\P\\C3.nxc"));
-}
-
 TEST_F(ClipOperationsTest, DropMoveOfAProfile_ReordersTreeAndList) {
     Node* const moved = operations.Drop(&Get(L"P"), &Get(L"Q"), false, true);
     EXPECT_EQ(MemoryOutline(), L"Q(U(c4)) P(S(c1 T(c2)) c3)");

@@ -182,20 +182,6 @@ TEST_F(ProfileActionsTest, ProfileProperties_AreReadAndTakenOver) {
     EXPECT_TRUE(ReadProfileProperties(Get(L"Q")).locked);
 }
 
-TEST_F(ProfileActionsTest, ApplyProfileProperties_ChangesNothingWhenOneTextIsRefused) {
-    Fill();
-    const std::wstring tag = Get(L"P").Tag();
-    ProfileProperties properties = ReadProfileProperties(Get(L"P"));
-    properties.globalFree = true;
-    properties.name = L" ";
-    EXPECT_FALSE(ApplyProfileProperties(tree, Get(L"P"), properties));
-    properties.name = L"neu";
-    properties.info = std::wstring(65530, L'x');
-    EXPECT_FALSE(ApplyProfileProperties(tree, Get(L"P"), properties));
-    EXPECT_EQ(fake.user.LastMessage(), L"Die Informationen sind zu lang !!!");
-    EXPECT_EQ(Get(L"P").Tag(), tag);
-}
-
 class ProfileActionsFaults : public testing::TestWithParam<WriteFailure> {
  protected:
     static void Prepare(World& world) {

@@ -27,21 +27,6 @@ class TemplatesTest : public ProfileWorldTest {
     std::wstring Asked(std::size_t i) const { return fake.user.messages.at(i).title; }
 };
 
-TEST_F(TemplatesTest, LoadTemplatePreview_ShowsOneTemplateAtATime) {
-    NodeCollection shown;
-    CTreeViewEx preview;
-    preview.Bind(&shown);
-    LoadTemplatePreview(preview, TemplateDirectory() + L"Develop.nxp");
-    const TemplatePreview office = LoadTemplatePreview(preview, TemplateDirectory() + L"Office.nxp");
-    EXPECT_EQ(office.name, L"Vorlage Office");
-    EXPECT_EQ(office.info, L"Info zu Vorlage Office");
-    EXPECT_EQ(Outline(shown), L"Vorlage Office(Ordner)");
-    EXPECT_EQ(nodes.Count(), 0);
-    const TemplatePreview missing = LoadTemplatePreview(preview, TemplateDirectory() + L"fehlt.nxp");
-    EXPECT_EQ(missing.name + missing.info, L"");
-    EXPECT_EQ(shown.Count(), 0);
-}
-
 TEST_F(TemplatesTest, InstallFirstStartTemplates_AllFourInTheirOrder) {
     Node* const first = InstallFirstStartTemplates(tree, container, {true, true, true, true}, true);
     EXPECT_EQ(MemoryOutline(), L"Entwicklung(Ordner) Office(Ordner) Medien(Ordner) Handbuch(Ordner)");

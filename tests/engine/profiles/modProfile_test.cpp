@@ -24,24 +24,6 @@ class modProfileTest : public ProfileWorldTest {
     Node* const none = nullptr;
 };
 
-TEST_F(modProfileTest, GetProfileNode_LooksAtTheRootOnly) {
-    Node& profile = Profile(L"P&0&C:\\A&0&", L"C:\\A");
-    Node& clip = Below(Below(profile, L"S&"), L"C&1,2&t&");
-    EXPECT_EQ(GetProfileNode(&clip, true), &profile);
-    EXPECT_EQ(GetProfileNode(&profile, true), &profile);
-    EXPECT_EQ(GetProfileNode(nullptr, true), nullptr);
-    EXPECT_TRUE(fake.user.messages.empty());
-
-    Node& stray = nodes.Add(nullptr, NodeRelation::Last, L"x", ImageValue());
-    stray.SetTag(L"S&");
-    Node& below = Below(stray, L"P&0&C:\\B&0&");
-    EXPECT_EQ(GetTopNode(&below), &stray);
-    EXPECT_EQ(GetProfileNode(&below, false), nullptr);
-    EXPECT_TRUE(fake.user.messages.empty());
-    EXPECT_EQ(GetProfileNode(&below, true), nullptr);
-    EXPECT_EQ(fake.user.LastMessage(), L"GetProfileNode: Fataler Fehler. Kein Profilknoten ermittelt");
-}
-
 TEST_F(modProfileTest, NewClipFileName_CountsOnlyWhenCommitted) {
     Node& profile = Profile(L"P&16&D:\\Clips\\&1&Info & mehr", L"D:\\Clips\\");
     Node& clip = Below(Below(profile, L"S&"), L"C&3,2&t&");

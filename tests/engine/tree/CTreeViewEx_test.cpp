@@ -82,16 +82,6 @@ TEST_F(CTreeViewExTest, Navigation_FollowsTreeOrder) {
     EXPECT_EQ(tree.PreviousNode(nullptr, false), nullptr);
 }
 
-TEST_F(CTreeViewExTest, LastSubNode_LooksOnlyAtTheStartsExpansion) {
-    Grow(nodes, L"P(a S(b T(c)))");
-    EXPECT_EQ(TextOf(tree.LastSubNode(At(L"P"), false)), L"c");
-    EXPECT_EQ(TextOf(tree.LastSubNode(At(L"P"), true)), L"-");
-    At(L"P")->SetExpanded(true);
-    EXPECT_EQ(TextOf(tree.LastSubNode(At(L"P"), true)), L"c");
-    EXPECT_EQ(TextOf(tree.LastSubNode(At(L"c"), false)), L"-");
-    EXPECT_EQ(tree.LastSubNode(nullptr, false), nullptr);
-}
-
 TEST_F(CTreeViewExTest, DragOver_ScrollsNearTheEdges) {
     Grow(nodes, L"P Q");
     TestScreen screen(nodes);
