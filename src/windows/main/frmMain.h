@@ -127,6 +127,8 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     void Delete(Node* node);
     void NewFolder(Node* container);
     void Rename(Node* node);
+    // Null, or any node that is no clip, does nothing.
+    void PutOnClipboard(const Node* clip);
     void ShowProperties(Node* node);
     // True when the dialog was confirmed.
     bool ShowPropertiesOf(Node& node);

@@ -67,7 +67,7 @@ frmMain::Action frmMain::ActionOf(MainCommand command) {
              form.missedCopy_ = false;
              form.snap_.Snap();
          }},
-        {C::ToClipboard, [](Form& form, Node* node) { form.setClip_.SetClip(node); }},
+        {C::ToClipboard, [](Form& form, Node* node) { form.PutOnClipboard(node); }},
         {C::Activate, [](Form& form, Node* node) { form.SetActiveContainer(node); }},
         {C::Properties, [](Form& form, Node* node) { form.ShowProperties(node); }},
         {C::Search, [](Form& form, Node*) { form.Search(false); }},
@@ -202,7 +202,13 @@ void frmMain::TrackMenu(int menu, POINT point, Node* chosen) {
 }
 
 void frmMain::PrepareClipboard() {
-    setClip_.SetClip(nodes_.Selected());
+    PutOnClipboard(nodes_.Selected());
+}
+
+void frmMain::PutOnClipboard(const Node* clip) {
+    // What was missed is not on the clipboard any more.
+    missedCopy_ = false;
+    setClip_.SetClip(clip);
 }
 
 void frmMain::ToggleLock() {

@@ -15,7 +15,7 @@ void frmMain::TreeSelectionChanged(Node*) {
 }
 
 void frmMain::NodeActivated(Node& node) {
-    if (IsClipNode(&node) && Options().SetClipByDblClick) setClip_.SetClip(&node);
+    if (IsClipNode(&node) && Options().SetClipByDblClick) PutOnClipboard(&node);
 }
 
 Node* frmMain::NodeOfListRow(int row) const {
