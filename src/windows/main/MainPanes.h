@@ -60,7 +60,7 @@ class MainPanes {
     UniqueImageList treePictures_;
     UINT dpi_ = 96;
     ListContent content_;
-    std::wstring status_;  // what the status bar shows
+    std::wstring status_;         // what the status bar shows
     double splitterLeft_ = 1900;  // twips
     bool toolBarShown_ = true;
     bool statusBarShown_ = true;
