@@ -7,8 +7,8 @@
 
 #include "engine/views/ListUpdate.h"
 #include "engine/views/MainLayout.h"
-#include "platform/win32/SystemHandles.h"
 #include "engine/views/PreviewText.h"
+#include "platform/win32/SystemHandles.h"
 #include "windows/controls/PictureBox.h"
 
 // The preview below the list: a tab (tabFormat) with a text box, a rich-text box and a picture box. It shows

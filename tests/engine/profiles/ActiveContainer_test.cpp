@@ -7,7 +7,7 @@ namespace {
 class ActiveContainerTest : public ProfileWorldTest {
  protected:
     void SetUp() override { Fill(); }
-    std::wstring ImageOf(const std::wstring& name) { return std::get<std::wstring>(Get(name).Image()); }
+    std::wstring ImageOf(const std::wstring& name) { return Get(name).Image().Key(); }
 };
 
 TEST_F(ActiveContainerTest, SetActiveContainer_TakesProfilesAndFoldersOnly) {
