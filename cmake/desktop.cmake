@@ -10,12 +10,13 @@ add_library(desktop_driver STATIC ${DRIVER_SOURCES})
 target_include_directories(desktop_driver PUBLIC ${CMAKE_CURRENT_SOURCE_DIR}/tools)
 target_link_libraries(desktop_driver PUBLIC nxclip_flags comctl32 gdi32 user32 advapi32)
 
-# What tries the finished program at length reads its files with its own code.
-foreach(trial kill monkey)
+# What tries or measures the finished program at length reads and writes its files with its own code.
+foreach(trial kill measure monkey)
   add_executable(${trial} ${DRIVER}/${trial}.cpp)
   target_link_libraries(${trial} PRIVATE desktop_driver nxclip_ports)
   target_link_options(${trial} PRIVATE -municode)
 endforeach()
+target_link_libraries(measure PRIVATE psapi)
 
 add_custom_target(desktop_tools)
 foreach(tool clipput clipget drive)

@@ -132,6 +132,14 @@ TEST_F(Commands, Preview_ShowsTextAndRichTextOfTheClip) {
     EXPECT_FALSE(IsBold(12));
     nxclip_.Tree().Select(L"Profil");
     WaitFor("an empty preview", [&] { return nxclip_.Main().TextOf(tbPreviewRtf).empty(); });
+
+    nxclip_.FormatTab().Select(0);
+    std::string lines;
+    for (int i = 0; i < 20'000; ++i)
+        lines += "Zeile " + std::to_string(i) + "\r\n";
+    SnapOf({{CF_TEXT, lines + '\0'}});
+    WaitFor("the rest of a long text",
+            [&] { return nxclip_.Main().TextOf(tbPreviewText) == std::wstring(lines.begin(), lines.end()); });
 }
 
 TEST_F(Commands, Drag_MovesAndWithControlCopiesAClipWithItsFile) {

@@ -46,14 +46,14 @@ UniqueBitmap ScreenBitmap(int width, int height, void** pixels = nullptr) {
 }
 
 // The header of the same picture with other rows. The oldest kind has its height in 16 bits.
-void SetRows(std::vector<std::uint8_t>& header, int rows, bool topDown) {
+void SetRows(std::vector<std::uint8_t>& header, int rows, std::size_t rowBytes, bool topDown) {
     if (reinterpret_cast<const BITMAPCOREHEADER*>(header.data())->bcSize == sizeof(BITMAPCOREHEADER)) {
         reinterpret_cast<BITMAPCOREHEADER*>(header.data())->bcHeight = static_cast<WORD>(rows);
         return;
     }
     auto& info = *reinterpret_cast<BITMAPINFOHEADER*>(header.data());
     info.biHeight = topDown ? -rows : rows;
-    info.biSizeImage = 0;
+    info.biSizeImage = static_cast<DWORD>(static_cast<std::size_t>(rows) * rowBytes);
 }
 
 constexpr DWORD kStandardColours = 0x73524742;  // LCS_sRGB, which GCC takes for several characters
@@ -87,29 +87,25 @@ bool PictureBox::Create(HWND parent, int control) {
 bool PictureBox::ShowDib(std::unique_ptr<std::uint8_t[]> block, const DibLayout& layout) {
     Forget();
     size_ = {layout.width, layout.height};
-    if (layout.compression == BI_RLE4 || layout.compression == BI_RLE8) {
-        if (!DecodeRuns(block.get(), layout)) {
-            Clear();
-            return false;
-        }
-    } else {
-        header_.assign(block.get(), block.get() + layout.pixelOffset);
-        ForgetProfile(header_);
-        pixels_ = block.get() + layout.pixelOffset;
-        rowBytes_ =
-            (static_cast<std::size_t>(layout.width) * static_cast<std::size_t>(layout.bitCount) + 31) / 32 *
-            4;
-        topDown_ = layout.topDown;
-        block_ = std::move(block);
-        // Whether the system draws it at all shows at its first pixel.
-        const UniqueBitmap pixel = ScreenBitmap(1, 1);
-        if (!DrawRows(BitmapScope(pixel.Get()).Dc(), {0, 0, 1, 1}, 0, 1, 0, 1)) {
-            Clear();
-            return false;
-        }
-    }
+    const bool runs = layout.compression == BI_RLE4 || layout.compression == BI_RLE8;
+    const bool drawn = runs ? DecodeRuns(block.Get(), layout) : TakeBlock(std::move(block), layout);
+    if (!drawn) Forget();
     LayOut();
-    return true;
+    return drawn;
+}
+
+bool PictureBox::TakeBlock(std::unique_ptr<std::uint8_t[]> block, const DibLayout& layout) {
+    header_.assign(block.get(), block.get() + layout.pixelOffset);
+    ForgetProfile(header_);
+    pixels_ = block.get() + layout.pixelOffset;
+    rowBytes_ =
+        (static_cast<std::size_t>(layout.width) * static_cast<std::size_t>(layout.bitCount) + 31) / 32 * 4;
+    topDown_ = layout.topDown;
+    block_ = std::move(block);
+    // Whether the system draws it at all shows at its first pixel.
+    const UniqueBitmap pixel = ScreenBitmap(1, 1);
+    const BitmapScope target(pixel.Get());
+    return DrawRows(target.Dc(), {0, 0, 1, 1}, 0, 1, 0, 1);
 }
 
 // Of run-length coded pixels no part can be drawn without those before it.
@@ -266,7 +262,7 @@ void PictureBox::PaintPart(HDC target, const RECT& client) const {
 bool PictureBox::DrawRows(HDC target, const RECT& to, int firstColumn, int columns, int firstRow,
                           int rows) const {
     std::vector<std::uint8_t> header = header_;
-    SetRows(header, rows, topDown_);
+    SetRows(header, rows, rowBytes_, topDown_);
     const int above = topDown_ ? firstRow : static_cast<int>(size_.cy) - firstRow - rows;
     return StretchDIBits(target, to.left, to.top, to.right - to.left, to.bottom - to.top, firstColumn, 0,
                          columns, rows, pixels_ + static_cast<std::size_t>(above) * rowBytes_,

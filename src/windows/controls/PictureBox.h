@@ -31,6 +31,7 @@ class PictureBox {
     void PaintStretched(HDC target, const RECT& client);
     void PaintPart(HDC target, const RECT& client) const;
     bool DrawRows(HDC target, const RECT& to, int firstColumn, int columns, int firstRow, int rows) const;
+    bool TakeBlock(std::unique_ptr<std::uint8_t[]> block, const DibLayout& layout);
     bool DecodeRuns(const std::uint8_t* block, const DibLayout& layout);
     void Forget();
     void LayOut();

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/ByteBuffer.h"
+#include "platform/Guard.h"
 #include "windows/controls/Pictures.h"
 
 namespace {
@@ -81,8 +82,10 @@ void TreePane::Detach() {
 LRESULT CALLBACK TreePane::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                      DWORD_PTR self) {
     if (message != kTellWaitingMessage) return DefSubclassProc(window, message, wParam, lParam);
-    reinterpret_cast<TreePane*>(self)->TellWaiting();
-    return 0;
+    return Guarded(LRESULT{0}, [&] {
+        reinterpret_cast<TreePane*>(self)->TellWaiting();
+        return LRESULT{0};
+    });
 }
 
 LRESULT TreePane::OnNotify(NMHDR& header) {
@@ -196,7 +199,8 @@ void TreePane::TellWaiting() {
 }
 
 void TreePane::Rename(Node& node, const std::wstring& text) {
-    if (text == node.Text() || listener_->LabelEdited(node, text)) return;
+    const NodeRef edited(&node);
+    if (text == node.Text() || listener_->LabelEdited(node, text) || edited.Get() == nullptr) return;
     EditLabel(node);
     const HWND edit = TreeView_GetEditControl(window_);
     SetWindowTextW(edit, text.c_str());
@@ -264,7 +268,8 @@ void TreePane::FillItem(TVITEMW& item) const {
 }
 
 bool TreePane::HasChildItems(const Node* parent) const {
-    return TreeView_GetChild(window_, parent != nullptr ? ItemOf(*parent) : TVI_ROOT) != nullptr;
+    return (parent != nullptr ? TreeView_GetChild(window_, ItemOf(*parent)) : TreeView_GetRoot(window_)) !=
+           nullptr;
 }
 
 bool TreePane::ShowsChildren(const Node* parent) const {

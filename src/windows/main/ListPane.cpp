@@ -29,22 +29,25 @@ bool ListPane::Create(HWND parent, int control) {
                               GetModuleHandleW(nullptr), nullptr);
     if (window_ == nullptr) return false;
     ListView_SetExtendedListViewStyle(window_, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP);
-    SetDpi(DpiOfWindow(parent));
     return true;
 }
 
-void ListPane::SetDpi(UINT dpi) {
+void ListPane::SetDpi(UINT dpi, HIMAGELIST smallPictures) {
     dpi_ = dpi;
-    UniqueImageList smallPictures = LoadListPictures(SystemMetricForDpi(SM_CXSMICON, dpi));
-    UniqueImageList largePictures = LoadListPictures(SystemMetricForDpi(SM_CXICON, dpi));
-    ListView_SetImageList(window_, smallPictures.Get(), LVSIL_SMALL);
-    ListView_SetImageList(window_, largePictures.Get(), LVSIL_NORMAL);
-    small_ = std::move(smallPictures);
-    large_ = std::move(largePictures);
+    ListView_SetImageList(window_, smallPictures, LVSIL_SMALL);
+    ListView_SetImageList(window_, nullptr, LVSIL_NORMAL);
+    large_.Reset();
+    if (mode_ == ListMode::Large) LoadLargePictures();
+}
+
+void ListPane::LoadLargePictures() {
+    large_ = LoadListPictures(SystemMetricForDpi(SM_CXICON, dpi_));
+    ListView_SetImageList(window_, large_.Get(), LVSIL_NORMAL);
 }
 
 void ListPane::SetMode(ListMode mode) {
     mode_ = mode;
+    if (mode == ListMode::Large && large_ == nullptr) LoadLargePictures();
     SetStyle(LVS_TYPEMASK, StyleOf(mode));
     InvalidateRect(window_, nullptr, TRUE);
 }

@@ -20,8 +20,8 @@ class ListPane {
     bool Create(HWND parent, int control);
     HWND Window() const { return window_; }
 
-    // Loads the pictures for a resolution in dots per inch.
-    void SetDpi(UINT dpi);
+    // For a resolution in dots per inch. The small pictures are the tree's, which must outlive their use.
+    void SetDpi(UINT dpi, HIMAGELIST smallPictures);
     void SetMode(ListMode mode);
     ListMode Mode() const { return mode_; }
 
@@ -41,6 +41,7 @@ class ListPane {
     void OnGetDisplayInfo(NMLVDISPINFOW& info) const;
 
  private:
+    void LoadLargePictures();
     void FillColumns();
     void KeepColumnWidths();
     void SetStyle(DWORD mask, DWORD style);
@@ -49,8 +50,7 @@ class ListPane {
     const ListContent* content_ = nullptr;
     std::vector<std::wstring> headings_;  // those that the control shows
     std::map<std::vector<std::wstring>, std::vector<int>> widths_;
-    UniqueImageList small_;
-    UniqueImageList large_;
+    UniqueImageList large_;  // loaded when they are first shown
     ListMode mode_ = ListMode::Details;
     UINT dpi_ = 96;
 };

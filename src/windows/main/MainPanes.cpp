@@ -53,9 +53,9 @@ void MainPanes::SetDpi(UINT dpi) {
 
     UniqueImageList pictures = LoadListPictures(SystemMetricForDpi(SM_CXSMICON, dpi));
     TreeView_SetImageList(tvTreeView.Window(), pictures.Get(), TVSIL_NORMAL);
+    lvListView.SetDpi(dpi, pictures.Get());
     treePictures_ = std::move(pictures);
     tbToolBar.SetDpi(dpi);
-    lvListView.SetDpi(dpi);
 }
 
 void MainPanes::SizeControls(double splitterLeft) {

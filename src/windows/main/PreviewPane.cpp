@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "engine/clipboard/FormatNames.h"
+#include "platform/Guard.h"
 #include "platform/Platform.h"
 #include "resources/controls.h"
 #include "windows/controls/Dpi.h"
@@ -277,7 +278,10 @@ void PreviewPane::ForgetRest() {
 
 void CALLBACK PreviewPane::RestIsDue(HWND tab, UINT, UINT_PTR timer, DWORD) {
     KillTimer(tab, timer);
-    reinterpret_cast<PreviewPane*>(GetWindowLongPtrW(tab, GWLP_USERDATA))->ShowRest();
+    Guarded(false, [&] {
+        reinterpret_cast<PreviewPane*>(GetWindowLongPtrW(tab, GWLP_USERDATA))->ShowRest();
+        return true;
+    });
 }
 
 void PreviewPane::ShowRest() {
