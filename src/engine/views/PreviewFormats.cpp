@@ -1,0 +1,50 @@
+#include "engine/views/PreviewFormats.h"
+
+#include <algorithm>
+#include <initializer_list>
+
+#include "engine/clipboard/FormatNames.h"
+
+namespace {
+
+const CFormat* FindById(const CFormats& formats, FormatNumber id) {
+    const auto found = std::find_if(formats.begin(), formats.end(),
+                                    [=](const CFormat& format) { return format.FormatId == id; });
+    return found != formats.end() ? &*found : nullptr;
+}
+
+const CFormat* FindByName(const CFormats& formats, const wchar_t* name) {
+    const auto found = std::find_if(formats.begin(), formats.end(),
+                                    [=](const CFormat& format) { return format.FormatName == name; });
+    return found != formats.end() ? &*found : nullptr;
+}
+
+const CFormat* FirstOf(std::initializer_list<const CFormat*> candidates) {
+    const auto found = std::find_if(candidates.begin(), candidates.end(),
+                                    [](const CFormat* format) { return format != nullptr; });
+    return found != candidates.end() ? *found : nullptr;
+}
+
+}  // namespace
+
+const CFormat* PreviewFormat(const CFormats& formats, PreviewTab tab) {
+    switch (tab) {
+        case PreviewTab::Text:
+            return FindById(formats, kTextFormat);
+        case PreviewTab::RichText:
+            return FindByName(formats, L"Rich Text Format");
+        default:
+            return FirstOf({FindById(formats, kDibFormat), FindById(formats, kBitmapFormat),
+                            FindByName(formats, L"PNG"), FindByName(formats, L"image/png")});
+    }
+}
+
+PreviewTab TabToShow(const CFormats& formats, PreviewTab chosen) {
+    for (const PreviewTab tab : {chosen, PreviewTab::Text, PreviewTab::RichText, PreviewTab::Picture})
+        if (PreviewFormat(formats, tab) != nullptr) return tab;
+    return chosen;
+}
+
+bool IsPng(const CFormat& format) {
+    return format.FormatName == L"PNG" || format.FormatName == L"image/png";
+}
