@@ -8,15 +8,15 @@
 namespace {
 
 const CFormat* FindById(const CFormats& formats, FormatNumber id) {
-    const auto found = std::find_if(formats.begin(), formats.end(),
-                                    [=](const CFormat& format) { return format.FormatId == id; });
-    return found != formats.end() ? &*found : nullptr;
+    for (const CFormat& format : formats)
+        if (format.FormatId == id) return &format;
+    return nullptr;
 }
 
 const CFormat* FindByName(const CFormats& formats, const wchar_t* name) {
-    const auto found = std::find_if(formats.begin(), formats.end(),
-                                    [=](const CFormat& format) { return format.FormatName == name; });
-    return found != formats.end() ? &*found : nullptr;
+    for (const CFormat& format : formats)
+        if (format.FormatName == name) return &format;
+    return nullptr;
 }
 
 const CFormat* FirstOf(std::initializer_list<const CFormat*> candidates) {
