@@ -190,18 +190,21 @@ std::set<HTREEITEM> Driver::Items() const {
     return items;
 }
 
-TreeLine Driver::WaitForNewClip(const std::set<HTREEITEM>& before) const {
+TreeLine Driver::WaitForNewClip(const std::set<HTREEITEM>& before, std::chrono::milliseconds bound) const {
     // The clip's item is there before its content is: other programs may be asked for that, and this question
     // is answered meanwhile. It is selected when everything is on disk.
     TreeLine found;
-    WaitFor("a new clip in the tree", [&] {
-        for (const TreeLine& line : Tree().Lines()) {
-            if (!line.selected || before.contains(line.item)) continue;
-            found = line;
-            return true;
-        }
-        return false;
-    });
+    WaitFor(
+        "a new clip in the tree",
+        [&] {
+            for (const TreeLine& line : Tree().Lines()) {
+                if (!line.selected || before.contains(line.item)) continue;
+                found = line;
+                return true;
+            }
+            return false;
+        },
+        bound);
     return found;
 }
 

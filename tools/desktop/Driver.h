@@ -11,6 +11,7 @@
 #include "desktop/Controls.h"
 #include "desktop/Process.h"
 #include "desktop/ScratchDirectory.h"
+#include "desktop/Wait.h"
 #include "desktop/Window.h"
 #include "resources/controls.h"
 
@@ -86,7 +87,8 @@ class Driver {
     std::set<HTREEITEM> Items() const;
     // Waits until a clip that is not among `before` has been taken; it is selected then. Its line in the
     // tree.
-    TreeLine WaitForNewClip(const std::set<HTREEITEM>& before) const;
+    TreeLine WaitForNewClip(const std::set<HTREEITEM>& before,
+                            std::chrono::milliseconds bound = kBound) const;
     // Takes the clipboard by command and waits for the clip.
     TreeLine Snap() const;
     // Puts the selected clip on the clipboard by command and waits for the success.

@@ -10,7 +10,7 @@
 //   expand                      opens the whole tree
 //   tree | list | title | status    what the window shows
 //   watch                       remembers the tree's items
-//   newclip                     waits for a clip that came after that; answers a number that names it
+//   newclip SECONDS             waits for a clip that came after that; answers a number that names it
 //   select CLIP                 selects the clip with such a number
 //   put                         puts the selected clip on the clipboard and waits for the success
 //   tab PLACE                   goes to a tab of the preview, counted from 0
@@ -19,6 +19,7 @@
 //   dialog TITLE                waits for a dialog and answers its place
 //   press TITLE NUMBER          presses a button of a dialog
 //   page TITLE NUMBER PLACE     goes to a tab of a dialog's control
+//   answer BUTTON               waits for a message box, presses a button of it and answers its text
 //   gone TITLE                  closes a dialog and waits for its end
 //   quit                        ends NXClip by its menu; answers the exit code
 //   run COMMANDLINE             starts another program
@@ -111,7 +112,8 @@ std::wstring Do(const Fields& fields) {
     if (verb == L"status") return Program().StatusBar().Text();
     if (verb == L"watch") return known = Program().Items(), L"";
     if (verb == L"newclip") {
-        clips.push_back(Program().WaitForNewClip(known).item);
+        const std::chrono::seconds bound(std::stoi(Field(fields, 1)));
+        clips.push_back(Program().WaitForNewClip(known, bound).item);
         return std::to_wstring(clips.size() - 1);
     }
     if (verb == L"select") return Program().Tree().Select(clips.at(std::stoul(Field(fields, 1)))), L"";
@@ -129,6 +131,7 @@ std::wstring Do(const Fields& fields) {
         return TabControl(dialog.Control(std::stoi(Field(fields, 2)))).Select(std::stoi(Field(fields, 3))),
                L"";
     }
+    if (verb == L"answer") return Program().AnswerNotice(std::stoi(Field(fields, 1)));
     if (verb == L"gone") {
         const Window dialog = Program().WaitForDialog(Field(fields, 1));
         dialog.Close();

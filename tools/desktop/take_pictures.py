@@ -48,16 +48,17 @@ def content(drive):
     drive("autodetect", 1)
     for type_, data in (("UTF8_STRING", "Öffnungszeiten: Mo–Fr 9–18 Uhr\nSa 10–14 Uhr".encode()),
                         ("text/rtf", rb"{\rtf1\ansi\deff0 {\b Fett} und {\i kursiv}: \'e4\'f6\'fc}"),
-                        ("image/bmp", picture())):
+                        ("image/bmp", picture("BMP3")), ("image/png", picture("PNG", "-alpha", "set", "-channel", "A",
+                                                                              "-evaluate", "multiply", "0.5"))):
         drive("watch")
         subprocess.run(["xclip", "-selection", "clipboard", "-t", type_, "-i"], input=data, check=True)
-        drive("select", drive("newclip"))
+        drive("select", drive("newclip", 10))
     drive("autodetect", 0)
 
 
-def picture():
-    return subprocess.run(["convert", "-size", "320x200", "plasma:steelblue-gold", "-seed", "7", "BMP3:-"], check=True,
-                          capture_output=True).stdout
+def picture(kind, *changes):
+    return subprocess.run(["convert", "-size", "320x200", "-seed", "7", "plasma:steelblue-gold", *changes, f"{kind}:-"],
+                          check=True, capture_output=True).stdout
 
 
 def dialogs(drive):
@@ -104,16 +105,15 @@ def main():
     drive = demo.Drive()
     try:
         drive("prepare")
-        scale = int(DPI) / 96
         for key, twips in (("MainWidth", 12000), ("MainHeight", 8200), ("Splitter", 3600), ("MainLeft", 300),
                            ("MainTop", 300)):
             drive("setting", "Settings", key, twips)
-        for key, value in (("UnknownFormats", 255), ("EditPropAfterSnap", 0)):
+        for key, value in (("UnknownFormats", 255), ("EditPropAfterSnap", 0), ("NewTextMode", 1), ("NewMaxLen", 30)):
             drive("setting", "Settings", key, value)
         drive("start")
         content(drive)
         drive("expand")
-        for clip, tab, name in ((0, 0, "frmMain"), (1, 1, "frmMainRtf"), (2, 2, "frmMainPicture")):
+        for clip, tab, name in ((0, 0, "frmMain"), (1, 1, "frmMainRtf"), (2, 2, "frmMainPicture"), (3, 2, "frmMainPng")):
             drive("select", clip)
             drive("tab", tab)
             shoot(name, drive("main"))

@@ -3,10 +3,10 @@
 #include <algorithm>
 
 #include "engine/clipboard/modFileIO.h"
-#include "engine/clipboard/modFormatDesc.h"
 #include "engine/profiles/ActiveContainer.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/modTreeEx.h"
+#include "engine/views/FormatTexts.h"
 #include "platform/Text.h"
 
 namespace {
@@ -21,7 +21,7 @@ std::wstring CountText(const ListContent& content) {
 
 void ListFormats(const Node& clipNode, CClipBoard& clipBoard, ListContent& content) {
     content.title = Quoted(L"Formate von", clipNode);
-    content.columns = {L"Format", L"Beschreibung", L"Größe (Bytes)"};
+    content.columns = {L"Format", L"Beschreibung", L"Größe"};
     const std::wstring path = ClipFileOf(&clipNode);
     OpenFile file(OpenClipFile(path, false, true));
     if (!file.IsSet()) {
@@ -66,18 +66,14 @@ const CFormat* FormatOfRow(const ListContent& content, int row) {
     return shown ? &content.formats->Item(row + 1) : nullptr;
 }
 
-const FormatDescription& DescriptionOf(const CFormat& format) {
-    return FormatDescriptionAt(FormatDescriptionIndex(format.FormatName));
-}
-
 std::wstring FormatText(const CFormat& format, int column) {
     switch (column) {
         case 0:
             return format.FormatName;
         case 1:
-            return DescriptionOf(format).Description;
+            return DescriptionOf(format.FormatName).Description;
         case 2:
-            return NumberText(format.DataSize);
+            return SizeText(format.DataSize);
         default:
             return {};
     }
@@ -117,8 +113,18 @@ std::wstring ListText(const ListContent& content, int row, int column) {
 
 std::wstring ListIcon(const ListContent& content, int row) {
     if (const Node* const node = NodeOfRow(content, row)) return KindImage(node);
-    if (const CFormat* const format = FormatOfRow(content, row)) return DescriptionOf(*format).Group;
+    if (const CFormat* const format = FormatOfRow(content, row))
+        return DescriptionOf(format->FormatName).Group;
     return {};
+}
+
+std::wstring ListTip(const ListContent& content, int row, int column) {
+    const CFormat* const format = FormatOfRow(content, row);
+    return format != nullptr && column == 2 ? ExactSizeText(format->DataSize) : std::wstring();
+}
+
+bool IsNumberColumn(const ListContent& content, int column) {
+    return content.formats != nullptr ? column == 2 : column >= 1 && column <= 3;
 }
 
 int FindListRow(const ListContent& content, const std::wstring& text, int start, bool partial, bool wrap) {

@@ -37,6 +37,10 @@ ListContent BuildListContent(const Node* selected, CClipBoard& clipBoard);
 // What a row shows in a column, counted from 0. Empty outside of the list and where there is nothing to say,
 // which includes a node that went meanwhile.
 std::wstring ListText(const ListContent& content, int row, int column);
+// What there is to tell beside that while the mouse rests on it; empty for nothing.
+std::wstring ListTip(const ListContent& content, int row, int column);
+// True for a column of numbers, which stand one below the other at its right.
+bool IsNumberColumn(const ListContent& content, int column);
 // The key of a row's icon: a node's kind ("Profile", "Structure", "Clip") or a format's group.
 std::wstring ListIcon(const ListContent& content, int row);
 

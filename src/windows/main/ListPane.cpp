@@ -1,7 +1,9 @@
 #include "windows/main/ListPane.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "engine/views/ColumnWidths.h"
 #include "windows/controls/Dpi.h"
 
 namespace {
@@ -29,6 +31,9 @@ bool ListPane::Create(HWND parent, int control) {
                               GetModuleHandleW(nullptr), nullptr);
     if (window_ == nullptr) return false;
     ListView_SetExtendedListViewStyle(window_, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP);
+    tips_.Attach(window_, [this](int row, int column) {
+        return content_ != nullptr ? ListTip(*content_, row, column) : std::wstring();
+    });
     return true;
 }
 
@@ -73,31 +78,69 @@ void ListPane::ShowContent(const ListContent& content) {
 }
 
 void ListPane::FillColumns() {
-    if (headings_ == content_->columns) return;
     KeepColumnWidths();
+    const auto kept = widths_.find(content_->columns);
+    const std::vector<int> widths = kept != widths_.end() ? kept->second : FittingWidths();
+    if (headings_ != content_->columns)
+        InsertColumns(widths);
+    else if (mode_ == ListMode::Details)
+        ResizeColumns(widths);
+    fitted_ = widths;
+}
+
+void ListPane::InsertColumns(const std::vector<int>& widths) {
     while (ListView_DeleteColumn(window_, 0)) {
     }
     headings_ = content_->columns;
     SetStyle(LVS_NOCOLUMNHEADER, headings_.empty() ? LVS_NOCOLUMNHEADER : 0);
-    const auto kept = widths_.find(headings_);
-    for (int place = 0; place < static_cast<int>(headings_.size()); ++place) {
-        const auto index = static_cast<std::size_t>(place);
+    for (std::size_t place = 0; place < headings_.size(); ++place) {
+        const auto index = static_cast<int>(place);
         LVCOLUMNW column{};
-        column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_SUBITEM;
-        column.pszText = headings_[index].data();
-        column.cx = kept != widths_.end() ? kept->second[index] : Scaled(place == 0 ? 170 : 120, dpi_);
-        column.iSubItem = place;
-        SendMessageW(window_, LVM_INSERTCOLUMNW, static_cast<WPARAM>(place),
-                     reinterpret_cast<LPARAM>(&column));
+        column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_SUBITEM | LVCF_FMT;
+        column.fmt = IsNumberColumn(*content_, index) ? LVCFMT_RIGHT : LVCFMT_LEFT;
+        column.pszText = headings_[place].data();
+        column.cx = widths[place];
+        column.iSubItem = index;
+        SendMessageW(window_, LVM_INSERTCOLUMNW, place, reinterpret_cast<LPARAM>(&column));
     }
 }
 
+void ListPane::ResizeColumns(const std::vector<int>& widths) {
+    for (std::size_t place = 0; place < widths.size(); ++place)
+        if (widths[place] != fitted_[place])
+            ListView_SetColumnWidth(window_, static_cast<int>(place), widths[place]);
+}
+
+// Only what the user changed is worth being kept; outside of the details a column's width means something
+// else.
 void ListPane::KeepColumnWidths() {
-    if (headings_.empty()) return;
+    if (headings_.empty() || mode_ != ListMode::Details) return;
     std::vector<int> widths;
     for (int place = 0; place < static_cast<int>(headings_.size()); ++place)
         widths.push_back(ListView_GetColumnWidth(window_, place));
-    widths_[headings_] = std::move(widths);
+    if (widths != fitted_) widths_[headings_] = fitted_ = std::move(widths);
+}
+
+std::vector<int> ListPane::FittingWidths() const {
+    // Enough to fill the window; to measure thousands would take longer than to show them.
+    constexpr int kMeasuredRows = 40;
+    constexpr int kLeast = 40;
+    const int rows = std::min(static_cast<int>(content_->entries.size()), kMeasuredRows);
+    const int margin = Scaled(16, dpi_);
+    const int picture = SystemMetricForDpi(SM_CXSMICON, dpi_) + Scaled(4, dpi_);
+    std::vector<int> widths;
+    for (int place = 0; place < static_cast<int>(content_->columns.size()); ++place) {
+        const std::wstring& heading = content_->columns[static_cast<std::size_t>(place)];
+        int widest = ListView_GetStringWidth(window_, heading.c_str());
+        for (int row = 0; row < rows; ++row)
+            widest =
+                std::max(widest, ListView_GetStringWidth(window_, ListText(*content_, row, place).c_str()));
+        widths.push_back(widest + margin + (place == 0 ? picture : 0));
+    }
+    RECT client;
+    GetClientRect(window_, &client);
+    return FitColumns(std::move(widths), client.right - SystemMetricForDpi(SM_CXVSCROLL, dpi_),
+                      Scaled(kLeast, dpi_));
 }
 
 int ListPane::FocusedRow() const {

@@ -10,6 +10,7 @@
 
 #include "engine/views/ListUpdate.h"
 #include "windows/controls/Pictures.h"
+#include "windows/main/ListTips.h"
 
 // The four ways to show the list.
 enum class ListMode { Large, Small, List, Details };
@@ -25,8 +26,8 @@ class ListPane {
     void SetMode(ListMode mode);
     ListMode Mode() const { return mode_; }
 
-    // Shows `content`, which must stay as it is until the next call. The columns keep the widths that the
-    // user gave to the same headings before.
+    // Shows `content`, which must stay as it is until the next call. The columns are as wide as what they
+    // show and the window want, or as the user made them for the same headings.
     void ShowContent(const ListContent& content);
     // The row that is chosen, or -1.
     int FocusedRow() const;
@@ -44,12 +45,17 @@ class ListPane {
     void LoadLargePictures();
     void FillColumns();
     void KeepColumnWidths();
+    std::vector<int> FittingWidths() const;
+    void InsertColumns(const std::vector<int>& widths);
+    void ResizeColumns(const std::vector<int>& widths);
     void SetStyle(DWORD mask, DWORD style);
 
     HWND window_ = nullptr;
     const ListContent* content_ = nullptr;
     std::vector<std::wstring> headings_;  // those that the control shows
+    std::vector<int> fitted_;             // their widths, as they were set last
     std::map<std::vector<std::wstring>, std::vector<int>> widths_;
+    ListTips tips_;
     UniqueImageList large_;  // loaded when they are first shown
     ListMode mode_ = ListMode::Details;
     UINT dpi_ = 96;

@@ -13,10 +13,9 @@
 #include "platform/Platform.h"
 #include "resources/controls.h"
 #include "windows/controls/Dpi.h"
+#include "windows/controls/PngDecoder.h"
 
 namespace {
-
-constexpr const wchar_t* kRichTextName = L"Rich Text Format";
 
 // Refuses every embedded object: a preview runs nothing and fetches nothing. One object for all, never freed.
 class NoObjects : public IRichEditOleCallback {
@@ -76,6 +75,48 @@ HWND MakeBox(HWND parent, DWORD exStyle, const wchar_t* name, DWORD style, int c
                            nullptr);
 }
 
+struct TextExtent {
+    int width;
+    int height;
+};
+
+LRESULT LengthOfLine(HWND box, LRESULT line) {
+    const LRESULT begin = SendMessageW(box, EM_LINEINDEX, static_cast<WPARAM>(line), 0);
+    return SendMessageW(box, EM_LINELENGTH, static_cast<WPARAM>(begin), 0);
+}
+
+std::wstring TextOfLine(HWND box, LRESULT line) {
+    constexpr LRESULT kMostCharacters = 4000;
+    std::wstring text(
+        static_cast<std::size_t>(std::clamp<LRESULT>(LengthOfLine(box, line), 2, kMostCharacters)), 0);
+    text[0] = static_cast<wchar_t>(text.size());
+    text.resize(static_cast<std::size_t>(
+        SendMessageW(box, EM_GETLINE, static_cast<WPARAM>(line), reinterpret_cast<LPARAM>(text.data()))));
+    return text;
+}
+
+// How much room the text of an edit box takes, in pixels. Of many lines the first count, of those the one
+// with the most characters: to measure is dear.
+TextExtent ExtentOf(HWND box) {
+    constexpr LRESULT kLookedAt = 500;
+    const LRESULT lines = SendMessageW(box, EM_GETLINECOUNT, 0, 0);
+    LRESULT longest = 0;
+    for (LRESULT line = 1; line < std::min(lines, kLookedAt); ++line)
+        if (LengthOfLine(box, line) > LengthOfLine(box, longest)) longest = line;
+    const std::wstring text = TextOfLine(box, longest);
+
+    const HDC dc = GetDC(box);
+    const HGDIOBJ before = SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(box, WM_GETFONT, 0, 0)));
+    TEXTMETRICW metrics{};
+    GetTextMetricsW(dc, &metrics);
+    const DWORD size = GetTabbedTextExtentW(dc, text.c_str(), static_cast<int>(text.size()), 0, nullptr);
+    SelectObject(dc, before);
+    ReleaseDC(box, dc);
+    return {LOWORD(size) + 2 * metrics.tmAveCharWidth, static_cast<int>(lines * metrics.tmHeight)};
+}
+
+constexpr const wchar_t* kCaptions[] = {L"Text", L"RTF", L"Bild"};
+constexpr UINT_PTR kForParentId = 1;
 constexpr UINT_PTR kRestTimer = 1;
 // Whoever walks through the clips has gone on by then; after that, between any two messages.
 constexpr UINT kBeforeRest = 250;
@@ -84,14 +125,16 @@ constexpr UINT kBetweenPieces = 10;
 }  // namespace
 
 bool PreviewPane::Create(HWND parent) {
-    tab_ = MakeBox(parent, 0, WC_TABCONTROLW, WS_CLIPSIBLINGS, tabFormat);
+    tab_ = MakeBox(parent, 0, WC_TABCONTROLW, WS_CLIPSIBLINGS | TCS_OWNERDRAWFIXED, tabFormat);
     text_ = MakeBox(parent, WS_EX_CLIENTEDGE, L"EDIT", kTextStyle, tbPreviewText);
     if (tab_ == nullptr || text_ == nullptr || !picture_.Create(parent, picPreviewDIB)) return false;
     SetWindowLongPtrW(tab_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    if (!SetWindowSubclass(parent, &PreviewPane::ForParent, kForParentId, reinterpret_cast<DWORD_PTR>(this)))
+        return false;
     SendMessageW(text_, EM_SETLIMITTEXT, 0, 0);
 
     int place = 0;
-    for (const wchar_t* caption : {L"Text", L"RTF", L"Bild"}) {
+    for (const wchar_t* caption : kCaptions) {
         TCITEMW item{};
         item.mask = TCIF_TEXT;
         item.pszText = const_cast<wchar_t*>(caption);
@@ -134,6 +177,7 @@ void PreviewPane::Place(const ::Box& area) {
                  SWP_NOZORDER | SWP_NOACTIVATE | (shown_ ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
     LayOutInside();
     if (appears) Fill();
+    FitBars();
 }
 
 void PreviewPane::LayOutInside() {
@@ -150,19 +194,32 @@ void PreviewPane::LayOutInside() {
     }
 }
 
-PreviewPane::Tab PreviewPane::Chosen() const {
-    return static_cast<Tab>(std::max(TabCtrl_GetCurSel(tab_), 0));
+PreviewTab PreviewPane::InFront() const {
+    return static_cast<PreviewTab>(std::max(TabCtrl_GetCurSel(tab_), 0));
 }
 
 HWND PreviewPane::ChosenBox() const {
-    switch (Chosen()) {
-        case Tab::RichText:
+    switch (InFront()) {
+        case PreviewTab::RichText:
             return richText_;
-        case Tab::Picture:
+        case PreviewTab::Picture:
             return picture_.Window();
         default:
             return text_;
     }
+}
+
+void PreviewPane::BringToFront(PreviewTab tab) {
+    if (tab == InFront()) return;
+    const bool focused = GetFocus() == ChosenBox();
+    TabCtrl_SetCurSel(tab_, static_cast<int>(tab));
+    if (tab == PreviewTab::RichText && shown_) MakeRichTextBox();
+    LayOutInside();
+    if (focused) SetFocus(ChosenBox());
+}
+
+const CFormat* PreviewPane::FormatFor(PreviewTab tab) const {
+    return formats_ != nullptr ? PreviewFormat(*formats_, tab) : nullptr;
 }
 
 bool PreviewPane::Wants(const MSG& message) const {
@@ -174,6 +231,7 @@ bool PreviewPane::Wants(const MSG& message) const {
 }
 
 void PreviewPane::TabChanged() {
+    wanted_ = InFront();
     Fill();
     LayOutInside();
 }
@@ -186,17 +244,21 @@ void PreviewPane::Clear() {
 void PreviewPane::Show(const ListContent& content) {
     formats_ = content.formats;
     clipFile_ = content.clipFile;
+    if (formats_ != nullptr) BringToFront(TabToShow(*formats_, wanted_));
     Fill();
 }
 
 void PreviewPane::Fill() {
     ForgetRest();
-    const Tab tab = Chosen();
-    if (tab == Tab::RichText && shown_) MakeRichTextBox();
-    const bool something = shown_ && formats_ != nullptr;
-    if (tab != Tab::Text || !something || !ShowText()) EmptyText();
-    if (tab != Tab::RichText || !something || !ShowRichText()) EmptyRichText();
-    if (tab != Tab::Picture || !something || !ShowPicture()) picture_.Clear();
+    const PreviewTab tab = InFront();
+    if (tab == PreviewTab::RichText && shown_) MakeRichTextBox();
+    const bool something = shown_ && FormatFor(tab) != nullptr;
+    if (tab != PreviewTab::Text || !something || !ShowText()) EmptyText();
+    if (tab != PreviewTab::RichText || !something || !ShowRichText()) EmptyRichText();
+    if (tab != PreviewTab::Picture || !something || !ShowPicture()) picture_.Clear();
+    FitBars();
+    // The captions of the tabs that have nothing to show are grey.
+    InvalidateRect(tab_, nullptr, FALSE);
 }
 
 void PreviewPane::EmptyText() {
@@ -208,10 +270,7 @@ void PreviewPane::EmptyRichText() {
 }
 
 bool PreviewPane::ShowText() {
-    // Plain text has lost the letters that the code page cannot hold.
-    const CFormat* const unicode = FindById(kUnicodeFormat);
-    const CFormat* const format = unicode != nullptr ? unicode : FindById(kTextFormat);
-    if (format == nullptr) return false;
+    const CFormat* const format = FormatFor(PreviewTab::Text);
     restOfText_ = PreviewTextReader(clipFile_, *format);
     const auto text = restOfText_.Next(kFirstPreviewBytes);
     if (text && SetWindowTextW(text_, text->c_str())) {
@@ -226,8 +285,7 @@ bool PreviewPane::ShowText() {
 }
 
 bool PreviewPane::ShowRichText() {
-    const CFormat* const format = FindByName(kRichTextName);
-    if (format == nullptr) return false;
+    const CFormat* const format = FormatFor(PreviewTab::RichText);
     if (richText_ != nullptr && StreamRichText(*format, kNextPreviewBytes)) {
         if (static_cast<std::size_t>(format->DataSize) > kNextPreviewBytes) {
             restOfRichText_ = format;
@@ -253,16 +311,14 @@ bool PreviewPane::StreamRichText(const CFormat& format, std::size_t most) {
 }
 
 bool PreviewPane::ShowPicture() {
-    const CFormat* const dib = FindById(kDibFormat);
-    const CFormat* const format = dib != nullptr ? dib : FindById(kBitmapFormat);
-    if (format == nullptr) return false;
-    if (auto read = ReadPreview(clipFile_, *format, 0, static_cast<std::size_t>(format->DataSize))) {
-        const std::optional<DibLayout> layout = CheckDib(read->All());
-        if (layout && picture_.ShowDib(std::move(read->bytes), *layout)) return true;
-    }
+    const CFormat* const format = FormatFor(PreviewTab::Picture);
+    auto read = ReadPreview(clipFile_, *format, 0, static_cast<std::size_t>(format->DataSize));
+    if (read && IsPng(*format)) read = DecodePng(read->All());
+    const std::optional<DibLayout> layout = read ? CheckDib(read->All()) : std::nullopt;
+    if (layout && picture_.ShowDib(std::move(read->bytes), *layout)) return true;
     picture_.Clear();
-    ThePlatform().user.Tell(format == dib ? L"DIB konnte nicht geladen werden"
-                                          : L"Bitmap konnte nicht geladen werden");
+    ThePlatform().user.Tell(format->FormatId == kBitmapFormat ? L"Bitmap konnte nicht geladen werden"
+                                                              : L"DIB konnte nicht geladen werden");
     return false;
 }
 
@@ -309,16 +365,47 @@ void PreviewPane::AppendText(const std::wstring& text) {
     SendMessageW(text_, EM_LINESCROLL, 0, top - SendMessageW(text_, EM_GETFIRSTVISIBLELINE, 0, 0));
     SendMessageW(text_, WM_SETREDRAW, TRUE, 0);
     RedrawWindow(text_, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME);
+    FitBars();
 }
 
-const CFormat* PreviewPane::FindById(FormatNumber id) const {
-    for (const CFormat& format : *formats_)
-        if (format.FormatId == id) return &format;
-    return nullptr;
+LRESULT CALLBACK PreviewPane::ForParent(HWND parent, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                        DWORD_PTR self) {
+    const auto& pane = *reinterpret_cast<PreviewPane*>(self);
+    if (message == WM_DRAWITEM && reinterpret_cast<DRAWITEMSTRUCT*>(lParam)->hwndItem == pane.tab_) {
+        pane.DrawTab(*reinterpret_cast<DRAWITEMSTRUCT*>(lParam));
+        return TRUE;
+    }
+    // White as its neighbours: nobody takes a preview for a box to type in.
+    if (message == WM_CTLCOLORSTATIC && reinterpret_cast<HWND>(lParam) == pane.text_) {
+        SetBkColor(reinterpret_cast<HDC>(wParam), GetSysColor(COLOR_WINDOW));
+        SetTextColor(reinterpret_cast<HDC>(wParam), GetSysColor(COLOR_WINDOWTEXT));
+        return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW));
+    }
+    if (message == WM_NCDESTROY) RemoveWindowSubclass(parent, &PreviewPane::ForParent, id);
+    return DefSubclassProc(parent, message, wParam, lParam);
 }
 
-const CFormat* PreviewPane::FindByName(const std::wstring& name) const {
-    for (const CFormat& format : *formats_)
-        if (format.FormatName == name) return &format;
-    return nullptr;
+void PreviewPane::DrawTab(const DRAWITEMSTRUCT& item) const {
+    const bool filled = FormatFor(static_cast<PreviewTab>(item.itemID)) != nullptr;
+    SetBkMode(item.hDC, TRANSPARENT);
+    SetTextColor(item.hDC, GetSysColor(filled || formats_ == nullptr ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
+    RECT place = item.rcItem;
+    DrawTextW(item.hDC, kCaptions[item.itemID], -1, &place,
+              DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+}
+
+// An edit box keeps bars that there is nothing to scroll with.
+void PreviewPane::FitBars() {
+    if (!shown_ || InFront() != PreviewTab::Text) return;
+    const TextExtent text = ExtentOf(text_);
+    RECT client;
+    GetWindowRect(text_, &client);
+    const int width = client.right - client.left - 2 * GetSystemMetrics(SM_CXEDGE);
+    const int height = client.bottom - client.top - 2 * GetSystemMetrics(SM_CYEDGE);
+    // Each bar takes room from the other direction.
+    bool across = text.width > width;
+    const bool down = text.height > height - (across ? GetSystemMetrics(SM_CYHSCROLL) : 0);
+    across = text.width > width - (down ? GetSystemMetrics(SM_CXVSCROLL) : 0);
+    ShowScrollBar(text_, SB_HORZ, across);
+    ShowScrollBar(text_, SB_VERT, down);
 }

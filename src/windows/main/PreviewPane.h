@@ -7,6 +7,7 @@
 
 #include "engine/views/ListUpdate.h"
 #include "engine/views/MainLayout.h"
+#include "engine/views/PreviewFormats.h"
 #include "engine/views/PreviewText.h"
 #include "platform/win32/SystemHandles.h"
 #include "windows/controls/PictureBox.h"
@@ -23,7 +24,8 @@ class PreviewPane {
 
     // Empties all three boxes.
     void Clear();
-    // Shows the format that belongs to the chosen tab and empties what shows something else.
+    // Shows a format of a clip: that of the tab that the user chose last or, when it has none, of the first
+    // that has one. Empties what shows something else.
     void Show(const ListContent& content);
     void SetStretch(bool stretch) { picture_.SetStretch(stretch); }
 
@@ -36,8 +38,9 @@ class PreviewPane {
     HWND ChosenBox() const;
 
  private:
-    enum class Tab { Text = 0, RichText = 1, Picture = 2 };
-    Tab Chosen() const;
+    PreviewTab InFront() const;
+    void BringToFront(PreviewTab tab);
+    const CFormat* FormatFor(PreviewTab tab) const;
     // Fills the box of the chosen tab and empties the others.
     void Fill();
     // False when there is nothing to show; what goes wrong is told.
@@ -51,8 +54,11 @@ class PreviewPane {
     void ForgetRest();
     void ShowRest();
     static void CALLBACK RestIsDue(HWND tab, UINT message, UINT_PTR timer, DWORD time);
-    const CFormat* FindById(FormatNumber id) const;
-    const CFormat* FindByName(const std::wstring& name) const;
+    // What the parent is asked about the tab and the boxes.
+    static LRESULT CALLBACK ForParent(HWND parent, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                      DWORD_PTR self);
+    void DrawTab(const DRAWITEMSTRUCT& item) const;
+    void FitBars();
     bool MakeRichTextBox();
     void EmptyText();
     void EmptyRichText();
@@ -67,6 +73,7 @@ class PreviewPane {
     std::wstring clipFile_;
     PreviewTextReader restOfText_;
     const CFormat* restOfRichText_ = nullptr;
+    PreviewTab wanted_ = PreviewTab::Text;
     bool shown_ = false;
     bool textFilled_ = false;
     bool richTextFilled_ = false;

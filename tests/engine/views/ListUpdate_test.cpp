@@ -28,9 +28,9 @@ TEST_F(ListTest, BuildListContent_ListsAClipsFormatsInFileOrder) {
     const ListContent content = Content(&AddClip(7, 3));
     EXPECT_EQ(content.title, L"Formate von \"Profil\\Ordner\\Clip\"");
     ASSERT_EQ(content.entries.size(), 3u);
-    EXPECT_EQ(Row(content, 0), L"[Paint] | DIB | Geräteunabhängige Bitmap | 10");
+    EXPECT_EQ(Row(content, 0), L"[Paint] | DIB | Geräteunabhängige Bitmap | 10 Bytes");
     EXPECT_EQ(ListIcon(content, 1), L"OLE");
-    EXPECT_EQ(Row(content, 2), L"[Help] | Fremd | <unbekannt> | 0");
+    EXPECT_EQ(Row(content, 2), L"[Help] | Fremd | <unbekannt> | 0 Bytes");
     EXPECT_EQ(Row(content, 3), L"[] |  |  | ");
     EXPECT_EQ(content.status, L"3 Element(e)");
     EXPECT_EQ(content.formats, clipBoard.Formats());
