@@ -88,7 +88,7 @@ bool PictureBox::ShowDib(std::unique_ptr<std::uint8_t[]> block, const DibLayout&
     Forget();
     size_ = {layout.width, layout.height};
     const bool runs = layout.compression == BI_RLE4 || layout.compression == BI_RLE8;
-    const bool drawn = runs ? DecodeRuns(block.Get(), layout) : TakeBlock(std::move(block), layout);
+    const bool drawn = runs ? DecodeRuns(block.get(), layout) : TakeBlock(std::move(block), layout);
     if (!drawn) Forget();
     LayOut();
     return drawn;
