@@ -86,7 +86,7 @@ LRESULT LengthOfLine(HWND box, LRESULT line) {
 }
 
 std::wstring TextOfLine(HWND box, LRESULT line) {
-    constexpr LRESULT kMostCharacters = 4000;
+    constexpr LRESULT kMostCharacters = 1000;  // more than any window is wide
     std::wstring text(
         static_cast<std::size_t>(std::clamp<LRESULT>(LengthOfLine(box, line), 2, kMostCharacters)), 0);
     text[0] = static_cast<wchar_t>(text.size());
@@ -211,7 +211,7 @@ HWND PreviewPane::ChosenBox() const {
 
 void PreviewPane::BringToFront(PreviewTab tab) {
     if (tab == InFront()) return;
-    const bool focused = GetFocus() == ChosenBox();
+    const bool focused = GetFocus() != nullptr && GetFocus() == ChosenBox();
     TabCtrl_SetCurSel(tab_, static_cast<int>(tab));
     if (tab == PreviewTab::RichText && shown_) MakeRichTextBox();
     LayOutInside();
