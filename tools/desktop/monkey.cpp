@@ -49,20 +49,17 @@ class Monkey {
     }
 
     void Run(int steps) {
-        for (int i = 0; i < steps; ++i) {
-            try {
-                Step();
-            } catch (const DriverError&) {
-                Note("what it was about has gone meanwhile");
-            }
-            MustAnswer();
+        try {
+            for (int i = 0; i < steps; ++i)
+                StepAndAsk();
+            ComeToRest();
+            Compare();
+        } catch (const std::exception&) {
+            std::printf("the way there:\n");
+            for (const std::string& step : way_)
+                std::printf("  %s\n", step.c_str());
+            throw;
         }
-        ComeToRest();
-        Compare();
-    }
-    void PrintWay() const {
-        for (const std::string& step : way_)
-            std::printf("  %s\n", step.c_str());
     }
 
  private:
@@ -76,6 +73,14 @@ class Monkey {
         if (way_.size() > kRememberedSteps) way_.pop_front();
     }
 
+    void StepAndAsk() {
+        try {
+            Step();
+        } catch (const DriverError&) {
+            Note("what it was about has gone meanwhile");
+        }
+        MustAnswer();
+    }
     void Step() {
         const Window dialog = TopDialog();
         switch (Random(dialog ? 8 : 12)) {
@@ -240,12 +245,10 @@ int wmain(int count, wchar_t** arguments) {
     const unsigned seed = count > 2 ? static_cast<unsigned>(std::stoul(arguments[2])) : GetTickCount();
     std::printf("%d steps with the seed %u\n", steps, seed);
     std::fflush(stdout);
-    Monkey monkey(seed);
     try {
-        monkey.Run(steps);
+        Monkey(seed).Run(steps);
     } catch (const std::exception& error) {
-        std::printf("%s\nthe way there:\n", error.what());
-        monkey.PrintWay();
+        std::printf("%s\n", error.what());
         return 1;
     }
     std::printf("nothing went wrong\n");
