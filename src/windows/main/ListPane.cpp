@@ -52,7 +52,7 @@ void ListPane::LoadLargePictures() {
 
 void ListPane::SetMode(ListMode mode) {
     mode_ = mode;
-    if (mode == ListMode::Large && large_ == nullptr) LoadLargePictures();
+    if (mode == ListMode::Large && !large_.IsSet()) LoadLargePictures();
     SetStyle(LVS_TYPEMASK, StyleOf(mode));
     InvalidateRect(window_, nullptr, TRUE);
 }
