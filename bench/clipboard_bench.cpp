@@ -18,7 +18,7 @@ constexpr std::size_t kMegabyte = std::size_t{1} << 20;
 std::int16_t Save(CClipBoard& clipBoard, WindowHandle window) {
     std::int16_t count = 0;
     OpenClipboardScope clipboard(window);
-    OpenFile file(OpenClipFile(kClip, true, false));
+    FileOwner file(OpenClipFile(kClip, true, false));
     for (CFormat& format : *clipBoard.GetClipboardFormats()) {
         if (format.LoadAndSaveFormat(file.Get())) ++count;
     }
@@ -42,7 +42,7 @@ void ReadHeaders(benchmark::State& state) {
     if (Save(clipBoard, window) != formats) state.SkipWithError("not every format was saved");
 
     for (auto _ : state) {
-        OpenFile file(OpenClipFile(kClip, false, true));
+        FileOwner file(OpenClipFile(kClip, false, true));
         benchmark::DoNotOptimize(clipBoard.LoadFormatsByHandle(file.Get(), formats));
     }
     state.SetItemsProcessed(state.iterations() * formats);

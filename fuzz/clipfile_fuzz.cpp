@@ -17,7 +17,7 @@ namespace {
 constexpr const wchar_t* kClip = L"C:\\C1.nxc";
 
 void LoadEverything(CClipBoard& clipBoard, std::int16_t count, std::size_t fileSize) {
-    OpenFile file(OpenClipFile(kClip, false, true));
+    FileOwner file(OpenClipFile(kClip, false, true));
     const auto formats = clipBoard.LoadFormatsByHandle(file.Get(), count);
     if (formats == nullptr) return;
     for (CFormat& format : *formats) {

@@ -21,7 +21,7 @@ void ClosedByFilePort::Close(FileHandle file) {
 
 std::vector<std::uint8_t> ReadWholeFile(const std::wstring& path) {
     FilePort& files = ThePlatform().files;
-    const OpenFile file(files.Open(path, FileUse::Read));
+    const FileOwner file(files.Open(path, FileUse::Read));
     if (!file.IsSet()) ThrowFileError(path);
     const std::optional<std::int64_t> size = files.Size(file.Get());
     if (!size) ThrowFileError(path);

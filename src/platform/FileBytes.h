@@ -18,4 +18,4 @@ struct ClosedByFilePort {
     static FileHandle None() { return FileHandle::None; }
     static void Close(FileHandle file);
 };
-using OpenFile = UniqueHandle<ClosedByFilePort>;
+using FileOwner = UniqueHandle<ClosedByFilePort>;

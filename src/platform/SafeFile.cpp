@@ -134,14 +134,14 @@ void FlushFile(FileHandle file, const std::wstring& named) {
 }
 
 void WriteJournal(const std::wstring& path, const Change& change) {
-    const OpenFile journal(ThePlatform().files.Open(JournalPathOf(path), FileUse::WriteNew));
+    const FileOwner journal(ThePlatform().files.Open(JournalPathOf(path), FileUse::WriteNew));
     if (!journal.IsSet()) ThrowFileError(path);
     WriteAll(journal.Get(), Encoded(change), path);
     FlushFile(journal.Get(), path);
 }
 
 // `touched` tells whether the bytes of the range may be others afterwards, be it after a failure or not.
-void WriteRange(const OpenFile& file, const std::wstring& path, const Change& change, bool& touched) {
+void WriteRange(const FileOwner& file, const std::wstring& path, const Change& change, bool& touched) {
     FilePort& files = ThePlatform().files;
     if (!files.Reserve(file.Get(), static_cast<std::int64_t>(change.newSize)) ||
         !files.Seek(file.Get(), static_cast<std::int64_t>(change.position)))
@@ -150,13 +150,13 @@ void WriteRange(const OpenFile& file, const std::wstring& path, const Change& ch
     WriteAll(file.Get(), change.bytes, path);
 }
 
-OpenFile OpenInPlace(const std::wstring& path) {
-    return OpenFile(ThePlatform().files.Open(path, FileUse::WriteInPlace));
+FileOwner OpenInPlace(const std::wstring& path) {
+    return FileOwner(ThePlatform().files.Open(path, FileUse::WriteInPlace));
 }
 
 // With nothing left to write it is only brought onto the disk.
 void WriteRangeForGood(const std::wstring& path, const Change& change, bool written) {
-    const OpenFile file = OpenInPlace(path);
+    const FileOwner file = OpenInPlace(path);
     if (!file.IsSet()) ThrowFileError(path);
     bool touched = false;
     if (!written) WriteRange(file, path, change, touched);
@@ -250,7 +250,7 @@ void WriteSafeFile(const std::wstring& path, const std::vector<std::uint8_t>& im
     bool touched = false;
     try {
         WriteJournal(path, *change);
-        const OpenFile file = OpenInPlace(path);
+        const FileOwner file = OpenInPlace(path);
         if (!file.IsSet()) ThrowFileError(path);
         WriteRange(file, path, *change, touched);
     } catch (const RuntimeError&) {

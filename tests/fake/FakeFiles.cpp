@@ -147,19 +147,19 @@ FileHandle FakeFiles::Open(const std::wstring& path, FileUse use) {
     ++(Writes(use) ? content->writers : content->readers);
     const auto position = use == FileUse::Append ? static_cast<std::int64_t>(content->bytes.size()) : 0;
     const auto file = static_cast<FileHandle>(ledger_.Take(ResourceKind::File));
-    open_[file] = OpenFile{content, use, fullPath, position};
+    open_[file] = FileOwner{content, use, fullPath, position};
     return file;
 }
 
 void FakeFiles::Close(FileHandle file) {
     if (!ledger_.Free(ResourceKind::File, static_cast<Ledger::Number>(file))) return;
-    OpenFile& closing = open_.at(file);
+    FileOwner& closing = open_.at(file);
     --(Writes(closing.use) ? closing.content->writers : closing.content->readers);
     if (closing.use == FileUse::Lock) entries_.erase(closing.path);
     open_.erase(file);
 }
 
-FakeFiles::OpenFile* FakeFiles::FindOpen(FileHandle file, const char* operation) {
+FakeFiles::FileOwner* FakeFiles::FindOpen(FileHandle file, const char* operation) {
     const auto found = open_.find(file);
     if (found == open_.end()) {
         ledger_.Complain(std::string("a file that is not open was ") + operation);
@@ -175,7 +175,7 @@ FakeFiles::OpenFile* FakeFiles::FindOpen(FileHandle file, const char* operation)
 
 std::optional<std::uint32_t> FakeFiles::Read(FileHandle file, void* buffer, std::uint32_t size) {
     const bool fails = failures_.Strikes(Operation::FilesRead);
-    OpenFile* open = FindOpen(file, "read");
+    FileOwner* open = FindOpen(file, "read");
     if (open == nullptr) return std::nullopt;
     if (Writes(open->use)) {
         lastError_ = kErrorAccessDenied;
@@ -205,7 +205,7 @@ std::int64_t FakeFiles::Room() const {
 
 std::optional<std::uint32_t> FakeFiles::Write(FileHandle file, const void* bytes, std::uint32_t size) {
     const bool fails = failures_.Strikes(Operation::FilesWrite);
-    OpenFile* open = FindOpen(file, "written");
+    FileOwner* open = FindOpen(file, "written");
     if (open == nullptr) return std::nullopt;
     if (!Writes(open->use)) {
         lastError_ = kErrorAccessDenied;
@@ -240,7 +240,7 @@ std::optional<std::uint32_t> FakeFiles::Write(FileHandle file, const void* bytes
 
 std::optional<std::int64_t> FakeFiles::Tell(FileHandle file) {
     const bool fails = failures_.Strikes(Operation::FilesTell);
-    const OpenFile* open = FindOpen(file, "asked for its position");
+    const FileOwner* open = FindOpen(file, "asked for its position");
     if (open == nullptr || fails) {
         if (fails) lastError_ = kErrorInvalidHandle;
         return std::nullopt;
@@ -250,7 +250,7 @@ std::optional<std::int64_t> FakeFiles::Tell(FileHandle file) {
 
 bool FakeFiles::Seek(FileHandle file, std::int64_t position) {
     const bool fails = failures_.Strikes(Operation::FilesSeek);
-    OpenFile* open = FindOpen(file, "positioned");
+    FileOwner* open = FindOpen(file, "positioned");
     if (open == nullptr) return false;
     if (fails) return Fail(kErrorInvalidParameter);
     if (position < 0) return Fail(kErrorNegativeSeek);
@@ -260,7 +260,7 @@ bool FakeFiles::Seek(FileHandle file, std::int64_t position) {
 
 std::optional<std::int64_t> FakeFiles::Size(FileHandle file) {
     const bool fails = failures_.Strikes(Operation::FilesSize);
-    const OpenFile* open = FindOpen(file, "asked for its size");
+    const FileOwner* open = FindOpen(file, "asked for its size");
     if (open == nullptr || fails) {
         if (fails) lastError_ = kErrorInvalidHandle;
         return std::nullopt;
@@ -270,7 +270,7 @@ std::optional<std::int64_t> FakeFiles::Size(FileHandle file) {
 
 bool FakeFiles::Reserve(FileHandle file, std::int64_t size) {
     const bool fails = failures_.Strikes(Operation::FilesReserve);
-    OpenFile* open = FindOpen(file, "made longer");
+    FileOwner* open = FindOpen(file, "made longer");
     if (open == nullptr) return false;
     if (!Writes(open->use)) return Fail(kErrorAccessDenied);
     if (fails) return Fail(kErrorDiskFull);
@@ -283,7 +283,7 @@ bool FakeFiles::Reserve(FileHandle file, std::int64_t size) {
 
 bool FakeFiles::Flush(FileHandle file) {
     const bool fails = failures_.Strikes(Operation::FilesFlush);
-    OpenFile* open = FindOpen(file, "flushed");
+    FileOwner* open = FindOpen(file, "flushed");
     if (open == nullptr) return false;
     if (!Writes(open->use)) return Fail(kErrorAccessDenied);
     if (fails) return Fail(kErrorWriteFault);

@@ -92,7 +92,7 @@ class FakeFiles : public FilePort {
         std::wstring name;                 // as it was written when it was made
         std::shared_ptr<Content> content;  // none for a directory
     };
-    struct OpenFile {
+    struct FileOwner {
         std::shared_ptr<Content> content;
         FileUse use;
         std::wstring path;
@@ -109,7 +109,7 @@ class FakeFiles : public FilePort {
     bool IsInUse(const std::wstring& fullPath, const Content& content) const;
     std::uint32_t MissingError(const std::wstring& fullPath) const;
     std::uint32_t OpenError(const std::wstring& path, const std::wstring& fullPath, FileUse use) const;
-    OpenFile* FindOpen(FileHandle file, const char* operation);
+    FileOwner* FindOpen(FileHandle file, const char* operation);
     std::int64_t Room() const;
     std::vector<std::wstring> NamesIn(const std::wstring& directory, bool directories) const;
     bool Fail(std::uint32_t error);
@@ -119,7 +119,7 @@ class FakeFiles : public FilePort {
     FakeClock& clock_;
     std::set<std::wstring> drives_{L"C:"};
     std::map<std::wstring, Entry> entries_;  // by full path in upper case
-    std::map<FileHandle, OpenFile> open_;
+    std::map<FileHandle, FileOwner> open_;
     std::set<std::wstring> denied_;
     std::set<std::wstring> lockedByOther_;
     std::uint32_t lastError_ = 0;

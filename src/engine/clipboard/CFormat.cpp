@@ -176,7 +176,7 @@ bool CFormat::PutEnhancedMetafile() {
 }
 
 bool CFormat::SetClipboardFromFile(const std::wstring& fileName) {
-    OpenFile file(OpenClipFile(fileName, false, true));
+    FileOwner file(OpenClipFile(fileName, false, true));
     if (!file.IsSet()) return false;
     const bool set = LoadDataFromFile(file.Get(), true) && SetToClipboard();
     ReleaseGlobalData(false);

@@ -135,7 +135,7 @@ bool RestoreClip(CClipBoard& clipBoard, WindowHandle owner, const std::wstring& 
     const HeldMessages held;
     std::shared_ptr<CFormats> formats;
     {
-        const OpenFile file(OpenClipFile(fileName, false, true));
+        const FileOwner file(OpenClipFile(fileName, false, true));
         if (!file.IsSet()) {
             user.Status(L"Datei " + fileName + L" nicht verfügbar !!!");
             return false;

@@ -23,8 +23,8 @@ const Node* NewestClip(const Node& container) {
 
 bool HoldTheSame(const std::wstring& path, const std::wstring& otherPath) {
     FilePort& files = ThePlatform().files;
-    const OpenFile file(files.Open(path, FileUse::Read));
-    const OpenFile other(files.Open(otherPath, FileUse::Read));
+    const FileOwner file(files.Open(path, FileUse::Read));
+    const FileOwner other(files.Open(otherPath, FileUse::Read));
     if (!file.IsSet() || !other.IsSet()) return false;
     const auto size = files.Size(file.Get());
     if (!size || files.Size(other.Get()) != size) return false;

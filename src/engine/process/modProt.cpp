@@ -25,7 +25,7 @@ bool WriteLog(const std::wstring& message) {
         Platform& platform = ThePlatform();
         const std::wstring time = platform.clock.DateText(platform.clock.Now());
         const std::string line = AnsiFromText(time + L": " + message + L"\r\n");
-        const OpenFile file(platform.files.Open(LogFile(), FileUse::Append));
+        const FileOwner file(platform.files.Open(LogFile(), FileUse::Append));
         if (file.IsSet()) {
             platform.files.Write(file.Get(), line.data(), static_cast<std::uint32_t>(line.size()));
         }

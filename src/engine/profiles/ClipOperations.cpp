@@ -306,7 +306,7 @@ void ClipOperations::CopyClipData(Node& newNode, const Node& sourceNode, const s
     } while (files.Exists(to));
     if (!files.Copy(from, to, false)) {
         const std::uint32_t error = files.LastError();
-        const bool readable = OpenFile(files.Open(from, FileUse::Read)).IsSet();
+        const bool readable = FileOwner(files.Open(from, FileUse::Read)).IsSet();
         throw FileErrorOf(error, readable ? to : from);
     }
     copiedFiles_.push_back(to);

@@ -38,7 +38,7 @@ bool IsHalfCopy(const std::wstring& name) {
 }
 
 std::int16_t WholeRecords(const std::wstring& file) {
-    const OpenFile scope(ThePlatform().files.Open(file, FileUse::Read));
+    const FileOwner scope(ThePlatform().files.Open(file, FileUse::Read));
     std::int16_t count = 0;
     if (!scope.IsSet()) return count;
     CFormat format;
@@ -79,7 +79,7 @@ std::vector<FoundClip> FindClips(const std::wstring& directory, const Node* prof
         const std::int32_t number = NumberInName(name);
         if (number == 0 || known.contains(number)) continue;
         const std::wstring file = JoinDirectory(directory, name);
-        const auto readable = OpenFile(files.Open(file, FileUse::Read)).IsSet();
+        const auto readable = FileOwner(files.Open(file, FileUse::Read)).IsSet();
         const std::int16_t records = WholeRecords(file);
         if (records > 0)
             found.push_back({number, records});

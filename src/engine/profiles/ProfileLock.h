@@ -19,6 +19,6 @@ class ProfileLock {
     bool Held() const { return file_.IsSet(); }
 
  private:
-    OpenFile file_;
+    FileOwner file_;
     bool heldByOther_ = false;
 };

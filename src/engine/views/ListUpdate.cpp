@@ -23,7 +23,7 @@ void ListFormats(const Node& clipNode, CClipBoard& clipBoard, ListContent& conte
     content.title = Quoted(L"Formate von", clipNode);
     content.columns = {L"Format", L"Beschreibung", L"Größe"};
     const std::wstring path = ClipFileOf(&clipNode);
-    OpenFile file(OpenClipFile(path, false, true));
+    FileOwner file(OpenClipFile(path, false, true));
     if (!file.IsSet()) {
         content.status = L"Datei " + path + L" nicht verfügbar !!!";
         return;

@@ -74,7 +74,7 @@ std::optional<PreviewBytes> ReadPreview(const std::wstring& clipFile, const CFor
                                         std::size_t offset, std::size_t most) {
     if (format.DataOffset < 0 || format.DataSize < 1) return std::nullopt;
     const auto size = static_cast<std::size_t>(format.DataSize);
-    const OpenFile file(OpenClipFile(clipFile, false, true));
+    const FileOwner file(OpenClipFile(clipFile, false, true));
     if (!file.IsSet() || offset > size) return std::nullopt;
     const auto end = ThePlatform().files.Size(file.Get());
     if (!end || *end < std::int64_t{format.DataOffset} + format.DataSize) return std::nullopt;

@@ -55,7 +55,7 @@ TEST_F(ClipBoardTest, LoadFormatsByHandle_ReadsHeadersOnlyAndKnowsWhereTheDataLi
 TEST_F(ClipBoardTest, LoadFormatsByHandle_ReadsNoDataOfLargeFormats) {
     fake.files.SetBytes(kClip,
                         RecordBytes(8, "DIB", std::string(1'000'000, 'x')) + RecordBytes(1, "Text", "a"));
-    OpenFile file(OpenClipFile(kClip, false, true));
+    FileOwner file(OpenClipFile(kClip, false, true));
     clipBoard.LoadFormatsByHandle(file.Get(), 2);
     for (const CFormat& format : *clipBoard.Formats())
         EXPECT_LT(format.BytesTransferred, 100u);

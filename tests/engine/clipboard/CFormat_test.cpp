@@ -22,7 +22,7 @@ class FormatTest : public ClipboardTest {
  protected:
     // Loads the data of the format whose record begins the file.
     bool LoadFirst(CFormat& format) {
-        OpenFile file(OpenClipFile(kClip, false, true));
+        FileOwner file(OpenClipFile(kClip, false, true));
         return format.LoadFromFile(file.Get(), true);
     }
     static std::string BlockOf(CFormat& format) {
@@ -50,7 +50,7 @@ TEST_F(FormatTest, LoadAndSaveFormat_WritesTheDocumentedExample) {
                                        FakeClipboard::Bytes(0xC0A5, std::string("{\\rtf1}\0", 8))});
     {
         OpenClipboardScope clipboard(mainWindow);
-        OpenFile file(OpenClipFile(kClip, true, false));
+        FileOwner file(OpenClipFile(kClip, true, false));
         const auto formats = clipBoard.GetClipboardFormats();
         formats->Item(2).FormatName = L"Rich Text Format";
         for (CFormat& format : *formats)
@@ -162,7 +162,7 @@ TEST_F(FormatTest, LoadFromFile_TellsThatDataIsMissing) {
 TEST_F(FormatTest, LoadDataFromFile_AsksForNoMemoryThatTheFileCannotFill) {
     const auto formats = Headers(RecordBytes(8, "DIB", "0123456789"), 1);
     CFormat& format = formats->Item(1);
-    OpenFile file(OpenClipFile(kClip, false, true));
+    FileOwner file(OpenClipFile(kClip, false, true));
     const int before = fake.failures.Calls(Operation::MemoryAllocate);
 
     fake.files.Truncate(kClip, 20);  // since the header was read

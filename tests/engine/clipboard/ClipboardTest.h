@@ -46,7 +46,7 @@ class ClipboardTest : public FakePlatformTest {
     std::int16_t SaveClipboard() {
         std::int16_t count = 0;
         fake.files.Remove(kClip);
-        OpenFile file(OpenClipFile(kClip, true, false));
+        FileOwner file(OpenClipFile(kClip, true, false));
         OpenClipboardScope clipboard(mainWindow);
         for (CFormat& format : *clipBoard.GetClipboardFormats()) {
             if (format.LoadAndSaveFormat(file.Get())) ++count;
@@ -62,7 +62,7 @@ class ClipboardTest : public FakePlatformTest {
     // The headers of a file with these bytes.
     std::shared_ptr<CFormats> Headers(const std::string& bytes, std::int16_t count) {
         fake.files.SetBytes(kClip, bytes);
-        OpenFile file(OpenClipFile(kClip, false, true));
+        FileOwner file(OpenClipFile(kClip, false, true));
         return clipBoard.LoadFormatsByHandle(file.Get(), count);
     }
 

@@ -109,7 +109,7 @@ TEST_F(ClipboardUnitTest, RestoreClip_LeavesOutWhatStandsForGdiObjectsAndNamesWh
     EXPECT_TRUE(RenderAllFormats());
 
     const auto formats = Headers(RecordBytes(2, "Bitmap", "data"), 1);
-    OpenFile file(OpenClipFile(kClip, false, true));
+    FileOwner file(OpenClipFile(kClip, false, true));
     OpenClipboardScope opened(mainWindow);
     ASSERT_TRUE(formats->Item(1).LoadDataFromFile(file.Get(), false));
     EXPECT_FALSE(formats->Item(1).SetToClipboard());

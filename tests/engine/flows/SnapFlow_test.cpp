@@ -30,7 +30,7 @@ class SnapTest : public ClipFlowTest {
     std::vector<std::string> StoredData(const Node& clip) {
         std::vector<std::string> all;
         const std::int16_t count = AttributesOf(&clip).formatCount;
-        OpenFile file(OpenClipFile(ClipFileOf(&clip), false, true));
+        FileOwner file(OpenClipFile(ClipFileOf(&clip), false, true));
         CClipBoard reader;
         const auto formats = reader.LoadFormatsByHandle(file.Get(), count);
         if (formats == nullptr) return all;

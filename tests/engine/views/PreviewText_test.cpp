@@ -12,7 +12,7 @@ class PreviewTextTest : public ClipboardTest {
     // A clip file with one text record, whose header is read.
     void Store(const std::string& text, FormatNumber id = kTextFormat) {
         fake.files.SetBytes(kFile, RecordBytes(id, "Text", text));
-        const OpenFile file(OpenClipFile(kFile, false, true));
+        const FileOwner file(OpenClipFile(kFile, false, true));
         ASSERT_TRUE(format.LoadFromFile(file.Get(), false));
     }
     // The whole text, read in pieces of `size` bytes.
