@@ -66,7 +66,7 @@ TEST_F(Capture, Snap_KeepsEveryFormatInItsOrder) {
     const std::vector<std::wstring> names = nxclip_.List().Names();
     ASSERT_EQ(names.size(), records.size());
     EXPECT_EQ(names[1], L"NXClip Desktop Test");
-    EXPECT_EQ(nxclip_.List().Row(1).back(), L"200000");
+    EXPECT_EQ(nxclip_.List().Row(1).back(), L"195 KB");
     EXPECT_EQ(nxclip_.StatusBar().Text(), std::to_wstring(records.size()) + L" Element(e)");
     // And the tree is on disk already.
     EXPECT_TRUE(std::filesystem::exists(nxclip_.ProfileDirectory() / L"nxclip.nxp"));
