@@ -29,6 +29,12 @@ unsigned IconStyle(MessageIcon icon) {
 // The one whose texts wait for the timer; a timer without a window knows nothing else of its maker.
 Win32User* teller = nullptr;
 
+// A function of its own: the 32-bit compiler turns no lambda into one of the system's calling convention.
+void CALLBACK TimeToTell(HWND, UINT, UINT_PTR timer, DWORD) {
+    KillTimer(nullptr, timer);
+    if (teller != nullptr) teller->TellWhatWaits();
+}
+
 }  // namespace
 
 Win32User::~Win32User() {
@@ -51,10 +57,7 @@ void Win32User::TellLater(const std::wstring& text) {
     if (std::find(waiting_.begin(), waiting_.end(), text) != waiting_.end()) return;
     waiting_.push_back(text);
     teller = this;
-    SetTimer(nullptr, 0, USER_TIMER_MINIMUM, [](HWND, UINT, UINT_PTR timer, DWORD) {
-        KillTimer(nullptr, timer);
-        if (teller != nullptr) teller->TellWhatWaits();
-    });
+    SetTimer(nullptr, 0, USER_TIMER_MINIMUM, &TimeToTell);
 }
 
 // One box after the other: what comes to wait while one stands is told behind it.

@@ -17,6 +17,8 @@ class Win32User : public UserPort {
 
     void Tell(const std::wstring& text, const std::wstring& title, MessageIcon icon) override;
     void TellLater(const std::wstring& text) override;
+    // Tells it now; the timer's call.
+    void TellWhatWaits();
     bool Ask(const std::wstring& text, const std::wstring& title, bool noIsDefault) override;
     void Status(const std::wstring& text) override;
     PointerShape ShowPointer(PointerShape shape) override;
@@ -32,7 +34,6 @@ class Win32User : public UserPort {
 
  private:
     int ShowBox(const std::wstring& text, const std::wstring& title, unsigned style);
-    void TellWhatWaits();
 
     std::wstring title_;
     WindowHandle mainWindow_ = WindowHandle::None;
