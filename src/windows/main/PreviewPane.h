@@ -53,7 +53,7 @@ class PreviewPane {
     static void CALLBACK RestIsDue(HWND tab, UINT message, UINT_PTR timer, DWORD time);
     const CFormat* FindById(FormatNumber id) const;
     const CFormat* FindByName(const std::wstring& name) const;
-    bool MakeRichTextBox();
+    void MakeRichTextBox();
     void EmptyText();
     void EmptyRichText();
     void LayOutInside();
