@@ -144,16 +144,16 @@ bool PreviewPane::Create(HWND parent) {
 }
 
 // Its library is large, and most never look at rich text.
-bool PreviewPane::MakeRichTextBox() {
+void PreviewPane::MakeRichTextBox() {
     constexpr std::pair<const wchar_t*, const wchar_t*> kLibraries[] = {{L"Msftedit.dll", MSFTEDIT_CLASS},
                                                                         {L"Riched20.dll", RICHEDIT_CLASSW}};
     for (const auto& [library, name] : kLibraries) {
-        if (richText_ != nullptr) return true;
         richTextLibrary_.Reset(LoadLibraryExW(library, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32));
         if (richTextLibrary_.IsSet())
             richText_ = MakeBox(GetParent(tab_), WS_EX_CLIENTEDGE, name, kTextStyle, tbPreviewRtf);
+        if (richText_ != nullptr) break;
     }
-    if (richText_ == nullptr) return false;
+    if (richText_ == nullptr) return;
     SendMessageW(richText_, EM_EXLIMITTEXT, 0, 0x7FFFFFFE);
     SendMessageW(richText_, EM_SETOLECALLBACK, 0, reinterpret_cast<LPARAM>(&TheNoObjects()));
     // The box begins with the system's bold font; text that does not name its own must not look emphasised.
@@ -161,7 +161,6 @@ bool PreviewPane::MakeRichTextBox() {
     plain.cbSize = sizeof plain;
     plain.dwMask = CFM_BOLD;
     SendMessageW(richText_, EM_SETCHARFORMAT, SCF_DEFAULT, reinterpret_cast<LPARAM>(&plain));
-    return true;
 }
 
 void PreviewPane::SetFont(HFONT font) {
@@ -251,7 +250,7 @@ void PreviewPane::Show(const ListContent& content) {
 void PreviewPane::Fill() {
     ForgetRest();
     const PreviewTab tab = InFront();
-    if (tab == PreviewTab::RichText && shown_) MakeRichTextBox();
+    if (tab == PreviewTab::RichText && shown_ && richText_ == nullptr) MakeRichTextBox();
     const bool something = shown_ && FormatFor(tab) != nullptr;
     if (tab != PreviewTab::Text || !something || !ShowText()) EmptyText();
     if (tab != PreviewTab::RichText || !something || !ShowRichText()) EmptyRichText();

@@ -59,7 +59,7 @@ class PreviewPane {
                                       DWORD_PTR self);
     void DrawTab(const DRAWITEMSTRUCT& item) const;
     void FitBars();
-    bool MakeRichTextBox();
+    void MakeRichTextBox();
     void EmptyText();
     void EmptyRichText();
     void LayOutInside();
