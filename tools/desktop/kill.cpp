@@ -36,7 +36,8 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t kClipBytes = 700'000;
 constexpr int kKillsOfAWorld = 25;
-constexpr int kLongestDelay = 90'000;  // microseconds; the longest change takes about that long
+constexpr ULONGLONG kLongestStart = 60'000;  // milliseconds; it mends what the kill left
+constexpr int kLongestDelay = 90'000;        // microseconds; the longest change takes about that long
 
 std::mt19937 randomNumbers;
 int lost = 0;
@@ -177,7 +178,7 @@ class World {
 
     void StartAnew() {
         nxclip_.Launch();
-        const auto deadline = GetTickCount64() + kBound.count();
+        const ULONGLONG deadline = GetTickCount64() + kLongestStart;
         bool up = false;
         while (!up && GetTickCount64() < deadline) {
             for (Window window : TopLevelWindows(nxclip_.Program().Id())) {
