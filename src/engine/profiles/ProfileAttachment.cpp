@@ -74,6 +74,7 @@ Node* LoadKeptCopy(CTreeViewEx& tree, const std::wstring& directory) {
             return nullptr;
         try {
             WriteSafeFile(TreeDataFilePath(directory), *bytes);
+            FinishSave(TreeDataFilePath(directory));
         } catch (const RuntimeError& error) {
             ThePlatform().user.Tell(error.Description());
             return nullptr;
@@ -98,7 +99,10 @@ Node* BuildFromClips(CTreeViewEx& tree, const std::wstring& name, const std::wst
     Node& profile = nodes.Add(nullptr, NodeRelation::Last, name, std::wstring(L"Profile"));
     profile.SetTag(MakeProfileTag(clips.back().number, directory, false, L""));
     AddFoundClips(nodes, profile, clips, directory);
-    if (SaveProfile(tree, profile)) return &profile;
+    const bool saved = SaveProfile(tree, profile);
+    // Nobody waits here, and the entry that would remember it is not made yet.
+    FinishSave(TreeDataFilePath(directory));
+    if (saved) return &profile;
     nodes.Remove(profile);
     return nullptr;
 }

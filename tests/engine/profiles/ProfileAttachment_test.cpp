@@ -23,6 +23,7 @@ class ProfileAttachmentTest : public ProfileWorldTest {
         fake.user.messages.clear();
         fake.user.questions.clear();
         LoadListedProfiles(tree);
+        container.Restore();
     }
     void OtherProgramTakes(const std::wstring& directory) {
         Profiles().Clear();
