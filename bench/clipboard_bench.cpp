@@ -18,6 +18,7 @@ constexpr std::size_t kMegabyte = std::size_t{1} << 20;
 std::int16_t Save(CClipBoard& clipBoard, WindowHandle window) {
     std::int16_t count = 0;
     OpenClipboardScope clipboard(window);
+    ThePlatform().files.Remove(kClip);  // a clip file is never made over another
     FileOwner file(OpenClipFile(kClip, true, false));
     for (CFormat& format : *clipBoard.GetClipboardFormats()) {
         if (format.LoadAndSaveFormat(file.Get())) ++count;
