@@ -91,7 +91,7 @@ TEST_F(ClipboardContract, Listen_TellsOfEachChangeWithoutAChain) {
     const WindowHandle other = MakeNotingWindow();
     clipboard.Listen(other);
     home->OtherCopies({{kText, std::string("abc\0", 4)}});
-    EXPECT_TRUE(home->PumpUntil([&] { return Count(kUpdate) == 2; }));
+    ASSERT_TRUE(home->PumpUntil([&] { return Count(kUpdate) == 2; }));
     EXPECT_EQ(messages.back().window, other);
     clipboard.StopListening(other);
 }

@@ -22,7 +22,7 @@ std::array<Home::Procedure, 4> slotProcedures;
 
 bool IsForTests(UINT message) {
     return (message >= WM_RENDERFORMAT && message <= WM_CHANGECBCHAIN) || message == WM_HOTKEY ||
-           message >= WM_APP;
+           message == WM_CLIPBOARDUPDATE || message >= WM_APP;
 }
 
 LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
