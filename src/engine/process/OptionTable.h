@@ -5,7 +5,7 @@
 #include <string>
 #include <variant>
 
-#include "engine/process/modOption.h"
+#include "engine/process/OptionValues.h"
 
 // One option, one row: the settings store and the options dialog both go by it. What an option is reset to
 // stands with its member in OptionValues.

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "engine/process/modOption.h"
+#include "engine/process/OptionValues.h"
 
 // The rules of the options dialog. The form only moves texts and check marks between its controls and these.
 
