@@ -39,10 +39,6 @@ void FakeSettings::Set(const std::wstring& section, const std::wstring& key, con
     sections_[UpperCase(section)][UpperCase(key)] = value.substr(0, value.find(L'\0'));
 }
 
-bool FakeSettings::HasSection(const std::wstring& section) const {
-    return sections_.contains(UpperCase(section));
-}
-
 std::size_t FakeSettings::KeyCount(const std::wstring& section) const {
     const auto found = sections_.find(UpperCase(section));
     return found == sections_.end() ? 0 : found->second.size();

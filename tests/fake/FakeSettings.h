@@ -21,7 +21,6 @@ class FakeSettings : public SettingsPort {
     // What stands there, none when the key is absent. No call of the port.
     std::optional<std::wstring> Value(const std::wstring& section, const std::wstring& key) const;
     void Set(const std::wstring& section, const std::wstring& key, const std::wstring& value);
-    bool HasSection(const std::wstring& section) const;
     // The number of keys in a section.
     std::size_t KeyCount(const std::wstring& section) const;
 

@@ -104,10 +104,6 @@ void FakeWindows::RemoveWindow(WindowHandle window) {
     if (foreground == window) foreground = WindowHandle::None;
 }
 
-void FakeWindows::SetTitle(WindowHandle window, const std::wstring& title) {
-    windows_.at(window).title = title;
-}
-
 ProcedureAddress FakeWindows::AddProcedure(Procedure procedure) {
     const auto address = static_cast<ProcedureAddress>(lastProcedure_ += 16);
     procedures_[address] = std::move(procedure);

@@ -51,7 +51,6 @@ class FakeWindows : public WindowPort {
     // A new window; without a procedure it answers every message with 0.
     WindowHandle AddWindow(const std::wstring& title = {}, Procedure procedure = {});
     void RemoveWindow(WindowHandle window);
-    void SetTitle(WindowHandle window, const std::wstring& title);
     // A procedure that a window can be given by ExchangeProcedure.
     ProcedureAddress AddProcedure(Procedure procedure);
     // The procedure that a window has now; None for a window that there is not.

@@ -47,8 +47,6 @@ void Ledger::Use(Number number, const char* operation) {
         Complain(Name(number, *entry) + ": " + operation + " after it was freed");
     if (entry->state == State::OfClipboard && !entry->lent)
         Complain(Name(number, *entry) + ": " + operation + " although the clipboard owns it");
-    if (entry->state == State::Abandoned)
-        Complain(Name(number, *entry) + ": " + operation + " after it was abandoned");
 }
 
 void Ledger::Lock(Number number) {
@@ -111,25 +109,6 @@ void Ledger::FreeBySystem(Number number) {
     if (entry->locks > 0) Complain(Name(number, *entry) + ": still locked when the clipboard was emptied");
     entry->locks = 0;
     entry->state = State::Freed;
-}
-
-void Ledger::Abandon(Number number) {
-    Entry* entry = Find(number);
-    if (entry == nullptr || entry->state != State::Owned) {
-        Complain("abandoned what the program does not own: " + std::to_string(number));
-        return;
-    }
-    entry->state = State::Abandoned;
-}
-
-int Ledger::AbandonOwnedBlocks() {
-    int abandoned = 0;
-    for (auto& [number, entry] : entries_) {
-        if (entry.kind != ResourceKind::Block || entry.state != State::Owned || entry.locks > 0) continue;
-        entry.state = State::Abandoned;
-        ++abandoned;
-    }
-    return abandoned;
 }
 
 std::vector<std::string> Ledger::Problems() const {

@@ -33,11 +33,6 @@ class Ledger {
     // The clipboard frees a resource of its own.
     void FreeBySystem(Number number);
 
-    // Declares that nobody will ever free this resource, on purpose.
-    void Abandon(Number number);
-    // The same for all unlocked memory blocks that the program still owns; the result is how many these were.
-    int AbandonOwnedBlocks();
-
     void ClipboardOpened() { clipboardOpen_ = true; }
     void ClipboardClosed() { clipboardOpen_ = false; }
 
@@ -50,7 +45,7 @@ class Ledger {
     int Owned(ResourceKind kind) const;
 
  private:
-    enum class State { Owned, OfClipboard, Freed, Abandoned };
+    enum class State { Owned, OfClipboard, Freed };
     struct Entry {
         ResourceKind kind;
         State state = State::Owned;
