@@ -41,6 +41,8 @@ TEST_F(Preview, Tab_FollowsTheClipAndReturnsToTheChosenOne) {
     nxclip_.FormatTab().Select(1);
     nxclip_.Tree().Select(both.item);
     ExpectTab(1, "chosen by hand");
+    const std::vector<Window> boxes = nxclip_.Main().Children();
+    EXPECT_EQ(std::ranges::count(boxes, int{tbPreviewRtf}, &Window::Number), 1) << "made once";
 }
 
 TEST_F(Preview, Png_IsDecodedOrRefused) {

@@ -147,6 +147,7 @@ bool PreviewPane::Create(HWND parent) {
 void PreviewPane::MakeRichTextBox() {
     constexpr std::pair<const wchar_t*, const wchar_t*> kLibraries[] = {{L"Msftedit.dll", MSFTEDIT_CLASS},
                                                                         {L"Riched20.dll", RICHEDIT_CLASSW}};
+    if (richText_ != nullptr) return;
     for (const auto& [library, name] : kLibraries) {
         richTextLibrary_.Reset(LoadLibraryExW(library, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32));
         if (richTextLibrary_.IsSet())
@@ -250,7 +251,7 @@ void PreviewPane::Show(const ListContent& content) {
 void PreviewPane::Fill() {
     ForgetRest();
     const PreviewTab tab = InFront();
-    if (tab == PreviewTab::RichText && shown_ && richText_ == nullptr) MakeRichTextBox();
+    if (tab == PreviewTab::RichText && shown_) MakeRichTextBox();
     const bool something = shown_ && FormatFor(tab) != nullptr;
     if (tab != PreviewTab::Text || !something || !ShowText()) EmptyText();
     if (tab != PreviewTab::RichText || !something || !ShowRichText()) EmptyRichText();
