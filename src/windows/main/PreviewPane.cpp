@@ -213,7 +213,7 @@ void PreviewPane::BringToFront(PreviewTab tab) {
     if (tab == InFront()) return;
     const bool focused = GetFocus() != nullptr && GetFocus() == ChosenBox();
     TabCtrl_SetCurSel(tab_, static_cast<int>(tab));
-    if (tab == PreviewTab::RichText && shown_ && richText_ == nullptr) MakeRichTextBox();
+    if (tab == PreviewTab::RichText && shown_) MakeRichTextBox();
     LayOutInside();
     if (focused) SetFocus(ChosenBox());
 }
