@@ -21,6 +21,7 @@ bool FakeUser::Ask(const std::wstring& text, const std::wstring& title, bool noI
 }
 
 PointerShape FakeUser::ShowPointer(PointerShape shape) {
+    pointers.push_back(shape);
     return std::exchange(pointer, shape);
 }
 

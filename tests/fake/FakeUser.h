@@ -46,6 +46,8 @@ class FakeUser : public UserPort {
     std::deque<bool> answers;
     std::vector<std::wstring> statuses;
     PointerShape pointer = PointerShape::Normal;
+    // Every pointer that was shown, in order.
+    std::vector<PointerShape> pointers;
     int beeps = 0;
     std::vector<std::wstring> sounds;
     // Runs while a message or a question stands on the screen; for what arrives meanwhile.
