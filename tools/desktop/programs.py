@@ -110,7 +110,8 @@ def write_document(name, content):
     path = SCRATCH / name
     if content is None:
         path.mkdir(exist_ok=True)
-        for file in ("eins.txt", "größe zwei.txt"):
+        # Without umlauts: what Wine makes of them for other programs is no name at all.
+        for file in ("eins.txt", "zwei drei.txt"):
             (path / file).write_text(TEXT, encoding="utf-8")
     else:
         path.write_text(content, encoding="utf-8")
