@@ -11,7 +11,6 @@
 #include "engine/process/modOption.h"
 #include "engine/profiles/ActiveContainer.h"
 #include "engine/profiles/CProfiles.h"
-#include "engine/profiles/Templates.h"
 #include "engine/views/MainLayout.h"
 #include "engine/views/OptionRules.h"
 #include "engine/views/StoredWindow.h"
@@ -50,7 +49,6 @@ void CheckWindow() {
     Require(place.width >= kMinimumWidthTwips && place.height >= kMinimumHeightTwips);
     StoreMainWindow(ReadMainState(), place);
     StoreSplitterPlace(ReadSplitter(0));
-    Require(FirstStartDue() || FirstStartBoxChecked());
 }
 
 std::vector<std::wstring> ListedProfiles() {
