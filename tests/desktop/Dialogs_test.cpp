@@ -5,6 +5,7 @@
 
 #include "desktop/Input.h"
 #include "desktop/ProgramTest.h"
+#include "desktop/TaskBar.h"
 
 // Every dialog by the keyboard alone, and what it leaves behind in tree, files and settings.
 
@@ -243,6 +244,7 @@ TEST_F(Dialogs, EveryDialog_IsSeenWhole) {
 }
 
 TEST_F(Dialogs, HotKey_BringsTheHiddenWindowBack) {
+    const TaskBar bar;
     StartWithProfile();
     ShowWindow(nxclip_.Main().Handle(), SW_MINIMIZE);
     WaitFor("the window to hide in the notification area", [&] { return !nxclip_.Main().Visible(); });

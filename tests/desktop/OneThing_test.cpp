@@ -4,6 +4,7 @@
 
 #include "desktop/Input.h"
 #include "desktop/ProgramTest.h"
+#include "desktop/TaskBar.h"
 
 // One thing at a time: what arrives while a question, a menu or a dialog is open hits nothing below it.
 
@@ -108,6 +109,7 @@ TEST_F(OneThing, Menu_HoldsTheCaptureBackAndItsCommandHitsItsNode) {
 }
 
 TEST_F(OneThing, SecondStart_PassesByAStrangersWindowOfTheSameTitle) {
+    const TaskBar bar;
     nxclip_.Start();
     ShowWindow(nxclip_.Main().Handle(), SW_MINIMIZE);
     WaitFor("the window to hide", [&] { return !nxclip_.Main().Visible(); });

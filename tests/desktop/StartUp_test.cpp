@@ -1,4 +1,5 @@
 #include "desktop/ProgramTest.h"
+#include "desktop/TaskBar.h"
 #include "desktop/WholeFile.h"
 
 // How the program comes up, with and without something to come back to.
@@ -59,6 +60,7 @@ TEST_F(StartUp, FoldersOpenedVeryDeep_AreShownAsFarAsTheControlBears) {
 }
 
 TEST_F(StartUp, SecondInstance_ActivatesTheFirstAndEnds) {
+    const TaskBar bar;
     nxclip_.Start();
     // As an icon, once on the task bar and once in the notification area only.
     for (const wchar_t* tray : {L"0", L"1"}) {
@@ -86,5 +88,4 @@ TEST_F(StartUp, Splash_ComesFirstAndClosesByEscape) {
     nxclip_.WaitForMain();
 }
 
-// A control that the system cannot make: a rich-text box without its libraries.
 }  // namespace

@@ -1,4 +1,5 @@
 #include "desktop/ProgramTest.h"
+#include "desktop/TaskBar.h"
 
 // What the program keeps: profiles, the tree, its place on the screen, its options.
 
@@ -86,7 +87,31 @@ TEST_F(State, Maximised_ComesBackToItsPlaceAlsoFromTheIcon) {
     EXPECT_EQ(ReadSetting(L"Settings", L"MainWidth"), L"9600");
 }
 
+TEST_F(State, Tray_WindowHidesBehindAnIconOnlyAndTheIconTellsTheState) {
+    TaskBar bar(false);
+    if (!bar.CanBeLookedInto()) GTEST_SKIP() << "the desktop has a task bar of its own";
+    WriteSetting(L"Settings", L"StartAsIcon", L"1");
+    nxclip_.Start();
+    WaitFor("another try", [&] { return bar.refused > 2; });
+    EXPECT_TRUE(nxclip_.Main().Visible()) << "nothing else leads to it";
+    bar.takes = true;
+    WaitFor("the window to hide", [&] { return !nxclip_.Main().Visible(); });
+    EXPECT_EQ(bar.tip, L"NXClip - automatische Erfassung aus");
+
+    nxclip_.Command(m_tray_restore);
+    nxclip_.SetAutoDetect(true);
+    WaitFor("its tip", [&] { return bar.tip == L"NXClip - automatische Erfassung ein"; });
+    nxclip_.Command(mnuViewOptions);
+    const Window options = nxclip_.WaitForDialog(L"Optionen");
+    WaitFor("its tip", [&] { return bar.tip == L"NXClip - Erfassung wartet auf ein offenes Fenster"; });
+    options.Press(cb_cancel);
+    Driver::WaitUntilGone(options);
+    nxclip_.ToolBar().Click(tbbLock);
+    WaitFor("its tip", [&] { return bar.tip == L"NXClip - Erfassung gesperrt"; });
+}
+
 TEST_F(State, IconAfterSnap_LeavesAHiddenWindowHidden) {
+    const TaskBar bar;
     WriteSetting(L"Settings", L"IconAfterSnap", L"1");
     StartWithProfile();
     ShowWindow(nxclip_.Main().Handle(), SW_MINIMIZE);

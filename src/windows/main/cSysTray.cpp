@@ -12,7 +12,7 @@ namespace {
 constexpr UINT kIconId = 1;
 
 constexpr UINT_PTR kTryAgainTimer = 1;
-constexpr UINT kTryAgainAfter = 2000;  // milliseconds
+constexpr UINT kTryAgainAfter = 1000;  // milliseconds
 
 }  // namespace
 
@@ -44,14 +44,13 @@ void cSysTray::SetInTray(bool inTray) {
 }
 
 void cSysTray::AddIcon() {
-    added_ = Notify(NIM_ADD);
-    if (added_) {
-        tries_ = 0;
+    // A task bar may say that it was made anew and still have the icon, which it does not take twice.
+    const bool added = Notify(NIM_ADD) || Notify(NIM_MODIFY);
+    if (added || ++tries_ == kMostTries)
         KillTimer(window_, kTryAgainTimer);
-        return;
-    }
-    SetTimer(window_, kTryAgainTimer, kTryAgainAfter, nullptr);
-    if (++tries_ == kMostTries + 1 && events_.Refused) events_.Refused();
+    else
+        SetTimer(window_, kTryAgainTimer, kTryAgainAfter, nullptr);
+    if (std::exchange(added_, added) != added && events_.ShownChanged) events_.ShownChanged();
 }
 
 void cSysTray::SetTrayIcon(HICON icon) {
@@ -65,7 +64,9 @@ void cSysTray::SetTrayTip(const std::wstring& tip) {
 }
 
 void cSysTray::TaskBarCreated() {
-    if (inTray_) AddIcon();
+    if (!inTray_) return;
+    tries_ = 0;
+    AddIcon();
 }
 
 bool cSysTray::Notify(DWORD command) {
@@ -84,13 +85,13 @@ bool cSysTray::Notify(DWORD command) {
 
 LRESULT CALLBACK cSysTray::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     auto* const tray = reinterpret_cast<cSysTray*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (message == WM_TIMER && wParam == kTryAgainTimer) {
-        tray->AddIcon();
-        return 0;
-    }
-    if (message == kTrayCallbackMessage) {
+    const bool timer = message == WM_TIMER && wParam == kTryAgainTimer;
+    if (timer || message == kTrayCallbackMessage) {
         return Guarded<LRESULT>(0, [&] {
-            tray->OnMouse(static_cast<std::uint32_t>(lParam), static_cast<std::int32_t>(wParam));
+            if (timer)
+                tray->AddIcon();
+            else
+                tray->OnMouse(static_cast<std::uint32_t>(lParam), static_cast<std::int32_t>(wParam));
             return 0;
         });
     }

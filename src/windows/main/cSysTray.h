@@ -17,8 +17,8 @@ class cSysTray {
         std::function<void(std::int16_t button, std::int32_t id)> MouseDown;
         std::function<void(std::int16_t button, std::int32_t id)> MouseUp;
         std::function<void(std::int16_t button, std::int32_t id)> MouseDblClick;
-        // The system does not take the icon, for so long that nothing may depend on it.
-        std::function<void()> Refused;
+        // The icon came, or it was lost with the task bar: IsShown tells which.
+        std::function<void()> ShownChanged;
     };
 
     cSysTray() = default;
@@ -30,10 +30,10 @@ class cSysTray {
     bool Create(HWND parent, Events events);
 
     bool InTray() const { return inTray_; }
-    // Nobody can count on the icon: the system has refused it for a while.
-    bool IsRefused() const { return tries_ > kMostTries; }
+    // The system has taken the icon: the user can reach the program by it.
+    bool IsShown() const { return added_; }
     // Puts the icon into the notification area or takes it away. True twice adds no second icon. While the
-    // area is not there yet, as during a logon, it is tried again.
+    // area is not there yet, as during a logon, it is tried again for a while, and when a task bar comes.
     void SetInTray(bool inTray);
     // Stored always; shown at once while the icon is in the tray, unless it is no icon (null). Not owned.
     void SetTrayIcon(HICON icon);
@@ -49,7 +49,7 @@ class cSysTray {
     bool Notify(DWORD command);
     void AddIcon();
 
-    static constexpr int kMostTries = 10;
+    static constexpr int kMostTries = 30;
 
     HWND window_ = nullptr;
     WNDPROC before_ = nullptr;  // the control's procedure while the icon is not in the tray

@@ -187,9 +187,8 @@ bool frmMain::CreateTray() {
     events.MouseUp = [this](std::int16_t button, std::int32_t) {
         if (button == kRight) ShowTrayMenu();
     };
-    // Without its icon in the notification area a hidden window could not be reached any more.
-    events.Refused = [this] {
-        if (!IsWindowVisible(window_)) ShowWindow(window_, SW_SHOWMINIMIZED);
+    events.ShownChanged = [this] {
+        if (IsIconic(window_)) ShowWindow(window_, IsOnlyInTray() ? SW_HIDE : SW_SHOWMINNOACTIVE);
     };
     if (!cSysTray1.Create(window_, std::move(events))) return false;
     for (std::size_t state = 0; state < trayIcons_.size(); ++state)
@@ -214,9 +213,14 @@ void frmMain::SystemLookChanged(UINT message, WPARAM wParam, LPARAM lParam) {
     panes_.LayOut();
 }
 
+// Without its icon in the notification area a hidden window could not be reached any more.
+bool frmMain::IsOnlyInTray() const {
+    return Options().ShowInTray && cSysTray1.IsShown();
+}
+
 void frmMain::Form_Resize(WPARAM kind) {
     if (kind == SIZE_MINIMIZED) {
-        if (Options().ShowInTray && !cSysTray1.IsRefused()) ShowWindow(window_, SW_HIDE);
+        if (IsOnlyInTray()) ShowWindow(window_, SW_HIDE);
         return;
     }
     panes_.LayOut();
@@ -309,8 +313,7 @@ void frmMain::SetOptions() {
     SetTopless(EngineWindow(window_), Options().TopWindow);
     ShowCaptureState();
     cSysTray1.SetInTray(Options().ShowInTray);
-    // Without its icon in the notification area a hidden window could not be reached any more.
-    if (loaded_ && !Options().ShowInTray && !IsWindowVisible(window_)) ShowWindow(window_, SW_SHOWMINIMIZED);
+    if (loaded_ && !IsOnlyInTray() && !IsWindowVisible(window_)) ShowWindow(window_, SW_SHOWMINIMIZED);
     RefreshCommands();
 }
 

@@ -92,6 +92,7 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     void ShowCaptureState();
     void SystemLookChanged(UINT message, WPARAM wParam, LPARAM lParam);
     void Form_Resize(WPARAM kind);
+    bool IsOnlyInTray() const;
     LRESULT OnNotify(NMHDR& header);
     LRESULT OnListNotify(NMHDR& header);
     // The window back from the tray or the task bar, in front of the others, with the dialog over it.
