@@ -20,3 +20,12 @@ Result Guarded(Result fallback, Function&& function) noexcept {
         return fallback;
     }
 }
+
+// The same for what gives no result.
+template <typename Function>
+void Guarded(Function&& function) noexcept {
+    Guarded(false, [&] {
+        std::forward<Function>(function)();
+        return true;
+    });
+}

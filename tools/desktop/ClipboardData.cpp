@@ -5,10 +5,11 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "desktop/Wait.h"
+
 namespace {
 
 constexpr int kOpenTries = 200;
-constexpr DWORD kOpenPause = 5;
 
 // A metafile picture in front of its bits, the same for both word sizes.
 struct PictureHeader {
@@ -110,7 +111,8 @@ std::wstring FormatName(UINT format) {
 OpenedClipboard::OpenedClipboard(HWND window) {
     for (int tries = 0; !OpenClipboard(window); ++tries) {
         if (tries == kOpenTries) throw std::runtime_error("another program keeps the clipboard open");
-        Sleep(kOpenPause);
+        // Who has it open may be emptying it, and wait for what this program owns there.
+        Pause();
     }
 }
 

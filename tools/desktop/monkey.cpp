@@ -1,4 +1,4 @@
-// Does to NXClip whatever comes into its head: monkey STEPS [SEED].
+// Does to NXClip whatever comes into its head: monkey STEPS [SEED], or monkey MINUTESm [SEED].
 //
 // Commands, keys, clicks, dialogs answered at random, and another program that copies in between. The program
 // must answer within two seconds after every step, live to the end, and then show the tree that lies on the
@@ -8,6 +8,8 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <chrono>
+#include <climits>
 #include <cstdio>
 #include <deque>
 #include <random>
@@ -24,6 +26,8 @@
 #include "engine/tree/TreeFile.h"
 
 namespace {
+
+using Clock = std::chrono::steady_clock;
 
 constexpr UINT kLongestAnswer = 2000;  // milliseconds
 constexpr std::size_t kRememberedSteps = 40;
@@ -48,14 +52,16 @@ class Monkey {
         nxclip_.MakeProfile(L"Profil");
     }
 
-    void Run(int steps) {
+    void Run(int steps, Clock::time_point end) {
         try {
-            for (int i = 0; i < steps; ++i)
+            for (int i = 0; i < steps && Clock::now() < end; ++i) {
                 StepAndAsk();
+                ++steps_;
+            }
             ComeToRest();
             Compare();
         } catch (const std::exception&) {
-            std::printf("the way there:\n");
+            std::printf("the way there, after %d steps:\n", steps_);
             for (const std::string& step : way_)
                 std::printf("  %s\n", step.c_str());
             throw;
@@ -236,17 +242,21 @@ class Monkey {
     Driver nxclip_;
     std::deque<std::string> way_;
     int copies_ = 0;
+    int steps_ = 0;
 };
 
 }  // namespace
 
 int wmain(int count, wchar_t** arguments) {
-    const int steps = count > 1 ? std::stoi(arguments[1]) : 500;
+    const std::wstring length = count > 1 ? arguments[1] : L"500";
+    const bool minutes = length.ends_with(L'm');
+    const auto end =
+        minutes ? Clock::now() + std::chrono::minutes(std::stoi(length)) : Clock::time_point::max();
     const unsigned seed = count > 2 ? static_cast<unsigned>(std::stoul(arguments[2])) : GetTickCount();
-    std::printf("%d steps with the seed %u\n", steps, seed);
+    std::printf("%ls with the seed %u\n", (minutes ? length : length + L" steps").c_str(), seed);
     std::fflush(stdout);
     try {
-        Monkey(seed).Run(steps);
+        Monkey(seed).Run(minutes ? INT_MAX : std::stoi(length), end);
     } catch (const std::exception& error) {
         std::printf("%s\n", error.what());
         return 1;

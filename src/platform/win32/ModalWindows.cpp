@@ -19,7 +19,7 @@ struct Search {
     HWND found;
 };
 
-BOOL CALLBACK LookAt(HWND window, LPARAM parameter) {
+BOOL CALLBACK LookAt(HWND window, LPARAM parameter) noexcept {
     auto& search = *reinterpret_cast<Search*>(parameter);
     if (IsModalDialogOf(window, search.owner)) search.found = window;
     return search.found == nullptr;

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "engine/process/modMain.h"
+#include "platform/Guard.h"
 #include "platform/win32/ModalWindows.h"
 #include "platform/win32/SystemHandles.h"
 #include "platform/win32/SystemPath.h"
@@ -32,7 +33,9 @@ Win32User* teller = nullptr;
 // A function of its own: the 32-bit compiler turns no lambda into one of the system's calling convention.
 void CALLBACK TimeToTell(HWND, UINT, UINT_PTR timer, DWORD) {
     KillTimer(nullptr, timer);
-    if (teller != nullptr) teller->TellWhatWaits();
+    Guarded([] {
+        if (teller != nullptr) teller->TellWhatWaits();
+    });
 }
 
 }  // namespace

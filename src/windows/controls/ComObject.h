@@ -9,7 +9,7 @@
 template <typename Interface>
 class ComObject : public Interface {
  public:
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) noexcept override {
         if (object == nullptr) return E_POINTER;
         if (id != __uuidof(IUnknown) && id != __uuidof(Interface)) {
             *object = nullptr;
@@ -19,8 +19,8 @@ class ComObject : public Interface {
         *object = static_cast<Interface*>(this);
         return S_OK;
     }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override {
+    ULONG STDMETHODCALLTYPE AddRef() noexcept override { return ++references_; }
+    ULONG STDMETHODCALLTYPE Release() noexcept override {
         const ULONG left = --references_;
         if (left == 0) delete this;
         return left;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <new>
 
 #include "engine/views/ChooserRules.h"
 #include "platform/Platform.h"
@@ -41,11 +42,15 @@ std::optional<DirectoryContent> ReadNow(const std::wstring& pattern) {
     return content;
 }
 
-DWORD WINAPI ReadInThread(void* parameter) {
+DWORD WINAPI ReadInThread(void* parameter) noexcept {
     // An empty drive is an error to be told by the chooser, not a box of the system's.
     SetThreadErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX, nullptr);
     const std::unique_ptr<std::shared_ptr<Job>> job(static_cast<std::shared_ptr<Job>*>(parameter));
-    (*job)->content = ReadNow((*job)->pattern);
+    try {
+        (*job)->content = ReadNow((*job)->pattern);
+    } catch (const std::bad_alloc&) {
+        // Not read, then: the one who waits says so.
+    }
     return 0;
 }
 

@@ -3,24 +3,35 @@
 // Subclassing by the common controls needs <windows.h> in front of it.
 #include <commctrl.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
+
+#include "platform/Guard.h"
 
 namespace {
 
 constexpr UINT_PTR kFilterId = 1;
 
+// More than any box holds: what follows need not be looked at.
+constexpr std::size_t kMostPasted = 0x10000;
+
+struct ClipboardScope {
+    ~ClipboardScope() { CloseClipboard(); }
+};
+
 std::wstring TextOnClipboard(HWND window) {
     std::wstring text;
     if (!OpenClipboard(window)) return text;
+    const ClipboardScope open;
     if (const HANDLE data = GetClipboardData(CF_UNICODETEXT); data != nullptr) {
         if (const auto* const characters = static_cast<const wchar_t*>(GlobalLock(data));
             characters != nullptr) {
-            text.assign(characters, wcsnlen(characters, GlobalSize(data) / sizeof(wchar_t)));
+            const std::size_t most = std::min(GlobalSize(data) / sizeof(wchar_t), kMostPasted);
+            text.assign(characters, wcsnlen(characters, most));
             GlobalUnlock(data);
         }
     }
-    CloseClipboard();
     return text;
 }
 
@@ -38,27 +49,29 @@ bool MayPaste(HWND window, const KeyFilter& filter) {
     return true;
 }
 
-LRESULT CALLBACK Filtered(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR data) {
-    auto* const filter = reinterpret_cast<KeyFilter*>(data);
+// False when the box must not get the message.
+bool Passes(const KeyFilter& filter, HWND window, UINT message, WPARAM key) {
     switch (message) {
         case WM_CHAR:
             // Ctrl+C, Ctrl+V and the like are commands, not characters of the text.
-            if ((wParam >= L' ' || wParam == VK_BACK) &&
-                !filter->passes(static_cast<wchar_t>(wParam), LengthBesideSelection(window)))
-                return 0;
-            break;
+            return (key < L' ' && key != VK_BACK) ||
+                   filter.passes(static_cast<wchar_t>(key), LengthBesideSelection(window));
         case WM_PASTE:
-            if (!MayPaste(window, *filter)) return 0;
-            break;
+            return MayPaste(window, filter);
         case WM_KEYUP:
-            if (filter->released) filter->released();
-            break;
-        case WM_NCDESTROY:
-            RemoveWindowSubclass(window, &Filtered, kFilterId);
-            delete filter;
-            break;
+            if (filter.released) filter.released();
+            return true;
         default:
-            break;
+            return true;
+    }
+}
+
+LRESULT CALLBACK Filtered(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR data) {
+    auto* const filter = reinterpret_cast<KeyFilter*>(data);
+    if (!Guarded(false, [&] { return Passes(*filter, window, message, wParam); })) return 0;
+    if (message == WM_NCDESTROY) {
+        RemoveWindowSubclass(window, &Filtered, kFilterId);
+        delete filter;
     }
     return DefSubclassProc(window, message, wParam, lParam);
 }

@@ -4,6 +4,8 @@
 #include <cstring>
 #include <utility>
 
+#include "platform/Guard.h"
+
 namespace {
 
 constexpr const wchar_t* kClassName = L"NXClipPicture";
@@ -184,8 +186,8 @@ LRESULT CALLBACK PictureBox::Procedure(HWND window, UINT message, WPARAM wParam,
             window, GWLP_USERDATA,
             reinterpret_cast<LONG_PTR>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams));
     auto* const box = reinterpret_cast<PictureBox*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    return box != nullptr ? box->Handle(window, message, wParam, lParam)
-                          : DefWindowProcW(window, message, wParam, lParam);
+    if (box == nullptr) return DefWindowProcW(window, message, wParam, lParam);
+    return Guarded<LRESULT>(0, [&] { return box->Handle(window, message, wParam, lParam); });
 }
 
 LRESULT PictureBox::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

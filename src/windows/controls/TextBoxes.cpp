@@ -49,7 +49,8 @@ void PaintStrips(HWND window) {
     ReleaseDC(window, dc);
 }
 
-LRESULT CALLBACK Centred(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+LRESULT CALLBACK Centred(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                         DWORD_PTR) noexcept {
     const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
     switch (message) {
         case WM_NCCALCSIZE: {
@@ -78,7 +79,7 @@ LRESULT CALLBACK Centred(HWND window, UINT message, WPARAM wParam, LPARAM lParam
     return result;
 }
 
-BOOL CALLBACK CentreIn(HWND window, LPARAM dialog) {
+BOOL CALLBACK CentreIn(HWND window, LPARAM dialog) noexcept {
     wchar_t name[8] = L"";
     GetClassNameW(window, name, 8);
     const bool box = CompareStringOrdinal(name, -1, L"Edit", -1, TRUE) == CSTR_EQUAL;

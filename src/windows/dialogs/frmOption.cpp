@@ -6,6 +6,7 @@
 
 #include "engine/process/ModHotKey.h"
 #include "engine/process/modOption.h"
+#include "platform/Guard.h"
 #include "resources/controls.h"
 #include "windows/controls/KeyFilter.h"
 #include "windows/dialogs/frmFileSel.h"
@@ -101,7 +102,8 @@ bool frmOption::OnMessage(UINT message, WPARAM, LPARAM, LRESULT&) {
 }
 
 LRESULT CALLBACK frmOption::LookAtMessage(int code, WPARAM wParam, LPARAM lParam) {
-    if (code == MSGF_DIALOGBOX && openForm->TurnPage(*reinterpret_cast<const MSG*>(lParam))) return TRUE;
+    const auto turnsPage = [&] { return openForm->TurnPage(*reinterpret_cast<const MSG*>(lParam)); };
+    if (code == MSGF_DIALOGBOX && Guarded(false, turnsPage)) return TRUE;
     return CallNextHookEx(nullptr, code, wParam, lParam);
 }
 

@@ -20,7 +20,7 @@ namespace {
 // Refuses every embedded object: a preview runs nothing and fetches nothing. One object for all, never freed.
 class NoObjects : public IRichEditOleCallback {
  public:
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) noexcept override {
         if (object == nullptr) return E_POINTER;
         const bool known = id == IID_IUnknown || id == IID_IRichEditOleCallback;
         *object = known ? this : nullptr;
@@ -43,7 +43,7 @@ class NoObjects : public IRichEditOleCallback {
     HRESULT STDMETHODCALLTYPE GetClipboardData(CHARRANGE*, DWORD, LPDATAOBJECT*) override {
         return E_NOTIMPL;
     }
-    HRESULT STDMETHODCALLTYPE GetDragDropEffect(BOOL, DWORD, LPDWORD effect) override {
+    HRESULT STDMETHODCALLTYPE GetDragDropEffect(BOOL, DWORD, LPDWORD effect) noexcept override {
         if (effect != nullptr) *effect = DROPEFFECT_NONE;
         return S_OK;
     }
@@ -57,7 +57,7 @@ NoObjects& TheNoObjects() {
     return none;
 }
 
-DWORD CALLBACK FeedRichText(DWORD_PTR cookie, LPBYTE buffer, LONG wanted, LONG* given) {
+DWORD CALLBACK FeedRichText(DWORD_PTR cookie, LPBYTE buffer, LONG wanted, LONG* given) noexcept {
     auto& rest = *reinterpret_cast<std::span<const std::uint8_t>*>(cookie);
     const std::size_t count = std::min(rest.size(), static_cast<std::size_t>(wanted));
     std::copy_n(rest.begin(), count, buffer);

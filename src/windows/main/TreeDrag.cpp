@@ -37,7 +37,7 @@ class NodeDataObject : public ComObject<IDataObject> {
  public:
     explicit NodeDataObject(const DraggedNode& payload) : bytes_(DraggedNodeBytes(payload)) {}
 
-    HRESULT STDMETHODCALLTYPE GetData(FORMATETC* format, STGMEDIUM* medium) override {
+    HRESULT STDMETHODCALLTYPE GetData(FORMATETC* format, STGMEDIUM* medium) noexcept override {
         if (!IsNodeFormat(*format)) return DV_E_FORMATETC;
         const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, bytes_.size());
         if (block == nullptr) return E_OUTOFMEMORY;
@@ -48,26 +48,28 @@ class NodeDataObject : public ComObject<IDataObject> {
         medium->pUnkForRelease = nullptr;
         return S_OK;
     }
-    HRESULT STDMETHODCALLTYPE GetDataHere(FORMATETC*, STGMEDIUM*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE QueryGetData(FORMATETC* format) override {
+    HRESULT STDMETHODCALLTYPE GetDataHere(FORMATETC*, STGMEDIUM*) noexcept override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE QueryGetData(FORMATETC* format) noexcept override {
         return IsNodeFormat(*format) ? S_OK : DV_E_FORMATETC;
     }
-    HRESULT STDMETHODCALLTYPE GetCanonicalFormatEtc(FORMATETC*, FORMATETC* out) override {
+    HRESULT STDMETHODCALLTYPE GetCanonicalFormatEtc(FORMATETC*, FORMATETC* out) noexcept override {
         out->ptd = nullptr;
         return E_NOTIMPL;
     }
-    HRESULT STDMETHODCALLTYPE SetData(FORMATETC*, STGMEDIUM*, BOOL) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE SetData(FORMATETC*, STGMEDIUM*, BOOL) noexcept override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE EnumFormatEtc(DWORD direction, IEnumFORMATETC** enumerator) override {
         if (direction != DATADIR_GET) return E_NOTIMPL;
         const FORMATETC format = NodeFormat();
         return Guarded<HRESULT>(E_OUTOFMEMORY,
                                 [&] { return CreateFormatEnumerator(1, &format, enumerator); });
     }
-    HRESULT STDMETHODCALLTYPE DAdvise(FORMATETC*, DWORD, IAdviseSink*, DWORD*) override {
+    HRESULT STDMETHODCALLTYPE DAdvise(FORMATETC*, DWORD, IAdviseSink*, DWORD*) noexcept override {
         return OLE_E_ADVISENOTSUPPORTED;
     }
-    HRESULT STDMETHODCALLTYPE DUnadvise(DWORD) override { return OLE_E_ADVISENOTSUPPORTED; }
-    HRESULT STDMETHODCALLTYPE EnumDAdvise(IEnumSTATDATA**) override { return OLE_E_ADVISENOTSUPPORTED; }
+    HRESULT STDMETHODCALLTYPE DUnadvise(DWORD) noexcept override { return OLE_E_ADVISENOTSUPPORTED; }
+    HRESULT STDMETHODCALLTYPE EnumDAdvise(IEnumSTATDATA**) noexcept override {
+        return OLE_E_ADVISENOTSUPPORTED;
+    }
 
  private:
     static HRESULT CreateFormatEnumerator(UINT count, const FORMATETC* formats, IEnumFORMATETC** enumerator);
@@ -80,19 +82,19 @@ class FormatEnumerator : public ComObject<IEnumFORMATETC> {
     explicit FormatEnumerator(std::vector<FORMATETC> formats, std::size_t next = 0)
         : formats_(std::move(formats)), next_(next) {}
 
-    HRESULT STDMETHODCALLTYPE Next(ULONG wanted, FORMATETC* formats, ULONG* fetched) override {
+    HRESULT STDMETHODCALLTYPE Next(ULONG wanted, FORMATETC* formats, ULONG* fetched) noexcept override {
         const ULONG given = std::min(wanted, static_cast<ULONG>(formats_.size() - next_));
         std::copy_n(formats_.begin() + static_cast<std::ptrdiff_t>(next_), given, formats);
         next_ += given;
         if (fetched != nullptr) *fetched = given;
         return given == wanted ? S_OK : S_FALSE;
     }
-    HRESULT STDMETHODCALLTYPE Skip(ULONG count) override {
+    HRESULT STDMETHODCALLTYPE Skip(ULONG count) noexcept override {
         const bool enough = formats_.size() - next_ >= count;
         next_ = enough ? next_ + count : formats_.size();
         return enough ? S_OK : S_FALSE;
     }
-    HRESULT STDMETHODCALLTYPE Reset() override {
+    HRESULT STDMETHODCALLTYPE Reset() noexcept override {
         next_ = 0;
         return S_OK;
     }
@@ -116,11 +118,11 @@ HRESULT NodeDataObject::CreateFormatEnumerator(UINT count, const FORMATETC* form
 
 class NodeDropSource : public ComObject<IDropSource> {
  public:
-    HRESULT STDMETHODCALLTYPE QueryContinueDrag(BOOL escape, DWORD keys) override {
+    HRESULT STDMETHODCALLTYPE QueryContinueDrag(BOOL escape, DWORD keys) noexcept override {
         if (escape) return DRAGDROP_S_CANCEL;
         return (keys & MK_LBUTTON) != 0 ? S_OK : DRAGDROP_S_DROP;
     }
-    HRESULT STDMETHODCALLTYPE GiveFeedback(DWORD) override { return DRAGDROP_S_USEDEFAULTCURSORS; }
+    HRESULT STDMETHODCALLTYPE GiveFeedback(DWORD) noexcept override { return DRAGDROP_S_USEDEFAULTCURSORS; }
 };
 
 // What OLE drags, as the engine reads it.
@@ -177,7 +179,7 @@ class TreeDrag::Target : public ComObject<IDropTarget> {
         return Guarded<HRESULT>(E_UNEXPECTED, [&] { return Over(keys, point, effect); });
     }
 
-    HRESULT STDMETHODCALLTYPE DragLeave() override {
+    HRESULT STDMETHODCALLTYPE DragLeave() noexcept override {
         drag_.pane_.ShowDropTarget(nullptr, false);
         isNode_ = isOurs_ = false;
         return S_OK;

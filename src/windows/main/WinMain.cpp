@@ -8,6 +8,7 @@
 #include "engine/flows/StartUp.h"
 #include "engine/process/modHelp.h"
 #include "engine/process/modMain.h"
+#include "platform/Guard.h"
 #include "platform/Platform.h"
 #include "platform/win32/SystemHandles.h"
 #include "platform/win32/Win32Platform.h"
@@ -84,7 +85,7 @@ class WindowsStartUp : public StartUpHost {
 int RunMessageLoop(frmMain& form) {
     MSG message;
     for (;;) {
-        if (!PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE)) form.OnIdle();
+        if (!PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE)) Guarded([&] { form.OnIdle(); });
         if (GetMessageW(&message, nullptr, 0, 0) <= 0) break;
         if (TranslateModelessMessage(message) || form.TranslateKey(message)) continue;
         TranslateMessage(&message);
