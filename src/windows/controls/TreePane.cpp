@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "platform/ByteBuffer.h"
-#include "platform/Guard.h"
 #include "windows/controls/Pictures.h"
 
 namespace {
@@ -68,7 +67,11 @@ bool TreePane::Create(HWND parent, int control) {
 
 void TreePane::Attach(HWND control) {
     window_ = control;
-    SetWindowSubclass(window_, &TreePane::Procedure, 0, reinterpret_cast<DWORD_PTR>(this));
+    ownMessage_.Attach(window_, [this](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (message != kTellWaitingMessage) return std::nullopt;
+        TellWaiting();
+        return 0;
+    });
     nodes_.SetView(this);
 }
 
@@ -76,16 +79,7 @@ void TreePane::Detach() {
     if (nodes_.View() == this) nodes_.SetView(nullptr);
     listener_ = nullptr;
     waiting_.clear();
-    RemoveWindowSubclass(window_, &TreePane::Procedure, 0);
-}
-
-LRESULT CALLBACK TreePane::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                     DWORD_PTR self) {
-    if (message != kTellWaitingMessage) return DefSubclassProc(window, message, wParam, lParam);
-    return Guarded(LRESULT{0}, [&] {
-        reinterpret_cast<TreePane*>(self)->TellWaiting();
-        return LRESULT{0};
-    });
+    ownMessage_.Detach();
 }
 
 LRESULT TreePane::OnNotify(NMHDR& header) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "engine/tree/NodeCollection.h"
+#include "windows/controls/Subclass.h"
 
 // The tree control on the screen. It mirrors the node collection: texts and pictures are asked for when they
 // are drawn, and items are made when their parent is first opened, so that even a huge tree is shown at once.
@@ -85,8 +86,6 @@ class TreePane : public NodeView {
     static HTREEITEM ItemOf(const Node& node) { return reinterpret_cast<HTREEITEM>(node.viewItem); }
     static Node& NodeOf(LPARAM parameter) { return *reinterpret_cast<Node*>(parameter); }
     Node* NodeOfItem(HTREEITEM item) const;
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                      DWORD_PTR self);
 
     // True when the children of `parent` (null: the root level) have items of their own, or are to have them.
     bool ShowsChildren(const Node* parent) const;
@@ -114,6 +113,7 @@ class TreePane : public NodeView {
 
     NodeCollection& nodes_;
     HWND window_ = nullptr;
+    Subclass ownMessage_;
     Listener* listener_ = nullptr;
     int bulkDepth_ = 0;
     std::vector<Node*> grown_;      // parents with items, null for the root level, below which nodes were

@@ -7,8 +7,6 @@
 
 namespace {
 
-constexpr UINT_PTR kTipsId = 1;
-
 // The row and column below a point of the list's inside; -1 where there is none.
 std::pair<int, int> CellAt(HWND list, LPARAM place) {
     LVHITTESTINFO hit{};
@@ -20,42 +18,48 @@ std::pair<int, int> CellAt(HWND list, LPARAM place) {
 }  // namespace
 
 void ListTips::Attach(HWND list, Text text) {
+    list_ = list;
     text_ = std::move(text);
-    tip_ = CreateWindowExW(0, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0, 0, 0,
-                           list, nullptr, GetModuleHandleW(nullptr), nullptr);
-    if (tip_ == nullptr ||
-        !SetWindowSubclass(list, &ListTips::Watch, kTipsId, reinterpret_cast<DWORD_PTR>(this)))
-        return;
-    TTTOOLINFOW tool{};
-    tool.cbSize = sizeof tool;
-    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-    tool.hwnd = list;
-    tool.uId = reinterpret_cast<UINT_PTR>(list);
-    tool.lpszText = LPSTR_TEXTCALLBACKW;
-    SendMessageW(tip_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+    messages_.Attach(list, [this](UINT message, WPARAM wParam, LPARAM lParam) {
+        return OnMessage(message, wParam, lParam);
+    });
+}
+
+std::optional<LRESULT> ListTips::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message >= WM_MOUSEFIRST && message <= WM_MBUTTONUP) OnMouse(message, wParam, lParam);
+    if (message != WM_NOTIFY || tip_ == nullptr) return std::nullopt;
+    auto& header = *reinterpret_cast<NMHDR*>(lParam);
+    if (header.hwndFrom != tip_ || header.code != TTN_GETDISPINFOW) return std::nullopt;
+    const auto [row, column] = cell_;
+    shown_ = Options().ShowTooltips && row >= 0 ? text_(row, column) : std::wstring();
+    reinterpret_cast<NMTTDISPINFOW&>(header).lpszText = shown_.data();
+    return 0;
 }
 
 // Each cell has a text of its own, and the control asks for it when the mouse has come to rest.
-void ListTips::MouseMoved(HWND list, LPARAM place) {
-    if (const auto cell = CellAt(list, place); cell != cell_) {
+void ListTips::OnMouse(UINT message, WPARAM wParam, LPARAM place) {
+    if (tip_ == nullptr) MakeTip();
+    if (const auto cell = CellAt(list_, place); cell != cell_) {
         cell_ = cell;
         SendMessageW(tip_, TTM_POP, 0, 0);
     }
+    MSG relayed{};
+    relayed.hwnd = list_;
+    relayed.message = message;
+    relayed.wParam = wParam;
+    relayed.lParam = place;
+    SendMessageW(tip_, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&relayed));
 }
 
-LRESULT CALLBACK ListTips::Watch(HWND list, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                 DWORD_PTR self) {
-    auto& tips = *reinterpret_cast<ListTips*>(self);
-    if (message == WM_MOUSEMOVE) tips.MouseMoved(list, lParam);
-    if (message == WM_NOTIFY) {
-        auto& header = *reinterpret_cast<NMHDR*>(lParam);
-        if (header.hwndFrom == tips.tip_ && header.code == TTN_GETDISPINFOW) {
-            const auto [row, column] = tips.cell_;
-            tips.shown_ = Options().ShowTooltips && row >= 0 ? tips.text_(row, column) : std::wstring();
-            reinterpret_cast<NMTTDISPINFOW&>(header).lpszText = tips.shown_.data();
-            return 0;
-        }
-    }
-    if (message == WM_NCDESTROY) RemoveWindowSubclass(list, &ListTips::Watch, kTipsId);
-    return DefSubclassProc(list, message, wParam, lParam);
+// What the mouse does is relayed to it: the tip's own way of listening is the common controls' subclassing.
+void ListTips::MakeTip() {
+    tip_ = CreateWindowExW(0, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0, 0, 0,
+                           list_, nullptr, GetModuleHandleW(nullptr), nullptr);
+    TTTOOLINFOW tool{};
+    tool.cbSize = sizeof tool;
+    tool.uFlags = TTF_IDISHWND;
+    tool.hwnd = list_;
+    tool.uId = reinterpret_cast<UINT_PTR>(list_);
+    tool.lpszText = LPSTR_TEXTCALLBACKW;
+    SendMessageW(tip_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
 }

@@ -3,8 +3,11 @@
 #include <windows.h>
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <utility>
+
+#include "windows/controls/Subclass.h"
 
 // Tells more about the cell of a list on which the mouse rests, unless the user turned tool tips off. Must
 // outlive the list.
@@ -16,12 +19,14 @@ class ListTips {
     void Attach(HWND list, Text text);
 
  private:
-    static LRESULT CALLBACK Watch(HWND list, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                  DWORD_PTR self);
-    void MouseMoved(HWND list, LPARAM place);
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    void OnMouse(UINT message, WPARAM wParam, LPARAM place);
+    void MakeTip();
 
-    HWND tip_ = nullptr;
+    HWND list_ = nullptr;
+    HWND tip_ = nullptr;  // made when the mouse first comes
     Text text_;
     std::pair<int, int> cell_{-1, -1};
     std::wstring shown_;
+    Subclass messages_;
 };

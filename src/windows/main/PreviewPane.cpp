@@ -116,7 +116,6 @@ TextExtent ExtentOf(HWND box) {
 }
 
 constexpr const wchar_t* kCaptions[] = {L"Text", L"RTF", L"Bild"};
-constexpr UINT_PTR kForParentId = 1;
 constexpr UINT_PTR kRestTimer = 1;
 // Whoever walks through the clips has gone on by then; after that, between any two messages.
 constexpr UINT kBeforeRest = 250;
@@ -129,8 +128,6 @@ bool PreviewPane::Create(HWND parent) {
     text_ = MakeBox(parent, WS_EX_CLIENTEDGE, L"EDIT", kTextStyle, tbPreviewText);
     if (tab_ == nullptr || text_ == nullptr || !picture_.Create(parent, picPreviewDIB)) return false;
     SetWindowLongPtrW(tab_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-    if (!SetWindowSubclass(parent, &PreviewPane::ForParent, kForParentId, reinterpret_cast<DWORD_PTR>(this)))
-        return false;
     SendMessageW(text_, EM_SETLIMITTEXT, 0, 0);
 
     int place = 0;
@@ -368,21 +365,12 @@ void PreviewPane::AppendText(const std::wstring& text) {
     FitBars();
 }
 
-LRESULT CALLBACK PreviewPane::ForParent(HWND parent, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                        DWORD_PTR self) {
-    const auto& pane = *reinterpret_cast<PreviewPane*>(self);
-    if (message == WM_DRAWITEM && reinterpret_cast<DRAWITEMSTRUCT*>(lParam)->hwndItem == pane.tab_) {
-        pane.DrawTab(*reinterpret_cast<DRAWITEMSTRUCT*>(lParam));
-        return TRUE;
-    }
-    // White as its neighbours: nobody takes a preview for a box to type in.
-    if (message == WM_CTLCOLORSTATIC && reinterpret_cast<HWND>(lParam) == pane.text_) {
-        SetBkColor(reinterpret_cast<HDC>(wParam), GetSysColor(COLOR_WINDOW));
-        SetTextColor(reinterpret_cast<HDC>(wParam), GetSysColor(COLOR_WINDOWTEXT));
-        return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW));
-    }
-    if (message == WM_NCDESTROY) RemoveWindowSubclass(parent, &PreviewPane::ForParent, id);
-    return DefSubclassProc(parent, message, wParam, lParam);
+// White as its neighbours: nobody takes a preview for a box to type in.
+HBRUSH PreviewPane::ColourBox(HWND control, HDC dc) const {
+    if (control != text_) return nullptr;
+    SetBkColor(dc, GetSysColor(COLOR_WINDOW));
+    SetTextColor(dc, GetSysColor(COLOR_WINDOWTEXT));
+    return GetSysColorBrush(COLOR_WINDOW);
 }
 
 void PreviewPane::DrawTab(const DRAWITEMSTRUCT& item) const {

@@ -32,6 +32,10 @@ class PreviewPane {
     bool IsTab(HWND window) const { return window == tab_; }
     // Another tab was chosen.
     void TabChanged();
+    // Draws a tab's caption.
+    void DrawTab(const DRAWITEMSTRUCT& item) const;
+    // Sets the colours in which a control is drawn; null for one that is none of the boxes.
+    HBRUSH ColourBox(HWND control, HDC dc) const;
     // True for a key that copies, selects or deletes in one of the text boxes, which is no command then.
     bool Wants(const MSG& message) const;
     // The box of the chosen tab, for the focus.
@@ -54,10 +58,6 @@ class PreviewPane {
     void ForgetRest();
     void ShowRest();
     static void CALLBACK RestIsDue(HWND tab, UINT message, UINT_PTR timer, DWORD time);
-    // What the parent is asked about the tab and the boxes.
-    static LRESULT CALLBACK ForParent(HWND parent, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                      DWORD_PTR self);
-    void DrawTab(const DRAWITEMSTRUCT& item) const;
     void FitBars();
     void MakeRichTextBox();
     void EmptyText();

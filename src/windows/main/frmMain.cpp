@@ -119,6 +119,17 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_COMMAND:
             RunCommand(LOWORD(wParam), Situation());
             return 0;
+        case WM_DRAWITEM: {
+            const auto& item = *reinterpret_cast<DRAWITEMSTRUCT*>(lParam);
+            if (!panes_.preview.IsTab(item.hwndItem)) break;
+            panes_.preview.DrawTab(item);
+            return TRUE;
+        }
+        case WM_CTLCOLORSTATIC:
+            if (const HBRUSH brush =
+                    panes_.preview.ColourBox(reinterpret_cast<HWND>(lParam), reinterpret_cast<HDC>(wParam)))
+                return reinterpret_cast<LRESULT>(brush);
+            break;
         case WM_NOTIFY:
             return OnNotify(*reinterpret_cast<NMHDR*>(lParam));
         case WM_CONTEXTMENU:
