@@ -278,6 +278,11 @@ void ClipOperations::cTV_BeforeNodeCopy(bool& cancel) {
 void ClipOperations::cTV_AfterNodeCopy(Node& newNode, Node& sourceNode, bool isMove) {
     // The source may show the picture of the active container.
     newNode.SetImage(KindImage(&newNode));
+    if (isMove) {
+        // The tree copies neither, and what was moved is still the same folder.
+        newNode.SetSorted(sourceNode.Sorted());
+        newNode.SetExpandedImage(sourceNode.ExpandedImage());
+    }
     if (isMove || !IsClipNode(&sourceNode)) return;
 
     const std::wstring from = ClipFileOf(&sourceNode);

@@ -274,10 +274,11 @@ void frmMain::UnlinkProfile(Node* profile) {
 void frmMain::Delete(Node* node) {
     if (node == nullptr) return;
     panes_.ShowStatus(L"Löschen: " + node->FullPath());
-    if (operations_.Delete(node))
-        UpdateListview();
-    else
+    if (!operations_.Delete(node))
         panes_.ShowStatus(panes_.Content().status);
+    else if (shownNode_.Get() != nodes_.Selected() || !IsClipNode(nodes_.Selected()))
+        UpdateListview();
+    // Else the neighbour is shown already, and a damaged one is told of only once.
 }
 
 void frmMain::NewFolder(Node* container) {

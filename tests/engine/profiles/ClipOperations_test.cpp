@@ -33,9 +33,11 @@ TEST_F(ClipOperationsTest, DropCopy_GivesEachClipAFileOfItsOwn) {
 }
 
 TEST_F(ClipOperationsTest, DropMoveOfAProfile_ReordersTreeAndList) {
+    Get(L"S").SetSorted(true);
     Node* const moved = operations.Drop(&Get(L"P"), &Get(L"Q"), false, true);
     EXPECT_EQ(MemoryOutline(), L"Q(U(c4)) P(S(c1 T(c2)) c3)");
     EXPECT_EQ(Profiles().Item(1).Node, moved);
+    EXPECT_TRUE(Get(L"S").Sorted()) << "what moves stays as it is";
     EXPECT_EQ(ListOutline(), L"Q=C:\\Q P=C:\\P ");
     EXPECT_EQ(Damage(), std::vector<std::wstring>());
     operations.Drop(nullptr, &Get(L"Q"), false, true);
