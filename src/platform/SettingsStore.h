@@ -14,6 +14,4 @@ class SettingsPort {
     virtual bool Write(const std::wstring& section, const std::wstring& key, const std::wstring& value) = 0;
     // True as well when there is no such key.
     virtual bool DeleteValue(const std::wstring& section, const std::wstring& key) = 0;
-    // True as well when there is no such section.
-    virtual bool DeleteSection(const std::wstring& section) = 0;
 };

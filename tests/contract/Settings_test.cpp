@@ -28,7 +28,7 @@ TEST_F(SettingsContract, Write_KeepsEveryText) {
     EXPECT_EQ(settings.Read(L"Settings", L"Zero", L""), L"ab");
 }
 
-TEST_F(SettingsContract, Delete_TakesTheKeyOrTheSectionAndNothingElse) {
+TEST_F(SettingsContract, Delete_TakesTheKeyAndNothingElse) {
     EXPECT_TRUE(settings.Write(L"Profiles", L"1", L"a"));
     EXPECT_TRUE(settings.Write(L"Profiles", L"2", L"b"));
     EXPECT_TRUE(settings.Write(L"Settings", L"1", L"c"));
@@ -38,11 +38,5 @@ TEST_F(SettingsContract, Delete_TakesTheKeyOrTheSectionAndNothingElse) {
     EXPECT_EQ(settings.Read(L"Profiles", L"1", L"absent"), L"a");
     EXPECT_TRUE(settings.DeleteValue(L"Profiles", L"3"));  // nothing is left to delete
     EXPECT_TRUE(settings.DeleteValue(L"None", L"3"));
-    EXPECT_TRUE(settings.DeleteSection(L"PROFILES"));
-    EXPECT_EQ(settings.Read(L"Profiles", L"1", L"absent"), L"absent");
-    EXPECT_EQ(settings.Read(L"Profiles", L"2", L"absent"), L"absent");
-    EXPECT_EQ(settings.Read(L"Settings", L"1", L"absent"), L"c");
-    EXPECT_TRUE(settings.DeleteSection(L"Profiles"));  // nothing is left to delete
-    EXPECT_FALSE(settings.DeleteSection(L""));         // that would be the whole store
     EXPECT_EQ(settings.Read(L"Settings", L"1", L"absent"), L"c");
 }

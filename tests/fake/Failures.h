@@ -36,7 +36,6 @@ enum class Operation {
     FilesIdentity,
     SettingsWrite,
     SettingsDeleteValue,
-    SettingsDeleteSection,
     UserPlaySound,
     WindowsExchangeProcedure,
     WindowsSetAlwaysOnTop,

@@ -20,13 +20,6 @@ bool FakeSettings::DeleteValue(const std::wstring& section, const std::wstring& 
     return true;
 }
 
-bool FakeSettings::DeleteSection(const std::wstring& section) {
-    if (failures_.Strikes(Operation::SettingsDeleteSection)) return false;
-    if (section.empty()) return false;
-    sections_.erase(UpperCase(section));
-    return true;
-}
-
 std::optional<std::wstring> FakeSettings::Value(const std::wstring& section, const std::wstring& key) const {
     const auto foundSection = sections_.find(UpperCase(section));
     if (foundSection == sections_.end()) return std::nullopt;

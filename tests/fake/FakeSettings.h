@@ -16,7 +16,6 @@ class FakeSettings : public SettingsPort {
                       const std::wstring& absent) override;
     bool Write(const std::wstring& section, const std::wstring& key, const std::wstring& value) override;
     bool DeleteValue(const std::wstring& section, const std::wstring& key) override;
-    bool DeleteSection(const std::wstring& section) override;
 
     // What stands there, none when the key is absent. No call of the port.
     std::optional<std::wstring> Value(const std::wstring& section, const std::wstring& key) const;

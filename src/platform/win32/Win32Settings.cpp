@@ -38,10 +38,3 @@ bool Win32Settings::DeleteValue(const std::wstring& section, const std::wstring&
     const LSTATUS status = RegDeleteKeyValueW(HKEY_CURRENT_USER, PathOf(section).c_str(), key.c_str());
     return status == ERROR_SUCCESS || status == ERROR_FILE_NOT_FOUND;
 }
-
-bool Win32Settings::DeleteSection(const std::wstring& section) {
-    // Without a name the whole store would go.
-    if (section.empty()) return false;
-    const LSTATUS status = RegDeleteTreeW(HKEY_CURRENT_USER, PathOf(section).c_str());
-    return status == ERROR_SUCCESS || status == ERROR_FILE_NOT_FOUND;
-}

@@ -13,7 +13,6 @@ class Win32Settings : public SettingsPort {
                       const std::wstring& absent) override;
     bool Write(const std::wstring& section, const std::wstring& key, const std::wstring& value) override;
     bool DeleteValue(const std::wstring& section, const std::wstring& key) override;
-    bool DeleteSection(const std::wstring& section) override;
 
  private:
     std::wstring PathOf(const std::wstring& section) const { return root_ + L"\\" + section; }

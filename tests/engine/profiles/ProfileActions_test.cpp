@@ -187,8 +187,14 @@ class ProfileActionsFaults : public testing::TestWithParam<WriteFailure> {
     static void Prepare(World& world) {
         AddTemplate(world);
         world.Fill();
-        world.fake.files.AddDirectory(L"C:\\Neu");
+        world.fake.user.answers = {true};
         world.container.SetActiveContainer(&world.Get(L"T"));
+    }
+    static std::function<bool(World&)> Building(const wchar_t* templateFile) {
+        return [=](World& world) {
+            return ConfirmNewProfile(L"Neu", L"C:\\Neu", L"") &&
+                   world.actions.BuildNewprofile(L"Neu", L"C:\\Neu", templateFile) != nullptr;
+        };
     }
     static void PrepareImport(World& world) {
         Prepare(world);
@@ -204,17 +210,14 @@ class ProfileActionsFaults : public testing::TestWithParam<WriteFailure> {
 };
 
 TEST_P(ProfileActionsFaults, NewProfile_IsMadeWholeOrNotAtAll) {
-    const auto build = [](World& world) {
-        return world.actions.BuildNewprofile(L"Neu", L"C:\\Neu", L"") != nullptr;
-    };
-    EXPECT_GE(FailEveryStep(GetParam(), Prepare, build, Expecting(L"P=C:\\P Q=C:\\Q Neu=C:\\Neu ")), 3);
+    EXPECT_GE(FailEveryStep(GetParam(), Prepare, Building(L""), Expecting(L"P=C:\\P Q=C:\\Q Neu=C:\\Neu ")),
+              3);
 }
 
 TEST_P(ProfileActionsFaults, NewProfileFromATemplate_IsMadeWholeOrNotAtAll) {
-    const auto build = [](World& world) {
-        return world.actions.BuildNewprofile(L"Neu", L"C:\\Neu", kTemplate) != nullptr;
-    };
-    EXPECT_GE(FailEveryStep(GetParam(), Prepare, build, Expecting(L"P=C:\\P Q=C:\\Q Neu=C:\\Neu ")), 7);
+    EXPECT_GE(
+        FailEveryStep(GetParam(), Prepare, Building(kTemplate), Expecting(L"P=C:\\P Q=C:\\Q Neu=C:\\Neu ")),
+        7);
 }
 
 TEST_P(ProfileActionsFaults, Import_IsDoneWholeOrNotAtAll) {
