@@ -202,8 +202,6 @@ bool frmMain::CreateTray() {
         if (IsIconic(window_)) ShowWindow(window_, IsOnlyInTray() ? SW_HIDE : SW_SHOWMINNOACTIVE);
     };
     if (!cSysTray1.Create(window_, std::move(events))) return false;
-    for (std::size_t state = 0; state < trayIcons_.size(); ++state)
-        trayIcons_[state] = LoadTrayIcon(static_cast<CaptureState>(state), GetSystemMetrics(SM_CXSMICON));
     ShowCaptureState();
     taskBarCreated_ = RegisterWindowMessageW(L"TaskbarCreated");
     return true;
@@ -212,7 +210,9 @@ bool frmMain::CreateTray() {
 void frmMain::ShowCaptureState() {
     const CaptureState state =
         CaptureStateOf(Options().AutoSnap, Options().LockEdit, IsWindowEnabled(window_) == FALSE);
-    cSysTray1.SetTrayIcon(trayIcons_[static_cast<std::size_t>(state)].Get());
+    UniqueIcon& icon = trayIcons_[static_cast<std::size_t>(state)];
+    if (!icon.IsSet()) icon = LoadTrayIcon(state, GetSystemMetrics(SM_CXSMICON));
+    cSysTray1.SetTrayIcon(icon.Get());
     cSysTray1.SetTrayTip(TrayTipOf(state));
 }
 
