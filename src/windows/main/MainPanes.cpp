@@ -44,9 +44,10 @@ void MainPanes::SetDpi(UINT dpi) {
     dpi_ = dpi;
     UniqueFont font = CreateMessageFont(dpi);
     UniqueFont titleFont = CreateMessageFont(dpi, FW_BOLD);
+    const LPARAM redraw = MAKELPARAM(IsWindowVisible(parent_), 0);
     for (const HWND control : {tvTreeView.Window(), lvListView.Window(), sbStatusBar_})
-        SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font.Get()), TRUE);
-    SendMessageW(lblTitle_, WM_SETFONT, reinterpret_cast<WPARAM>(titleFont.Get()), TRUE);
+        SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font.Get()), redraw);
+    SendMessageW(lblTitle_, WM_SETFONT, reinterpret_cast<WPARAM>(titleFont.Get()), redraw);
     preview.SetFont(font.Get());
     font_ = std::move(font);
     titleFont_ = std::move(titleFont);
@@ -58,10 +59,18 @@ void MainPanes::SetDpi(UINT dpi) {
     tbToolBar.SetDpi(dpi);
 }
 
+void MainPanes::FitToWindow() {
+    RECT client;
+    GetClientRect(parent_, &client);
+    const bool same = client.right == laidOut_.cx && client.bottom == laidOut_.cy;
+    if (laidOut_.cx > 0 && !same) LayOut();
+}
+
 void MainPanes::SizeControls(double splitterLeft) {
     splitterLeft_ = splitterLeft;
     RECT client;
     GetClientRect(parent_, &client);
+    laidOut_ = {client.right, client.bottom};
     LayoutInput input;
     input.width = client.right;
     input.height = client.bottom;
@@ -123,7 +132,7 @@ void MainPanes::ShowContent(ListContent content, const std::wstring& containerTi
 }
 
 void MainPanes::ShowTitle(const std::wstring& title) {
-    SetWindowTextW(lblTitle_, title.c_str());
+    if (std::exchange(title_, title) != title) SetWindowTextW(lblTitle_, title.c_str());
 }
 
 void MainPanes::ShowStatus(const std::wstring& text) {

@@ -27,6 +27,9 @@ class MainPanes {
     // Lays out all of them for the splitter's left edge, in twips, or for the one it has.
     void SizeControls(double splitterLeft);
     void LayOut() { SizeControls(splitterLeft_); }
+    // Lays them out anew if the window has another size than last time; before the first time it is too
+    // early.
+    void FitToWindow();
     double SplitterLeft() const { return splitterLeft_; }
 
     bool ToolBarShown() const { return toolBarShown_; }
@@ -61,7 +64,9 @@ class MainPanes {
     UINT dpi_ = 96;
     ListContent content_;
     std::wstring status_;         // what the status bar shows
+    std::wstring title_;          // what stands above the list
     double splitterLeft_ = 1900;  // twips
+    SIZE laidOut_{};              // the window's inside when it was, pixels; nothing before
     bool toolBarShown_ = true;
     bool statusBarShown_ = true;
     bool previewShown_ = true;

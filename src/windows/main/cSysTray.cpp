@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/Guard.h"
+#include "platform/win32/LateFunction.h"
 
 namespace {
 
@@ -80,7 +81,9 @@ bool cSysTray::Notify(DWORD command) {
     record.hIcon = trayIcon_;
     const std::string tip = TrayTipBytes(trayTip_);
     std::copy(tip.begin(), tip.end(), record.szTip);
-    return Shell_NotifyIconA(command, &record) != FALSE;
+    static const auto notify =
+        LateFunction<decltype(&Shell_NotifyIconA)>(L"shell32.dll", "Shell_NotifyIconA");
+    return notify != nullptr && notify(command, &record) != FALSE;
 }
 
 LRESULT CALLBACK cSysTray::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

@@ -96,6 +96,7 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_DPICHANGED:
             panes_.SetDpi(HIWORD(wParam));
             PlaceWindow(window_, BoxOf(*reinterpret_cast<RECT*>(lParam)));
+            panes_.LayOut();
             return 0;
         case WM_SETTINGCHANGE:
         case WM_SYSCOLORCHANGE:
@@ -183,8 +184,6 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
 
 bool frmMain::CreateControls() {
     if (!panes_.Create(window_)) return false;
-    // Without it the tree works all the same, only not by dragging.
-    drag_.Accept();
     return CreateTray();
 }
 
@@ -234,7 +233,7 @@ void frmMain::Form_Resize(WPARAM kind) {
         if (IsOnlyInTray()) ShowWindow(window_, SW_HIDE);
         return;
     }
-    panes_.LayOut();
+    panes_.FitToWindow();
 }
 
 LRESULT frmMain::OnNotify(NMHDR& header) {
