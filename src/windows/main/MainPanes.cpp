@@ -137,8 +137,24 @@ void MainPanes::ShowTitle(const std::wstring& title) {
 
 void MainPanes::ShowStatus(const std::wstring& text) {
     if (text == status_) return;
+    // Long work shows its progress without a message loop of its own; of what is over at once only the last
+    // text is drawn.
+    constexpr ULONGLONG kLongWork = 100;  // milliseconds
     status_ = text;
-    SendMessageW(sbStatusBar_, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(text.c_str()));
-    // Long work shows its progress here without a message loop of its own.
+    const ULONGLONG now = GetTickCount64();
+    if (!statusWaits_) {
+        statusWaits_ = now;
+        SetTimer(parent_, kStatusTimer, USER_TIMER_MINIMUM, nullptr);
+    } else if (now - *statusWaits_ >= kLongWork) {
+        DrawStatus();
+    }
+}
+
+void MainPanes::DrawStatus() {
+    if (!std::exchange(statusWaits_, std::nullopt)) return;
+    KillTimer(parent_, kStatusTimer);
+    if (status_ == drawnStatus_) return;
+    drawnStatus_ = status_;
+    SendMessageW(sbStatusBar_, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(status_.c_str()));
     UpdateWindow(sbStatusBar_);
 }

@@ -14,6 +14,7 @@
 #include "resources/controls.h"
 #include "windows/controls/Dpi.h"
 #include "windows/controls/PngDecoder.h"
+#include "windows/controls/QuietScope.h"
 
 namespace {
 
@@ -264,6 +265,7 @@ void PreviewPane::Fill() {
     const PreviewTab tab = InFront();
     MakeBoxInFront();
     const bool something = shown_ && FormatFor(tab) != nullptr;
+    const QuietScope quiet(text_);
     if (tab != PreviewTab::Text || !something || !ShowText()) EmptyText();
     if (tab != PreviewTab::RichText || !something || !ShowRichText()) EmptyRichText();
     if (tab != PreviewTab::Picture || !something || !ShowPicture()) picture_.Clear();
@@ -369,13 +371,11 @@ void PreviewPane::AppendText(const std::wstring& text) {
     SendMessageW(text_, EM_GETSEL, reinterpret_cast<WPARAM>(&from), reinterpret_cast<LPARAM>(&to));
     const LRESULT top = SendMessageW(text_, EM_GETFIRSTVISIBLELINE, 0, 0);
     const int end = GetWindowTextLengthW(text_);
-    SendMessageW(text_, WM_SETREDRAW, FALSE, 0);
+    const QuietScope quiet(text_);
     SendMessageW(text_, EM_SETSEL, static_cast<WPARAM>(end), end);
     SendMessageW(text_, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(text.c_str()));
     SendMessageW(text_, EM_SETSEL, from, static_cast<LPARAM>(to));
     SendMessageW(text_, EM_LINESCROLL, 0, top - SendMessageW(text_, EM_GETFIRSTVISIBLELINE, 0, 0));
-    SendMessageW(text_, WM_SETREDRAW, TRUE, 0);
-    RedrawWindow(text_, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME);
     FitBars();
 }
 

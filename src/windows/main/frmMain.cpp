@@ -152,8 +152,13 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_TIMER:
             if (wParam == kQuietTimer)
                 WhenQuiet();
+            else if (wParam == kStatusTimer)
+                panes_.DrawStatus();
             else
-                later_.OnTimer(window_, wParam, MayOpenDialog());
+                later_.IsDue(window_, wParam, MayOpenDialog());
+            return 0;
+        case kLaterMessage:
+            later_.IsDue(window_, wParam, MayOpenDialog());
             return 0;
         case WM_QUERYENDSESSION:
             return TRUE;
