@@ -22,7 +22,8 @@ class Preview : public ProgramTest {
     void ExpectTab(int tab, const char* why) const {
         EXPECT_EQ(nxclip_.FormatTab().Selected(), tab) << why;
         EXPECT_EQ(nxclip_.Main().Control(tbPreviewText).Visible(), tab == 0) << why;
-        EXPECT_EQ(nxclip_.Main().Control(picPreviewDIB).Visible(), tab == 2) << why;
+        const Window picture = nxclip_.Main().FindControl(picPreviewDIB);
+        EXPECT_EQ(picture && picture.Visible(), tab == 2) << why;
     }
 };
 

@@ -1,8 +1,9 @@
-// Measures NXClip from outside: measure [CLIPS].
+// Measures NXClip from outside: measure [CLIPS [ROWS]].
 //
 // Prints one line a row: what was measured, a tab, the figure, a tab, its unit. CLIPS (10000 unless told
-// otherwise) is the number of clips in the large profile. The program is NXCLIP_EXE, or the one beside this
-// one; tools/bench runs this for two builds in turn and compares them.
+// otherwise) is the number of clips in the large profile; of the rows only those are measured whose name
+// holds the text ROWS. The program is NXCLIP_EXE, or the one beside this one; tools/bench runs this for two
+// builds in turn and compares them.
 
 #include <windows.h>
 
@@ -11,12 +12,16 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "desktop/ClipboardData.h"
 #include "desktop/Driver.h"
+#include "desktop/HostProcess.h"
 #include "desktop/Settings.h"
+#include "desktop/Utf8.h"
 #include "desktop/WholeFile.h"
 #include "engine/tree/TreeFile.h"
 #include "engine/tree/modTreeEx.h"
@@ -29,7 +34,14 @@ constexpr int kRounds = 5;
 constexpr std::size_t kKilobyte = 1024;
 constexpr std::size_t kMegabyte = 1024 * kKilobyte;
 
+std::string wantedRows;
+
+bool IsWanted(const std::string& what) {
+    return what.find(wantedRows) != std::string::npos;
+}
+
 void Row(const std::string& what, double figure, const char* unit) {
+    if (!IsWanted(what)) return;
     std::printf("%s\t%.1f\t%s\n", what.c_str(), figure, unit);
     std::fflush(stdout);
 }
@@ -45,11 +57,12 @@ double MillisecondsOf(const std::function<void()>& work) {
 }
 
 // The least of several times: whatever else the machine does only adds to it.
-double Least(const std::function<double()>& once) {
+void LeastRow(const std::string& what, const std::function<double()>& once) {
+    if (!IsWanted(what)) return;
     double least = once();
     for (int round = 1; round < kRounds; ++round)
         least = std::min(least, once());
-    return least;
+    Row(what, least, "ms");
 }
 
 // A viewer that stands behind the program in the chain, and notes when it is told.
@@ -100,6 +113,21 @@ std::wstring FirstLine(const std::string& text) {
     return std::wstring(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(text.find('\r')));
 }
 
+// A picture in 32-bit colours, each one unlike the one before it.
+std::string NewPicture(std::size_t size) {
+    static int number = 0;
+    constexpr LONG kWidth = 2000;
+    BITMAPINFOHEADER header{};
+    header.biSize = sizeof header;
+    header.biWidth = kWidth;
+    header.biHeight = static_cast<LONG>(size / (4 * kWidth));
+    header.biPlanes = 1;
+    header.biBitCount = 32;
+    std::string picture(reinterpret_cast<const char*>(&header), sizeof header);
+    picture.resize(picture.size() + size, static_cast<char>(++number * 40));
+    return picture;
+}
+
 std::string LargeTreeFile(int clips) {
     TreeData data;
     const auto add = [&](const std::wstring& tag, const std::wstring& text, std::int16_t depth,
@@ -146,6 +174,14 @@ class Measured {
         taken_ = Items();
     }
     void End() { nxclip_.Quit(); }
+
+    void TakePicture(std::size_t size) {
+        PutFormats({{CF_DIB, NewPicture(size)}});
+        WaitFor(
+            "the clip", [&] { return Items() > taken_; }, std::chrono::seconds(60));
+        nxclip_.Main().Send(WM_NULL);
+        taken_ = Items();
+    }
 
     // How long the program takes to have the content as a clip in its tree, and answers again; how long the
     // next viewer waits; and when the preview shows the text.
@@ -198,16 +234,52 @@ class Measured {
         tree.Send(TVM_SELECTITEM, TVGN_CARET, selected);
         return there;
     }
+    // From the confirmed question, or the typed name, to the change of the tree data file.
+    double DeleteUntilSaved() {
+        nxclip_.Tree().Select(LastClip());
+        nxclip_.Command(m_edit_delete);
+        const Notice question = nxclip_.WaitForNotice();
+        const double time = MillisecondsUntilSaved([&] { Driver::Answer(question, IDYES); });
+        taken_ = Items();
+        return time;
+    }
+    double RenameUntilSaved() {
+        static int number = 0;
+        const Window tree = nxclip_.Tree().window();
+        nxclip_.Tree().Select(LastClip());
+        nxclip_.Command(m_edit_rename);
+        const Window edit = WaitFor(
+            "the name's edit", [&] { return Window(reinterpret_cast<HWND>(tree.Send(TVM_GETEDITCONTROL))); });
+        const std::wstring name = L"Name " + std::to_wstring(++number);
+        edit.Send(WM_SETTEXT, 0, reinterpret_cast<LPARAM>(name.c_str()));
+        return MillisecondsUntilSaved([&] { tree.Send(TVM_ENDEDITLABELNOW, FALSE); });
+    }
+
+    // Without a host that tells, what the system counts for the program alone.
     double Memory() const {
+        if (const auto figures = OnHost()) return static_cast<double>(figures->memory) / kMegabyte;
         const HANDLE process =
             OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, nxclip_.Program().Id());
         PROCESS_MEMORY_COUNTERS counters{};
         GetProcessMemoryInfo(process, &counters, sizeof counters);
         CloseHandle(process);
-        return static_cast<double>(counters.WorkingSetSize) / static_cast<double>(kMegabyte);
+        return static_cast<double>(counters.WorkingSetSize) / kMegabyte;
     }
+    std::optional<HostFigures> OnHost() const { return FiguresOnHost((nxclip_.Directory()).wstring()); }
 
  private:
+    HTREEITEM LastClip() const {
+        const LRESULT last = nxclip_.Tree().window().Send(TVM_GETNEXTITEM, TVGN_LASTVISIBLE);
+        return reinterpret_cast<HTREEITEM>(last);
+    }
+    double MillisecondsUntilSaved(const std::function<void()>& deed) const {
+        const std::filesystem::path file = nxclip_.ProfileDirectory() / L"nxclip.nxp";
+        const auto before = std::filesystem::last_write_time(file);
+        return MillisecondsOf([&] {
+            deed();
+            WaitFor("the tree data file", [&] { return std::filesystem::last_write_time(file) != before; });
+        });
+    }
     LRESULT Items() const { return nxclip_.Tree().window().Send(TVM_GETCOUNT); }
     // Reading only its beginning: a text of a megabyte is read faster than it is shown, but not for nothing.
     static bool TextBegins(Window box, const std::wstring& text) {
@@ -222,15 +294,23 @@ class Measured {
     LRESULT taken_ = 0;
 };
 
+// Of a program that has just started.
+void StateRows(const Measured& measured, const std::string& many) {
+    Row("memory" + many, measured.Memory(), "MiB");
+    if (const auto figures = measured.OnHost())
+        Row("start" + many + ", system writes", static_cast<double>(figures->systemWrites), "");
+}
+
 void MeasureEmpty() {
     Measured measured(0);
-    Row("start, no clips", Least([&] { return measured.Start(); }), "ms");
+    LeastRow("start, no clips", [&] { return measured.Start(); });
     measured.Begin();
-    Row("memory, no clips", measured.Memory(), "MiB");
+    StateRows(measured, ", no clips");
     measured.End();
 }
 
 void MeasureCaptures(Measured& measured, const std::string& what, std::size_t size) {
+    if (!IsWanted("capture " + what + ", shown, next viewer waits")) return;
     Measured::Capture least = measured.TakeText(size);
     for (int round = 1; round < kRounds; ++round) {
         const Measured::Capture times = measured.TakeText(size);
@@ -243,18 +323,44 @@ void MeasureCaptures(Measured& measured, const std::string& what, std::size_t si
     Row("capture " + what + ", next viewer waits", least.next, "ms");
 }
 
+// What one capture of a kilobyte costs the machine; the mean of several, with all that follows when the
+// program is idle.
+void MeasureEffort(Measured& measured, const std::string& many) {
+    constexpr DWORD kUntilIdle = 500;
+    const auto before = measured.OnHost();
+    if (!before || !IsWanted("capture 1 KB, system writes, bytes written")) return;
+    for (int round = 0; round < kRounds; ++round) {
+        measured.TakeText(kKilobyte);
+        Sleep(kUntilIdle);
+    }
+    const auto after = measured.OnHost();
+    if (!after) return;
+    const auto each = [](std::uint64_t from, std::uint64_t to) {
+        return static_cast<double>(to - from) / kRounds;
+    };
+    Row("capture 1 KB" + many + ", system writes", each(before->systemWrites, after->systemWrites), "");
+    Row("capture 1 KB" + many + ", bytes written", each(before->written, after->written) / kKilobyte, "KiB");
+}
+
 void MeasureLarge(int clips) {
     const std::string many = ", " + std::to_string(clips) + " clips";
     Measured measured(clips);
-    Row("start" + many, Least([&] { return measured.Start(); }), "ms");
+    LeastRow("start" + many, [&] { return measured.Start(); });
     measured.Begin();
-    Row("memory" + many, measured.Memory(), "MiB");
-    Row("search without hit" + many, Least([&] { return measured.SearchWithoutHit(); }), "ms");
+    StateRows(measured, many);
+    LeastRow("search without hit" + many, [&] { return measured.SearchWithoutHit(); });
+    LeastRow("rename, saved" + many, [&] { return measured.RenameUntilSaved(); });
+    LeastRow("delete, saved" + many, [&] { return measured.DeleteUntilSaved(); });
+    MeasureEffort(measured, many);
     MeasureCaptures(measured, "1 KB" + many, kKilobyte);
     MeasureCaptures(measured, "1 MB" + many, kMegabyte);
     MeasureCaptures(measured, "30 MB" + many, 30 * kMegabyte);
-    Row("switch between texts of 30 MB", Least([&] { return measured.SelectPrevious(); }), "ms");
-    Row("put 30 MB back", Least([&] { return measured.PutBack(); }), "ms");
+    LeastRow("switch between texts of 30 MB", [&] { return measured.SelectPrevious(); });
+    LeastRow("put 30 MB back", [&] { return measured.PutBack(); });
+    if (IsWanted("switch between pictures of 30 MB"))
+        for (int clip = 0; clip < 2; ++clip)
+            measured.TakePicture(30 * kMegabyte);
+    LeastRow("switch between pictures of 30 MB", [&] { return measured.SelectPrevious(); });
     measured.End();
 }
 
@@ -262,6 +368,7 @@ void MeasureLarge(int clips) {
 
 int wmain(int argc, wchar_t** argv) {
     try {
+        if (argc > 2) wantedRows = Utf8(argv[2]);
         const NextViewer viewer;
         MeasureEmpty();
         MeasureLarge(argc > 1 ? _wtoi(argv[1]) : 10'000);

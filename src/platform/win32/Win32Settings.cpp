@@ -1,25 +1,35 @@
 #include "platform/win32/Win32Settings.h"
 
-#include "platform/win32/SystemHandles.h"
+#include <algorithm>
+
+// Most reads are of one section: it stays open, for reading alone, until it is gone or another one is read.
+bool Win32Settings::OpenForReading(const std::wstring& section) {
+    if (opened_.IsSet() && openedSection_ == section) return true;
+    opened_.Reset();
+    HKEY key = nullptr;
+    if (RegOpenKeyExW(HKEY_CURRENT_USER, PathOf(section).c_str(), 0, KEY_QUERY_VALUE, &key) != ERROR_SUCCESS)
+        return false;
+    opened_.Reset(key);
+    openedSection_ = section;
+    return true;
+}
 
 std::wstring Win32Settings::Read(const std::wstring& section, const std::wstring& key,
                                  const std::wstring& absent) {
-    HKEY opened = nullptr;
-    if (RegOpenKeyExW(HKEY_CURRENT_USER, PathOf(section).c_str(), 0, KEY_QUERY_VALUE, &opened) !=
-        ERROR_SUCCESS)
-        return absent;
-    const UniqueRegistryKey registryKey(opened);
-    DWORD size = 0;
-    std::wstring value;
-    LSTATUS status = RegGetValueW(opened, nullptr, key.c_str(), RRF_RT_REG_SZ, nullptr, nullptr, &size);
-    if (status != ERROR_SUCCESS) return absent;
-    do {  // the value may grow between the two calls
-        value.resize(size / sizeof(wchar_t) + 1);
-        size = static_cast<DWORD>(value.size() * sizeof(wchar_t));
-        status = RegGetValueW(opened, nullptr, key.c_str(), RRF_RT_REG_SZ, nullptr, value.data(), &size);
-    } while (status == ERROR_MORE_DATA);
-    if (status != ERROR_SUCCESS) return absent;
-    return value.substr(0, value.find(L'\0'));
+    std::wstring value(256, L'\0');
+    for (;;) {
+        if (!OpenForReading(section)) return absent;
+        auto size = static_cast<DWORD>(value.size() * sizeof(wchar_t));
+        const LSTATUS status =
+            RegGetValueW(opened_.Get(), nullptr, key.c_str(), RRF_RT_REG_SZ, nullptr, value.data(), &size);
+        if (status == ERROR_SUCCESS) return value.substr(0, value.find(L'\0'));
+        if (status == ERROR_MORE_DATA)
+            value.resize(std::max(value.size() + 1, size / sizeof(wchar_t) + 1));
+        else if (status == ERROR_KEY_DELETED)
+            opened_.Reset();
+        else
+            return absent;
+    }
 }
 
 bool Win32Settings::Write(const std::wstring& section, const std::wstring& key, const std::wstring& value) {

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "platform/SettingsStore.h"
+#include "platform/win32/SystemHandles.h"
 
 // The settings in the user's part of the registry; sections are keys under `root`, values are texts.
 class Win32Settings : public SettingsPort {
@@ -17,5 +18,9 @@ class Win32Settings : public SettingsPort {
  private:
     std::wstring PathOf(const std::wstring& section) const { return root_ + L"\\" + section; }
 
+    bool OpenForReading(const std::wstring& section);
+
     std::wstring root_;
+    std::wstring openedSection_;
+    UniqueRegistryKey opened_;
 };

@@ -5,6 +5,7 @@
 
 #include "engine/process/modMain.h"
 #include "platform/Guard.h"
+#include "platform/win32/LateFunction.h"
 #include "platform/win32/ModalWindows.h"
 #include "platform/win32/SystemHandles.h"
 #include "platform/win32/SystemPath.h"
@@ -95,5 +96,6 @@ bool Win32User::PlaySoundFile(const std::wstring& path) {
     const std::wstring file = SystemPath(path);
     const DWORD attributes = GetFileAttributesW(file.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return false;
-    return PlaySoundW(file.c_str(), nullptr, SND_FILENAME | SND_ASYNC | SND_NODEFAULT) != FALSE;
+    static const auto play = LateFunction<decltype(&PlaySoundW)>(L"winmm.dll", "PlaySoundW");
+    return play != nullptr && play(file.c_str(), nullptr, SND_FILENAME | SND_ASYNC | SND_NODEFAULT) != FALSE;
 }

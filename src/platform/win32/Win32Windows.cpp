@@ -49,6 +49,8 @@ std::wstring Win32Windows::Title(WindowHandle window, int most) {
 }
 
 bool Win32Windows::SetAlwaysOnTop(WindowHandle window, bool onTop) {
+    const bool isOnTop = (GetWindowLongPtrW(SystemWindow(window), GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
+    if (isOnTop == onTop && IsWindow(SystemWindow(window))) return true;
     return SetWindowPos(SystemWindow(window), onTop ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0,
                         SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE) != FALSE;
 }

@@ -1,12 +1,13 @@
 #include "windows/controls/Dpi.h"
 
+#include "platform/win32/LateFunction.h"
+
 namespace {
 
-// These calls came with Windows 10; the program starts on older systems too, so they are looked up.
+// These calls came with Windows 10.
 template <typename Function>
 Function FindInUser32(const char* name) {
-    const HMODULE module = GetModuleHandleW(L"user32.dll");
-    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module, name)));
+    return LateFunction<Function>(L"user32.dll", name);
 }
 
 }  // namespace

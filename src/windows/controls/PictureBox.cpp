@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/Guard.h"
+#include "windows/controls/ScreenBitmap.h"
 
 namespace {
 
@@ -27,25 +28,6 @@ class BitmapScope {
     HDC dc_;
     HGDIOBJ before_;
 };
-
-BITMAPINFOHEADER TopDownHeader(int width, int height) {
-    BITMAPINFOHEADER header{};
-    header.biSize = sizeof header;
-    header.biWidth = width;
-    header.biHeight = -height;
-    header.biPlanes = 1;
-    header.biBitCount = 32;
-    return header;
-}
-
-UniqueBitmap ScreenBitmap(int width, int height, void** pixels = nullptr) {
-    BITMAPINFO info{};
-    info.bmiHeader = TopDownHeader(width, height);
-    void* bits = nullptr;
-    UniqueBitmap bitmap(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
-    if (pixels != nullptr) *pixels = bits;
-    return bitmap;
-}
 
 // The header of the same picture with other rows. The oldest kind has its height in 16 bits.
 void SetRows(std::vector<std::uint8_t>& header, int rows, std::size_t rowBytes, bool topDown) {
@@ -105,7 +87,7 @@ bool PictureBox::TakeBlock(std::unique_ptr<std::uint8_t[]> block, const DibLayou
     topDown_ = layout.topDown;
     block_ = std::move(block);
     // Whether the system draws it at all shows at its first pixel.
-    const UniqueBitmap pixel = ScreenBitmap(1, 1);
+    const UniqueBitmap pixel = MakeScreenBitmap(1, 1);
     const BitmapScope target(pixel.Get());
     return DrawRows(target.Dc(), {0, 0, 1, 1}, 0, 1, 0, 1);
 }
@@ -113,7 +95,7 @@ bool PictureBox::TakeBlock(std::unique_ptr<std::uint8_t[]> block, const DibLayou
 // Of run-length coded pixels no part can be drawn without those before it.
 bool PictureBox::DecodeRuns(const std::uint8_t* block, const DibLayout& layout) {
     void* pixels = nullptr;
-    decoded_ = ScreenBitmap(layout.width, layout.height, &pixels);
+    decoded_ = MakeScreenBitmap(layout.width, layout.height, &pixels);
     if (!decoded_.IsSet()) return false;
     const BITMAPINFOHEADER header = TopDownHeader(layout.width, layout.height);
     const auto* const bytes = reinterpret_cast<const std::uint8_t*>(&header);
@@ -238,7 +220,7 @@ void PictureBox::Paint(HDC target) {
 
 void PictureBox::PaintStretched(HDC target, const RECT& client) {
     if (!picTemp.IsSet() || stretched_.cx != client.right || stretched_.cy != client.bottom) {
-        picTemp = ScreenBitmap(client.right, client.bottom);
+        picTemp = MakeScreenBitmap(client.right, client.bottom);
         if (!picTemp.IsSet()) return;
         stretched_ = {client.right, client.bottom};
         const BitmapScope scaled(picTemp.Get());

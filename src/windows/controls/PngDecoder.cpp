@@ -10,6 +10,7 @@
 
 #include "engine/clipboard/DibLayout.h"
 #include "engine/views/CheckerBoard.h"
+#include "windows/controls/Ole.h"
 
 namespace {
 
@@ -29,6 +30,7 @@ ComPointer<Interface> Made(Call call) {
 }
 
 ComPointer<IWICImagingFactory> Factory() {
+    if (!NeedOle()) return nullptr;
     return Made<IWICImagingFactory>([](IWICImagingFactory** factory) {
         return CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER,
                                 __uuidof(IWICImagingFactory), reinterpret_cast<void**>(factory));

@@ -5,6 +5,7 @@
 
 #include "platform/ByteBuffer.h"
 #include "windows/controls/Pictures.h"
+#include "windows/controls/QuietScope.h"
 
 namespace {
 
@@ -332,6 +333,7 @@ void TreePane::MakeItemsDownTo(Node& node) {
 }
 
 void TreePane::SelectItemOf(Node* node) {
+    const QuietScope quiet(window_);
     if (node != nullptr) MakeItemsDownTo(*node);
     const MirrorScope mirror(mirroring_);
     TreeView_SelectItem(window_, node != nullptr ? ItemOf(*node) : nullptr);
@@ -356,6 +358,7 @@ void TreePane::NodeAdded(Node& node) {
         return;
     }
     if (ShowsChildren(parent)) {
+        const QuietScope quiet(window_);
         if (HasChildItems(parent))
             MakeItem(node, PlaceOf(node));
         else
@@ -457,6 +460,7 @@ void TreePane::EndBulkChange() {
 }
 
 void TreePane::EnsureVisible(Node& node) {
+    const QuietScope quiet(window_);
     MakeItemsDownTo(node);
     TreeView_EnsureVisible(window_, ItemOf(node));
 }

@@ -1,8 +1,8 @@
 #include "windows/controls/WindowsHelpPages.h"
 
 #include <windows.h>
-// Starting the browser needs <windows.h> in front of it.
-#include <shellapi.h>
+
+#include "windows/controls/ShellOpen.h"
 
 namespace {
 
@@ -21,7 +21,5 @@ bool WindowsHelpPages::ViewerWorks() {
 }
 
 bool WindowsHelpPages::OpenPage(const std::wstring& file) {
-    // A result up to 32 is an error by the call's own rule.
-    return reinterpret_cast<INT_PTR>(
-               ShellExecuteW(nullptr, L"open", file.c_str(), nullptr, nullptr, SW_SHOWNORMAL)) > 32;
+    return OpenByShell(nullptr, file);
 }

@@ -1,11 +1,10 @@
 #include "windows/dialogs/frmAbout.h"
 
-#include <shellapi.h>
-
 #include "platform/Platform.h"
 #include "resources/controls.h"
 #include "windows/controls/Dpi.h"
 #include "windows/controls/Pictures.h"
+#include "windows/controls/ShellOpen.h"
 #include "windows/controls/Version.h"
 
 void frmAbout::OnInit() {
@@ -22,9 +21,6 @@ void frmAbout::OnCommand(int control, int code) {
 }
 
 void frmAbout::cbSysInfo_Click() {
-    // A result up to 32 is an error by the call's own rule.
-    const HINSTANCE started =
-        ShellExecuteW(Window(), L"open", L"msinfo32.exe", nullptr, nullptr, SW_SHOWNORMAL);
-    if (reinterpret_cast<INT_PTR>(started) <= 32)
+    if (!OpenByShell(Window(), L"msinfo32.exe"))
         ThePlatform().user.Tell(L"Die Systeminformationen konnten nicht gestartet werden !!!");
 }

@@ -6,14 +6,20 @@
 #include <functional>
 #include <map>
 
-// What the main window does later, by timers: they come when nothing more urgent waits.
+// Posted to the window for an action without delay; wParam is its number.
+inline constexpr UINT kLaterMessage = WM_APP + 1;
+
+// What the main window does later. Timers come when nothing more urgent waits; what has no delay comes as
+// soon as what was posted before it is done.
 class LaterActions {
  public:
     void Add(HWND window, std::chrono::milliseconds delay, std::function<void()> action);
-    // A timer of the window has come. While the program is not idle it comes again and again.
-    void OnTimer(HWND window, UINT_PTR timer, bool idle);
+    // The timer or the message of an action has come. While the program is not idle it is looked at again and
+    // again, by the timer.
+    void IsDue(HWND window, UINT_PTR number, bool idle);
 
  private:
-    // By the numbers of their timers, which are the smallest that are free: the window has timers of its own.
+    // By their numbers and those of their timers, which are the smallest that are free: the window has timers
+    // of its own.
     std::map<UINT_PTR, std::function<void()>> actions_;
 };

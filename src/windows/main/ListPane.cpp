@@ -40,7 +40,7 @@ bool ListPane::Create(HWND parent, int control) {
 void ListPane::SetDpi(UINT dpi, HIMAGELIST smallPictures) {
     dpi_ = dpi;
     ListView_SetImageList(window_, smallPictures, LVSIL_SMALL);
-    ListView_SetImageList(window_, nullptr, LVSIL_NORMAL);
+    if (large_.IsSet()) ListView_SetImageList(window_, nullptr, LVSIL_NORMAL);
     large_.Reset();
     if (mode_ == ListMode::Large) LoadLargePictures();
 }

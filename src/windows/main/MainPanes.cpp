@@ -44,9 +44,10 @@ void MainPanes::SetDpi(UINT dpi) {
     dpi_ = dpi;
     UniqueFont font = CreateMessageFont(dpi);
     UniqueFont titleFont = CreateMessageFont(dpi, FW_BOLD);
+    const LPARAM redraw = MAKELPARAM(IsWindowVisible(parent_), 0);
     for (const HWND control : {tvTreeView.Window(), lvListView.Window(), sbStatusBar_})
-        SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font.Get()), TRUE);
-    SendMessageW(lblTitle_, WM_SETFONT, reinterpret_cast<WPARAM>(titleFont.Get()), TRUE);
+        SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font.Get()), redraw);
+    SendMessageW(lblTitle_, WM_SETFONT, reinterpret_cast<WPARAM>(titleFont.Get()), redraw);
     preview.SetFont(font.Get());
     font_ = std::move(font);
     titleFont_ = std::move(titleFont);
@@ -58,10 +59,18 @@ void MainPanes::SetDpi(UINT dpi) {
     tbToolBar.SetDpi(dpi);
 }
 
+void MainPanes::FitToWindow() {
+    RECT client;
+    GetClientRect(parent_, &client);
+    const bool same = client.right == laidOut_.cx && client.bottom == laidOut_.cy;
+    if (laidOut_.cx > 0 && !same) LayOut();
+}
+
 void MainPanes::SizeControls(double splitterLeft) {
     splitterLeft_ = splitterLeft;
     RECT client;
     GetClientRect(parent_, &client);
+    laidOut_ = {client.right, client.bottom};
     LayoutInput input;
     input.width = client.right;
     input.height = client.bottom;
@@ -123,13 +132,29 @@ void MainPanes::ShowContent(ListContent content, const std::wstring& containerTi
 }
 
 void MainPanes::ShowTitle(const std::wstring& title) {
-    SetWindowTextW(lblTitle_, title.c_str());
+    if (std::exchange(title_, title) != title) SetWindowTextW(lblTitle_, title.c_str());
 }
 
 void MainPanes::ShowStatus(const std::wstring& text) {
     if (text == status_) return;
+    // Long work shows its progress without a message loop of its own; of what is over at once only the last
+    // text is drawn.
+    constexpr ULONGLONG kLongWork = 100;  // milliseconds
     status_ = text;
-    SendMessageW(sbStatusBar_, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(text.c_str()));
-    // Long work shows its progress here without a message loop of its own.
+    const ULONGLONG now = GetTickCount64();
+    if (!statusWaits_) {
+        statusWaits_ = now;
+        SetTimer(parent_, kStatusTimer, USER_TIMER_MINIMUM, nullptr);
+    } else if (now - *statusWaits_ >= kLongWork) {
+        DrawStatus();
+    }
+}
+
+void MainPanes::DrawStatus() {
+    if (!std::exchange(statusWaits_, std::nullopt)) return;
+    KillTimer(parent_, kStatusTimer);
+    if (status_ == drawnStatus_) return;
+    drawnStatus_ = status_;
+    SendMessageW(sbStatusBar_, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(status_.c_str()));
     UpdateWindow(sbStatusBar_);
 }

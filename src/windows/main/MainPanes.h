@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <optional>
 #include <string>
 
 #include "engine/views/ListUpdate.h"
@@ -11,6 +12,9 @@
 #include "windows/main/MainToolBar.h"
 #include "windows/main/PreviewPane.h"
 #include "windows/main/Splitter.h"
+
+// The parent's timer by which the status bar draws its text.
+inline constexpr UINT_PTR kStatusTimer = 0x10001;
 
 // The main window's child windows: what each looks like at a resolution, where it stands, and what the list,
 // the label above it, the preview and the status bar show of the open node.
@@ -27,6 +31,9 @@ class MainPanes {
     // Lays out all of them for the splitter's left edge, in twips, or for the one it has.
     void SizeControls(double splitterLeft);
     void LayOut() { SizeControls(splitterLeft_); }
+    // Lays them out anew if the window has another size than last time; before the first time it is too
+    // early.
+    void FitToWindow();
     double SplitterLeft() const { return splitterLeft_; }
 
     bool ToolBarShown() const { return toolBarShown_; }
@@ -43,7 +50,10 @@ class MainPanes {
     void ShowContent(ListContent content, const std::wstring& containerTitle);
     const ListContent& Content() const { return content_; }
     void ShowTitle(const std::wstring& title);
+    // In the status bar, soon: when the program is done with what it does, or while that goes on for long.
     void ShowStatus(const std::wstring& text);
+    // What it is to show, at once.
+    void DrawStatus();
 
     TreePane tvTreeView;
     ListPane lvListView;
@@ -60,8 +70,13 @@ class MainPanes {
     UniqueImageList treePictures_;
     UINT dpi_ = 96;
     ListContent content_;
-    std::wstring status_;         // what the status bar shows
+    std::wstring status_;  // what the status bar is to show
+    std::wstring drawnStatus_;
+    // Since when a text is not drawn, in milliseconds of the system's clock.
+    std::optional<ULONGLONG> statusWaits_;
+    std::wstring title_;          // what stands above the list
     double splitterLeft_ = 1900;  // twips
+    SIZE laidOut_{};              // the window's inside when it was, pixels; nothing before
     bool toolBarShown_ = true;
     bool statusBarShown_ = true;
     bool previewShown_ = true;

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <iterator>
+#include <vector>
 
 #include "resources/controls.h"
 #include "windows/controls/Dpi.h"
@@ -45,20 +45,20 @@ bool MainToolBar::Create(HWND parent, int control) {
                               GetModuleHandleW(nullptr), nullptr);
     if (window_ == nullptr) return false;
     SendMessageW(window_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
-    SetDpi(DpiOfWindow(parent));
 
+    std::vector<TBBUTTON> entries;
     int picture = 0;
     for (const Button& button : kButtons) {
-        TBBUTTON gap{};
-        gap.fsStyle = BTNS_SEP;
-        if (button.gapBefore) SendMessageW(window_, TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&gap));
         TBBUTTON entry{};
+        entry.fsStyle = BTNS_SEP;
+        if (button.gapBefore) entries.push_back(entry);
         entry.iBitmap = picture++;
         entry.idCommand = button.number;
         entry.fsState = TBSTATE_ENABLED;
         entry.fsStyle = static_cast<BYTE>(button.kind);
-        SendMessageW(window_, TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&entry));
+        entries.push_back(entry);
     }
+    SendMessageW(window_, TB_ADDBUTTONSW, entries.size(), reinterpret_cast<LPARAM>(entries.data()));
     return true;
 }
 

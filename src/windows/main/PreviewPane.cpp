@@ -14,6 +14,7 @@
 #include "resources/controls.h"
 #include "windows/controls/Dpi.h"
 #include "windows/controls/PngDecoder.h"
+#include "windows/controls/QuietScope.h"
 
 namespace {
 
@@ -126,9 +127,12 @@ constexpr UINT kBetweenPieces = 10;
 bool PreviewPane::Create(HWND parent) {
     tab_ = MakeBox(parent, 0, WC_TABCONTROLW, WS_CLIPSIBLINGS | TCS_OWNERDRAWFIXED, tabFormat);
     text_ = MakeBox(parent, WS_EX_CLIENTEDGE, L"EDIT", kTextStyle, tbPreviewText);
-    if (tab_ == nullptr || text_ == nullptr || !picture_.Create(parent, picPreviewDIB)) return false;
+    if (tab_ == nullptr || text_ == nullptr) return false;
     SetWindowLongPtrW(tab_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     SendMessageW(text_, EM_SETLIMITTEXT, 0, 0);
+    // Made with them, it can have them; without a text there is nothing to scroll with them.
+    SetWindowLongPtrW(text_, GWL_STYLE,
+                      GetWindowLongPtrW(text_, GWL_STYLE) & ~static_cast<LONG_PTR>(WS_VSCROLL | WS_HSCROLL));
 
     int place = 0;
     for (const wchar_t* caption : kCaptions) {
@@ -140,11 +144,20 @@ bool PreviewPane::Create(HWND parent) {
     return true;
 }
 
-// Its library is large, and most never look at rich text.
+// Most look at texts alone.
+void PreviewPane::MakeBoxInFront() {
+    if (!shown_ || ChosenBox() != nullptr) return;
+    if (InFront() == PreviewTab::RichText)
+        MakeRichTextBox();
+    else
+        picture_.Create(GetParent(tab_), picPreviewDIB);
+    LayOutInside();
+}
+
+// Its library is large.
 void PreviewPane::MakeRichTextBox() {
     constexpr std::pair<const wchar_t*, const wchar_t*> kLibraries[] = {{L"Msftedit.dll", MSFTEDIT_CLASS},
                                                                         {L"Riched20.dll", RICHEDIT_CLASSW}};
-    if (richText_ != nullptr) return;
     for (const auto& [library, name] : kLibraries) {
         richTextLibrary_.Reset(LoadLibraryExW(library, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32));
         if (richTextLibrary_.IsSet())
@@ -163,8 +176,8 @@ void PreviewPane::MakeRichTextBox() {
 
 void PreviewPane::SetFont(HFONT font) {
     for (const HWND control : {tab_, text_})
-        SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
-    LayOutInside();
+        SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), MAKELPARAM(shown_, 0));
+    if (shown_) LayOutInside();
 }
 
 void PreviewPane::Place(const ::Box& area) {
@@ -173,8 +186,10 @@ void PreviewPane::Place(const ::Box& area) {
     SetWindowPos(tab_, nullptr, area.left, area.top, area.width, area.height,
                  SWP_NOZORDER | SWP_NOACTIVATE | (shown_ ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
     LayOutInside();
-    if (appears) Fill();
-    FitBars();
+    if (appears)
+        Fill();
+    else
+        FitBars();
 }
 
 void PreviewPane::LayOutInside() {
@@ -210,7 +225,7 @@ void PreviewPane::BringToFront(PreviewTab tab) {
     if (tab == InFront()) return;
     const bool focused = GetFocus() != nullptr && GetFocus() == ChosenBox();
     TabCtrl_SetCurSel(tab_, static_cast<int>(tab));
-    if (tab == PreviewTab::RichText && shown_) MakeRichTextBox();
+    MakeBoxInFront();
     LayOutInside();
     if (focused) SetFocus(ChosenBox());
 }
@@ -248,8 +263,9 @@ void PreviewPane::Show(const ListContent& content) {
 void PreviewPane::Fill() {
     ForgetRest();
     const PreviewTab tab = InFront();
-    if (tab == PreviewTab::RichText && shown_) MakeRichTextBox();
+    MakeBoxInFront();
     const bool something = shown_ && FormatFor(tab) != nullptr;
+    const QuietScope quiet(text_);
     if (tab != PreviewTab::Text || !something || !ShowText()) EmptyText();
     if (tab != PreviewTab::RichText || !something || !ShowRichText()) EmptyRichText();
     if (tab != PreviewTab::Picture || !something || !ShowPicture()) picture_.Clear();
@@ -355,13 +371,11 @@ void PreviewPane::AppendText(const std::wstring& text) {
     SendMessageW(text_, EM_GETSEL, reinterpret_cast<WPARAM>(&from), reinterpret_cast<LPARAM>(&to));
     const LRESULT top = SendMessageW(text_, EM_GETFIRSTVISIBLELINE, 0, 0);
     const int end = GetWindowTextLengthW(text_);
-    SendMessageW(text_, WM_SETREDRAW, FALSE, 0);
+    const QuietScope quiet(text_);
     SendMessageW(text_, EM_SETSEL, static_cast<WPARAM>(end), end);
     SendMessageW(text_, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(text.c_str()));
     SendMessageW(text_, EM_SETSEL, from, static_cast<LPARAM>(to));
     SendMessageW(text_, EM_LINESCROLL, 0, top - SendMessageW(text_, EM_GETFIRSTVISIBLELINE, 0, 0));
-    SendMessageW(text_, WM_SETREDRAW, TRUE, 0);
-    RedrawWindow(text_, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME);
     FitBars();
 }
 
@@ -385,7 +399,7 @@ void PreviewPane::DrawTab(const DRAWITEMSTRUCT& item) const {
 // An edit box keeps bars that there is nothing to scroll with.
 void PreviewPane::FitBars() {
     if (!shown_ || InFront() != PreviewTab::Text) return;
-    const TextExtent text = ExtentOf(text_);
+    const TextExtent text = textFilled_ ? ExtentOf(text_) : TextExtent{};
     RECT client;
     GetWindowRect(text_, &client);
     const int width = client.right - client.left - 2 * GetSystemMetrics(SM_CXEDGE);

@@ -59,6 +59,7 @@ class PreviewPane {
     void ShowRest();
     static void CALLBACK RestIsDue(HWND tab, UINT message, UINT_PTR timer, DWORD time);
     void FitBars();
+    void MakeBoxInFront();
     void MakeRichTextBox();
     void EmptyText();
     void EmptyRichText();
@@ -66,7 +67,7 @@ class PreviewPane {
 
     HWND tab_ = nullptr;
     HWND text_ = nullptr;
-    HWND richText_ = nullptr;  // made when it is first looked at
+    HWND richText_ = nullptr;  // made when it is first looked at, as is the picture's box
     UniqueLibrary richTextLibrary_;
     PictureBox picture_;
     std::shared_ptr<CFormats> formats_;

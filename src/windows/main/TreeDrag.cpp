@@ -15,6 +15,7 @@
 #include "platform/Platform.h"
 #include "windows/controls/ComObject.h"
 #include "windows/controls/Dpi.h"
+#include "windows/controls/Ole.h"
 
 namespace {
 
@@ -217,18 +218,19 @@ class TreeDrag::Target : public ComObject<IDropTarget> {
     bool isOurs_ = false;
 };
 
-bool TreeDrag::Accept() {
+void TreeDrag::Accept() {
+    if (accepts_ || !NeedOle()) return;
     auto* const target = new Target(*this);
-    const HRESULT registered = RegisterDragDrop(pane_.Window(), target);
+    accepts_ = SUCCEEDED(RegisterDragDrop(pane_.Window(), target));
     target->Release();
-    return SUCCEEDED(registered);
 }
 
 void TreeDrag::Stop() {
-    RevokeDragDrop(pane_.Window());
+    if (std::exchange(accepts_, false)) RevokeDragDrop(pane_.Window());
 }
 
 void TreeDrag::Run(Node& node) {
+    Accept();
     const DraggedNode payload{OwnTree(), node.Index()};
     dragged_.Follow(&node);
     dropped_ = false;

@@ -21,8 +21,8 @@ class TreeDrag {
     TreeDrag(const TreeDrag&) = delete;
     TreeDrag& operator=(const TreeDrag&) = delete;
 
-    // Lets nodes be dropped on the tree, until Stop. False when the system refuses.
-    bool Accept();
+    // Lets nodes be dropped on the tree, until Stop. When the system refuses, the tree works without that.
+    void Accept();
     void Stop();
 
     // Runs a drag that started on `node` to its end: the copy or the move, or the refusal told.
@@ -49,6 +49,7 @@ class TreeDrag {
     CTreeViewEx& tree_;
     ClipOperations& operations_;
     std::function<void(Node&)> placed_;
+    bool accepts_ = false;
     NodeRef dragged_;
     // What was dropped, once `dropped_`.
     bool dropped_ = false;

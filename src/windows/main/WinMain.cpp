@@ -1,7 +1,6 @@
 #include <windows.h>
 // The common controls' header needs <windows.h> in front of it.
 #include <commctrl.h>
-#include <ole2.h>
 
 #include <string>
 
@@ -14,6 +13,7 @@
 #include "platform/win32/Win32Platform.h"
 #include "resources/controls.h"
 #include "windows/controls/Dialog.h"
+#include "windows/controls/Ole.h"
 #include "windows/controls/WindowsHelpPages.h"
 #include "windows/dialogs/frmSplash.h"
 #include "windows/main/frmMain.h"
@@ -104,8 +104,8 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, wchar_t* commandLine, int) {
 
     INITCOMMONCONTROLSEX controls{sizeof controls, ICC_WIN95_CLASSES | ICC_STANDARD_CLASSES};
     InitCommonControlsEx(&controls);
-    const HRESULT ole = OleInitialize(nullptr);
 
+    const OleScope ole;
     int result = 0;
     {
         frmMain form(platform.user);
@@ -115,6 +115,5 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, wchar_t* commandLine, int) {
             result = RunMessageLoop(form);
         }
     }
-    if (SUCCEEDED(ole)) OleUninitialize();
     return result;
 }

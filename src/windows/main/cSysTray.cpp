@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/win32/LateFunction.h"
+
 namespace {
 
 constexpr UINT kIconId = 1;
@@ -78,7 +80,9 @@ bool cSysTray::Notify(DWORD command) {
     record.hIcon = trayIcon_;
     const std::string tip = TrayTipBytes(trayTip_);
     std::copy(tip.begin(), tip.end(), record.szTip);
-    return Shell_NotifyIconA(command, &record) != FALSE;
+    static const auto notify =
+        LateFunction<decltype(&Shell_NotifyIconA)>(L"shell32.dll", "Shell_NotifyIconA");
+    return notify != nullptr && notify(command, &record) != FALSE;
 }
 
 std::optional<LRESULT> cSysTray::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -96,6 +96,7 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_DPICHANGED:
             panes_.SetDpi(HIWORD(wParam));
             PlaceWindow(window_, BoxOf(*reinterpret_cast<RECT*>(lParam)));
+            panes_.LayOut();
             return 0;
         case WM_SETTINGCHANGE:
         case WM_SYSCOLORCHANGE:
@@ -151,8 +152,13 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_TIMER:
             if (wParam == kQuietTimer)
                 WhenQuiet();
+            else if (wParam == kStatusTimer)
+                panes_.DrawStatus();
             else
-                later_.OnTimer(window_, wParam, MayOpenDialog());
+                later_.IsDue(window_, wParam, MayOpenDialog());
+            return 0;
+        case kLaterMessage:
+            later_.IsDue(window_, wParam, MayOpenDialog());
             return 0;
         case WM_QUERYENDSESSION:
             return TRUE;
@@ -183,8 +189,6 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
 
 bool frmMain::CreateControls() {
     if (!panes_.Create(window_)) return false;
-    // Without it the tree works all the same, only not by dragging.
-    drag_.Accept();
     return CreateTray();
 }
 
@@ -202,8 +206,6 @@ bool frmMain::CreateTray() {
         if (IsIconic(window_)) ShowWindow(window_, IsOnlyInTray() ? SW_HIDE : SW_SHOWMINNOACTIVE);
     };
     if (!cSysTray1.Create(window_, std::move(events))) return false;
-    for (std::size_t state = 0; state < trayIcons_.size(); ++state)
-        trayIcons_[state] = LoadTrayIcon(static_cast<CaptureState>(state), GetSystemMetrics(SM_CXSMICON));
     ShowCaptureState();
     taskBarCreated_ = RegisterWindowMessageW(L"TaskbarCreated");
     return true;
@@ -212,7 +214,9 @@ bool frmMain::CreateTray() {
 void frmMain::ShowCaptureState() {
     const CaptureState state =
         CaptureStateOf(Options().AutoSnap, Options().LockEdit, IsWindowEnabled(window_) == FALSE);
-    cSysTray1.SetTrayIcon(trayIcons_[static_cast<std::size_t>(state)].Get());
+    UniqueIcon& icon = trayIcons_[static_cast<std::size_t>(state)];
+    if (!icon.IsSet()) icon = LoadTrayIcon(state, GetSystemMetrics(SM_CXSMICON));
+    cSysTray1.SetTrayIcon(icon.Get());
     cSysTray1.SetTrayTip(TrayTipOf(state));
 }
 
@@ -234,7 +238,7 @@ void frmMain::Form_Resize(WPARAM kind) {
         if (IsOnlyInTray()) ShowWindow(window_, SW_HIDE);
         return;
     }
-    panes_.LayOut();
+    panes_.FitToWindow();
 }
 
 LRESULT frmMain::OnNotify(NMHDR& header) {

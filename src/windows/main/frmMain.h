@@ -194,7 +194,8 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     SetClipFlow setClip_{*this, clipBoard_};
     frmDiagnose diagnosis_{clipBoard_, [this] { return snap_.LastUpdate(); }};
     frmErrorMsg formatQuery_{clipBoard_};
-    std::array<UniqueIcon, 4> trayIcons_;  // in the order of CaptureState; they go behind the tray
+    std::array<UniqueIcon, 4>
+        trayIcons_;  // by CaptureState, loaded when first shown; they go behind the tray
     cSysTray cSysTray1;
     UINT taskBarCreated_ = 0;
     LaterActions later_;

@@ -98,6 +98,8 @@ void frmMain::SaveWhatIsLeft() {
 }
 
 void frmMain::OnIdle() {
+    // Not before the first picture: it takes longer than to make the window.
+    drag_.Accept();
     FinishSaves();
     if (!AnyEditedByOther() || std::exchange(looksForFreed_, true)) return;
     Later(kPauseBetweenLooks, [this] {

@@ -1,0 +1,14 @@
+#include "windows/controls/QuietScope.h"
+
+// To the system's own procedure the message takes away the visible style: nothing is drawn in such a window.
+QuietScope::QuietScope(HWND window) {
+    const bool shown = (GetWindowLongPtrW(window, GWL_STYLE) & WS_VISIBLE) != 0;
+    window_ = shown ? window : nullptr;
+    if (shown) DefWindowProcW(window, WM_SETREDRAW, FALSE, 0);
+}
+
+QuietScope::~QuietScope() {
+    if (window_ == nullptr) return;
+    DefWindowProcW(window_, WM_SETREDRAW, TRUE, 0);
+    RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+}

@@ -1,0 +1,51 @@
+#include "desktop/HostProcess.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include "desktop/Utf8.h"
+
+namespace {
+
+const std::filesystem::path kProcesses(L"Z:\\proc");
+
+std::string TextOf(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+// A line is a name, a colon and a number.
+std::uint64_t NumberBehind(const std::string& text, const std::string& name) {
+    const std::size_t place = text.find("\n" + name + ":");
+    return place != std::string::npos ? std::stoull(text.substr(place + name.size() + 2)) : 0;
+}
+
+bool IsNumber(const std::wstring& name) {
+    return name.find_first_not_of(L"0123456789") == std::wstring::npos;
+}
+
+std::uint64_t NewestWith(const std::string& commandLine) {
+    std::uint64_t newest = 0;
+    std::error_code ignored;
+    for (const auto& entry : std::filesystem::directory_iterator(kProcesses, ignored)) {
+        const std::wstring name = entry.path().filename().wstring();
+        if (!IsNumber(name) || TextOf(entry.path() / L"cmdline").find(commandLine) == std::string::npos)
+            continue;
+        newest = std::max<std::uint64_t>(newest, std::stoull(name));
+    }
+    return newest;
+}
+
+}  // namespace
+
+std::optional<HostFigures> FiguresOnHost(std::wstring_view commandLine) {
+    const std::uint64_t number = NewestWith(Utf8(std::wstring(commandLine)));
+    if (number == 0) return std::nullopt;
+    const std::filesystem::path process = kProcesses / std::to_wstring(number);
+    const std::string memory = "\n" + TextOf(process / L"smaps_rollup");
+    const std::string counters = "\n" + TextOf(process / L"io");
+    return HostFigures{NumberBehind(memory, "Pss") * 1024, NumberBehind(counters, "write_bytes"),
+                       NumberBehind(counters, "syscw")};
+}
