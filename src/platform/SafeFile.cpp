@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <limits>
 #include <optional>
+#include <span>
 
-#include "platform/ByteBuffer.h"
 #include "platform/CheckSum.h"
 #include "platform/FileBytes.h"
+#include "platform/FileChange.h"
 #include "platform/Platform.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
@@ -14,98 +15,6 @@
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
-
-constexpr std::uint32_t kSignature = 0x314A584E;  // "NXJ1"
-constexpr std::size_t kHeadSize = 24;
-constexpr std::size_t kCheckSumSize = 4;
-
-// One range of a file that gets other bytes. Outside of it the file stays as it is.
-struct Change {
-    std::size_t oldSize = 0;
-    std::size_t newSize = 0;
-    std::size_t position = 0;
-    Bytes bytes;
-    std::uint32_t outside = 0;  // check sum of the old file without the range
-
-    std::size_t End() const { return position + bytes.size(); }
-};
-
-std::uint32_t SumOutside(const Bytes& file, std::size_t size, std::size_t position, std::size_t end) {
-    const std::uint32_t front = CheckSum(file.data(), position);
-    return end < size ? CheckSum(file.data() + end, size - end, front) : front;
-}
-
-// From the first to the last byte that differs; none when the file begins with the image already.
-std::optional<Change> ChangeTo(const Bytes& image, const Bytes& old) {
-    const std::size_t common = std::min(image.size(), old.size());
-    const auto imageEnd = image.begin() + static_cast<std::ptrdiff_t>(common);
-    const auto first = std::mismatch(image.begin(), imageEnd, old.begin()).first;
-    if (first == image.end()) return std::nullopt;
-    auto last = image.end();
-    if (image.size() <= old.size())
-        while (*(last - 1) == old[static_cast<std::size_t>(last - image.begin()) - 1])
-            --last;
-    Change change;
-    change.oldSize = old.size();
-    change.newSize = std::max(image.size(), old.size());
-    change.position = static_cast<std::size_t>(first - image.begin());
-    change.bytes.assign(first, last);
-    change.outside = SumOutside(old, old.size(), change.position, change.End());
-    return change;
-}
-
-// Leads from whatever the change left back to the old bytes; a file that became longer stays so.
-Change Reversed(const Change& change, const Bytes& old) {
-    Change back = change;
-    const std::size_t end = std::min(change.End(), old.size());
-    back.bytes.assign(old.begin() + static_cast<std::ptrdiff_t>(change.position),
-                      old.begin() + static_cast<std::ptrdiff_t>(end));
-    return back;
-}
-
-// The file is the one that the change was made for, whatever stands in the range.
-bool Fits(const Change& change, const Bytes& file) {
-    return file.size() >= change.oldSize && file.size() <= change.newSize &&
-           SumOutside(file, change.oldSize, change.position, change.End()) == change.outside;
-}
-
-void Apply(const Change& change, Bytes& file) {
-    file.resize(std::max(file.size(), change.newSize));
-    std::copy(change.bytes.begin(), change.bytes.end(),
-              file.begin() + static_cast<std::ptrdiff_t>(change.position));
-}
-
-Bytes Encoded(const Change& change) {
-    ByteWriter writer;
-    writer.UInt32(kSignature);
-    for (const std::size_t number : {change.oldSize, change.newSize, change.position, change.bytes.size()})
-        writer.UInt32(static_cast<std::uint32_t>(number));
-    writer.UInt32(change.outside);
-    writer.Bytes(change.bytes.data(), change.bytes.size());
-    writer.UInt32(CheckSum(writer.Image().data(), writer.Image().size()));
-    return writer.TakeImage();
-}
-
-// None for a journal that was not written to its end, whose file was not touched yet then.
-std::optional<Change> Decoded(const Bytes& journal) {
-    if (journal.size() < kHeadSize + kCheckSumSize) return std::nullopt;
-    const std::size_t summed = journal.size() - kCheckSumSize;
-    ByteReader reader(journal);
-    if (reader.UInt32() != kSignature) return std::nullopt;
-    Change change;
-    change.oldSize = reader.UInt32();
-    change.newSize = reader.UInt32();
-    change.position = reader.UInt32();
-    if (reader.UInt32() != summed - kHeadSize) return std::nullopt;
-    change.outside = reader.UInt32();
-    change.bytes.resize(summed - kHeadSize);
-    reader.Bytes(change.bytes.data(), change.bytes.size());
-    const bool whole = reader.UInt32() == CheckSum(journal.data(), summed);
-    const bool inside = change.position <= change.oldSize && change.newSize >= change.oldSize &&
-                        change.bytes.size() <= change.newSize - change.position;
-    if (!whole || !inside) return std::nullopt;
-    return change;
-}
 
 [[noreturn]] void ThrowFileError(const std::wstring& path) {
     throw FileErrorOf(ThePlatform().files.LastError(), path);
@@ -133,21 +42,23 @@ void FlushFile(FileHandle file, const std::wstring& named) {
     if (!ThePlatform().files.Flush(file)) ThrowFileError(named);
 }
 
-void WriteJournal(const std::wstring& path, const Change& change) {
+void WriteJournal(const std::wstring& path, const FileChange& change) {
     const FileOwner journal(ThePlatform().files.Open(JournalPathOf(path), FileUse::WriteNew));
     if (!journal.IsSet()) ThrowFileError(path);
-    WriteAll(journal.Get(), Encoded(change), path);
+    WriteAll(journal.Get(), EncodeJournal(change), path);
     FlushFile(journal.Get(), path);
 }
 
-// `touched` tells whether the bytes of the range may be others afterwards, be it after a failure or not.
-void WriteRange(const FileOwner& file, const std::wstring& path, const Change& change, bool& touched) {
+// `touched` tells whether the bytes of the ranges may be others afterwards, be it after a failure or not.
+void WriteRanges(const FileOwner& file, const std::wstring& path, const FileChange& change, bool& touched) {
     FilePort& files = ThePlatform().files;
-    if (!files.Reserve(file.Get(), static_cast<std::int64_t>(change.newSize)) ||
-        !files.Seek(file.Get(), static_cast<std::int64_t>(change.position)))
-        ThrowFileError(path);
-    touched = true;
-    WriteAll(file.Get(), change.bytes, path);
+    if (!files.Reserve(file.Get(), static_cast<std::int64_t>(change.newSize))) ThrowFileError(path);
+    for (const ChangedRange& range : change.ranges) {
+        if (range.bytes.empty()) continue;
+        if (!files.Seek(file.Get(), static_cast<std::int64_t>(range.position))) ThrowFileError(path);
+        touched = true;
+        WriteAll(file.Get(), range.bytes, path);
+    }
 }
 
 FileOwner OpenInPlace(const std::wstring& path) {
@@ -155,19 +66,19 @@ FileOwner OpenInPlace(const std::wstring& path) {
 }
 
 // With nothing left to write it is only brought onto the disk.
-void WriteRangeForGood(const std::wstring& path, const Change& change, bool written) {
+void WriteForGood(const std::wstring& path, const FileChange& change, bool written) {
     const FileOwner file = OpenInPlace(path);
     if (!file.IsSet()) ThrowFileError(path);
     bool touched = false;
-    if (!written) WriteRange(file, path, change, touched);
+    if (!written) WriteRanges(file, path, change, touched);
     FlushFile(file.Get(), path);
 }
 
 // After a failure: the old bytes come back where new ones may stand. Where that fails too, or where the
 // journal would lead to the new ones later, a journal takes its place that leads to the old ones.
-void TakeBack(const std::wstring& path, const Change& back, bool touched) {
+void TakeBack(const std::wstring& path, const FileChange& back, bool touched) {
     try {
-        if (touched) WriteRangeForGood(path, back, false);
+        if (touched) WriteForGood(path, back, false);
         if (ThePlatform().files.Remove(JournalPathOf(path))) return;
     } catch (const RuntimeError&) {
         // The disk is in trouble; of the two failures the first one is told.
@@ -187,19 +98,16 @@ void TakeBackNew(const std::wstring& path) {
 
 // What a file holds: with the save that its journal describes, where there is one.
 struct Content {
-    std::optional<Bytes> bytes;    // none for no file
-    std::optional<Change> change;  // the journal's, when it belongs to this file
-    bool hasJournal = false;
-    bool written = false;  // the file holds the change already
+    std::optional<Bytes> bytes;        // none for no file
+    std::optional<FileChange> change;  // the journal's, when it belongs to this file
+    bool written = false;              // the file holds the change already
 };
 
-Content ContentOf(const std::wstring& path) {
+Content ContentOf(const std::wstring& path, const std::optional<Bytes>& journal) {
     Content content;
     content.bytes = BytesIfThere(path);
-    const auto journal = BytesIfThere(JournalPathOf(path));
-    content.hasJournal = journal.has_value();
     if (!journal) return content;
-    content.change = Decoded(*journal);
+    content.change = DecodeJournal(*journal);
     const Bytes none;
     if (content.change && !Fits(*content.change, content.bytes ? *content.bytes : none))
         content.change.reset();
@@ -211,12 +119,93 @@ Content ContentOf(const std::wstring& path) {
     return content;
 }
 
-// The file on disk becomes what `content` says, and the journal goes.
-void Finish(const std::wstring& path, const Content& content) {
-    if (!content.hasJournal) return;
-    if (content.change) WriteRangeForGood(path, *content.change, content.written);
+// The file on disk becomes what its journal says, and the journal goes.
+void Finish(const std::wstring& path) {
+    const auto journal = BytesIfThere(JournalPathOf(path));
+    if (!journal) return;
+    const Content content = ContentOf(path, journal);
+    if (content.change) WriteForGood(path, *content.change, content.written);
     // Should it stay: the next save takes its place, and until then it says what the file holds anyway.
     ThePlatform().files.Remove(JournalPathOf(path));
+}
+
+// A file from its start on, piece by piece, so that one of some megabytes takes no memory.
+class PieceReader {
+ public:
+    explicit PieceReader(const std::wstring& path)
+        : path_(path), file_(ThePlatform().files.Open(path, FileUse::Read)) {
+        FilePort& files = ThePlatform().files;
+        if (!IsThere() && files.LastError() != kErrorFileNotFound) ThrowFileError(path);
+        if (!IsThere()) return;
+        const std::optional<std::int64_t> size = files.Size(file_.Get());
+        if (!size) ThrowFileError(path);
+        left_ = static_cast<std::uint64_t>(*size);
+    }
+    bool IsThere() const { return file_.IsSet(); }
+    // No more bytes than this, nor than a piece has; none at the end. Good until the next call.
+    std::span<const std::uint8_t> Next(std::size_t most) {
+        const std::size_t size = std::min(most, kPiece);
+        piece_.resize(static_cast<std::size_t>(std::min<std::uint64_t>(size, left_)));
+        if (piece_.empty()) return {};
+        const auto read =
+            ThePlatform().files.Read(file_.Get(), piece_.data(), static_cast<std::uint32_t>(piece_.size()));
+        if (!read) ThrowFileError(path_);
+        // Taken for the whole file, its beginning would be saved as if the rest had never been.
+        if (*read != piece_.size()) throw RuntimeError(ErrorNumber::FileTooShort);
+        left_ -= *read;
+        return piece_;
+    }
+
+    static constexpr std::size_t kPiece = std::size_t{1} << 16;
+
+ private:
+    std::wstring path_;
+    FileOwner file_;
+    std::uint64_t left_ = 0;
+    Bytes piece_;
+};
+
+// One save of a file, whose last save is finished.
+struct Save {
+    bool isNew = false;
+    FileChange change;
+    FileMark before;
+    FileMark after;
+};
+
+Save SaveOver(const std::wstring& path, const Bytes& image) {
+    Save save;
+    PieceReader file(path);
+    FileComparison comparison;
+    for (std::size_t at = 0; at < image.size();) {
+        const std::size_t size = std::min(PieceReader::kPiece, image.size() - at);
+        const auto old = file.Next(size);
+        comparison.Add(image.data() + at, size, old.data(), old.size());
+        at += size;
+    }
+    for (auto tail = file.Next(PieceReader::kPiece); !tail.empty(); tail = file.Next(PieceReader::kPiece))
+        comparison.AddTail(tail.data(), tail.size());
+    save.isNew = !file.IsThere();
+    save.change = comparison.Take();
+    if (!save.isNew) save.before = FileMark(save.change.oldSize, comparison.OldSum());
+    save.after = FileMark(save.change.newSize, comparison.NewSum());
+    return save;
+}
+
+void Write(const std::wstring& path, const Save& save) {
+    bool touched = false;
+    try {
+        WriteJournal(path, save.change);
+        const FileOwner file = OpenInPlace(path);
+        if (!file.IsSet()) ThrowFileError(path);
+        WriteRanges(file, path, save.change, touched);
+    } catch (const RuntimeError&) {
+        if (save.isNew)
+            TakeBackNew(path);
+        else
+            TakeBack(path, Reversed(save.change), touched);
+        throw;
+    }
 }
 
 }  // namespace
@@ -233,38 +222,32 @@ bool SafeFileExists(const std::wstring& path) {
 }
 
 std::vector<std::uint8_t> ReadSafeFile(const std::wstring& path) {
-    Content content = ContentOf(path);
+    Content content = ContentOf(path, BytesIfThere(JournalPathOf(path)));
     if (!content.bytes) throw FileErrorOf(kErrorFileNotFound, path);
     return std::move(*content.bytes);
 }
 
 void WriteSafeFile(const std::wstring& path, const std::vector<std::uint8_t>& image) {
-    if (image.size() > std::numeric_limits<std::uint32_t>::max()) throw RuntimeError(ErrorNumber::Overflow);
-    const Content content = ContentOf(path);
-    Finish(path, content);
-    const bool isNew = !content.bytes;
-    const Bytes old = content.bytes.value_or(Bytes());
-    const std::optional<Change> change = ChangeTo(image, old);
-    if (!change) return;
+    FileMark any;
+    WriteSafeFile(path, image, any);
+}
 
-    bool touched = false;
-    try {
-        WriteJournal(path, *change);
-        const FileOwner file = OpenInPlace(path);
-        if (!file.IsSet()) ThrowFileError(path);
-        WriteRange(file, path, *change, touched);
-    } catch (const RuntimeError&) {
-        if (isNew)
-            TakeBackNew(path);
-        else
-            TakeBack(path, Reversed(*change, old), touched);
-        throw;
+bool WriteSafeFile(const std::wstring& path, const std::vector<std::uint8_t>& image, FileMark& mark) {
+    if (image.size() > std::numeric_limits<std::uint32_t>::max()) throw RuntimeError(ErrorNumber::Overflow);
+    Finish(path);
+    const Save save = SaveOver(path, image);
+    if (mark.IsKnown() && save.before.IsKnown() && mark != save.before) return false;
+    if (!save.change.ranges.empty()) {
+        mark = FileMark();
+        Write(path, save);
     }
+    mark = save.after;
+    return true;
 }
 
 bool FinishSave(const std::wstring& path) {
     try {
-        Finish(path, ContentOf(path));
+        Finish(path);
         return true;
     } catch (const RuntimeError&) {
         return false;
@@ -280,20 +263,11 @@ bool RemoveSafeFile(const std::wstring& path) {
     return gone;
 }
 
-FileMark::FileMark(const std::wstring& path) {
+FileMark FileMark::Of(const std::wstring& path) {
     try {
         const Bytes bytes = ReadSafeFile(path);
-        changed_ = ThePlatform().files.ChangeTime(path).value_or(0);
-        size_ = bytes.size();
-        checkSum_ = CheckSum(bytes.data(), bytes.size());
-        known_ = true;
+        return FileMark(bytes.size(), CheckSum(bytes.data(), bytes.size()));
     } catch (const RuntimeError&) {
-        // Nothing is known then.
+        return {};
     }
-}
-
-bool FileMark::StillHolds(const std::wstring& path) const {
-    if (!known_ || ThePlatform().files.ChangeTime(path) == changed_) return true;
-    const FileMark now(path);
-    return !now.known_ || (now.size_ == size_ && now.checkSum_ == checkSum_);
 }

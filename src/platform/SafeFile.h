@@ -22,11 +22,33 @@ bool SafeFileExists(const std::wstring& path);
 // read.
 std::vector<std::uint8_t> ReadSafeFile(const std::wstring& path);
 
+// What a file held at one moment, to notice later that another program changed it meanwhile. It tells
+// contents apart, not times: within one tick of its clock a file can be written twice.
+class FileMark {
+ public:
+    // Of nothing that is known.
+    FileMark() = default;
+    FileMark(std::size_t size, std::uint32_t checkSum) : known_(true), size_(size), checkSum_(checkSum) {}
+    // Reads the file; nothing is known of one that is not there or cannot be read.
+    static FileMark Of(const std::wstring& path);
+
+    bool IsKnown() const { return known_; }
+    friend bool operator==(const FileMark&, const FileMark&) = default;
+
+ private:
+    bool known_ = false;
+    std::size_t size_ = 0;
+    std::uint32_t checkSum_ = 0;
+};
+
 // Writes `image` over the start of the file, which is made when missing and never shortened: what was longer
-// keeps its tail. Only the bytes that differ from what is on disk are written. The journal stays until
+// keeps its tail. The file is read once, and only the bytes that differ are written. The journal stays until
 // FinishSave or the next save. Throws RuntimeError after a failure; the file is as it was then, or its
 // journal leads back there.
 void WriteSafeFile(const std::wstring& path, const std::vector<std::uint8_t>& image);
+// Writes nothing and returns false when the file is known to hold something else than `mark` says. Otherwise
+// the mark is of what the file holds now; of nothing known after a failure that may have touched it.
+bool WriteSafeFile(const std::wstring& path, const std::vector<std::uint8_t>& image, FileMark& mark);
 
 // Removes the file and its journal, so that none is made from the other again. False when the file stays; the
 // port's last error says why then.
@@ -36,22 +58,3 @@ bool RemoveSafeFile(const std::wstring& path);
 // journal: before a load, and in the moments when nobody waits. True when nothing is left to do; a failure is
 // no loss, for reading and saving take the journal into account.
 bool FinishSave(const std::wstring& path);
-
-// What a file held at one moment, to notice later that another program changed it meanwhile.
-class FileMark {
- public:
-    // Of nothing that is known.
-    FileMark() = default;
-    // Reads the file; nothing is known of one that is not there or cannot be read.
-    explicit FileMark(const std::wstring& path);
-
-    // False only when the file is known to hold something else than then. It is read only when it was written
-    // since.
-    bool StillHolds(const std::wstring& path) const;
-
- private:
-    bool known_ = false;
-    FileTime changed_ = 0;
-    std::size_t size_ = 0;
-    std::uint32_t checkSum_ = 0;
-};

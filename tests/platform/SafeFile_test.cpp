@@ -59,12 +59,17 @@ struct Case {
     std::string after;
 };
 
+// So much that what stands before and behind it is not written together.
+const std::string kLong(3000, 'm');
+
 const Case kCases[] = {
     {"new file", std::nullopt, "the first content", "the first content"},
     {"longer", "short", "longer than before", "longer than before"},
     {"appended", "beginning", "beginning and end", "beginning and end"},
     {"shorter keeps its tail", "a longer old content", "a shorter", "a shorterold content"},
     {"a change in the middle", "front XXXXX back", "front YYYYY back", "front YYYYY back"},
+    {"far apart", "1" + kLong + "a" + kLong + "end", "2" + kLong + "b" + kLong + "end and more",
+     "2" + kLong + "b" + kLong + "end and more"},
     {"nothing", "the same", "the same", "the same"},
 };
 
@@ -158,10 +163,10 @@ class SafeFileJournalTest : public FakePlatformTest {
 TEST_F(SafeFileJournalTest, Journal_IsLaidOutAsDocumented) {
     const std::string journal = InterruptedSave();
     const std::string expected(
-        "NXJ1\x0E\0\0\0\x0E\0\0\0\x06\0\0\0\x03\0\0\0\xEF\x84\x21\xF5"
+        "NXJ2\x0E\0\0\0\x0E\0\0\0\x01\0\0\0\xEF\x84\x21\xF5\x06\0\0\0\x03\0\0\0"
         "new"
-        "\x00\xC1\x1F\x91",
-        31);
+        "\xA9\xDF\x51\x2E",
+        35);
     EXPECT_EQ(journal, expected);
     EXPECT_EQ(CheckSum("123456789", 9), 0xCBF43926u);
     EXPECT_EQ(JournalPathOf(kPath), kJournal);
@@ -190,16 +195,38 @@ TEST_F(SafeFileJournalTest, Journal_DamagedOrOfAnotherFile_IsIgnoredAndGoes) {
 }
 
 TEST_F(SafeFileJournalTest, Save_OfAFewBytes_WritesOnlyTheseWithOneFlush) {
-    std::string image(100000, 'a');
+    std::string image(300'000, 'a');
     Write(image);
     ASSERT_TRUE(FinishSave(kPath));
-    image[50000] = 'b';
+    image[0] = image[150'000] = 'b';
+    image += "new at the end";
     const int flushes = fake.failures.Calls(Operation::FilesFlush);
     Write(image);
     EXPECT_EQ(fake.failures.Calls(Operation::FilesFlush), flushes + 1);
     EXPECT_LT(fake.files.Bytes(kJournal)->size(), 100u);
-    EXPECT_TRUE(FinishSave(kPath));
+    EXPECT_EQ(Loaded(), image);
     EXPECT_EQ(fake.files.AllFiles(), (std::vector<std::wstring>{L"C:\\DATA\\NXCLIP.NXP"}));
+}
+
+// The mark is the check sum of all bytes, put together from those of what stayed and of what was written.
+TEST_F(SafeFileJournalTest, Save_LeavesTheMarkOfWhatTheFileHoldsAndFindsAnotherContent) {
+    FileMark mark;
+    std::string image = kLong + kLong;
+    const auto save = [&] { return WriteSafeFile(kPath, {image.begin(), image.end()}, mark); };
+    for (const std::size_t change : {0u, 10u, 2000u, 5400u}) {
+        image[change] = '!';
+        image.resize(6000 - change / 4, '?');  // the tail of the longer file stays
+        ASSERT_TRUE(save());
+        EXPECT_EQ(mark, FileMark::Of(kPath)) << change;
+        ASSERT_TRUE(save()) << "nothing has changed";
+    }
+    std::string other = *fake.files.Bytes(kPath);
+    other[3000] = 'x';
+    fake.files.SetBytes(kPath, other);
+    const FileMark before = mark;
+    EXPECT_FALSE(save());
+    EXPECT_EQ(mark, before);
+    EXPECT_EQ(fake.files.Bytes(kPath), other);
 }
 
 }  // namespace

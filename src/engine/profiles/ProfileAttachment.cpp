@@ -164,7 +164,7 @@ void EnterProfile(Node& profile, const std::wstring& directory, ProfileLock lock
     CProfile& entry = EntryFor(profile, directory);
     entry.Node = &profile;
     entry.Lock = std::move(lock);
-    entry.OnDisk = FileMark(TreeDataFilePath(directory));
+    entry.OnDisk = FileMark::Of(TreeDataFilePath(directory));
     entry.Identity = ThePlatform().files.Identity(directory);
 }
 

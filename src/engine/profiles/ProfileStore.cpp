@@ -90,6 +90,20 @@ bool MayReplace(const std::wstring& directory) {
            KeepTreeFile(directory);
 }
 
+using Saved = CTreeViewEx::Saved;
+
+Saved WriteTree(CTreeViewEx& tree, const Node& profile, const Node* without, const std::wstring& file,
+                FileMark& mark) {
+    const bool built = tree.BuildTreeData(&profile, without);
+    const Saved saved = built ? tree.SaveDataToFile(file, mark) : Saved::Failed;
+    tree.ReleaseData();
+    if (!built) {
+        ThePlatform().user.Tell(L"BuildTreeData: Profiledaten konnten nicht ermittelt werden.");
+        ThePlatform().user.Tell(L"Speichern des Profils ist fehlgeschlagen !!!");
+    }
+    return saved;
+}
+
 }  // namespace
 
 Node* LoadProfileDirectory(CTreeViewEx& tree, const std::wstring& directory) {
@@ -154,25 +168,20 @@ bool SaveProfile(CTreeViewEx& tree, Node& profile, Node* without) {
     }
     CProfile* const entry = Profiles().ProfileOf(&profile);
     const std::wstring file = TreeDataFilePath(GetProfileDirectory(&profile));
-    if (entry != nullptr && !entry->OnDisk.StillHolds(file) && !MayReplace(entry->Directory)) {
-        entry->Dirty = true;
-        return false;
-    }
-    const bool built = tree.BuildTreeData(&profile, without);
-    const bool saved = built && tree.SaveDataToFile(file);
-    tree.ReleaseData();
-    if (!built) {
-        user.Tell(L"BuildTreeData: Profiledaten konnten nicht ermittelt werden.");
-        user.Tell(L"Speichern des Profils ist fehlgeschlagen !!!");
+    FileMark mark = entry != nullptr ? entry->OnDisk : FileMark();
+    Saved saved = WriteTree(tree, profile, without, file, mark);
+    if (saved == Saved::ChangedByOther && MayReplace(entry->Directory)) {
+        mark = FileMark();
+        saved = WriteTree(tree, profile, without, file, mark);
     }
     if (entry != nullptr) {
         // After a failure file and tree may differ: the next save of all makes up for it.
-        entry->Dirty = !saved;
-        entry->Unfinished = true;
-        // Of a failed save as well: a file that became longer stays so.
-        entry->OnDisk = FileMark(file);
+        entry->Dirty = saved != Saved::Whole;
+        entry->Unfinished |= saved != Saved::ChangedByOther;
+        // A failed save may have made the file longer.
+        entry->OnDisk = mark.IsKnown() ? mark : FileMark::Of(file);
     }
-    return saved;
+    return saved == Saved::Whole;
 }
 
 bool SaveAllProfiles(CTreeViewEx& tree) {

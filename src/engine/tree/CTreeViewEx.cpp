@@ -11,7 +11,6 @@
 #include "engine/tree/modTreeEx.h"
 #include "platform/Platform.h"
 #include "platform/RuntimeError.h"
-#include "platform/SafeFile.h"
 #include "platform/Text.h"
 
 namespace {
@@ -264,15 +263,18 @@ Node& CTreeViewEx::AddFromRecord(Node* relative, NodeRelation relation, const Tr
 }
 
 bool CTreeViewEx::SaveDataToFile(const std::wstring& path) {
+    FileMark any;
+    return SaveDataToFile(path, any) == Saved::Whole;
+}
+
+CTreeViewEx::Saved CTreeViewEx::SaveDataToFile(const std::wstring& path, FileMark& mark) {
     const HourglassScope hourglass(ThePlatform().user);
-    const auto error = ErrorIn([&] {
-        if (image_.empty())
-            WriteSafeFile(path, EncodeTreeData(data_));
-        else
-            WriteSafeFile(path, image_);
-    });
+    bool written = false;
+    const auto error = ErrorIn(
+        [&] { written = WriteSafeFile(path, image_.empty() ? EncodeTreeData(data_) : image_, mark); });
     if (error) ThePlatform().user.Tell(error->Description());
-    return !error;
+    if (error) return Saved::Failed;
+    return written ? Saved::Whole : Saved::ChangedByOther;
 }
 
 bool CTreeViewEx::LoadDataFromFile(const std::wstring& path) {

@@ -6,6 +6,7 @@
 
 #include "engine/tree/NodeCollection.h"
 #include "engine/tree/TreeData.h"
+#include "platform/SafeFile.h"
 
 // The events of the tree wrapper. They are raised synchronously: the operation waits for the handler. A
 // handler may add nodes and change properties, but must not remove a node of the subtree that is walked or
@@ -121,6 +122,11 @@ class CTreeViewEx {
     // Writes TreeData over the start of the file, which is not shortened. A failure is told to the user, and
     // a text too long or a full disk is noticed before anything is written.
     bool SaveDataToFile(const std::wstring& path);
+    // The same for a file that other programs may write as well: what it held when this program last read or
+    // wrote it goes in, and what it holds afterwards comes out. When it holds something else nothing is
+    // written.
+    enum class Saved { Whole, Failed, ChangedByOther };
+    Saved SaveDataToFile(const std::wstring& path, FileMark& mark);
     // Reads TreeData from the file. False without a message when there is none; any other failure is told to
     // the user and leaves TreeData empty. The tree itself is not touched.
     bool LoadDataFromFile(const std::wstring& path);

@@ -1,0 +1,174 @@
+#include "platform/FileChange.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "platform/ByteBuffer.h"
+#include "platform/CheckSum.h"
+
+namespace {
+
+constexpr std::uint32_t kSignature = 0x324A584E;  // "NXJ2"
+constexpr std::size_t kHeadSize = 20;
+constexpr std::size_t kRangeHeadSize = 8;
+constexpr std::size_t kCheckSumSize = 4;
+
+// Differences that are nearer to each other are mostly written together: another write costs more than some
+// bytes too many.
+constexpr std::size_t kNear = 1024;
+
+std::size_t SameAtStart(const std::uint8_t* a, const std::uint8_t* b, std::size_t size) {
+    constexpr std::size_t kAtOnce = 4096;
+    std::size_t same = 0;
+    while (same < size) {
+        const std::size_t next = std::min(kAtOnce, size - same);
+        if (std::memcmp(a + same, b + same, next) != 0)
+            return static_cast<std::size_t>(std::mismatch(a + same, a + size, b + same).first - a);
+        same += next;
+    }
+    return same;
+}
+
+// How many bytes lie in front of those that are the same at the end.
+std::size_t WithoutSameEnd(const std::uint8_t* a, const std::uint8_t* b, std::size_t size) {
+    while (size > 0 && a[size - 1] == b[size - 1])
+        --size;
+    return size;
+}
+
+std::uint32_t SumOutside(const FileChange& change, const std::vector<std::uint8_t>& file) {
+    std::uint32_t sum = 0;
+    std::size_t position = 0;
+    for (const ChangedRange& range : change.ranges) {
+        const std::size_t end = std::min(range.position, change.oldSize);
+        if (position < end) sum = CheckSum(file.data() + position, end - position, sum);
+        position = range.End();
+    }
+    if (position >= change.oldSize) return sum;
+    return CheckSum(file.data() + position, change.oldSize - position, sum);
+}
+
+// In their order, one behind the other, inside the file.
+bool AreSound(const FileChange& change) {
+    std::size_t end = 0;
+    for (const ChangedRange& range : change.ranges) {
+        if (range.position < end || range.position > change.newSize ||
+            range.bytes.size() > change.newSize - range.position)
+            return false;
+        end = range.End();
+    }
+    return change.oldSize <= change.newSize;
+}
+
+}  // namespace
+
+FileChange Reversed(const FileChange& change) {
+    FileChange back = change;
+    for (ChangedRange& range : back.ranges)
+        range.bytes = range.old;
+    return back;
+}
+
+bool Fits(const FileChange& change, const std::vector<std::uint8_t>& file) {
+    return file.size() >= change.oldSize && file.size() <= change.newSize &&
+           SumOutside(change, file) == change.outside;
+}
+
+void Apply(const FileChange& change, std::vector<std::uint8_t>& file) {
+    file.resize(std::max(file.size(), change.newSize));
+    for (const ChangedRange& range : change.ranges)
+        std::copy(range.bytes.begin(), range.bytes.end(),
+                  file.begin() + static_cast<std::ptrdiff_t>(range.position));
+}
+
+std::vector<std::uint8_t> EncodeJournal(const FileChange& change) {
+    std::size_t size = kHeadSize + kCheckSumSize;
+    for (const ChangedRange& range : change.ranges)
+        size += kRangeHeadSize + range.bytes.size();
+    ByteWriter writer;
+    writer.Reserve(size);
+    writer.UInt32(kSignature);
+    for (const std::size_t number : {change.oldSize, change.newSize, change.ranges.size()})
+        writer.UInt32(static_cast<std::uint32_t>(number));
+    writer.UInt32(change.outside);
+    for (const ChangedRange& range : change.ranges) {
+        writer.UInt32(static_cast<std::uint32_t>(range.position));
+        writer.UInt32(static_cast<std::uint32_t>(range.bytes.size()));
+        writer.Bytes(range.bytes.data(), range.bytes.size());
+    }
+    writer.UInt32(CheckSum(writer.Image().data(), writer.Image().size()));
+    return writer.TakeImage();
+}
+
+std::optional<FileChange> DecodeJournal(const std::vector<std::uint8_t>& journal) {
+    if (journal.size() < kHeadSize + kCheckSumSize) return std::nullopt;
+    const std::size_t summed = journal.size() - kCheckSumSize;
+    if (ByteReader(journal.data() + summed, kCheckSumSize).UInt32() != CheckSum(journal.data(), summed))
+        return std::nullopt;
+    ByteReader reader(journal.data(), summed);
+    if (reader.UInt32() != kSignature) return std::nullopt;
+    FileChange change;
+    change.oldSize = reader.UInt32();
+    change.newSize = reader.UInt32();
+    std::size_t count = reader.UInt32();
+    change.outside = reader.UInt32();
+    for (; count > 0 && reader.Remaining() >= kRangeHeadSize; --count) {
+        ChangedRange& range = change.ranges.emplace_back();
+        range.position = reader.UInt32();
+        const std::size_t size = reader.UInt32();
+        if (size > reader.Remaining()) return std::nullopt;
+        range.bytes.resize(size);
+        reader.Bytes(range.bytes.data(), size);
+    }
+    if (count > 0 || reader.Remaining() > 0 || !AreSound(change)) return std::nullopt;
+    return change;
+}
+
+void FileComparison::Add(const std::uint8_t* image, std::size_t size, const std::uint8_t* old,
+                         std::size_t oldSize) {
+    const std::size_t both = std::min(size, oldSize);
+    for (std::size_t at = 0; at < both;) {
+        const std::size_t same = SameAtStart(image + at, old + at, both - at);
+        Same(image + at, same);
+        at += same;
+        const std::size_t differ = WithoutSameEnd(image + at, old + at, std::min(kNear, both - at));
+        Differ(image + at, differ, old + at, differ);
+        at += differ;
+    }
+    Differ(image + both, size - both, nullptr, 0);
+}
+
+void FileComparison::Same(const std::uint8_t* bytes, std::size_t size) {
+    if (size == 0) return;
+    sameSum_ = CheckSum(bytes, size, sameSum_);
+    sameSize_ += size;
+    change_.oldSize += size;
+    change_.newSize += size;
+}
+
+void FileComparison::Differ(const std::uint8_t* image, std::size_t size, const std::uint8_t* old,
+                            std::size_t oldSize) {
+    if (size == 0) return;
+    EndSame();
+    std::vector<ChangedRange>& ranges = change_.ranges;
+    if (ranges.empty() || ranges.back().End() != change_.newSize)
+        ranges.push_back({.position = change_.newSize, .bytes = {}, .old = {}});
+    ranges.back().bytes.insert(ranges.back().bytes.end(), image, image + size);
+    ranges.back().old.insert(ranges.back().old.end(), old, old + oldSize);
+    oldSum_ = CheckSum(old, oldSize, oldSum_);
+    newSum_ = CheckSum(image, size, newSum_);
+    change_.oldSize += oldSize;
+    change_.newSize += size;
+}
+
+void FileComparison::EndSame() {
+    for (std::uint32_t* const sum : {&change_.outside, &oldSum_, &newSum_})
+        *sum = JoinedCheckSum(*sum, sameSum_, sameSize_);
+    sameSum_ = 0;
+    sameSize_ = 0;
+}
+
+FileChange FileComparison::Take() {
+    EndSame();
+    return std::move(change_);
+}
