@@ -274,6 +274,7 @@ void frmMain::UnlinkProfile(Node* profile) {
 void frmMain::Delete(Node* node) {
     if (node == nullptr) return;
     panes_.ShowStatus(L"Löschen: " + node->FullPath());
+    panes_.DrawStatus();
     if (!operations_.Delete(node))
         panes_.ShowStatus(panes_.Content().status);
     else if (shownNode_.Get() != nodes_.Selected() || !IsClipNode(nodes_.Selected()))
