@@ -24,7 +24,7 @@ std::wstring Win32Settings::Read(const std::wstring& section, const std::wstring
             RegGetValueW(opened_.Get(), nullptr, key.c_str(), RRF_RT_REG_SZ, nullptr, value.data(), &size);
         if (status == ERROR_SUCCESS) return value.substr(0, value.find(L'\0'));
         if (status == ERROR_MORE_DATA)
-            value.resize(std::max(value.size() + 1, size / sizeof(wchar_t) + 1));
+            value.resize(std::max<std::size_t>(value.size() + 1, size / sizeof(wchar_t) + 1));
         else if (status == ERROR_KEY_DELETED)
             opened_.Reset();
         else

@@ -27,7 +27,7 @@ std::wstring TextOnClipboard(HWND window) {
     if (const HANDLE data = GetClipboardData(CF_UNICODETEXT); data != nullptr) {
         if (const auto* const characters = static_cast<const wchar_t*>(GlobalLock(data));
             characters != nullptr) {
-            const std::size_t most = std::min(GlobalSize(data) / sizeof(wchar_t), kMostPasted);
+            const std::size_t most = std::min<std::size_t>(GlobalSize(data) / sizeof(wchar_t), kMostPasted);
             text.assign(characters, wcsnlen(characters, most));
             GlobalUnlock(data);
         }
