@@ -5,6 +5,7 @@
 
 #include "engine/views/ColumnWidths.h"
 #include "windows/controls/Dpi.h"
+#include "windows/controls/QuietScope.h"
 
 namespace {
 
@@ -68,13 +69,13 @@ void ListPane::ShowContent(const ListContent& content) {
     const auto count = static_cast<int>(content.entries.size());
     const bool wasEmpty = ListView_GetItemCount(window_) == 0;
     if (wasEmpty && count == 0 && headings_ == content.columns) return;
+    const QuietScope quiet(window_);
     SendMessageW(window_, WM_SETREDRAW, FALSE, 0);
     // With its rows go the control's selection and scroll position: the new ones are others.
     if (!wasEmpty) ListView_SetItemCountEx(window_, 0, 0);
     FillColumns();
     if (count > 0) ListView_SetItemCountEx(window_, count, 0);
     SendMessageW(window_, WM_SETREDRAW, TRUE, 0);
-    InvalidateRect(window_, nullptr, TRUE);
 }
 
 void ListPane::FillColumns() {

@@ -62,6 +62,8 @@ bool frmMain::Load() {
     user_.SetStatusLine([this](const std::wstring& text) { panes_.ShowStatus(text); });
     keys_ = LoadAcceleratorsW(instance, MAKEINTRESOURCEW(IDA_frmMain));
     Form_Load();
+    // The tree would select it with the focus, and the list be filled before the user's eyes.
+    if (nodes_.Selected() == nullptr && !Options().StartAsIcon) nodes_.Select(nodes_.Root());
     loaded_ = true;
     UpdateListview();
     return true;
