@@ -1,8 +1,8 @@
 #include "desktop/HostProcess.h"
 
+#include <algorithm>
+#include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 #include "desktop/Utf8.h"
@@ -11,9 +11,16 @@ namespace {
 
 const std::filesystem::path kProcesses(L"Z:\\proc");
 
+// A process may end while its file is read; then there is no text.
 std::string TextOf(const std::filesystem::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
+    std::string text;
+    if (std::FILE* const stream = _wfopen(file.c_str(), L"rb")) {
+        char part[4096];
+        while (const std::size_t count = std::fread(part, 1, sizeof part, stream))
+            text.append(part, count);
+        std::fclose(stream);
+    }
+    return text;
 }
 
 // A line is a name, a colon and a number.
