@@ -1,3 +1,4 @@
+#include "desktop/HostProcess.h"
 #include "desktop/ProgramTest.h"
 #include "desktop/TaskBar.h"
 #include "desktop/WholeFile.h"
@@ -8,17 +9,18 @@ namespace {
 
 class StartUp : public ProgramTest {};
 
-// A tree data file: a profile and below it `levels` opened folders, each in the one before.
-std::string DeepTreeFile(std::int16_t levels) {
+// A tree data file: a profile and below it opened folders, each in the one before, or all in the profile.
+std::string TreeFileWith(std::int16_t folders, bool nested) {
     const auto number = [](auto value) { return std::string(reinterpret_cast<char*>(&value), sizeof value); };
     const auto text = [&](const std::string& bytes) {
         return number(static_cast<std::uint16_t>(bytes.size())) + bytes;
     };
-    const std::int32_t count = levels + 1;
+    const std::int32_t count = folders + 1;
     std::string file = number(count) + number(std::int16_t{1}) + number(count + 1) + number(std::int32_t{0}) +
                        std::string(18, '\0');
-    for (std::int16_t depth = 0; depth <= levels; ++depth) {
-        const bool top = depth == 0;
+    for (std::int16_t folder = 0; folder <= folders; ++folder) {
+        const bool top = folder == 0;
+        const std::int16_t depth = nested || top ? folder : std::int16_t{1};
         file += text(top ? "P&0&x&0&" : "S&") + text(top ? "Profil" : "Ordner") + number(depth) +
                 number(std::int16_t{0}) + number(std::int16_t{8}) + text(top ? "Profile" : "Structure") +
                 number(std::int16_t{-1}) + std::string(6, '\0');
@@ -47,7 +49,7 @@ TEST_F(StartUp, FirstStart_ShowsAnEmptyTreeAndMakesNoProfile) {
 TEST_F(StartUp, FoldersOpenedVeryDeep_AreShownAsFarAsTheControlBears) {
     StartWithProfile();
     nxclip_.Quit();
-    WriteWholeFile(nxclip_.ProfileDirectory() / L"nxclip.nxp", DeepTreeFile(20'000));
+    WriteWholeFile(nxclip_.ProfileDirectory() / L"nxclip.nxp", TreeFileWith(20'000, true));
     nxclip_.Start();
     const std::size_t opened = nxclip_.Tree().Lines().size();
     EXPECT_GT(opened, 100u);
@@ -57,6 +59,26 @@ TEST_F(StartUp, FoldersOpenedVeryDeep_AreShownAsFarAsTheControlBears) {
     EXPECT_EQ(nxclip_.Tree().SelectedPath(), L"Profil") << "a closed folder takes the selection";
     WaitFor("its children in the list", [&] { return nxclip_.List().Count() == 1; });
     EXPECT_EQ(nxclip_.Quit(), 0u);
+}
+
+// How often the program asks the window server is seen below Wine alone. It must not ask for each item.
+TEST_F(StartUp, ManyItems_CostNoQuestionsToTheSystem) {
+    const auto questions = [&] {
+        const auto figures = FiguresOnHost(nxclip_.Directory().wstring());
+        return figures ? figures->systemWrites : 0;
+    };
+    StartWithProfile();
+    nxclip_.Restart();
+    nxclip_.Main().Send(WM_NULL);
+    const std::uint64_t forNone = questions();
+    nxclip_.Quit();
+    if (forNone == 0) GTEST_SKIP() << "nobody counts them here";
+    constexpr std::int16_t kItems = 5'000;
+    WriteWholeFile(nxclip_.ProfileDirectory() / L"nxclip.nxp", TreeFileWith(kItems, false));
+    nxclip_.Start();
+    nxclip_.Main().Send(WM_NULL);
+    EXPECT_EQ(nxclip_.List().Count(), kItems);
+    EXPECT_LT(questions(), forNone + kItems);
 }
 
 TEST_F(StartUp, SecondInstance_ActivatesTheFirstAndEnds) {

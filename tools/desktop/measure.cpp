@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <functional>
@@ -149,6 +150,13 @@ std::string LargeTreeFile(int clips) {
     return std::string(image.begin(), image.end());
 }
 
+// When a file changed last; the library's own answer is in whole seconds.
+std::uint64_t ChangeOf(const std::filesystem::path& file) {
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    GetFileAttributesExW(file.c_str(), GetFileExInfoStandard, &data);
+    return std::uint64_t{data.ftLastWriteTime.dwHighDateTime} << 32 | data.ftLastWriteTime.dwLowDateTime;
+}
+
 class Measured {
  public:
     explicit Measured(int clips) {
@@ -276,10 +284,10 @@ class Measured {
     }
     double MillisecondsUntilSaved(const std::function<void()>& deed) const {
         const std::filesystem::path file = nxclip_.ProfileDirectory() / L"nxclip.nxp";
-        const auto before = std::filesystem::last_write_time(file);
+        const std::uint64_t before = ChangeOf(file);
         return MillisecondsOf([&] {
             deed();
-            WaitFor("the tree data file", [&] { return std::filesystem::last_write_time(file) != before; });
+            WaitFor("the tree data file", [&] { return ChangeOf(file) != before; });
         });
     }
     LRESULT Items() const { return nxclip_.Tree().window().Send(TVM_GETCOUNT); }
