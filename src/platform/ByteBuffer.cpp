@@ -27,6 +27,11 @@ void ByteWriter::UInt32(std::uint32_t value) {
     UInt16(static_cast<std::uint16_t>(value >> 16));
 }
 
+void ByteWriter::PutInt32(std::size_t position, std::int32_t value) {
+    for (std::size_t i = 0; i < 4; ++i)
+        image_[position + i] = static_cast<std::uint8_t>(static_cast<std::uint32_t>(value) >> (8 * i));
+}
+
 void ByteWriter::Flag(bool value) {
     Int16(value ? -1 : 0);
 }
@@ -81,12 +86,16 @@ bool ByteReader::Flag() {
     return UInt16() != 0;
 }
 
-std::wstring ByteReader::Text() {
+std::string_view ByteReader::AnsiText() {
     ByteReader ahead = *this;
     const std::size_t size = ahead.UInt16();
     const std::uint8_t* bytes = ahead.Take(size);
     *this = ahead;
-    return TextFromAnsi(std::string_view(reinterpret_cast<const char*>(bytes), size));
+    return {reinterpret_cast<const char*>(bytes), size};
+}
+
+std::wstring ByteReader::Text() {
+    return TextFromAnsi(AnsiText());
 }
 
 void ByteReader::Bytes(void* to, std::size_t size) {

@@ -25,6 +25,8 @@ class ByteWriter {
     void UInt16(std::uint16_t value);
     void Int32(std::int32_t value);
     void UInt32(std::uint32_t value);
+    // In place of four bytes that are there.
+    void PutInt32(std::size_t position, std::int32_t value);
     void Flag(bool value);
     // Throws RuntimeError (Overflow) when the text is too long to be stored whole.
     void Text(std::wstring_view text);
@@ -52,6 +54,8 @@ class ByteReader {
     // Any value but 0 counts as on.
     bool Flag();
     std::wstring Text();
+    // A text as it is stored, in the bytes that are read from.
+    std::string_view AnsiText();
     void Bytes(void* to, std::size_t size);
     void Skip(std::size_t size);
 

@@ -28,8 +28,12 @@ bool IsGone(const std::wstring& directory) {
 
 bool IsProfileImage(const std::vector<std::uint8_t>& image) {
     try {
-        const TreeData data = DecodeTreeData(image);
-        return data.Count > 0 && data.Nodes[1].Tag.starts_with(L"P");
+        bool any = false, isProfile = false;
+        ReadTreeImage(image, [&](const KeptRecord& record) {
+            if (!std::exchange(any, true)) isProfile = record.tag.starts_with('P');
+            return true;
+        });
+        return isProfile;
     } catch (const std::exception&) {
         return false;
     }

@@ -62,9 +62,10 @@ void MakeTagTrue(Node& profile, const std::wstring& directory) {
 
 // The file keeps the picture of what was the active container when it was saved.
 void ShowKinds(Node& profile) {
+    const ImageValue camera(std::wstring(L"Camera"));
     for (TreeWalk walk(&profile); walk.InSubtree(); walk.Step()) {
         Node& node = *walk.Current();
-        if (node.Image() == ImageValue(std::wstring(L"Camera"))) node.SetImage(KindImage(&node));
+        if (node.Image() == camera) node.SetImage(KindImage(&node));
     }
 }
 
@@ -115,7 +116,7 @@ Node* LoadProfileDirectory(CTreeViewEx& tree, const std::wstring& directory) {
     const BulkChangeScope bulk(nodes);
     const int before = nodes.Count();
     Node* const profile = tree.BuildSubTreeFromData(nullptr);
-    const bool complete = nodes.Count() - before == tree.Data().Count;
+    const bool complete = nodes.Count() - before == tree.DataCount();
     tree.ReleaseData();
 
     std::vector<Node*> roots = RootNodesFrom(nodes, before + 1);

@@ -9,6 +9,7 @@
 #include "engine/tree/TreeFile.h"
 #include "engine/tree/TreeWalk.h"
 #include "engine/tree/modTreeEx.h"
+#include "platform/ByteBuffer.h"
 #include "platform/Platform.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
@@ -208,12 +209,16 @@ bool CTreeViewEx::BuildTreeData(const Node* node, const Node* without) {
         return false;
     }
     const Node* const top = node != nullptr ? node : mvarTreeView->Root();
-    return Succeeds([&] { image_ = EncodeNodes({top, node == nullptr, without}); });
+    return Succeeds([&] { SetData(EncodeNodes({top, node == nullptr, without})); });
 }
 
 const TreeData& CTreeViewEx::Data() const {
-    if (!image_.empty()) data_ = DecodeTreeData(std::exchange(image_, {}));
-    return data_;
+    if (!data_) data_ = image_.empty() ? TreeData{} : DecodeTreeData(image_);
+    return *data_;
+}
+
+std::int32_t CTreeViewEx::DataCount() const {
+    return image_.empty() ? 0 : ByteReader(image_).Int32();
 }
 
 Node* CTreeViewEx::BuildSubTreeFromData(Node* parent) {
@@ -236,29 +241,32 @@ Node* CTreeViewEx::BuildSubTreeFromData(Node* parent) {
 
 // False when a depth leads nowhere. `top` becomes the node of the first record as soon as it is made.
 bool CTreeViewEx::BuildNodes(Node* parent, Node*& top) {
+    if (image_.empty()) return true;
     Node* current = parent;
     std::int32_t depth = -1;
-    const TreeData& data = Data();
-    for (std::int32_t i = 1; i <= data.Count; ++i) {
-        const TreeNodeRecord& record = data.Nodes[static_cast<std::size_t>(i)];
+    bool depthsHold = true;
+    mvarTreeView->Expect(DataCount());
+    ReadTreeImage(image_, [&](const KeptRecord& record) {
         // A negative depth would put the node beside or above `parent`, outside the subtree that is built.
-        if (record.Depth < 0 || record.Depth > depth + 1) return false;
-        const bool asChild = record.Depth > depth;
-        for (; depth > record.Depth; --depth)
+        depthsHold = record.depth >= 0 && record.depth <= depth + 1;
+        if (!depthsHold) return false;
+        const bool asChild = record.depth > depth;
+        for (; depth > record.depth; --depth)
             current = current->Parent();
         current = &AddFromRecord(current, asChild ? NodeRelation::Child : NodeRelation::Next, record);
-        depth = record.Depth;
+        depth = record.depth;
         if (top == nullptr) top = current;
-    }
-    return true;
+        return true;
+    });
+    return depthsHold;
 }
 
-Node& CTreeViewEx::AddFromRecord(Node* relative, NodeRelation relation, const TreeNodeRecord& record) {
-    Node& node = mvarTreeView->Add(relative, relation, record.Text, record.Image, record.SelectedImage);
-    node.SetTag(record.Tag);
-    node.SetExpanded(record.Expanded);
-    if (!record.ExpandedImage.IsEmpty()) node.SetExpandedImage(record.ExpandedImage);
-    if (node.Sorted() != record.Sorted) node.SetSorted(record.Sorted);
+Node& CTreeViewEx::AddFromRecord(Node* relative, NodeRelation relation, const KeptRecord& record) {
+    Node& node = mvarTreeView->Add(relative, relation, NodeTexts(record.text, record.tag), record.image,
+                                   record.selectedImage);
+    node.SetExpanded(record.expanded);
+    if (!record.expandedImage.IsEmpty()) node.SetExpandedImage(record.expandedImage);
+    if (node.Sorted() != record.sorted) node.SetSorted(record.sorted);
     return node;
 }
 
@@ -270,8 +278,10 @@ bool CTreeViewEx::SaveDataToFile(const std::wstring& path) {
 CTreeViewEx::Saved CTreeViewEx::SaveDataToFile(const std::wstring& path, FileMark& mark) {
     const HourglassScope hourglass(ThePlatform().user);
     bool written = false;
-    const auto error = ErrorIn(
-        [&] { written = WriteSafeFile(path, image_.empty() ? EncodeTreeData(data_) : image_, mark); });
+    const auto error = ErrorIn([&] {
+        if (image_.empty()) SetData(EncodeTreeData({}));
+        written = WriteSafeFile(path, image_, mark);
+    });
     if (error) ThePlatform().user.Tell(error->Description());
     if (error) return Saved::Failed;
     return written ? Saved::Whole : Saved::ChangedByOther;
@@ -281,7 +291,10 @@ bool CTreeViewEx::LoadDataFromFile(const std::wstring& path) {
     if (mvarTreeView == nullptr || !SafeFileExists(path)) return false;
     const auto error = ErrorIn([&] {
         ReleaseData();
-        data_ = DecodeTreeData(ReadSafeFile(path));
+        std::vector<std::uint8_t> image = ReadSafeFile(path);
+        // Of a damaged one nothing is taken.
+        ReadTreeImage(image, nullptr);
+        SetData(std::move(image));
     });
     UserPort& user = ThePlatform().user;
     if (error) user.Tell(error->Description(), L"Strukturladefehler " + NumberText(error->Number()));
@@ -290,8 +303,12 @@ bool CTreeViewEx::LoadDataFromFile(const std::wstring& path) {
 }
 
 void CTreeViewEx::ReleaseData() {
-    image_ = {};
-    data_ = TreeData{};
+    SetData({});
+}
+
+void CTreeViewEx::SetData(std::vector<std::uint8_t> image) {
+    image_ = std::move(image);
+    data_.reset();
 }
 
 bool CTreeViewEx::SaveToRecordField() {

@@ -1,12 +1,15 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "engine/tree/NodeCollection.h"
 #include "engine/tree/TreeData.h"
 #include "platform/SafeFile.h"
+
+struct KeptRecord;
 
 // The events of the tree wrapper. They are raised synchronously: the operation waits for the handler. A
 // handler may add nodes and change properties, but must not remove a node of the subtree that is walked or
@@ -132,6 +135,8 @@ class CTreeViewEx {
     bool LoadDataFromFile(const std::wstring& path);
     void ReleaseData();
     const TreeData& Data() const;
+    // Its Count, without making its records.
+    std::int32_t DataCount() const;
 
     // Not implemented: both tell the user so and return false. The tree is persisted through TreeData alone.
     bool SaveToRecordField();
@@ -153,14 +158,14 @@ class CTreeViewEx {
     Node* AddCopy(Node* relative, NodeRelation relation, Node& source, bool isMove, bool& cancel);
     void CopyDescendants(Node& source, Node& copy, bool isMove);
     bool BuildNodes(Node* parent, Node*& top);
-    Node& AddFromRecord(Node* relative, NodeRelation relation, const TreeNodeRecord& record);
+    Node& AddFromRecord(Node* relative, NodeRelation relation, const KeptRecord& record);
+    void SetData(std::vector<std::uint8_t> image);
 
     NodeCollection* mvarTreeView = nullptr;
     TreeViewExEvents* events_ = nullptr;
-    // TreeData is held as the image of its file from the flattening on, and as records once they are asked
-    // for: what is saved never becomes records.
-    mutable std::vector<std::uint8_t> image_;
-    mutable TreeData data_;
+    // TreeData as the image of its file, empty for none; as records only once somebody asks for them.
+    std::vector<std::uint8_t> image_;
+    mutable std::optional<TreeData> data_;
     bool autoScroll_ = true;
     float scrollMargin_ = 90;          // twips
     std::int32_t lastScrollTime_ = 0;  // seconds since midnight (UTC), rounded

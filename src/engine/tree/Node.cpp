@@ -3,8 +3,8 @@
 #include "engine/tree/NodeCollection.h"
 
 void Node::SetText(const std::wstring& text) {
-    if (text_ == text) return;
-    text_ = text;
+    if (Text() == text) return;
+    texts_.SetText(text);
     if (owner_.View() != nullptr) owner_.View()->NodeTextChanged(*this);
     owner_.TextChanged(*this);
 }
@@ -14,11 +14,21 @@ void Node::SetImage(const ImageValue& image) {
 }
 
 void Node::SetSelectedImage(const ImageValue& image) {
-    SetPicture(selectedImage_, image);
+    if (SelectedImage() != image) SetPicture(OtherImagesToSet().selected, image);
 }
 
 void Node::SetExpandedImage(const ImageValue& image) {
-    SetPicture(expandedImage_, image);
+    if (ExpandedImage() != image) SetPicture(OtherImagesToSet().expanded, image);
+}
+
+const Node::Images& Node::OtherImages() const {
+    static const Images none;
+    return otherImages_ != nullptr ? *otherImages_ : none;
+}
+
+Node::Images& Node::OtherImagesToSet() {
+    if (otherImages_ == nullptr) otherImages_ = std::make_unique<Images>();
+    return *otherImages_;
 }
 
 void Node::SetPicture(ImageValue& picture, const ImageValue& value) {
@@ -46,7 +56,7 @@ std::wstring Node::FullPath() const {
     std::wstring path;
     for (auto node = way.rbegin(); node != way.rend(); ++node) {
         if (node != way.rbegin()) path += L'\\';
-        path += (*node)->text_;
+        path += (*node)->Text();
     }
     return path;
 }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "engine/tree/ImageValue.h"
+#include "engine/tree/NodeTexts.h"
 
 class NodeCollection;
 
@@ -16,17 +17,20 @@ class Node {
     Node(const Node&) = delete;
     Node& operator=(const Node&) = delete;
 
-    const std::wstring& Text() const { return text_; }
-    const std::wstring& Tag() const { return tag_; }
+    std::wstring Text() const { return texts_.Text().Text(); }
+    std::wstring Tag() const { return texts_.Tag().Text(); }
+    // The same as they are kept, for those who go through many nodes.
+    KeptText TextAsKept() const { return texts_.Text(); }
+    KeptText TagAsKept() const { return texts_.Tag(); }
     const ImageValue& Image() const { return image_; }
-    const ImageValue& SelectedImage() const { return selectedImage_; }
-    const ImageValue& ExpandedImage() const { return expandedImage_; }
+    const ImageValue& SelectedImage() const { return OtherImages().selected; }
+    const ImageValue& ExpandedImage() const { return OtherImages().expanded; }
     bool Expanded() const { return expanded_; }
     // True while the node's children are kept in the order of their texts, without regard to case.
     bool Sorted() const { return sorted_; }
 
     void SetText(const std::wstring& text);
-    void SetTag(const std::wstring& tag) { tag_ = tag; }
+    void SetTag(const std::wstring& tag) { texts_.SetTag(tag); }
     void SetImage(const ImageValue& image);
     void SetSelectedImage(const ImageValue& image);
     void SetExpandedImage(const ImageValue& image);
@@ -54,20 +58,27 @@ class Node {
  private:
     friend class NodeCollection;
     friend class NodeRef;
+    // What hardly any node has.
+    struct Images {
+        ImageValue selected;
+        ImageValue expanded;
+    };
+
     explicit Node(NodeCollection& owner) : owner_(owner) {}
     void SetPicture(ImageValue& picture, const ImageValue& value);
+    const Images& OtherImages() const;
+    Images& OtherImagesToSet();
 
+    // There are many nodes: their size counts.
     NodeCollection& owner_;
-    std::wstring text_;
-    std::wstring tag_;
-    ImageValue image_;
-    ImageValue selectedImage_;
-    ImageValue expandedImage_;
+    NodeTexts texts_;
     Node* parent_ = nullptr;
     Node* firstChild_ = nullptr;
     Node* lastChild_ = nullptr;
     Node* next_ = nullptr;
     Node* previous_ = nullptr;
+    std::unique_ptr<Images> otherImages_;
+    ImageValue image_;
     int children_ = 0;
     int index_ = 0;
     bool expanded_ = false;

@@ -10,7 +10,11 @@
 namespace {
 
 bool SortsBefore(const Node& a, const Node& b) {
-    return CompareNoCase(a.Text(), b.Text()) < 0;
+    // A long list takes many comparisons: the memory of the texts is used again.
+    static std::wstring textA, textB;
+    a.TextAsKept().CopyTo(textA);
+    b.TextAsKept().CopyTo(textB);
+    return CompareNoCase(textA, textB) < 0;
 }
 
 bool IsInSubtree(const Node* node, const Node& top) {
@@ -40,11 +44,17 @@ NodeCollection::~NodeCollection() {
 
 Node& NodeCollection::Add(Node* relative, NodeRelation relation, const std::wstring& text,
                           const ImageValue& image, const ImageValue& selectedImage) {
-    nodes_.push_back(std::unique_ptr<Node>(new Node(*this)));
-    Node& node = *nodes_.back();
-    node.text_ = text;
+    return Add(relative, relation, NodeTexts(text, std::wstring_view()), image, selectedImage);
+}
+
+Node& NodeCollection::Add(Node* relative, NodeRelation relation, NodeTexts texts, const ImageValue& image,
+                          const ImageValue& selectedImage) {
+    std::unique_ptr<Node> made(new Node(*this));
+    Node& node = *made;
+    node.texts_ = std::move(texts);
     node.image_ = image;
-    node.selectedImage_ = selectedImage;
+    if (!selectedImage.IsEmpty()) node.OtherImagesToSet().selected = selectedImage;
+    nodes_.push_back(std::move(made));
     node.index_ = Count();
     Link(node, relative, relation);
     if (view_ != nullptr) view_->NodeAdded(node);

@@ -66,6 +66,11 @@ class NodeCollection {
     // behind those of the same text; during a bulk change only at its end.
     Node& Add(Node* relative, NodeRelation relation, const std::wstring& text, const ImageValue& image,
               const ImageValue& selectedImage = {});
+    // With its tag as well, both as a file holds them.
+    Node& Add(Node* relative, NodeRelation relation, NodeTexts texts, const ImageValue& image,
+              const ImageValue& selectedImage);
+    // Makes room for so many nodes to come.
+    void Expect(int more) { nodes_.reserve(nodes_.size() + static_cast<std::size_t>(more)); }
     // Removes the node and everything below it. A selection in there goes to the next sibling, else to the
     // previous one, else to the parent, while the node is still there.
     void Remove(Node& node);

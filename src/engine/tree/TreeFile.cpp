@@ -3,10 +3,12 @@
 #include <limits>
 #include <utility>
 
+#include "engine/tree/NodeCollection.h"
 #include "engine/tree/TreeFileLayout.h"
 #include "engine/tree/TreeWalk.h"
 #include "platform/ByteBuffer.h"
 #include "platform/RuntimeError.h"
+#include "platform/Text.h"
 
 namespace {
 
@@ -32,24 +34,6 @@ void WriteVariant(ByteWriter& writer, const ImageValue& value) {
     }
 }
 
-ImageValue ReadVariant(ByteReader& reader) {
-    switch (static_cast<VariantType>(reader.UInt16())) {
-        case VariantType::Empty:
-            return {};
-        case VariantType::Null:
-            return NullValue{};
-        case VariantType::Int16:
-            return reader.Int16();
-        case VariantType::Int32:
-            return reader.Int32();
-        case VariantType::Text:
-            return reader.Text();
-        case VariantType::Boolean:
-            return reader.Flag();
-    }
-    throw RuntimeError(ErrorNumber::TypeMismatch);
-}
-
 void WriteRecord(ByteWriter& writer, const TreeNodeRecord& record) {
     writer.Text(record.Tag);
     writer.Text(record.Text);
@@ -62,10 +46,17 @@ void WriteRecord(ByteWriter& writer, const TreeNodeRecord& record) {
     writer.Flag(record.Sorted);
 }
 
+void WriteText(ByteWriter& writer, const KeptText& text) {
+    const std::string_view bytes = text.Bytes();
+    if (!text.IsAnsi() || bytes.size() > kLongestStoredText) return writer.Text(text.Text());
+    writer.UInt16(static_cast<std::uint16_t>(bytes.size()));
+    writer.Bytes(bytes.data(), bytes.size());
+}
+
 // The fields of a node, which bears no key.
 void WriteNode(ByteWriter& writer, const Node& node, int depth) {
-    writer.Text(node.Tag());
-    writer.Text(node.Text());
+    WriteText(writer, node.TagAsKept());
+    WriteText(writer, node.TextAsKept());
     writer.Int16(static_cast<std::int16_t>(depth));
     WriteVariant(writer, {});
     WriteVariant(writer, node.Image());
@@ -97,18 +88,66 @@ void WriteFront(ByteWriter& writer, std::int32_t count) {
     WriteRecord(writer, TreeNodeRecord{});
 }
 
-TreeNodeRecord ReadRecord(ByteReader& reader) {
-    TreeNodeRecord record;
-    record.Tag = reader.Text();
-    record.Text = reader.Text();
-    record.Depth = reader.Int16();
-    record.Key = ReadVariant(reader);
-    record.Image = ReadVariant(reader);
-    record.Expanded = reader.Flag();
-    record.ExpandedImage = ReadVariant(reader);
-    record.SelectedImage = ReadVariant(reader);
-    record.Sorted = reader.Flag();
-    return record;
+// Reads records from an image. A picture's name is mostly that of the node before: it is not looked up again.
+class RecordReader {
+ public:
+    explicit RecordReader(ByteReader& reader) : reader_(reader) {}
+
+    KeptRecord Next() {
+        KeptRecord record;
+        record.tag = reader_.AnsiText();
+        record.text = reader_.AnsiText();
+        record.depth = reader_.Int16();
+        record.key = Variant();
+        record.image = Variant();
+        record.expanded = reader_.Flag();
+        record.expandedImage = Variant();
+        record.selectedImage = Variant();
+        record.sorted = reader_.Flag();
+        return record;
+    }
+
+ private:
+    ImageValue Variant() {
+        switch (static_cast<VariantType>(reader_.UInt16())) {
+            case VariantType::Empty:
+                return {};
+            case VariantType::Null:
+                return NullValue{};
+            case VariantType::Int16:
+                return reader_.Int16();
+            case VariantType::Int32:
+                return reader_.Int32();
+            case VariantType::Text:
+                return Key(reader_.AnsiText());
+            case VariantType::Boolean:
+                return reader_.Flag();
+        }
+        throw RuntimeError(ErrorNumber::TypeMismatch);
+    }
+    ImageValue Key(std::string_view name) {
+        if (lastKey_.IsEmpty() || name != lastName_) {
+            lastName_ = name;
+            lastKey_ = TextFromAnsi(name);
+        }
+        return lastKey_;
+    }
+
+    ByteReader& reader_;
+    std::string_view lastName_;
+    ImageValue lastKey_;
+};
+
+TreeNodeRecord RecordOf(const KeptRecord& kept) {
+    return {.Tag = TextFromAnsi(kept.tag),
+            .Text = TextFromAnsi(kept.text),
+            .Depth = kept.depth,
+            .Key = kept.key,
+            .Image = kept.image,
+            .Expanded = kept.expanded,
+            .ExpandedImage = kept.expandedImage,
+            .SelectedImage = kept.selectedImage,
+            .Sorted = kept.sorted};
 }
 
 }  // namespace
@@ -124,23 +163,24 @@ std::vector<std::uint8_t> EncodeTreeData(const TreeData& data) {
 }
 
 std::vector<std::uint8_t> EncodeNodes(const StoredNodes& stored) {
-    // Room for the longest picture key in use.
-    constexpr std::size_t kRoomForPicture = 16;
+    constexpr std::size_t kUsualRecordSize = 96;
+    ByteWriter writer;
+    if (stored.top != nullptr)
+        writer.Reserve(static_cast<std::size_t>(stored.top->Owner().Count()) * kUsualRecordSize);
+    WriteFront(writer, 0);
     std::int32_t count = 0;
-    std::size_t size = kTreeFileHeaderSize + kSmallestTreeRecordSize;
     ForEachStored(stored, [&](const Node& node, int depth) {
         if (depth > std::numeric_limits<std::int16_t>::max()) throw RuntimeError(ErrorNumber::Overflow);
-        size += kSmallestTreeRecordSize + kRoomForPicture + node.Tag().size() + node.Text().size();
+        WriteNode(writer, node, depth);
         ++count;
     });
-    ByteWriter writer;
-    writer.Reserve(size);
-    WriteFront(writer, count);
-    ForEachStored(stored, [&](const Node& node, int depth) { WriteNode(writer, node, depth); });
+    writer.PutInt32(kCountPosition, count);
+    writer.PutInt32(kElementCountPosition, count + 1);
     return writer.TakeImage();
 }
 
-TreeData DecodeTreeData(const std::vector<std::uint8_t>& image) {
+std::int32_t ReadTreeImage(const std::vector<std::uint8_t>& image,
+                           const std::function<bool(const KeptRecord&)>& use) {
     ByteReader reader(image);
     const std::int32_t count = reader.Int32();
     if (reader.Int16() != kTreeFileDimensions) throw RuntimeError(ErrorNumber::TypeMismatch);
@@ -150,12 +190,19 @@ TreeData DecodeTreeData(const std::vector<std::uint8_t>& image) {
     if (count < 0 || (count > 0 && (first > 1 || first + elements <= count)))
         throw RuntimeError(ErrorNumber::IndexOutOfRange);
 
-    TreeData data;
-    data.Count = count;
-    data.Nodes.resize(static_cast<std::size_t>(count) + 1);
+    RecordReader records(reader);
     for (std::int64_t i = first; i < first + elements; ++i) {
-        TreeNodeRecord record = ReadRecord(reader);
-        if (i >= 1 && i <= count) data.Nodes[static_cast<std::size_t>(i)] = std::move(record);
+        const KeptRecord record = records.Next();
+        if (i >= 1 && i <= count && use && !use(record)) break;
     }
+    return count;
+}
+
+TreeData DecodeTreeData(const std::vector<std::uint8_t>& image) {
+    TreeData data;
+    data.Count = ReadTreeImage(image, [&](const KeptRecord& record) {
+        data.Nodes.push_back(RecordOf(record));
+        return true;
+    });
     return data;
 }

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <string_view>
 #include <vector>
 
 #include "engine/tree/TreeData.h"
@@ -22,7 +24,24 @@ struct StoredNodes {
 // not fit the depth.
 std::vector<std::uint8_t> EncodeNodes(const StoredNodes& stored);
 
-// The records in `image`, which may go on behind them: a file is never shortened. Throws RuntimeError when
-// the image is damaged; allocates no more records than the image has bytes for. Depths are taken as they
-// stand.
+// A record as it stands in an image, whose bytes it points to.
+struct KeptRecord {
+    std::string_view tag;
+    std::string_view text;
+    std::int16_t depth = 0;
+    ImageValue key;
+    ImageValue image;
+    bool expanded = false;
+    ImageValue expandedImage;
+    ImageValue selectedImage;
+    bool sorted = false;
+};
+
+// Calls `use`, if there is one, with the records 1 to Count in `image`, until it returns false, and returns
+// Count. The image may go on behind its records: a file is never shortened. Throws RuntimeError when it is
+// damaged; Count is never more than the image has bytes for. Depths are taken as they stand.
+std::int32_t ReadTreeImage(const std::vector<std::uint8_t>& image,
+                           const std::function<bool(const KeptRecord&)>& use);
+
+// The same as records of their own.
 TreeData DecodeTreeData(const std::vector<std::uint8_t>& image);

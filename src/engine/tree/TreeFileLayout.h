@@ -8,6 +8,8 @@
 
 // Count (4), dimensions (2), element count (4), lower bound (4).
 inline constexpr std::size_t kTreeFileHeaderSize = 14;
+inline constexpr std::size_t kCountPosition = 0;
+inline constexpr std::size_t kElementCountPosition = 6;
 inline constexpr std::int16_t kTreeFileDimensions = 1;
 inline constexpr std::int32_t kTreeFileLowerBound = 0;
 
