@@ -5,9 +5,14 @@
 
 namespace {
 
+std::wstring_view Trimmed(std::wstring_view text) {
+    const std::size_t first = text.find_first_not_of(L' ');
+    if (first == std::wstring_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(L' ') - first + 1);
+}
+
 std::optional<std::int64_t> ParseInteger(std::wstring_view text, std::int64_t least, std::int64_t most) {
-    const std::wstring trimmed = Trim(text);
-    std::wstring_view digits = trimmed;
+    std::wstring_view digits = Trimmed(text);
     const bool negative = digits.starts_with(L'-');
     if (negative || digits.starts_with(L'+')) digits.remove_prefix(1);
     if (digits.empty()) return std::nullopt;
@@ -102,9 +107,7 @@ void AppendAnsi(std::vector<std::uint8_t>& bytes, std::wstring_view text) {
 }
 
 std::wstring Trim(std::wstring_view text) {
-    const std::size_t first = text.find_first_not_of(L' ');
-    if (first == std::wstring_view::npos) return {};
-    return std::wstring(text.substr(first, text.find_last_not_of(L' ') - first + 1));
+    return std::wstring(Trimmed(text));
 }
 
 std::optional<std::int32_t> ParseInt32(std::wstring_view text) {

@@ -10,11 +10,14 @@ constexpr int kNames = 1;
 constexpr int kInfoTexts = 2;
 constexpr int kContents = 4;
 
-bool IsHit(const Node& node, const SearchCriteria& criteria) {
+// `name` is only memory to be used.
+bool IsHit(const Node& node, const SearchCriteria& criteria, std::wstring& name) {
     if (!IsNodeOfKind(&node, criteria.kinds)) return false;
-    if ((criteria.fields & kNames) != 0 && MatchesSearchText(node.Text(), criteria)) return true;
+    node.TextAsKept().CopyTo(name);
+    if ((criteria.fields & kNames) != 0 && MatchesSearchText(name, criteria)) return true;
     if ((criteria.fields & kInfoTexts) == 0) return false;
-    return MatchesSearchText(AttributesOf(&node).info, criteria);
+    ReadNodeAttributes(&node);
+    return MatchesSearchText(ReadAttributes().info, criteria);
 }
 
 std::int16_t Mask(bool first, bool second, bool third) {
@@ -36,7 +39,8 @@ Node* SearchForNode(CTreeViewEx& tree, const SearchCriteria& criteria, Node* sta
         return criteria.downward ? tree.NextNode(node, false) : tree.PreviousNode(node, false);
     };
     Node* node = start != nullptr ? step(start) : tree.TreeView()->Root();
-    while (node != nullptr && !IsHit(*node, criteria))
+    std::wstring name;
+    while (node != nullptr && !IsHit(*node, criteria, name))
         node = step(node);
     return node;
 }

@@ -222,15 +222,23 @@ void ClipOperations::RemoveNode(Node& node) {
 }
 
 std::vector<std::wstring> ClipOperations::FilesBelow(Node& node) {
-    noticedFiles_.clear();
+    noticedClips_.clear();
     tree_.ForAllNodes(&node, true, kDeleteAction);
-    std::vector<std::wstring> files = std::exchange(noticedFiles_, {});
+    std::set<std::int32_t> going(noticedClips_.begin(), noticedClips_.end());
+    going.erase(0);
     // In a damaged profile a clip that stays may have the same file.
-    std::set<std::wstring> kept;
-    for (TreeWalk walk(GetTopNode(&node)); walk.InSubtree(); walk.Step())
-        if (IsClipNode(walk.Current()) && !tree_.IsSubNode(walk.Current(), &node))
-            kept.insert(ClipFileOf(walk.Current()));
-    std::erase_if(files, [&](const std::wstring& file) { return kept.contains(file); });
+    for (TreeWalk walk(GetTopNode(&node)); walk.InSubtree();) {
+        if (walk.Current() == &node) {
+            walk.StepOver();
+            continue;
+        }
+        if (const std::int32_t number = ClipNumberOf(walk.Current()); number != 0) going.erase(number);
+        walk.Step();
+    }
+    const std::wstring directory = GetProfileDirectory(GetTopNode(&node));
+    std::vector<std::wstring> files;
+    for (const std::int32_t number : noticedClips_)
+        if (!directory.empty() && going.erase(number) != 0) files.push_back(ClipFilePath(directory, number));
     return files;
 }
 
@@ -320,10 +328,8 @@ void ClipOperations::CopyClipData(Node& newNode, const Node& sourceNode, const s
     newNode.SetTag(MakeClipTag(number, read.formatCount, read.timeCaptured, read.info));
 }
 
-// While it is deleted: notes the data file of a clip. The files themselves go when the profile has been saved
-// without their nodes, so that no failure leaves a node without its data.
+// While it is deleted: notes a clip, whose number names its data file. The files themselves go when the
+// profile has been saved without their nodes, so that no failure leaves a node without its data.
 void ClipOperations::cTV_DoAction(std::int16_t action, Node& node) {
-    if (action != kDeleteAction || !IsClipNode(&node)) return;
-    const std::wstring file = ClipFileOf(&node);
-    if (!file.empty()) noticedFiles_.push_back(file);
+    if (action == kDeleteAction) noticedClips_.push_back(ClipNumberOf(&node));
 }

@@ -63,5 +63,5 @@ class ClipOperations : public TreeViewExEvents {
     };
     std::vector<std::wstring> copiedFiles_;   // of the copy that is under way
     std::optional<Failure> failure_;          // of the copy that is under way
-    std::vector<std::wstring> noticedFiles_;  // by the walk that is under way
+    std::vector<std::int32_t> noticedClips_;  // by the walk that is under way; 0 is none
 };

@@ -1,7 +1,6 @@
 #include "engine/profiles/FoundClips.h"
 
 #include <algorithm>
-#include <set>
 
 #include "engine/clipboard/CFormat.h"
 #include "engine/clipboard/modFileIO.h"
@@ -47,10 +46,12 @@ std::int16_t WholeRecords(const std::wstring& file) {
     return count;
 }
 
-std::set<std::int32_t> NumbersOf(const Node* profile) {
-    std::set<std::int32_t> numbers;
+// In their order.
+std::vector<std::int32_t> NumbersOf(const Node* profile) {
+    std::vector<std::int32_t> numbers;
     for (TreeWalk walk(profile); walk.InSubtree(); walk.Step())
-        numbers.insert(ClipNumberOf(walk.Current()));
+        numbers.push_back(ClipNumberOf(walk.Current()));
+    std::sort(numbers.begin(), numbers.end());
     return numbers;
 }
 
@@ -70,14 +71,12 @@ Node& FolderForFound(NodeCollection& nodes, Node& profile) {
 
 std::vector<FoundClip> FindClips(const std::wstring& directory, const Node* profile) {
     FilePort& files = ThePlatform().files;
-    for (const std::wstring& name : files.List(JoinDirectory(directory, L"*.~*")))
-        if (IsHalfCopy(name)) files.Remove(JoinDirectory(directory, name));
-
-    const std::set<std::int32_t> known = NumbersOf(profile);
+    const std::vector<std::int32_t> known = NumbersOf(profile);
     std::vector<FoundClip> found;
-    for (const std::wstring& name : files.List(JoinDirectory(directory, L"C*.nxc"))) {
+    for (const std::wstring& name : files.List(JoinDirectory(directory, L"*"))) {
+        if (IsHalfCopy(name)) files.Remove(JoinDirectory(directory, name));
         const std::int32_t number = NumberInName(name);
-        if (number == 0 || known.contains(number)) continue;
+        if (number == 0 || std::binary_search(known.begin(), known.end(), number)) continue;
         const std::wstring file = JoinDirectory(directory, name);
         const auto readable = FileOwner(files.Open(file, FileUse::Read)).IsSet();
         const std::int16_t records = WholeRecords(file);

@@ -1,7 +1,9 @@
 #include "engine/profiles/modProfile.h"
 
 #include <algorithm>
+#include <charconv>
 #include <limits>
+#include <optional>
 
 #include "engine/profiles/CProfiles.h"
 #include "engine/tree/TreeWalk.h"
@@ -27,6 +29,43 @@ struct ProfileFields {
 };
 
 NodeAttributes sharedAttributes;
+
+// Of a clip's tag as the program writes it, "C&12,5&...": it is asked for of all nodes of a profile at once.
+// None for any other tag, right or wrong.
+std::optional<std::int32_t> NumberInUsualTag(const KeptText& tag) {
+    constexpr std::size_t kMostDigits = 4;  // of the count
+    if (!tag.IsAnsi() || !tag.Bytes().starts_with("C&")) return std::nullopt;
+    const char* next = tag.Bytes().data() + 2;
+    const char* const end = tag.Bytes().data() + tag.Bytes().size();
+    std::int32_t number = 0;
+    std::uint16_t count = 0;
+    auto read = std::from_chars(next, end, number);
+    if (read.ec != std::errc() || number < 0 || read.ptr == end || *read.ptr != ',') return std::nullopt;
+    next = read.ptr + 1;
+    read = std::from_chars(next, end, count);
+    if (read.ec != std::errc() || read.ptr == end || *read.ptr != '&') return std::nullopt;
+    if (read.ptr > next + kMostDigits) return std::nullopt;
+    return number;
+}
+
+// `attributes` has nothing in it yet; `tag` is only memory to be used.
+void ReadInto(NodeAttributes& attributes, const Node* node, std::wstring& tag) {
+    if (node == nullptr) return;
+    node->TagAsKept().CopyTo(tag);
+    try {
+        if (IsClipNode(node)) {
+            ParseClipTag(tag, attributes.clipNumber, attributes.formatCount, attributes.timeCaptured,
+                         attributes.info);
+        } else if (IsStructureNode(node)) {
+            attributes.info = ParseStructureTag(tag);
+        } else if (IsProfileNode(node)) {
+            ParseProfileTag(tag, attributes.counter, attributes.directory, attributes.globalFlag,
+                            attributes.info);
+        }
+    } catch (const RuntimeError&) {
+        // What stands in front of the damage has been read; a search must not stop here.
+    }
+}
 
 }  // namespace
 
@@ -101,6 +140,7 @@ std::wstring ClipFilePath(const std::wstring& directory, std::int32_t clipNumber
 
 std::int32_t ClipNumberOf(const Node* clip) {
     if (!IsClipNode(clip)) return 0;
+    if (const auto number = NumberInUsualTag(clip->TagAsKept())) return *number;
     std::int32_t number = 0;
     std::int16_t formatCount = 0;
     std::wstring timeCaptured;
@@ -137,24 +177,21 @@ bool IsEditedByOther(const Node* node) {
 
 NodeAttributes AttributesOf(const Node* node) {
     NodeAttributes attributes;
-    try {
-        if (IsClipNode(node)) {
-            ParseClipTag(node->Tag(), attributes.clipNumber, attributes.formatCount, attributes.timeCaptured,
-                         attributes.info);
-        } else if (IsStructureNode(node)) {
-            attributes.info = ParseStructureTag(node->Tag());
-        } else if (IsProfileNode(node)) {
-            ParseProfileTag(node->Tag(), attributes.counter, attributes.directory, attributes.globalFlag,
-                            attributes.info);
-        }
-    } catch (const RuntimeError&) {
-        // What stands in front of the damage has been read; a search must not stop here.
-    }
+    std::wstring tag;
+    ReadInto(attributes, node, tag);
     return attributes;
 }
 
 void ReadNodeAttributes(const Node* node) {
-    sharedAttributes = AttributesOf(node);
+    static std::wstring tag;
+    sharedAttributes.clipNumber = sharedAttributes.counter = 0;
+    sharedAttributes.formatCount = 0;
+    sharedAttributes.globalFlag = false;
+    // Emptied, they keep their memory for the next of many nodes.
+    for (std::wstring* const text :
+         {&sharedAttributes.timeCaptured, &sharedAttributes.directory, &sharedAttributes.info})
+        text->clear();
+    ReadInto(sharedAttributes, node, tag);
 }
 
 const NodeAttributes& ReadAttributes() {

@@ -11,26 +11,26 @@ constexpr wchar_t kSeparator = L'&';
 // Behind the kind letter and its separator.
 constexpr std::size_t kFirstField = 2;
 
-bool IsOfKind(const Node* node, wchar_t letter) {
-    return node != nullptr && !node->Tag().empty() && node->Tag().front() == letter;
+bool IsOfKind(const Node* node, char letter) {
+    return node != nullptr && node->TagAsKept().BeginsWith(letter);
 }
 
-std::wstring Between(const std::wstring& text, std::size_t first, std::size_t end) {
+std::wstring_view Between(std::wstring_view text, std::size_t first, std::size_t end) {
     return text.substr(first, end - first);
 }
 
 // What follows `position`, nothing when the text does not reach that far.
-std::wstring From(const std::wstring& text, std::size_t position) {
-    return position < text.size() ? text.substr(position) : std::wstring();
+std::wstring_view From(std::wstring_view text, std::size_t position) {
+    return position < text.size() ? text.substr(position) : std::wstring_view();
 }
 
-std::int32_t Int32Field(const std::wstring& field) {
+std::int32_t Int32Field(std::wstring_view field) {
     const auto number = ParseInt32(field);
     if (!number) throw RuntimeError(ErrorNumber::TypeMismatch);
     return *number;
 }
 
-std::int16_t Int16Field(const std::wstring& field) {
+std::int16_t Int16Field(std::wstring_view field) {
     const auto number = ParseInt16(field);
     if (!number) throw RuntimeError(ErrorNumber::TypeMismatch);
     return *number;
@@ -39,15 +39,15 @@ std::int16_t Int16Field(const std::wstring& field) {
 }  // namespace
 
 bool IsClipNode(const Node* node) {
-    return IsOfKind(node, L'C');
+    return IsOfKind(node, 'C');
 }
 
 bool IsProfileNode(const Node* node) {
-    return IsOfKind(node, L'P');
+    return IsOfKind(node, 'P');
 }
 
 bool IsStructureNode(const Node* node) {
-    return IsOfKind(node, L'S');
+    return IsOfKind(node, 'S');
 }
 
 std::wstring MakeProfileTag(std::int32_t counter, const std::wstring& directory, bool globalFlag,
@@ -79,9 +79,9 @@ void ParseClipTag(const std::wstring& tag, std::int32_t& clipNumber, std::int16_
     if (tag.empty()) return;
     const std::size_t first = tag.find(kSeparator, kFirstField);
     if (first == std::wstring::npos) throw RuntimeError(ErrorNumber::InvalidArgument);
-    const std::wstring head = Between(tag, kFirstField, first);
+    const std::wstring_view head = Between(tag, kFirstField, first);
     const std::size_t comma = head.find(L',');
-    if (comma == std::wstring::npos) return;
+    if (comma == std::wstring_view::npos) return;
     clipNumber = Int32Field(head.substr(0, comma));
     formatCount = Int16Field(head.substr(comma + 1));
     const std::size_t second = tag.find(kSeparator, first + 1);
@@ -95,7 +95,7 @@ std::wstring MakeStructureTag(const std::wstring& info) {
 }
 
 std::wstring ParseStructureTag(const std::wstring& tag) {
-    return From(tag, kFirstField);
+    return std::wstring(From(tag, kFirstField));
 }
 
 std::wstring TreeDataFilePath(const std::wstring& directory) {
