@@ -3,6 +3,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include <malloc.h>
+
 #include <string>
 
 #include "engine/flows/Search.h"
@@ -12,6 +14,7 @@
 #include "engine/views/ListUpdate.h"
 #include "engine/views/PreviewText.h"
 #include "fake/FakePlatform.h"
+#include "platform/SafeFile.h"
 
 namespace {
 
@@ -44,6 +47,35 @@ void SaveProfile(benchmark::State& state) {
         benchmark::DoNotOptimize(Save(bench));
 }
 BENCHMARK(SaveProfile)->Apply(Sizes);
+
+// A new clip at the end of the profile, which counts it, and its save; what is put off until nobody waits
+// does not count.
+void SaveCapture(benchmark::State& state) {
+    Bench bench(state.range(0));
+    Save(bench);
+    Node& folder = *bench.profile->LastChild();
+    for (auto _ : state) {
+        state.PauseTiming();
+        FinishSave(kFile);
+        state.ResumeTiming();
+        Node& clip = bench.nodes.Add(&folder, NodeRelation::Child, L"Ein neuer Clip", L"Clip");
+        clip.SetTag(MakeClipTag(bench.nodes.Count(), 5, L"15.11.1999 13:10:00", L""));
+        bench.profile->SetTag(MakeProfileTag(bench.nodes.Count(), L"D:\\Clips", false, L""));
+        benchmark::DoNotOptimize(Save(bench));
+    }
+}
+BENCHMARK(SaveCapture)->Apply(Sizes);
+
+// What a clip takes of the memory, with what the machine takes for each of its blocks.
+void MemoryOfNodes(benchmark::State& state) {
+    for (auto _ : state) {
+        const std::size_t before = mallinfo2().uordblks;
+        Bench bench(state.range(0));
+        state.counters["bytes_per_clip"] =
+            static_cast<double>(mallinfo2().uordblks - before) / static_cast<double>(state.range(0));
+    }
+}
+BENCHMARK(MemoryOfNodes)->Apply(Sizes)->Iterations(1);
 
 void LoadProfile(benchmark::State& state) {
     Bench bench(state.range(0));
@@ -109,6 +141,19 @@ void RenameInSortedFolder(benchmark::State& state) {
         clip.SetText((front = !front) ? L"0" : L"9");
 }
 BENCHMARK(RenameInSortedFolder)->Apply(Sizes);
+
+// A clip is taken into the middle of a sorted folder, and goes again.
+void CaptureIntoSortedFolder(benchmark::State& state) {
+    NodeCollection nodes;
+    Node& folder = nodes.Add(nullptr, NodeRelation::Last, L"Ordner", {});
+    for (std::int64_t i = 0; i < state.range(0); ++i)
+        nodes.Add(&folder, NodeRelation::Child, std::to_wstring(1'000'000 + i), {});
+    folder.SetSorted(true);
+    const std::wstring middle = std::to_wstring(1'000'000 + state.range(0) / 2);
+    for (auto _ : state)
+        nodes.Remove(nodes.Add(&folder, NodeRelation::Child, middle, L"Clip"));
+}
+BENCHMARK(CaptureIntoSortedFolder)->Apply(Sizes);
 
 // Many roots, as a damaged file has them.
 void RemoveManyRoots(benchmark::State& state) {
