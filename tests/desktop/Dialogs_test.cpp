@@ -1,11 +1,9 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <fstream>
 
 #include "desktop/Input.h"
 #include "desktop/ProgramTest.h"
-#include "desktop/TaskBar.h"
 
 // Every dialog by the keyboard alone, and what it leaves behind in tree, files and settings.
 
@@ -53,10 +51,6 @@ class Dialogs : public ProgramTest {
     static void Cancel(Window dialog) {
         Press(VK_ESCAPE);
         Driver::WaitUntilGone(dialog);
-    }
-    static std::string FileBytes(const std::filesystem::path& path) {
-        std::ifstream file(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
     }
 };
 
@@ -110,26 +104,6 @@ TEST_F(Dialogs, Folder_NameAndInfoComeBack) {
     Cancel(shown);
     nxclip_.Restart();
     nxclip_.WaitForTree(L"Profil [Camera] open\n  Käse & Brot [Structure]\n");
-}
-
-TEST_F(Dialogs, FormatSet_MadeFromTheClipboardNamesTheNextClip) {
-    StartWithProfile();
-    PutFormats(PrivateOffers());
-    const Window sets = Open(m_extra_fs, L"Formatsätze");
-    PressAlt('N');
-    const Window rename = InFront(L"Formatsatznamen ändern");
-    EXPECT_EQ(rename.TextOf(txtOld), L"<unbekannt>");
-    Type(L"Eigenes");
-    Confirm(rename);
-    BringToFront(sets);
-    EXPECT_EQ(ListBoxLines(sets.Control(lstAlias)).back(), L"Eigenes");
-    PressAlt('N');
-    EXPECT_NE(nxclip_.AnswerNotice().find(L"Eigenes"), std::wstring::npos) << "known already";
-    BringToFront(sets);
-    Confirm(sets);
-    EXPECT_EQ(nxclip_.Snap().text, L"Eigenes");
-    EXPECT_EQ(nxclip_.Quit(), 0u);
-    EXPECT_NE(FileBytes(nxclip_.Directory() / L"NXClip.nxf").find("Eigenes"), std::string::npos);
 }
 
 TEST_F(Dialogs, Profile_HiddenAndImportedAgain) {
@@ -241,17 +215,6 @@ TEST_F(Dialogs, EveryDialog_IsSeenWhole) {
         dialog.Close();
         Driver::WaitUntilGone(dialog);
     }
-}
-
-TEST_F(Dialogs, HotKey_BringsTheHiddenWindowBack) {
-    const TaskBar bar;
-    StartWithProfile();
-    ShowWindow(nxclip_.Main().Handle(), SW_MINIMIZE);
-    WaitFor("the window to hide in the notification area", [&] { return !nxclip_.Main().Visible(); });
-    PressKeys({VK_CONTROL, VK_MENU, 'L'});
-    WaitFor("the window to come back",
-            [&] { return nxclip_.Main().Visible() && !nxclip_.Main().Minimised(); });
-    WaitFor("it to be in front", [&] { return GetForegroundWindow() == nxclip_.Main().Handle(); });
 }
 
 }  // namespace

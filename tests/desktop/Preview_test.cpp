@@ -2,14 +2,13 @@
 
 #include "desktop/ProgramTest.h"
 
-// Which tab of the preview comes to the front, and what becomes of a picture that has to be decoded first.
+// What becomes of a picture that has to be decoded before it is shown.
 
 namespace {
 
 class Preview : public ProgramTest {
  protected:
     static UINT Png() { return FormatNumber(L"PNG"); }
-    static UINT RichText() { return FormatNumber(L"Rich Text Format"); }
     // Two pixels, one of them half transparent.
     static std::string Picture() {
         constexpr char kBytes[] =
@@ -19,37 +18,12 @@ class Preview : public ProgramTest {
             "\x60\x82";
         return {kBytes, sizeof kBytes - 1};
     }
-    void ExpectTab(int tab, const char* why) const {
-        EXPECT_EQ(nxclip_.FormatTab().Selected(), tab) << why;
-        EXPECT_EQ(nxclip_.Main().Control(tbPreviewText).Visible(), tab == 0) << why;
-        const Window picture = nxclip_.Main().FindControl(picPreviewDIB);
-        EXPECT_EQ(picture && picture.Visible(), tab == 2) << why;
-    }
 };
-
-TEST_F(Preview, Tab_FollowsTheClipAndReturnsToTheChosenOne) {
-    StartWithProfile();
-    const TreeLine both = SnapOf({{CF_TEXT, std::string("Text\0", 5)}, {RichText(), "{\\rtf1 x}"}});
-    ExpectTab(0, "there is text");
-    SnapOf({{RichText(), "{\\rtf1 y}"}});
-    ExpectTab(1, "there is rich text alone");
-    nxclip_.Tree().Select(both.item);
-    ExpectTab(0, "nobody has chosen another");
-    SnapOf({{Private(), "private"}});
-    ExpectTab(0, "there is nothing to show");
-    const std::wstring text = nxclip_.Main().TextOf(tbPreviewText);
-    EXPECT_EQ(text, L"");
-    nxclip_.FormatTab().Select(1);
-    nxclip_.Tree().Select(both.item);
-    ExpectTab(1, "chosen by hand");
-    const std::vector<Window> boxes = nxclip_.Main().Children();
-    EXPECT_EQ(std::ranges::count(boxes, int{tbPreviewRtf}, &Window::Number), 1) << "made once";
-}
 
 TEST_F(Preview, Png_IsDecodedOrRefused) {
     StartWithProfile();
     SnapOf({{Png(), Picture()}});
-    ExpectTab(2, "a picture");
+    EXPECT_TRUE(nxclip_.Main().Control(picPreviewDIB).Visible());
     EXPECT_TRUE(nxclip_.Quiet());
     std::string damaged = Picture();
     std::fill(damaged.begin() + 40, damaged.end() - 20, '\x55');
