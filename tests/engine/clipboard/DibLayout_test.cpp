@@ -94,6 +94,7 @@ TEST(DibLayout, CheckRunLengths_StayWithinThePicture) {
     EXPECT_FALSE(rle8({5, 7, 0, 1})) << "past the right edge";
     EXPECT_FALSE(rle8({4, 7, 0, 0, 4, 7, 0, 0, 1, 7, 0, 1})) << "past the last line";
     EXPECT_FALSE(rle8({0, 2, 200, 0, 0, 1})) << "a step out";
+    EXPECT_FALSE(rle8({4, 7, 0, 2, 1, 0, 0, 1})) << "a step past the edge";
     EXPECT_FALSE(rle8({0, 4, 1})) << "cut short";
     EXPECT_TRUE(rle8({4, 7, 0, 0, 4, 9})) << "no end mark, but all lines";
     EXPECT_FALSE(rle8({4, 7})) << "no end mark, and a line is missing";

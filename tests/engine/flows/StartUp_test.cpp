@@ -68,7 +68,6 @@ TEST_F(StartUpTest, StartUp_SetsEverythingUpInItsOrder) {
     EXPECT_EQ(FormatSetFile, L"C:\\PROGRAMME\\NXCLIP\\NXClip.nxf");
     EXPECT_EQ(HelpFile, L"C:\\PROGRAMME\\NXCLIP\\Nxclip.hlp");
     EXPECT_FALSE(FormatSetsChanged);
-    EXPECT_EQ(FormatSets().Count(), 0);
     EXPECT_NE(DraggedNodeFormat(), 0);
     EXPECT_NE(OwnMarkerFormat, 0);
     EXPECT_EQ(Options().UserInfo, L"");

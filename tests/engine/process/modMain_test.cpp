@@ -11,7 +11,6 @@ TEST_F(modMainTest, AddBackslash_TrimsCapitalisesAndEndsWithOneBackslash) {
     EXPECT_EQ(AddBackslash(L"c:\\data\\"), L"C:\\DATA\\");
     EXPECT_EQ(AddBackslash(L"D:\\Übersicht"), L"D:\\ÜBERSICHT\\");
     EXPECT_EQ(AddBackslash(L""), L"\\");
-    EXPECT_EQ(AddBackslash(L"   "), L"\\");
 }
 
 TEST_F(modMainTest, SetTopless_TellsOnlyOfARefusal) {

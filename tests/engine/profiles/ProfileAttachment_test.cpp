@@ -54,7 +54,6 @@ TEST_F(ProfileAttachmentTest, LoadListedProfiles_KeepsTheirOrderAndWhatCannotBeL
     EXPECT_EQ(fake.user.messages[0].text, L"Profil \"Stick\" konnte nicht geladen werden");
     ASSERT_EQ(fake.user.questions.size(), 2u) << "only where the directory itself is gone";
     EXPECT_EQ(fake.user.pointer, PointerShape::Normal);
-    fake.files.AddDrive(L"E:");
     Write(L"E:\\Stick", {{L"P&0&x&0&", L"Stick", 0}});
     EXPECT_NE(actions.ImportProfileDirect(L"E:\\Stick"), nullptr) << "the entry waits for it";
     EXPECT_EQ(Profiles().Count(), 4);
