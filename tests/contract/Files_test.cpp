@@ -1,7 +1,5 @@
 #include "platform/Files.h"
 
-#include <algorithm>
-
 #include "contract/ContractTest.h"
 
 namespace {

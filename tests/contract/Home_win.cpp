@@ -144,8 +144,6 @@ class WindowsHome : public Home {
     }
     void OtherReleases() override { holder_ = {}; }
 
-    unsigned CodePage() override { return GetACP(); }
-
  private:
     // One of the small programs that stand for the rest of the world; they lie below this one.
     static std::wstring Tool(const std::wstring& name) {

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include <windows.h>
 
 #include "desktop/Input.h"
@@ -16,6 +18,15 @@ class Commands : public ProgramTest {
         nxclip_.Tree().Select(L"Profil");
         SnapOf(PrivateOffers());
         nxclip_.WaitForTree(L"Profil [Camera] open\n  Ordner [Structure]\n  Clip [Clip]\n");
+    }
+    // Two pixels, one of them half transparent.
+    static std::string Png() {
+        constexpr char kBytes[] =
+            "\x89\x50\x4e\x47\x0d\x0a\x1a\x0a\x00\x00\x00\x0d\x49\x48\x44\x52\x00\x00\x00\x02\x00\x00\x00\x01"
+            "\x08\x06\x00\x00\x00\xf4\x22\x7f\x8a\x00\x00\x00\x11\x49\x44\x41\x54\x78\x9c\x63\xf8\xcf\xc0\xd0"
+            "\xc0\xf0\x9f\xe1\x3f\x00\x0e\x7d\x03\x7e\xea\xf6\x93\xc0\x00\x00\x00\x00\x49\x45\x4e\x44\xae\x42"
+            "\x60\x82";
+        return {kBytes, sizeof kBytes - 1};
     }
     // Types a name into the edit that is open in the tree and returns what stood there before.
     std::wstring TypeName(const std::wstring& name) {
@@ -99,6 +110,18 @@ TEST_F(Commands, Preview_ShowsTextAndRichTextOfTheClip) {
     SnapOf({{CF_TEXT, lines + '\0'}});
     WaitFor("the rest of a long text",
             [&] { return nxclip_.Main().TextOf(tbPreviewText) == std::wstring(lines.begin(), lines.end()); });
+}
+
+TEST_F(Commands, PreviewOfPng_IsDecodedOrRefused) {
+    StartWithProfile();
+    SnapOf({{FormatNumber(L"PNG"), Png()}});
+    EXPECT_TRUE(nxclip_.Main().Control(picPreviewDIB).Visible());
+    EXPECT_TRUE(nxclip_.Quiet());
+    std::string damaged = Png();
+    std::fill(damaged.begin() + 40, damaged.end() - 20, '\x55');
+    PutFormats({{FormatNumber(L"PNG"), damaged}});
+    nxclip_.Command(m_edit_insert);
+    EXPECT_EQ(nxclip_.AnswerNotice(), L"DIB konnte nicht geladen werden");
 }
 
 TEST_F(Commands, Drag_MovesAndWithControlCopiesAClipWithItsFile) {

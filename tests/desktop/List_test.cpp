@@ -1,7 +1,5 @@
 #include <windows.h>
 
-#include <string>
-
 #include "desktop/Input.h"
 #include "desktop/ProgramTest.h"
 

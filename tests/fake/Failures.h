@@ -17,7 +17,6 @@ enum class Operation {
     FilesCopy,
     FilesMakeDirectory,
     SettingsWrite,
-    WindowsSetAlwaysOnTop,
     WindowsAddAtom,
     WindowsAddHotKey,
     Other,

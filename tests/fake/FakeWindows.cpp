@@ -48,14 +48,6 @@ std::wstring FakeWindows::Title(WindowHandle window, int most) {
     return title.substr(0, std::min(title.find(L'\0'), static_cast<std::size_t>(most)));
 }
 
-bool FakeWindows::SetAlwaysOnTop(WindowHandle window, bool onTop) {
-    const bool fails = failures_.Strikes(Operation::WindowsSetAlwaysOnTop);
-    const auto found = windows_.find(window);
-    if (fails || found == windows_.end()) return false;
-    found->second.onTop = onTop;
-    return true;
-}
-
 std::uint16_t FakeWindows::AddGlobalAtom(const std::string& text) {
     if (failures_.Strikes(Operation::WindowsAddAtom) || text.empty() || text.size() > kLongestAtom) return 0;
     for (auto& [number, atom] : atoms_)
@@ -117,11 +109,6 @@ ProcedureAddress FakeWindows::AddProcedure(Procedure procedure) {
 ProcedureAddress FakeWindows::ProcedureOf(WindowHandle window) const {
     const auto found = windows_.find(window);
     return found == windows_.end() ? ProcedureAddress::None : found->second.procedure;
-}
-
-bool FakeWindows::IsAlwaysOnTop(WindowHandle window) const {
-    const auto found = windows_.find(window);
-    return found != windows_.end() && found->second.onTop;
 }
 
 bool FakeWindows::PressHotKey(std::uint32_t modifiers, std::uint32_t key) {

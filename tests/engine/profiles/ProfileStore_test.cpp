@@ -114,9 +114,11 @@ TEST_F(ProfileStoreTest, SaveProfile_AFileThatAnotherProgramChangedIsNotOverwrit
     EXPECT_TRUE(SaveAllProfiles(tree));
     EXPECT_TRUE(fake.user.questions.empty()) << "the same bytes at another time are no change";
 
-    Write(L"C:\\P", {{L"P&0&C:\\P&0&", L"anderes", 0}});
+    FinishSave(file);
+    std::string other = *fake.files.Bytes(file);
+    ++other.back();  // of the same length
+    fake.files.SetBytes(file, other);
     touch();
-    const auto other = fake.files.Bytes(file);
     AddFolder(Get(L"P"), L"noch eins");
     EXPECT_FALSE(SaveAllProfiles(tree));
     ASSERT_EQ(fake.user.questions.size(), 1u);

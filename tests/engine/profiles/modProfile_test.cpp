@@ -1,7 +1,5 @@
 #include "engine/profiles/modProfile.h"
 
-#include <limits>
-
 #include "engine/profiles/ProfileWorldTest.h"
 #include "platform/RuntimeError.h"
 

@@ -100,21 +100,14 @@ TEST_F(CTreeViewExFileTest, BuildSubTreeFromData_StopsAtADepthThatLeadsNowhere) 
 
 TEST_F(CTreeViewExFileTest, SaveAndLoad_OfRandomTreesGiveThemBack) {
     std::mt19937 random(3);
-    const auto value = [&]() -> ImageValue {
-        switch (random() % 6) {
-            case 0:
-                return {};
-            case 1:
-                return NullValue{};
-            case 2:
-                return static_cast<std::int16_t>(random());
-            case 3:
-                return static_cast<std::int32_t>(random());
-            case 4:
-                return random() % 2 == 0;
-            default:
-                return std::wstring(random() % 20, L'ß');
-        }
+    const auto value = [&] {
+        const ImageValue kinds[] = {ImageValue(),
+                                    NullValue{},
+                                    static_cast<std::int16_t>(random()),
+                                    static_cast<std::int32_t>(random()),
+                                    random() % 2 == 0,
+                                    std::wstring(random() % 20, L'ß')};
+        return kinds[random() % 6];
     };
     for (int round = 0; round < 40; ++round) {
         nodes.Clear();
@@ -237,14 +230,11 @@ TEST_F(CTreeViewExFileTest, Load_OfADamagedFileIsToldAndLeavesTheTree) {
     Save(nodes.Root());
     FinishSave(kFile);
     std::string bytes = *fake.files.Bytes(kFile);
-    fake.files.SetBytes(kFile, bytes.substr(0, bytes.size() - 1));
-    EXPECT_EQ(Load(), nullptr);
-    EXPECT_NE(TakeMessage().find(L"|Strukturladefehler 62"), std::wstring::npos);
-    EXPECT_EQ(tree.Data(), TreeData{});
     bytes[3] = '\x7F';  // two thousand million nodes
     fake.files.SetBytes(kFile, bytes);
     EXPECT_EQ(Load(), nullptr);
     EXPECT_NE(TakeMessage().find(L"|Strukturladefehler 9"), std::wstring::npos);
+    EXPECT_EQ(tree.Data(), TreeData{});
     EXPECT_EQ(Outline(nodes), L"P(a)");
 }
 
