@@ -59,6 +59,7 @@ TEST(ByteBuffer, Text_LongestFitsAndOneMoreIsRefused) {
     EXPECT_TRUE(FitsStoredText(longest));
     EXPECT_FALSE(FitsStoredText(longest + L'x'));
     EXPECT_EQ(ErrorNumberOf([&] { writer.Text(longest + L'x'); }), static_cast<int>(ErrorNumber::Overflow));
+    EXPECT_EQ(writer.Image().size(), 2 + longest.size()) << "nothing of it is left";
 }
 
 }  // namespace
