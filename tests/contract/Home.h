@@ -18,12 +18,8 @@ class Home {
                                                      MessageParameter wParam, MessageParameter lParam)>;
     struct FormatBytes {
         FormatNumber format;
-        std::string bytes;  // a metafile's bits for 3 and 14, nothing for a bitmap
-        bool late = false;  // announced only, given when somebody asks
-    };
-    struct Box {
-        std::wstring text;
-        std::wstring title;
+        std::string bytes;  // a metafile's bits for 3 and 14
+        bool late = false;  // announced only, given when somebody asks, as are those copied with it
     };
 
     virtual ~Home() = default;
@@ -35,7 +31,7 @@ class Home {
     // Windows live until their end or until the home's.
     virtual WindowHandle MakeWindow(const std::wstring& title, Procedure procedure) = 0;
     virtual void EndWindow(WindowHandle window) = 0;
-    // A procedure for ExchangeProcedure, at most four in a test.
+    // A procedure for ExchangeProcedure, one in a test.
     virtual ProcedureAddress MakeProcedure(Procedure procedure) = 0;
     // Lets messages arrive until the condition holds; false when it does not within some seconds.
     virtual bool PumpUntil(const std::function<bool()>& condition) = 0;
@@ -51,10 +47,4 @@ class Home {
     // Opens the clipboard and keeps it open until OtherReleases.
     virtual void OtherHolds() = 0;
     virtual void OtherReleases() = 0;
-
-    // Runs `show`, which shows a message box or a question, and answers it; returns what was seen.
-    virtual Box Answer(bool yes, const std::function<void()>& show) = 0;
-
-    // The code page of ANSI texts.
-    virtual unsigned CodePage() = 0;
 };

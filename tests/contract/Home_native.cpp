@@ -41,27 +41,9 @@ class FakeHome : public Home {
     void OtherHolds() override { fake_.clipboard.OtherProgramHolds(1'000'000); }
     void OtherReleases() override { fake_.clipboard.OtherProgramHolds(0); }
 
-    Box Answer(bool yes, const std::function<void()>& show) override {
-        fake_.user.answers = {yes};
-        const std::size_t told = fake_.user.messages.size(), asked = fake_.user.questions.size();
-        show();
-        fake_.user.answers.clear();
-        Box box;
-        if (fake_.user.messages.size() > told)
-            box = {fake_.user.messages.back().text, fake_.user.messages.back().title};
-        if (fake_.user.questions.size() > asked)
-            box = {fake_.user.questions.back().text, fake_.user.questions.back().title};
-        if (box.title.empty()) box.title = L"NXClip";  // the fake notes what it was given
-        return box;
-    }
-
-    unsigned CodePage() override { return 1252; }
-
  private:
     static FakeClipboard::Offer OfferOf(const FormatBytes& one) {
         switch (one.format) {
-            case 2:
-                return FakeClipboard::GdiObject(2);
             case 3:
                 return FakeClipboard::Picture(one.bytes);
             case 14:

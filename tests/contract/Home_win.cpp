@@ -2,11 +2,16 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
+#include <algorithm>
+#include <filesystem>
+#include <future>
 #include <map>
+#include <thread>
 
 #include "contract/Home.h"
-#include "contract/OtherProgram.h"
+#include "desktop/Process.h"
+#include "desktop/ScratchDirectory.h"
+#include "desktop/WholeFile.h"
 #include "platform/win32/SystemHandles.h"
 #include "platform/win32/SystemPath.h"
 #include "platform/win32/Win32Platform.h"
@@ -17,8 +22,11 @@ constexpr const wchar_t* kWindowClass = L"ContractHome";
 constexpr ULONGLONG kPumpLimit = 10'000;  // milliseconds
 constexpr UINT kPollEvery = 5;            // milliseconds
 
+// In front of a metafile picture's bits: mapping mode, width, height, 0.
+const std::string kPictureHeader("\x08\0\0\0\x64\0\0\0\x64\0\0\0\0\0\0\0", 16);
+
 std::map<HWND, Home::Procedure> windowProcedures;
-std::array<Home::Procedure, 4> slotProcedures;
+Home::Procedure exchangedProcedure;
 
 bool IsForTests(UINT message) {
     return (message >= WM_RENDERFORMAT && message <= WM_CHANGECBCHAIN) || message == WM_HOTKEY ||
@@ -32,14 +40,10 @@ LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARA
     return found->second(EngineWindow(window), message, static_cast<MessageParameter>(wParam), lParam);
 }
 
-template <std::size_t Slot>
-LRESULT CALLBACK SlotProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT CALLBACK ExchangedProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (!IsForTests(message)) return DefWindowProcW(window, message, wParam, lParam);
-    return slotProcedures[Slot](EngineWindow(window), message, static_cast<MessageParameter>(wParam), lParam);
+    return exchangedProcedure(EngineWindow(window), message, static_cast<MessageParameter>(wParam), lParam);
 }
-
-constexpr std::array<WNDPROC, 4> kSlots = {SlotProcedure<0>, SlotProcedure<1>, SlotProcedure<2>,
-                                           SlotProcedure<3>};
 
 void RegisterWindowClass() {
     WNDCLASSW windowClass = {};
@@ -49,72 +53,17 @@ void RegisterWindowClass() {
     RegisterClassW(&windowClass);  // again with each home is no harm
 }
 
-void RemoveTree(const std::wstring& directory) {
-    WIN32_FIND_DATAW found;
-    const UniqueFind find(FindFirstFileW(SystemPath(directory + L"*").c_str(), &found));
-    if (find.IsSet()) {
-        do {
-            const std::wstring name = found.cFileName;
-            if (name == L"." || name == L"..") continue;
-            const std::wstring path = SystemPath(directory + name);
-            if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
-                RemoveTree(directory + name + L"\\");
-                continue;
-            }
-            SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-            DeleteFileW(path.c_str());
-        } while (FindNextFileW(find.Get(), &found));
-    }
-    RemoveDirectoryW(SystemPath(directory).c_str());
-}
-
-std::wstring TextOf(HWND window) {
-    wchar_t text[1024];
-    return std::wstring(text, static_cast<std::size_t>(GetWindowTextW(window, text, 1024)));
-}
-
-// Looks for this thread's message box whenever the box's own message loop lets the timer run.
-struct BoxWatch {
-    bool yes = false;
-    Home::Box seen;
-};
-BoxWatch watch;
-
-BOOL CALLBACK AnswerIfBox(HWND window, LPARAM) {
-    wchar_t className[16];
-    GetClassNameW(window, className, 16);
-    if (std::wstring(className) != L"#32770" || !IsWindowVisible(window)) return TRUE;
-    constexpr int kTextOfBox = 65535;
-    watch.seen = {TextOf(GetDlgItem(window, kTextOfBox)), TextOf(window)};
-    for (const int button : {watch.yes ? IDYES : IDNO, IDOK, IDCANCEL})
-        if (GetDlgItem(window, button) != nullptr) {
-            PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(button), 0);
-            break;
-        }
-    return FALSE;
-}
-
-void CALLBACK LookForBox(HWND, UINT, UINT_PTR, DWORD) {
-    EnumThreadWindows(GetCurrentThreadId(), AnswerIfBox, 0);
-}
-
 class WindowsHome : public Home {
  public:
-    WindowsHome() : before_(UsePlatform(&ports_)) {
-        RegisterWindowClass();
-        wchar_t temporary[MAX_PATH];
-        GetTempPathW(MAX_PATH, temporary);
-        directory_ = std::wstring(temporary) + L"contract" + std::to_wstring(GetCurrentProcessId()) + L"\\";
-        RemoveTree(directory_);
-        CreateDirectoryW(directory_.c_str(), nullptr);
-    }
+    WindowsHome() : before_(UsePlatform(&ports_)) { RegisterWindowClass(); }
 
     ~WindowsHome() override {
         while (!windowProcedures.empty())
             EndWindow(EngineWindow(windowProcedures.begin()->first));
-        slotProcedures = {};
         RegDeleteTreeW(HKEY_CURRENT_USER, SettingsRoot().c_str());
-        RemoveTree(directory_);
+        // Some of its paths are too long for those who do not ask for it.
+        std::error_code ignored;
+        std::filesystem::remove_all(L"\\\\?\\" + scratch_.Path().wstring(), ignored);
         UsePlatform(before_);
     }
 
@@ -133,13 +82,8 @@ class WindowsHome : public Home {
     }
 
     ProcedureAddress MakeProcedure(Procedure procedure) override {
-        for (std::size_t slot = 0; slot < kSlots.size(); ++slot)
-            if (!slotProcedures[slot]) {
-                slotProcedures[slot] = std::move(procedure);
-                return static_cast<ProcedureAddress>(reinterpret_cast<std::uintptr_t>(kSlots[slot]));
-            }
-        ADD_FAILURE() << "no procedure is left";
-        return ProcedureAddress::None;
+        exchangedProcedure = std::move(procedure);
+        return static_cast<ProcedureAddress>(reinterpret_cast<std::uintptr_t>(ExchangedProcedure));
     }
 
     bool PumpUntil(const std::function<bool()>& condition) override {
@@ -161,27 +105,55 @@ class WindowsHome : public Home {
                            readOnly ? FILE_ATTRIBUTE_READONLY : FILE_ATTRIBUTE_NORMAL);
     }
 
-    WindowHandle OtherWindow() override { return EngineWindow(OtherProgram::Instance().Window()); }
+    WindowHandle OtherWindow() override { return EngineWindow(FindWindowW(L"NXClip.ClipPut", nullptr)); }
     void OtherCopies(const std::vector<FormatBytes>& formats) override {
-        OtherProgram::Instance().Copy(formats);
+        std::wstring command = Tool(L"clipput");
+        if (std::any_of(formats.begin(), formats.end(), [](const FormatBytes& one) { return one.late; }))
+            command += L" --delayed";
+        for (const FormatBytes& one : formats) {
+            const std::wstring file = directory_ + L"offer" + std::to_wstring(one.format);
+            WriteWholeFile(file, (one.format == CF_METAFILEPICT ? kPictureHeader : "") + one.bytes);
+            command += L" \"" + NameOf(one.format) + L"=" + file + L"\"";
+        }
+        auto next = std::make_unique<Process>(command, L"", directory_ + L"said");
+        const auto hasCopied = [&] {
+            DWORD owner = 0;
+            GetWindowThreadProcessId(GetClipboardOwner(), &owner);
+            return owner == next->Id() && GetOpenClipboardWindow() == nullptr;
+        };
+        EXPECT_TRUE(PumpUntil(hasCopied));
+        other_ = std::move(next);
     }
     std::optional<std::string> OtherReads(FormatNumber format) override {
-        return OtherProgram::Instance().Read(format);
+        const std::wstring file = directory_ + L"read";
+        Process reader(Tool(L"clipget") + L" \"" + NameOf(format) + L"\" \"" + file + L"\"", L"",
+                       directory_ + L"said");
+        if (reader.WaitForEnd() != 0) return std::nullopt;
+        return ReadWholeFile(file).substr(format == CF_METAFILEPICT ? kPictureHeader.size() : 0);
     }
-    void OtherHolds() override { OtherProgram::Instance().Hold(); }
-    void OtherReleases() override { OtherProgram::Instance().Release(); }
-
-    Box Answer(bool yes, const std::function<void()>& show) override {
-        watch = {yes, {}};
-        const UINT_PTR timer = SetTimer(nullptr, 0, kPollEvery, LookForBox);
-        show();
-        KillTimer(nullptr, timer);
-        return watch.seen;
+    void OtherHolds() override {
+        std::promise<void> holds;
+        holder_ = std::jthread([&](std::stop_token stop) {
+            OpenClipboard(nullptr);
+            holds.set_value();
+            while (!stop.stop_requested())
+                Sleep(kPollEvery);
+            CloseClipboard();
+        });
+        holds.get_future().wait();
     }
-
-    unsigned CodePage() override { return GetACP(); }
+    void OtherReleases() override { holder_ = {}; }
 
  private:
+    // One of the small programs that stand for the rest of the world; they lie below this one.
+    static std::wstring Tool(const std::wstring& name) {
+        return L"\"" + (OwnDirectory() / L"desktop" / name).wstring() + L"\"";
+    }
+    static std::wstring NameOf(FormatNumber format) {
+        wchar_t name[256];
+        const int length = GetClipboardFormatNameW(static_cast<UINT>(format), name, 256);
+        return length > 0 ? std::wstring(name, static_cast<std::size_t>(length)) : std::to_wstring(format);
+    }
     static std::wstring SettingsRoot() {
         return L"Software\\NXClip Contract " + std::to_wstring(GetCurrentProcessId());
     }
@@ -192,7 +164,10 @@ class WindowsHome : public Home {
     Platform ports_{win32_.clipboard, win32_.memory, win32_.metafiles, win32_.files,
                     settings_,        win32_.user,   win32_.windows,   win32_.clock};
     Platform* before_;
-    std::wstring directory_;
+    const ScratchDirectory scratch_;
+    const std::wstring directory_ = scratch_.Path().wstring() + L"\\";
+    std::unique_ptr<Process> other_;
+    std::jthread holder_;
 };
 
 }  // namespace

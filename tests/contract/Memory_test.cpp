@@ -1,7 +1,5 @@
 #include "platform/Memory.h"
 
-#include <limits>
-
 #include "contract/ContractTest.h"
 
 namespace {

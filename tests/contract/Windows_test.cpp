@@ -5,7 +5,6 @@
 namespace {
 
 constexpr std::uint32_t kOwnMessage = 0x8000 + 7;
-constexpr std::uint32_t kAlt = 1, kControl = 2;
 
 class WindowContract : public ContractTest {
  protected:
@@ -49,20 +48,4 @@ TEST_F(WindowContract, ExchangeProcedure_NewOneAnswersAndOldOneCanBeCalledAndPut
     EXPECT_EQ(windows.ExchangeProcedure(window, old), replacement);
     EXPECT_EQ(windows.Deliver(window, kOwnMessage, 1, -5), 101);
     EXPECT_EQ(windows.ExchangeProcedure(MakeGone(), replacement), ProcedureAddress::None);
-}
-
-TEST_F(WindowContract, HotKey_IsTakenOnceAndFreeAgainAfterwards) {
-    constexpr std::int32_t kIdentifier = -16340;  // as an atom's number becomes one
-    const WindowHandle window = MakeWindow(), other = MakeWindow();
-    EXPECT_TRUE(windows.AddHotKey(window, kIdentifier, kAlt | kControl, 'X'));
-    EXPECT_FALSE(windows.AddHotKey(other, 5, kAlt | kControl, 'X'));
-    EXPECT_TRUE(windows.AddHotKey(other, 5, kAlt | kControl, 'Y'));
-    windows.RemoveHotKey(window, kIdentifier);
-    windows.RemoveHotKey(window, kIdentifier);
-    EXPECT_TRUE(windows.AddHotKey(other, 6, kAlt | kControl, 'X'));
-    home->EndWindow(other);  // takes its hot keys along
-    EXPECT_TRUE(windows.AddHotKey(window, kIdentifier, kAlt | kControl, 'Y'));
-    windows.RemoveHotKey(window, kIdentifier);
-    EXPECT_FALSE(windows.AddHotKey(WindowHandle::None, 7, kAlt | kControl, 'Z'));
-    EXPECT_FALSE(windows.AddHotKey(MakeGone(), 7, kAlt | kControl, 'Z'));
 }

@@ -1,35 +1,13 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <fstream>
 
 #include "desktop/Input.h"
 #include "desktop/ProgramTest.h"
-#include "desktop/TaskBar.h"
 
 // Every dialog by the keyboard alone, and what it leaves behind in tree, files and settings.
 
 namespace {
-
-// The font of messages and dialogs in another height, in pixels of the screen.
-class SystemFontScope {
- public:
-    explicit SystemFontScope(LONG height) {
-        before_.cbSize = sizeof before_;
-        SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof before_, &before_, 0);
-        NONCLIENTMETRICSW changed = before_;
-        changed.lfMessageFont.lfHeight = height;
-        SystemParametersInfoW(SPI_SETNONCLIENTMETRICS, sizeof changed, &changed, SPIF_UPDATEINIFILE);
-    }
-    ~SystemFontScope() {
-        SystemParametersInfoW(SPI_SETNONCLIENTMETRICS, sizeof before_, &before_, SPIF_UPDATEINIFILE);
-    }
-    SystemFontScope(const SystemFontScope&) = delete;
-    SystemFontScope& operator=(const SystemFontScope&) = delete;
-
- private:
-    NONCLIENTMETRICSW before_{};
-};
 
 class Dialogs : public ProgramTest {
  protected:
@@ -53,10 +31,6 @@ class Dialogs : public ProgramTest {
     static void Cancel(Window dialog) {
         Press(VK_ESCAPE);
         Driver::WaitUntilGone(dialog);
-    }
-    static std::string FileBytes(const std::filesystem::path& path) {
-        std::ifstream file(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
     }
 };
 
@@ -89,47 +63,6 @@ TEST_F(Dialogs, Options_AreAppliedAndKept) {
     EXPECT_EQ(nxclip_.Quit(), 0u);
     EXPECT_EQ(ReadSetting(L"Settings", L"MaxClipSize"), L"1234");
     EXPECT_EQ(ReadSetting(L"Settings", L"LockEdit"), L"0");
-}
-
-TEST_F(Dialogs, Folder_NameAndInfoComeBack) {
-    StartWithProfile();
-    const Window made = Open(m_edit_newstruct, L"Ordner-Eigenschaften");
-    Type(L"   ");
-    WaitFor("OK to be greyed", [&] { return !made.Control(cb_ok).Enabled(); });
-    PressAlt('N');
-    Type(L"Käse & Brot");
-    PressAlt('I');
-    Type(L"täglich & frisch");
-    Confirm(made);
-    nxclip_.WaitForTree(L"Profil [Camera] open\n  Käse & Brot [Structure]\n");
-
-    const Window shown = Open(mnuFileProperties, L"Ordner-Eigenschaften");
-    EXPECT_EQ(shown.TextOf(tbName), L"Käse & Brot");
-    EXPECT_EQ(shown.TextOf(tbInfo), L"täglich & frisch");
-    Type(L"Anders");
-    Cancel(shown);
-    nxclip_.Restart();
-    nxclip_.WaitForTree(L"Profil [Camera] open\n  Käse & Brot [Structure]\n");
-}
-
-TEST_F(Dialogs, FormatSet_MadeFromTheClipboardNamesTheNextClip) {
-    StartWithProfile();
-    PutFormats(PrivateOffers());
-    const Window sets = Open(m_extra_fs, L"Formatsätze");
-    PressAlt('N');
-    const Window rename = InFront(L"Formatsatznamen ändern");
-    EXPECT_EQ(rename.TextOf(txtOld), L"<unbekannt>");
-    Type(L"Eigenes");
-    Confirm(rename);
-    BringToFront(sets);
-    EXPECT_EQ(ListBoxLines(sets.Control(lstAlias)).back(), L"Eigenes");
-    PressAlt('N');
-    EXPECT_NE(nxclip_.AnswerNotice().find(L"Eigenes"), std::wstring::npos) << "known already";
-    BringToFront(sets);
-    Confirm(sets);
-    EXPECT_EQ(nxclip_.Snap().text, L"Eigenes");
-    EXPECT_EQ(nxclip_.Quit(), 0u);
-    EXPECT_NE(FileBytes(nxclip_.Directory() / L"NXClip.nxf").find("Eigenes"), std::string::npos);
 }
 
 TEST_F(Dialogs, Profile_HiddenAndImportedAgain) {
@@ -211,47 +144,6 @@ TEST_F(Dialogs, NewProfile_FromATemplateInANewDirectory) {
     WaitFor("the profile", [&] { return nxclip_.Tree().SelectedPath() == L"Aus Vorlage"; });
     EXPECT_GT(nxclip_.List().Count(), 0) << "the template's folders";
     EXPECT_TRUE(std::filesystem::exists(nxclip_.Directory() / L"Vorlagenprofil" / L"nxclip.nxp"));
-}
-
-// Large letters stand for a small screen: the dialogs have to become smaller than the letters want.
-TEST_F(Dialogs, EveryDialog_IsSeenWhole) {
-    const SystemFontScope large(-40);
-    StartWithProfile();
-    const RECT screen = Window(GetDesktopWindow()).Rectangle();
-    const std::pair<int, const wchar_t*> dialogs[] = {
-        {mnuViewOptions, L"Optionen"},
-        {mnuFileNew, L"Neue Profil"},
-        {mnuFileProperties, L"Profil-Eigenschaften"},
-        {m_edit_newstruct, L"Ordner-Eigenschaften"},
-        {m_importProfil, L"Profil importieren"},
-        {m_extra_fs, L"Formatsätze"},
-        {m_search, L"Suchen"},
-        {m_quickstart, L"Norvale - Der Manger für die Zwischenablage"},
-        {m_ext_diag, L"Clipboard Diagnose"},
-        {m_ext_fa, L"Formatabfragen"},
-        {mnuHelpAbout, L"Info zu NXClip"},
-    };
-    for (const auto& [command, title] : dialogs) {
-        nxclip_.Command(command);
-        const Window dialog = nxclip_.WaitForDialog(title);
-        const RECT place = dialog.Rectangle();
-        RECT seen;
-        IntersectRect(&seen, &place, &screen);
-        EXPECT_TRUE(EqualRect(&seen, &place)) << Utf8(title);
-        dialog.Close();
-        Driver::WaitUntilGone(dialog);
-    }
-}
-
-TEST_F(Dialogs, HotKey_BringsTheHiddenWindowBack) {
-    const TaskBar bar;
-    StartWithProfile();
-    ShowWindow(nxclip_.Main().Handle(), SW_MINIMIZE);
-    WaitFor("the window to hide in the notification area", [&] { return !nxclip_.Main().Visible(); });
-    PressKeys({VK_CONTROL, VK_MENU, 'L'});
-    WaitFor("the window to come back",
-            [&] { return nxclip_.Main().Visible() && !nxclip_.Main().Minimised(); });
-    WaitFor("it to be in front", [&] { return GetForegroundWindow() == nxclip_.Main().Handle(); });
 }
 
 }  // namespace

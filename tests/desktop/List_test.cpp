@@ -1,7 +1,5 @@
 #include <windows.h>
 
-#include <string>
-
 #include "desktop/Input.h"
 #include "desktop/ProgramTest.h"
 
@@ -97,38 +95,6 @@ TEST_F(List, Delete_WithNothingChosenDoesNothing) {
     Driver::WaitUntilGone(properties);
     WaitFor("the keyboard back in the text", [&] { return Focus().Number() == tbPreviewText; });
     EXPECT_EQ(nxclip_.Items().size(), 4u);
-}
-
-TEST_F(List, Keyboard_ComesBackFromOtherWindowsAndTheSplitter) {
-    StartWithList();
-    ChooseRow(2);
-    const HWND other = CreateWindowExW(0, L"STATIC", L"anderes", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr,
-                                       nullptr, nullptr, nullptr);
-    BringToFront(Window(other));
-    BringToFront(nxclip_.Main());
-    ExpectListAsBefore(2);
-    DestroyWindow(other);
-    const RECT bar = nxclip_.Main().Control(imgSplitter).Rectangle();
-    const POINT middle{(bar.left + bar.right) / 2, (bar.top + bar.bottom) / 2};
-    Drag(middle, {middle.x + 40, middle.y});
-    ExpectListAsBefore(2);
-    EXPECT_GT(nxclip_.Main().Control(imgSplitter).Rectangle().left, bar.left);
-}
-
-TEST_F(List, Lock_ShowsPropertiesToReadAndEditsNoLabel) {
-    StartWithProfile();
-    nxclip_.ToolBar().Click(tbbLock);
-    WaitFor("the lock", [&] { return nxclip_.ToolBar().Pressed(tbbLock); });
-    nxclip_.Command(mnuFileProperties);
-    const Window properties = nxclip_.WaitForDialog(L"Profil-Eigenschaften");
-    EXPECT_TRUE(properties.Checked(chkLocked));
-    EXPECT_TRUE(properties.Control(tbName).HasStyle(ES_READONLY));
-    properties.Press(cb_cancel);
-    Driver::WaitUntilGone(properties);
-    nxclip_.Command(m_edit_rename);
-    nxclip_.Main().Send(WM_NULL);
-    EXPECT_EQ(nxclip_.Tree().window().Send(TVM_GETEDITCONTROL), 0);
-    EXPECT_TRUE(nxclip_.Quiet());
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 
 #include "desktop/Input.h"
 #include "desktop/ProgramTest.h"
-#include "desktop/TaskBar.h"
 
 // One thing at a time: what arrives while a question, a menu or a dialog is open hits nothing below it.
 
@@ -106,18 +105,6 @@ TEST_F(OneThing, Menu_HoldsTheCaptureBackAndItsCommandHitsItsNode) {
     nxclip_.WaitForTree(L"Profil [Camera] open\n  Clip [Clip]\n");
     EXPECT_FALSE(menu.Exists() && menu.Visible());
     EXPECT_EQ(ReadClipFile(ClipFileAt(2)).front().bytes, "unter dem Menü");
-}
-
-TEST_F(OneThing, SecondStart_PassesByAStrangersWindowOfTheSameTitle) {
-    const TaskBar bar;
-    nxclip_.Start();
-    ShowWindow(nxclip_.Main().Handle(), SW_MINIMIZE);
-    WaitFor("the window to hide", [&] { return !nxclip_.Main().Visible(); });
-    const HWND stranger = CreateWindowExW(WS_EX_TOPMOST, L"STATIC", L"NXClip", WS_POPUP | WS_VISIBLE, 0, 0,
-                                          50, 50, nullptr, nullptr, nullptr, nullptr);
-    EXPECT_EQ(nxclip_.StartSecond()->WaitForEnd(), 0u);
-    WaitForFront(nxclip_.Main());
-    DestroyWindow(stranger);
 }
 
 // Seen from outside while the load waits for an answer: what must have been done by then, and what not yet.

@@ -81,7 +81,7 @@ TEST_F(StartUp, ManyItems_CostNoQuestionsToTheSystem) {
     EXPECT_LT(questions(), forNone + kItems);
 }
 
-TEST_F(StartUp, SecondInstance_ActivatesTheFirstAndEnds) {
+TEST_F(StartUp, SecondInstance_ActivatesTheFirstAndNoStrangersWindow) {
     const TaskBar bar;
     nxclip_.Start();
     // As an icon, once on the task bar and once in the notification area only.
@@ -91,12 +91,14 @@ TEST_F(StartUp, SecondInstance_ActivatesTheFirstAndEnds) {
         nxclip_.Start();
         nxclip_.Main().Post(WM_SYSCOMMAND, SC_MINIMIZE);
         WaitFor("the icon", [&] { return nxclip_.Main().Minimised(); });
-        const auto second = nxclip_.StartSecond();
-        EXPECT_EQ(second->WaitForEnd(), 0u);
+        const HWND stranger = CreateWindowExW(WS_EX_TOPMOST, L"STATIC", L"NXClip", WS_POPUP | WS_VISIBLE, 0,
+                                              0, 50, 50, nullptr, nullptr, nullptr, nullptr);
+        EXPECT_EQ(nxclip_.StartSecond()->WaitForEnd(), 0u);
         WaitFor("the first instance in front", [&] {
             return nxclip_.Main().Visible() && !nxclip_.Main().Minimised() &&
                    GetForegroundWindow() == nxclip_.Main().Handle();
         });
+        DestroyWindow(stranger);
     }
 }
 

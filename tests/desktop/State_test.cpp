@@ -7,56 +7,6 @@ namespace {
 
 class State : public ProgramTest {};
 
-TEST_F(State, NewProfile_IsThereAgainWithItsClips) {
-    StartWithProfile();
-    nxclip_.WaitForStatus(L"Aktive Ablage: Profil");
-    SnapOf(PrivateOffers());
-    nxclip_.Tree().Select(L"Profil");
-    MakeFolder(L"Ordner");
-    nxclip_.WaitForTree(L"Profil [Camera] open\n  Clip [Clip]\n  Ordner [Structure]\n");
-    nxclip_.Restart();
-    EXPECT_EQ(TreeOutline(), L"Profil [Camera] open\n  Clip [Clip]\n  Ordner [Structure]\n");
-    nxclip_.Tree().Select(L"Profil\\Clip");
-    WaitFor("the formats", [&] { return nxclip_.List().Count() == 2; });
-    EXPECT_EQ(nxclip_.List().Names(),
-              (std::vector<std::wstring>{L"NXClip Desktop Test", L"Rich Text Format"}));
-    // The next clip gets the next number, not the first one's file.
-    SnapOf({{Private(), "der zweite"}});
-    EXPECT_EQ(ReadClipFile(ClipFileAt(2)).front().bytes, "der zweite");
-}
-
-TEST_F(State, Geometry_ComesBackAsItWas) {
-    WriteSetting(L"Settings", L"ShowInTray", L"0");
-    nxclip_.Start();
-    SetWindowPos(nxclip_.Main().Handle(), nullptr, 120, 80, 640, 480, SWP_NOZORDER | SWP_NOACTIVATE);
-    const RECT place = nxclip_.Main().Rectangle();
-    EXPECT_EQ(place.left, 120);
-    EXPECT_EQ(place.right - place.left, 640);
-    const RECT tree = nxclip_.Tree().window().Rectangle();
-    nxclip_.Quit();
-    // 15 twips a pixel at 96 dpi.
-    EXPECT_EQ(ReadSetting(L"Settings", L"MainLeft"), L"1800");
-    EXPECT_EQ(ReadSetting(L"Settings", L"MainTop"), L"1200");
-    EXPECT_EQ(ReadSetting(L"Settings", L"MainWidth"), L"9600");
-    EXPECT_EQ(ReadSetting(L"Settings", L"MainHeight"), L"7200");
-    EXPECT_EQ(ReadSetting(L"Settings", L"MainState"), L"0");
-
-    nxclip_.Start();
-    const RECT again = nxclip_.Main().Rectangle();
-    EXPECT_TRUE(EqualRect(&place, &again));
-    const RECT treeAgain = nxclip_.Tree().window().Rectangle();
-    EXPECT_TRUE(EqualRect(&tree, &treeAgain));
-
-    // As an icon it keeps what was stored last, the splitter excepted.
-    WriteSetting(L"Settings", L"MainLeft", L"4711");
-    WriteSetting(L"Settings", L"Splitter", L"1");
-    nxclip_.Main().Post(WM_SYSCOMMAND, SC_MINIMIZE);
-    WaitFor("the icon", [&] { return nxclip_.Main().Minimised(); });
-    nxclip_.Quit();
-    EXPECT_EQ(ReadSetting(L"Settings", L"MainLeft"), L"4711");
-    EXPECT_NE(ReadSetting(L"Settings", L"Splitter"), L"1");
-}
-
 TEST_F(State, Maximised_ComesBackToItsPlaceAlsoFromTheIcon) {
     WriteSetting(L"Settings", L"ShowInTray", L"0");
     for (const auto& [key, value] :

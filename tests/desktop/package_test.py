@@ -13,12 +13,16 @@ import sys
 import time
 import traceback
 import zipfile
+from contextlib import closing
 from pathlib import Path
 
 REPO = Path(__file__).resolve().parents[2]
+sys.dont_write_bytecode = True
+sys.path.insert(0, str(REPO / "tools/desktop"))
+from driving import Drive, Failure, wait_for  # noqa: E402
+
 BITS = os.environ["NXCLIP_BITS"]
 PLATFORM = f"win{BITS}"
-TOOLS = Path(os.environ["NXCLIP_TOOLS"])
 SCRATCH = Path(os.environ["NXCLIP_SCRATCH"])
 SHOTS = Path(os.environ["NXCLIP_SHOTS"])
 DRIVE_C = Path(os.environ["WINEPREFIX"]) / "drive_c"
@@ -29,21 +33,13 @@ PROGRAM_FILES = ["NXClip.exe", "Nxclip.hlp", "LIESMICH.txt", "Hilfe/inhalt.html"
                  "Templates/Develop.nxp", "Templates/Office.nxp", "Templates/Medien.nxp", "Templates/Handbuch.nxp"]
 
 
-class Failure(Exception):
-    pass
-
-
 def check(truth, text):
     if not truth:
         raise Failure(text)
 
 
-def wait_for(what, condition):
-    end = time.monotonic() + BOUND
-    while not (result := condition()):
-        check(time.monotonic() < end, f"waited {BOUND} s in vain for {what}")
-        time.sleep(0.1)
-    return result
+def sees(drive, text):
+    return text in drive("outline")
 
 
 def wine(*arguments, **options):
@@ -66,43 +62,19 @@ def content_of(path):
     return path.read_bytes() if path.is_file() else None
 
 
-class Drive:
-    """The Windows program that acts for us: starts programs, sees their windows, closes them."""
-
-    def __enter__(self):
-        self.process = subprocess.Popen(["wine", str(TOOLS / "drive.exe")], stdin=subprocess.PIPE,
-                                        stdout=subprocess.PIPE, text=True, encoding="utf-8")
-        return self
-
-    def __exit__(self, *_):
-        self.process.stdin.close()
-        self.process.wait(BOUND)
-
-    def ask(self, *fields):
-        self.process.stdin.write("\t".join(fields) + "\n")
-        self.process.stdin.flush()
-        word, count = self.process.stdout.readline().split()
-        answer = [self.process.stdout.readline().rstrip("\n") for _ in range(int(count))]
-        check(word == "ok", f"{fields}: {answer}")
-        return answer
-
-    def sees(self, text):
-        return any(text in line for line in self.ask("outline"))
-
-
 def run_and_quit(directory, shot):
     """Starts the program from a directory as a user would, waits for its window, closes it."""
-    with Drive() as drive:
-        drive.ask("setting", "Settings", "ShowSplash", "0")
-        drive.ask("setting", "Settings", "Dialog", "1")
-        drive.ask("setting", "Settings", "ShowInTray", "0")
-        drive.ask("run", windows_path(directory / "NXClip.exe"))
-        wait_for("the main window", lambda: drive.sees("NXClipMain "))
+    with closing(Drive()) as drive:
+        drive("setting", "Settings", "ShowSplash", "0")
+        drive("setting", "Settings", "Dialog", "1")
+        drive("setting", "Settings", "ShowInTray", "0")
+        drive("run", windows_path(directory / "NXClip.exe"))
+        wait_for("the main window", lambda: sees(drive, "NXClipMain "), BOUND)
         subprocess.run(["import", "-window", "root", str(SHOTS / f"{shot}.png")], check=False)
         wine("taskkill", "/IM", "NXClip.exe")
         # The format sets are written last, beside the program: it went down in order, and may write there.
-        wait_for("the format-set file", (directory / "NXClip.nxf").exists)
-        wait_for("the main window to go", lambda: not drive.sees("NXClipMain "))
+        wait_for("the format-set file", (directory / "NXClip.nxf").exists, BOUND)
+        wait_for("the main window to go", lambda: not sees(drive, "NXClipMain "), BOUND)
 
 
 # ---- The cases ---------------------------------------------------------------------------------------------------
@@ -161,7 +133,7 @@ def uninstall(directory):
     check(run.returncode == 0, f"the uninstaller ends with {run.returncode}")
     # It goes on in a copy of itself.
     wait_for("the program to go", lambda: not (directory / "Deinstallieren.exe").exists() and
-             not registry_has(UNINSTALL_KEY))
+             not registry_has(UNINSTALL_KEY), BOUND)
 
 
 def user_files(directory):
@@ -201,11 +173,11 @@ def installation_update_and_removal_keep_what_the_user_made():
 
 def running_program_is_closed_first():
     directory = install()
-    with Drive() as drive:
-        drive.ask("run", windows_path(directory / "NXClip.exe"))
-        wait_for("the main window", lambda: drive.sees("NXClipMain "))
+    with closing(Drive()) as drive:
+        drive("run", windows_path(directory / "NXClip.exe"))
+        wait_for("the main window", lambda: sees(drive, "NXClipMain "), BOUND)
         uninstall(directory)
-        check(not drive.sees("NXClipMain "), "the program still runs")
+        check(not sees(drive, "NXClipMain "), "the program still runs")
     check(files_below(directory) == ["NXClip.nxf"], f"not saved, or left behind: {files_below(directory)}")
     shutil.rmtree(directory)
 

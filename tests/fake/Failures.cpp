@@ -2,34 +2,11 @@
 
 #include <utility>
 
-void Failures::FailNth(Operation operation, int n) {
-    plan_ = Plan::OneOfAKind;
-    planned_ = operation;
+void Failures::Start(Plan plan, int n, int m) {
+    plan_ = plan;
     callsLeft_ = n;
-    fired_ = false;
-}
-
-void Failures::FailNthOfAny(int n) {
-    plan_ = Plan::OneOfAny;
-    callsLeft_ = n;
-    fired_ = false;
-}
-
-void Failures::FailAlways(Operation operation) {
-    plan_ = Plan::AllOfAKind;
-    planned_ = operation;
-    fired_ = false;
-}
-
-void Failures::KillInNthOfAny(int n) {
-    plan_ = Plan::Kill;
-    callsLeft_ = n;
-    fired_ = false;
-}
-
-void Failures::FailPairOfAny(int n, int m) {
-    FailNthOfAny(n);
     callsToSecond_ = m;
+    fired_ = false;
 }
 
 void Failures::FailNone() {

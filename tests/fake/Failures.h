@@ -2,46 +2,24 @@
 
 #include <map>
 
-// Every call of a port that can fail. The fakes ask here, once per call, whether this one is to fail.
+// The calls of a port that a test makes fail by name, and all others that can fail. The fakes ask here, once
+// per call, whether this one is to fail.
 enum class Operation {
     ClipboardOpen,
     ClipboardEmpty,
     ClipboardData,
-    ClipboardAnnounce,
-    ClipboardPut,
     ClipboardRegisterName,
     MemoryAllocate,
-    MemoryLock,
-    MetafilesBitsSize,
-    MetafilesGetBits,
-    MetafilesCreate,
-    MetafilesEnhancedBitsSize,
-    MetafilesGetEnhancedBits,
-    MetafilesCreateEnhanced,
     FilesOpen,
     FilesRead,
     FilesWrite,
-    FilesTell,
-    FilesSeek,
-    FilesSize,
-    FilesReserve,
     FilesFlush,
-    FilesExists,
-    FilesIsDirectory,
-    FilesChangeTime,
-    FilesList,
-    FilesRemove,
     FilesCopy,
     FilesMakeDirectory,
-    FilesIdentity,
     SettingsWrite,
-    SettingsDeleteValue,
-    UserPlaySound,
-    WindowsExchangeProcedure,
-    WindowsSetAlwaysOnTop,
     WindowsAddAtom,
     WindowsAddHotKey,
-    WindowsOpenHelp,
+    Other,
 };
 
 // How a write that is made to fail leaves the file.
@@ -62,16 +40,22 @@ class Failures {
  public:
     // The n-th call of `operation` from now on fails; n = 1 is the next one. Replaces what was planned
     // before.
-    void FailNth(Operation operation, int n);
+    void FailNth(Operation operation, int n) {
+        planned_ = operation;
+        Start(Plan::OneOfAKind, n);
+    }
     // The n-th call from now on of whatever operation fails.
-    void FailNthOfAny(int n);
+    void FailNthOfAny(int n) { Start(Plan::OneOfAny, n); }
     // Every call of `operation` from now on fails.
-    void FailAlways(Operation operation);
+    void FailAlways(Operation operation) {
+        planned_ = operation;
+        Start(Plan::AllOfAKind, 0);
+    }
     // The process is killed in the n-th call from now on: that one fails, all that follow fail too and leave
     // nothing behind.
-    void KillInNthOfAny(int n);
+    void KillInNthOfAny(int n) { Start(Plan::Kill, n); }
     // The n-th call from now on of whatever operation fails, and the m-th after it.
-    void FailPairOfAny(int n, int m);
+    void FailPairOfAny(int n, int m) { Start(Plan::OneOfAny, n, m); }
     // Nothing fails any more; whether the last plan has fired is still known.
     void FailNone();
     // True when a planned failure has happened since it was planned.
@@ -85,12 +69,14 @@ class Failures {
     ReadFailure readFailure = ReadFailure::Error;
 
     // For the fakes: counts a call and says whether it fails.
-    bool Strikes(Operation operation);
+    bool Strikes(Operation operation = Operation::Other);
     // For the fakes: what fails now leaves nothing behind, not even a part.
     bool IsDead() const { return dead_; }
 
  private:
     enum class Plan { None, OneOfAKind, OneOfAny, AllOfAKind, Kill };
+    void Start(Plan plan, int n, int m = 0);
+
     Plan plan_ = Plan::None;
     Operation planned_ = Operation::ClipboardOpen;
     int callsLeft_ = 0;

@@ -2,22 +2,21 @@
 
 #include <algorithm>
 
-#include "fake/AsciiCase.h"
+#include "platform/Text.h"
 
 namespace {
 
 constexpr FormatNumber kText = 1, kBitmap = 2, kPicture = 3, kOemText = 7, kPalette = 9, kUnicode = 13,
                        kEnhancedMetafile = 14;
-constexpr FormatNumber kDisplayBitmap = 130, kDisplayEnhancedMetafile = 142;
+constexpr FormatNumber kDisplayBitmap = 130;
 constexpr FormatNumber kFirstRegistered = 0xC000, kLastRegistered = 0xFFFF;
 constexpr std::size_t kLongestName = 255;
 
 constexpr std::uint32_t kRenderFormatMessage = 0x0305, kDrawClipboardMessage = 0x0308,
                         kChangeChainMessage = 0x030D, kClipboardUpdateMessage = 0x031D;
 
-constexpr std::uint32_t kErrorAccessDenied = 5, kErrorInvalidHandle = 6, kErrorOutOfMemory = 14,
-                        kErrorInvalidParameter = 87, kErrorInvalidName = 123, kErrorNotFound = 1168,
-                        kErrorNotOpen = 1418;
+constexpr std::uint32_t kErrorAccessDenied = 5, kErrorInvalidHandle = 6, kErrorInvalidName = 123,
+                        kErrorNotFound = 1168, kErrorNotOpen = 1418;
 
 ResourceKind KindOf(FormatNumber format) {
     switch (format) {
@@ -26,7 +25,6 @@ ResourceKind KindOf(FormatNumber format) {
         case kDisplayBitmap:
             return ResourceKind::GdiObject;
         case kEnhancedMetafile:
-        case kDisplayEnhancedMetafile:
             return ResourceKind::EnhancedMetafile;
         default:
             return ResourceKind::Block;
@@ -35,6 +33,10 @@ ResourceKind KindOf(FormatNumber format) {
 
 Ledger::Number NumberOf(DataHandle data) {
     return static_cast<Ledger::Number>(data);
+}
+
+Ledger::Number NumberOf(std::int32_t metafile) {
+    return static_cast<std::uint32_t>(metafile);
 }
 
 MessageParameter ParameterOf(WindowHandle window) {
@@ -55,12 +57,9 @@ bool FakeClipboard::Fail(std::uint32_t error) {
 }
 
 bool FakeClipboard::Open(WindowHandle owner) {
-    if (failures_.Strikes(Operation::ClipboardOpen)) return Fail(kErrorAccessDenied);
-    if (busyOpens_ > 0) {
-        --busyOpens_;
+    const bool held = busyOpens_ > 0 && busyOpens_-- > 0;
+    if (failures_.Strikes(Operation::ClipboardOpen) || held || (openFor_ && *openFor_ != owner))
         return Fail(kErrorAccessDenied);
-    }
-    if (openFor_ && *openFor_ != owner) return Fail(kErrorAccessDenied);
     openFor_ = owner;
     if (owner != otherProgram) ledger_.ClipboardOpened();
     return true;
@@ -91,11 +90,8 @@ bool FakeClipboard::Empty() {
 }
 
 FormatNumber FakeClipboard::NextFormat(FormatNumber previous) {
-    if (!openFor_) {
-        lastError_ = kErrorNotOpen;
-        return 0;
-    }
-    lastError_ = 0;
+    lastError_ = openFor_ ? 0 : kErrorNotOpen;
+    if (!openFor_) return 0;
     auto next = content_.begin();
     if (previous != 0) {
         next = std::find_if(content_.begin(), content_.end(),
@@ -106,51 +102,29 @@ FormatNumber FakeClipboard::NextFormat(FormatNumber previous) {
 }
 
 DataHandle FakeClipboard::Data(FormatNumber format) {
-    if (failures_.Strikes(Operation::ClipboardData)) {
-        lastError_ = kErrorOutOfMemory;
-        return DataHandle::None;
-    }
-    if (!openFor_) {
-        lastError_ = kErrorNotOpen;
-        return DataHandle::None;
-    }
-    const DataHandle data = DataOf(format);
-    if (data == DataHandle::None) {
-        lastError_ = kErrorNotFound;
-        return data;
-    }
+    const bool fails = failures_.Strikes(Operation::ClipboardData) || !openFor_;
+    const DataHandle data = fails ? DataHandle::None : DataOf(format);
+    if (data == DataHandle::None) lastError_ = fails ? kErrorNotOpen : kErrorNotFound;
     ledger_.Lend(NumberOf(data));
-    if (format == kPicture) {
-        const std::string block = memory_.Bytes(data);
-        if (block.size() >= metafiles_.PictureBlockSize())
-            ledger_.Lend(static_cast<std::uint32_t>(metafiles_.ReadPicture(block.data()).metafile));
-    }
+    ledger_.Lend(NumberOf(MetafileIn(format, data)));
     return data;
 }
 
 bool FakeClipboard::Announce(FormatNumber format) {
-    if (failures_.Strikes(Operation::ClipboardAnnounce)) return Fail(kErrorAccessDenied);
-    if (!MayPut()) return Fail(kErrorNotOpen);
-    if (format == 0) return Fail(kErrorInvalidParameter);
+    if (failures_.Strikes() || !MayPut(format)) return Fail(kErrorNotOpen);
     Store(format, DataHandle::None);
     return true;
 }
 
 bool FakeClipboard::Put(FormatNumber format, DataHandle data) {
-    if (failures_.Strikes(Operation::ClipboardPut)) return Fail(kErrorAccessDenied);
-    if (!MayPut()) return Fail(kErrorNotOpen);
-    if (format == 0) return Fail(kErrorInvalidParameter);
+    if (failures_.Strikes() || !MayPut(format)) return Fail(kErrorNotOpen);
     if (!ledger_.Knows(KindOf(format), NumberOf(data))) {
         ledger_.Complain("the clipboard: format " + std::to_string(format) +
                          " put with a handle of another kind");
         return Fail(kErrorInvalidHandle);
     }
     ledger_.HandOver(NumberOf(data));
-    if (format == kPicture) {
-        const std::string block = memory_.Bytes(data);
-        if (block.size() >= metafiles_.PictureBlockSize())
-            ledger_.HandOver(static_cast<std::uint32_t>(metafiles_.ReadPicture(block.data()).metafile));
-    }
+    ledger_.HandOver(NumberOf(MetafileIn(format, data)));
     EndText(format, data);
     Store(format, data);
     return true;
@@ -161,17 +135,13 @@ bool FakeClipboard::Holds(FormatNumber format) {
 }
 
 FormatNumber FakeClipboard::RegisterName(const std::string& name) {
-    if (failures_.Strikes(Operation::ClipboardRegisterName)) {
-        lastError_ = kErrorOutOfMemory;
-        return 0;
-    }
     const std::string cut = name.substr(0, name.find('\0'));
-    if (cut.empty() || cut.size() > kLongestName) {
-        lastError_ = cut.empty() ? kErrorInvalidName : kErrorInvalidParameter;
+    if (failures_.Strikes(Operation::ClipboardRegisterName) || cut.empty() || cut.size() > kLongestName) {
+        lastError_ = kErrorInvalidName;
         return 0;
     }
     for (const auto& [format, known] : names_)
-        if (EqualNoAsciiCase(known, cut)) return format;
+        if (CompareNoCase(TextFromAnsi(known), TextFromAnsi(cut)) == 0) return format;
     names_[++lastName_] = cut;
     return lastName_;
 }
@@ -283,8 +253,8 @@ std::string FakeClipboard::Content(FormatNumber format) const {
 }
 
 // Whoever has it open may put; while another program waits for a format, so may the owner.
-bool FakeClipboard::MayPut() const {
-    return openFor_.has_value() || rendering_ > 0;
+bool FakeClipboard::MayPut(FormatNumber format) const {
+    return format != 0 && (openFor_.has_value() || rendering_ > 0);
 }
 
 const FakeClipboard::Entry* FakeClipboard::Find(FormatNumber format) const {
@@ -329,7 +299,7 @@ void FakeClipboard::Render(FormatNumber format) {
     rendered.push_back(format);
     if (entry.make) {
         const DataHandle data = entry.make(*this);
-        if (Entry* stored = Find(format)) stored->data = data;
+        if (Entry* const stored = Find(format)) stored->data = data;
         ++sequence_;  // as Microsoft documents it; some systems count it, some do not
         return;
     }
@@ -339,31 +309,25 @@ void FakeClipboard::Render(FormatNumber format) {
     --rendering_;
 }
 
-std::string FakeClipboard::BytesOf(FormatNumber format, DataHandle data) const {
-    if (KindOf(format) == ResourceKind::EnhancedMetafile) return metafiles_.EnhancedBits(data);
+// The metafile of a picture, 0 when it is none.
+std::int32_t FakeClipboard::MetafileIn(FormatNumber format, DataHandle data) const {
     const std::string block = memory_.Bytes(data);
-    if (format != kPicture || block.size() < metafiles_.PictureBlockSize()) return block;
-    return metafiles_.Bits(metafiles_.ReadPicture(block.data()).metafile);
+    const bool isPicture = format == kPicture && block.size() >= metafiles_.PictureBlockSize();
+    return isPicture ? metafiles_.ReadPicture(block.data()).metafile : 0;
+}
+
+std::string FakeClipboard::BytesOf(FormatNumber format, DataHandle data) const {
+    if (KindOf(format) == ResourceKind::EnhancedMetafile) return metafiles_.Bits(data);
+    const std::int32_t metafile = MetafileIn(format, data);
+    return metafile != 0 ? metafiles_.Bits(metafile) : memory_.Bytes(data);
 }
 
 void FakeClipboard::FreeData(const Entry& entry) {
-    if (entry.data == DataHandle::None) return;
-    switch (KindOf(entry.format)) {
-        case ResourceKind::EnhancedMetafile:
-            metafiles_.FreeEnhancedBySystem(entry.data);
-            return;
-        case ResourceKind::GdiObject:
-            ledger_.FreeBySystem(NumberOf(entry.data));
-            return;
-        default:
-            break;
-    }
-    if (entry.format == kPicture) {
-        const std::string block = memory_.Bytes(entry.data);
-        if (block.size() >= metafiles_.PictureBlockSize())
-            metafiles_.FreeBySystem(metafiles_.ReadPicture(block.data()).metafile);
-    }
-    memory_.FreeBySystem(entry.data);
+    metafiles_.FreeBySystem(MetafileIn(entry.format, entry.data));
+    if (KindOf(entry.format) == ResourceKind::EnhancedMetafile)
+        metafiles_.FreeBySystem(entry.data);
+    else
+        memory_.FreeBySystem(entry.data);
 }
 
 void FakeClipboard::FreeContent() {

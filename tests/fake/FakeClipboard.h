@@ -87,13 +87,14 @@ class FakeClipboard : public ClipboardPort {
         std::function<DataHandle(FakeClipboard&)> make;  // another program's way to render
     };
 
-    bool MayPut() const;
+    bool MayPut(FormatNumber format) const;
     Entry* Find(FormatNumber format);
     const Entry* Find(FormatNumber format) const;
     void EndText(FormatNumber format, DataHandle data);
     void Store(FormatNumber format, DataHandle data);
     DataHandle DataOf(FormatNumber format);
     void Render(FormatNumber format);
+    std::int32_t MetafileIn(FormatNumber format, DataHandle data) const;
     std::string BytesOf(FormatNumber format, DataHandle data) const;
     void FreeData(const Entry& entry);
     void FreeContent();

@@ -1,5 +1,6 @@
 #include "fake/FakeClock.h"
 
+#include <ctime>
 #include <cwchar>
 #include <limits>
 
@@ -22,16 +23,10 @@ FakeClock::FakeClock() : now(FileTimeOf(1999, 11, 15, 13, 10, 0)) {}
 
 std::wstring FakeClock::DateText(FileTime time) {
     if (time > static_cast<FileTime>(std::numeric_limits<std::int64_t>::max())) return {};
-    const std::chrono::seconds since(static_cast<std::chrono::seconds::rep>(time / kStepsPerSecond));
-    const auto days = std::chrono::floor<std::chrono::days>(since);
-    const std::chrono::year_month_day date(kFirstDay + days);
-    const std::chrono::hh_mm_ss clock(since - days);
+    const auto sinceFirstDay = std::chrono::seconds(static_cast<std::int64_t>(time / kStepsPerSecond));
+    const std::time_t seconds = (kFirstDay + sinceFirstDay).time_since_epoch().count();
     wchar_t text[64];
-    std::swprintf(text, 64, L"%02u.%02u.%04d %02d:%02d:%02d", static_cast<unsigned>(date.day()),
-                  static_cast<unsigned>(date.month()), static_cast<int>(date.year()),
-                  static_cast<int>(clock.hours().count()), static_cast<int>(clock.minutes().count()),
-                  static_cast<int>(clock.seconds().count()));
-    return text;
+    return {text, std::wcsftime(text, 64, L"%d.%m.%Y %H:%M:%S", std::gmtime(&seconds))};
 }
 
 void FakeClock::Pause(std::chrono::milliseconds duration) {

@@ -11,29 +11,22 @@ namespace {
 
 constexpr std::uint32_t kErrorAccessDenied = 5, kErrorInvalidHandle = 6, kErrorReadFault = 30,
                         kErrorWriteFault = 29, kErrorFileExists = 80, kErrorInvalidParameter = 87,
-                        kErrorDiskFull = 112, kErrorInvalidName = 123, kErrorNegativeSeek = 131,
-                        kErrorAlreadyExists = 183, kErrorNotConnected = 1167;
+                        kErrorDiskFull = 112, kErrorNegativeSeek = 131, kErrorAlreadyExists = 183;
 
-constexpr std::wstring_view kLongPathPrefix = L"\\\\?\\";
-
-std::wstring NameOf(const std::wstring& path) {
-    std::wstring trimmed = path;
-    while (!trimmed.empty() && (trimmed.back() == L'\\' || trimmed.back() == L'/'))
-        trimmed.pop_back();
-    return trimmed.substr(trimmed.find_last_of(L"\\/") + 1);
+// The path without separators at its end.
+std::wstring Trimmed(std::wstring path) {
+    while (path.ends_with(L'\\') || path.ends_with(L'/'))
+        path.pop_back();
+    return path;
 }
 
-bool EndsInSeparator(const std::wstring& path) {
-    return !path.empty() && (path.back() == L'\\' || path.back() == L'/');
+std::wstring NameOf(const std::wstring& path) {
+    const std::wstring trimmed = Trimmed(path);
+    return trimmed.substr(trimmed.find_last_of(L"\\/") + 1);
 }
 
 bool Writes(FileUse use) {
     return use != FileUse::Read;
-}
-
-void SortNames(std::vector<std::wstring>& names) {
-    std::sort(names.begin(), names.end(),
-              [](const std::wstring& a, const std::wstring& b) { return CompareNoCase(a, b) < 0; });
 }
 
 }  // namespace
@@ -50,7 +43,6 @@ bool FakeFiles::Fail(std::uint32_t error) {
 std::wstring FakeFiles::FullPath(const std::wstring& path) {
     std::wstring upper = UpperCase(path);
     std::replace(upper.begin(), upper.end(), L'/', L'\\');
-    if (upper.starts_with(kLongPathPrefix)) upper.erase(0, kLongPathPrefix.size());
     if (upper.size() < 2 || upper[1] != L':')
         upper = upper.starts_with(L'\\') ? L"C:" + upper : L"C:\\" + upper;
     std::vector<std::wstring> parts;
@@ -74,18 +66,9 @@ std::wstring FakeFiles::ParentOf(const std::wstring& fullPath) {
     return end == std::wstring::npos ? std::wstring() : fullPath.substr(0, end);
 }
 
-const FakeFiles::Entry* FakeFiles::Find(const std::wstring& path) const {
-    const auto found = entries_.find(FullPath(path));
-    return found == entries_.end() ? nullptr : &found->second;
-}
-
 std::shared_ptr<FakeFiles::Content> FakeFiles::ContentAt(const std::wstring& path) const {
-    const Entry* entry = Find(path);
-    return entry == nullptr ? nullptr : entry->content;
-}
-
-const FakeFiles::Content* FakeFiles::FindFile(const std::wstring& path) const {
-    return ContentAt(path).get();
+    const auto found = entries_.find(FullPath(path));
+    return found == entries_.end() ? nullptr : found->second.content;
 }
 
 bool FakeFiles::IsDirectoryAt(const std::wstring& fullPath) const {
@@ -94,46 +77,35 @@ bool FakeFiles::IsDirectoryAt(const std::wstring& fullPath) const {
     return found != entries_.end() && found->second.content == nullptr;
 }
 
-bool FakeFiles::IsDenied(const std::wstring& fullPath) const {
-    for (std::wstring path = fullPath; !path.empty(); path = ParentOf(path))
-        if (denied_.contains(path)) return true;
-    return false;
-}
-
-bool FakeFiles::IsInUse(const std::wstring& fullPath, const Content& content) const {
-    return content.readers > 0 || content.writers > 0 || lockedByOther_.contains(fullPath);
-}
-
 std::uint32_t FakeFiles::MissingError(const std::wstring& fullPath) const {
     return IsDirectoryAt(ParentOf(fullPath)) ? kErrorFileNotFound : kErrorPathNotFound;
 }
 
-// 0 when nothing speaks against opening the file.
-std::uint32_t FakeFiles::OpenError(const std::wstring& path, const std::wstring& fullPath,
-                                   FileUse use) const {
-    if (path.empty()) return kErrorPathNotFound;
-    if (EndsInSeparator(path) || NameOf(path).find_first_of(L"<>\"|?*") != std::wstring::npos)
-        return kErrorInvalidName;
-    if (IsDenied(fullPath) || IsDirectoryAt(fullPath)) return kErrorAccessDenied;
-    const Content* content = FindFile(fullPath);
+std::uint32_t FakeFiles::ChangeError(const std::wstring& fullPath, const Content& content) const {
+    if (content.readOnly) return kErrorAccessDenied;
+    const bool inUse = content.readers > 0 || content.writers > 0 || lockedByOther_.contains(fullPath);
+    return inUse ? kErrorSharingViolation : 0;
+}
+
+std::uint32_t FakeFiles::OpenError(const std::wstring& fullPath, FileUse use) const {
+    if (IsDirectoryAt(fullPath)) return kErrorAccessDenied;
+    const auto content = ContentAt(fullPath);
     if (content == nullptr) {
         const std::uint32_t missing = MissingError(fullPath);
         return missing == kErrorPathNotFound || use == FileUse::Read ? missing : 0;
     }
     if (lockedByOther_.contains(fullPath) || content->writers > 0) return kErrorSharingViolation;
     if (use == FileUse::NewOnly) return kErrorFileExists;
-    if (!Writes(use)) return 0;
-    if (content->readOnly) return kErrorAccessDenied;
-    return content->readers > 0 ? kErrorSharingViolation : 0;
+    return Writes(use) ? ChangeError(fullPath, *content) : 0;
 }
 
 FileHandle FakeFiles::Open(const std::wstring& path, FileUse use) {
-    if (failures_.Strikes(Operation::FilesOpen)) {
-        lastError_ = kErrorAccessDenied;
-        return FileHandle::None;
-    }
+    const bool fails = failures_.Strikes(Operation::FilesOpen);
     const std::wstring fullPath = FullPath(path);
-    if (const std::uint32_t error = OpenError(path, fullPath, use)) {
+    const std::uint32_t error = fails          ? kErrorAccessDenied
+                                : path.empty() ? kErrorPathNotFound
+                                               : OpenError(fullPath, use);
+    if (error != 0) {
         lastError_ = error;
         return FileHandle::None;
     }
@@ -159,30 +131,27 @@ void FakeFiles::Close(FileHandle file) {
     open_.erase(file);
 }
 
-FakeFiles::FileOwner* FakeFiles::FindOpen(FileHandle file, const char* operation) {
+FakeFiles::FileOwner* FakeFiles::FindOpen(FileHandle file) {
     const auto found = open_.find(file);
-    if (found == open_.end()) {
-        ledger_.Complain(std::string("a file that is not open was ") + operation);
-        lastError_ = kErrorInvalidHandle;
-        return nullptr;
-    }
-    if (found->second.content->gone) {
-        lastError_ = kErrorNotConnected;
-        return nullptr;
-    }
-    return &found->second;
+    if (found != open_.end()) return &found->second;
+    ledger_.Complain("a file that is not open was used");
+    lastError_ = kErrorInvalidHandle;
+    return nullptr;
+}
+
+FakeFiles::FileOwner* FakeFiles::FindOpenToWrite(FileHandle file) {
+    FileOwner* const open = FindOpen(file);
+    if (open == nullptr || Writes(open->use)) return open;
+    lastError_ = kErrorAccessDenied;
+    return nullptr;
 }
 
 std::optional<std::uint32_t> FakeFiles::Read(FileHandle file, void* buffer, std::uint32_t size) {
-    const bool fails = failures_.Strikes(Operation::FilesRead);
-    FileOwner* open = FindOpen(file, "read");
-    if (open == nullptr) return std::nullopt;
+    const bool fails = Strikes(Operation::FilesRead, kErrorReadFault);
+    FileOwner* const open = FindOpen(file);
+    if (open == nullptr || (fails && failures_.readFailure == ReadFailure::Error)) return std::nullopt;
     if (Writes(open->use)) {
         lastError_ = kErrorAccessDenied;
-        return std::nullopt;
-    }
-    if (fails && failures_.readFailure == ReadFailure::Error) {
-        lastError_ = kErrorReadFault;
         return std::nullopt;
     }
     const auto& bytes = open->content->bytes;
@@ -204,17 +173,10 @@ std::int64_t FakeFiles::Room() const {
 }
 
 std::optional<std::uint32_t> FakeFiles::Write(FileHandle file, const void* bytes, std::uint32_t size) {
-    const bool fails = failures_.Strikes(Operation::FilesWrite);
-    FileOwner* open = FindOpen(file, "written");
-    if (open == nullptr) return std::nullopt;
-    if (!Writes(open->use)) {
-        lastError_ = kErrorAccessDenied;
+    const bool fails = Strikes(Operation::FilesWrite, kErrorWriteFault);
+    FileOwner* const open = FindOpenToWrite(file);
+    if (open == nullptr || (fails && (failures_.writeFailure == WriteFailure::Nothing || failures_.IsDead())))
         return std::nullopt;
-    }
-    if (fails && (failures_.writeFailure == WriteFailure::Nothing || failures_.IsDead())) {
-        lastError_ = kErrorWriteFault;
-        return std::nullopt;
-    }
     auto& content = open->content->ToChange();
     const auto length = static_cast<std::int64_t>(content.size());
     const std::int64_t room = Room();
@@ -239,134 +201,98 @@ std::optional<std::uint32_t> FakeFiles::Write(FileHandle file, const void* bytes
 }
 
 std::optional<std::int64_t> FakeFiles::Tell(FileHandle file) {
-    const bool fails = failures_.Strikes(Operation::FilesTell);
-    const FileOwner* open = FindOpen(file, "asked for its position");
-    if (open == nullptr || fails) {
-        if (fails) lastError_ = kErrorInvalidHandle;
-        return std::nullopt;
-    }
-    return open->position;
+    if (Strikes(Operation::Other, kErrorInvalidHandle)) return std::nullopt;
+    const FileOwner* const open = FindOpen(file);
+    return open == nullptr ? std::nullopt : std::optional(open->position);
 }
 
 bool FakeFiles::Seek(FileHandle file, std::int64_t position) {
-    const bool fails = failures_.Strikes(Operation::FilesSeek);
-    FileOwner* open = FindOpen(file, "positioned");
+    if (Strikes(Operation::Other, kErrorInvalidParameter)) return false;
+    FileOwner* const open = FindOpen(file);
     if (open == nullptr) return false;
-    if (fails) return Fail(kErrorInvalidParameter);
     if (position < 0) return Fail(kErrorNegativeSeek);
     open->position = position;
     return true;
 }
 
 std::optional<std::int64_t> FakeFiles::Size(FileHandle file) {
-    const bool fails = failures_.Strikes(Operation::FilesSize);
-    const FileOwner* open = FindOpen(file, "asked for its size");
-    if (open == nullptr || fails) {
-        if (fails) lastError_ = kErrorInvalidHandle;
-        return std::nullopt;
-    }
+    if (Strikes(Operation::Other, kErrorInvalidHandle)) return std::nullopt;
+    const FileOwner* const open = FindOpen(file);
+    if (open == nullptr) return std::nullopt;
     return static_cast<std::int64_t>(open->content->bytes.size());
 }
 
 bool FakeFiles::Reserve(FileHandle file, std::int64_t size) {
-    const bool fails = failures_.Strikes(Operation::FilesReserve);
-    FileOwner* open = FindOpen(file, "made longer");
+    if (Strikes(Operation::Other, kErrorDiskFull)) return false;
+    FileOwner* const open = FindOpenToWrite(file);
     if (open == nullptr) return false;
-    if (!Writes(open->use)) return Fail(kErrorAccessDenied);
-    if (fails) return Fail(kErrorDiskFull);
     auto& bytes = open->content->ToChange();
-    if (size <= static_cast<std::int64_t>(bytes.size())) return true;
-    if (size - static_cast<std::int64_t>(bytes.size()) > Room()) return Fail(kErrorDiskFull);
+    const std::int64_t more = size - static_cast<std::int64_t>(bytes.size());
+    if (more <= 0) return true;
+    if (more > Room()) return Fail(kErrorDiskFull);
     bytes.resize(static_cast<std::size_t>(size));
     return true;
 }
 
 bool FakeFiles::Flush(FileHandle file) {
-    const bool fails = failures_.Strikes(Operation::FilesFlush);
-    FileOwner* open = FindOpen(file, "flushed");
-    if (open == nullptr) return false;
-    if (!Writes(open->use)) return Fail(kErrorAccessDenied);
-    if (fails) return Fail(kErrorWriteFault);
-    open->content->flushed.reset();
-    return true;
+    if (Strikes(Operation::FilesFlush, kErrorWriteFault)) return false;
+    FileOwner* const open = FindOpenToWrite(file);
+    if (open != nullptr) open->content->flushed.reset();
+    return open != nullptr;
 }
 
 bool FakeFiles::Exists(const std::wstring& path) {
-    if (failures_.Strikes(Operation::FilesExists)) return Fail(kErrorAccessDenied);
-    const std::wstring fullPath = FullPath(path);
-    if (path.empty() || IsDenied(fullPath)) return Fail(kErrorFileNotFound);
-    if (!IsNamePattern(NameOf(path))) {
-        const bool there =
-            IsDirectoryAt(fullPath) || (FindFile(fullPath) != nullptr && !EndsInSeparator(path));
-        return there || Fail(MissingError(fullPath));
-    }
-    for (const bool directories : {false, true})
-        for (const std::wstring& name : NamesIn(ParentOf(fullPath), directories))
-            if (MatchesNamePattern(name, NameOf(path))) return true;
-    return Fail(kErrorFileNotFound);
+    if (Strikes(Operation::Other, kErrorAccessDenied)) return false;
+    const bool there = !path.empty() && (IsDirectoryAt(FullPath(path)) || Has(path));
+    return there || Fail(MissingError(FullPath(path)));
 }
 
 bool FakeFiles::IsDirectory(const std::wstring& path) {
-    if (failures_.Strikes(Operation::FilesIsDirectory)) return Fail(kErrorAccessDenied);
+    if (Strikes(Operation::Other, kErrorAccessDenied)) return false;
     return !path.empty() && IsDirectoryAt(FullPath(path));
 }
 
 std::optional<FileTime> FakeFiles::ChangeTime(const std::wstring& path) {
-    const bool fails = failures_.Strikes(Operation::FilesChangeTime);
-    const Content* content = FindFile(path);
-    if (content == nullptr || fails || IsDenied(FullPath(path))) {
-        lastError_ = content == nullptr ? MissingError(FullPath(path)) : kErrorAccessDenied;
-        return std::nullopt;
-    }
-    return content->changed;
-}
-
-std::vector<std::wstring> FakeFiles::NamesIn(const std::wstring& directory, bool directories) const {
-    std::vector<std::wstring> names;
-    for (const auto& [path, entry] : entries_)
-        if (ParentOf(path) == directory && (entry.content == nullptr) == directories)
-            names.push_back(entry.name);
-    SortNames(names);
-    return names;
+    if (Strikes(Operation::Other, kErrorAccessDenied)) return std::nullopt;
+    const auto content = ContentAt(path);
+    if (content == nullptr) lastError_ = MissingError(FullPath(path));
+    return content == nullptr ? std::nullopt : std::optional(content->changed);
 }
 
 std::vector<std::wstring> FakeFiles::List(const std::wstring& pattern) {
+    if (Strikes(Operation::Other, kErrorAccessDenied)) return {};
     const std::wstring directory = ParentOf(FullPath(pattern));
-    if (failures_.Strikes(Operation::FilesList) || IsDenied(directory)) {
-        lastError_ = kErrorAccessDenied;
-        return {};
-    }
-    std::vector<std::wstring> names = NamesIn(directory, false);
-    std::erase_if(names,
-                  [&](const std::wstring& name) { return !MatchesNamePattern(name, NameOf(pattern)); });
+    std::vector<std::wstring> names;
+    for (const auto& [path, entry] : entries_)
+        if (ParentOf(path) == directory && entry.content && MatchesNamePattern(entry.name, NameOf(pattern)))
+            names.push_back(entry.name);
+    std::sort(names.begin(), names.end(),
+              [](const std::wstring& a, const std::wstring& b) { return CompareNoCase(a, b) < 0; });
     if (names.empty()) lastError_ = MissingError(FullPath(pattern));
     return names;
 }
 
 bool FakeFiles::Remove(const std::wstring& path) {
-    if (failures_.Strikes(Operation::FilesRemove)) return Fail(kErrorAccessDenied);
+    if (Strikes(Operation::Other, kErrorAccessDenied)) return false;
     const std::wstring fullPath = FullPath(path);
-    if (IsDenied(fullPath) || IsDirectoryAt(fullPath)) return Fail(kErrorAccessDenied);
-    const Content* content = FindFile(fullPath);
+    if (IsDirectoryAt(fullPath)) return Fail(kErrorAccessDenied);
+    const auto content = ContentAt(fullPath);
     if (content == nullptr) return Fail(MissingError(fullPath));
-    if (content->readOnly) return Fail(kErrorAccessDenied);
-    if (IsInUse(fullPath, *content)) return Fail(kErrorSharingViolation);
+    if (const std::uint32_t error = ChangeError(fullPath, *content)) return Fail(error);
     entries_.erase(fullPath);
     return true;
 }
 
 bool FakeFiles::Copy(const std::wstring& from, const std::wstring& to, bool replace) {
-    if (failures_.Strikes(Operation::FilesCopy)) return Fail(kErrorDiskFull);
+    if (Strikes(Operation::FilesCopy, kErrorDiskFull)) return false;
     const std::wstring source = FullPath(from), target = FullPath(to);
-    if (IsDenied(source) || IsDenied(target) || IsDirectoryAt(source) || IsDirectoryAt(target))
-        return Fail(kErrorAccessDenied);
-    const Content* content = FindFile(source);
+    if (IsDirectoryAt(source) || IsDirectoryAt(target)) return Fail(kErrorAccessDenied);
+    const auto content = ContentAt(source);
     if (content == nullptr) return Fail(MissingError(source));
     if (lockedByOther_.contains(source)) return Fail(kErrorSharingViolation);
-    if (const Content* old = FindFile(target)) {
+    if (const auto old = ContentAt(target)) {
         if (!replace) return Fail(kErrorFileExists);
-        if (old->readOnly) return Fail(kErrorAccessDenied);
-        if (IsInUse(target, *old)) return Fail(kErrorSharingViolation);
+        if (const std::uint32_t error = ChangeError(target, *old)) return Fail(error);
     } else if (!IsDirectoryAt(ParentOf(target))) {
         return Fail(kErrorPathNotFound);
     }
@@ -381,19 +307,18 @@ bool FakeFiles::Copy(const std::wstring& from, const std::wstring& to, bool repl
 }
 
 bool FakeFiles::MakeDirectory(const std::wstring& path) {
-    if (failures_.Strikes(Operation::FilesMakeDirectory)) return Fail(kErrorAccessDenied);
+    if (Strikes(Operation::FilesMakeDirectory, kErrorAccessDenied)) return false;
     const std::wstring fullPath = FullPath(path);
-    if (IsDirectoryAt(fullPath) || FindFile(fullPath) != nullptr) return Fail(kErrorAlreadyExists);
+    if (IsDirectoryAt(fullPath) || Has(fullPath)) return Fail(kErrorAlreadyExists);
     if (path.empty() || !IsDirectoryAt(ParentOf(fullPath))) return Fail(kErrorPathNotFound);
-    if (IsDenied(fullPath)) return Fail(kErrorAccessDenied);
     entries_[fullPath] = Entry{NameOf(path), nullptr};
     return true;
 }
 
 std::wstring FakeFiles::Identity(const std::wstring& path) {
+    if (Strikes(Operation::Other, kErrorAccessDenied)) return {};
     const std::wstring fullPath = FullPath(path);
-    if (failures_.Strikes(Operation::FilesIdentity) || IsDenied(fullPath)) return {};
-    return IsDirectoryAt(fullPath) || FindFile(fullPath) != nullptr ? fullPath : std::wstring();
+    return IsDirectoryAt(fullPath) || Has(fullPath) ? fullPath : std::wstring();
 }
 
 void FakeFiles::SetBytes(const std::wstring& path, std::string_view bytes) {
@@ -406,40 +331,20 @@ void FakeFiles::SetBytes(const std::wstring& path, std::string_view bytes) {
 }
 
 std::optional<std::string> FakeFiles::Bytes(const std::wstring& path) const {
-    const Content* content = FindFile(path);
+    const auto content = ContentAt(path);
     if (content == nullptr) return std::nullopt;
     return std::string(content->bytes.begin(), content->bytes.end());
 }
 
 void FakeFiles::AddDirectory(const std::wstring& path) {
-    const std::wstring fullPath = FullPath(path);
+    const std::wstring trimmed = Trimmed(path), fullPath = FullPath(path);
     if (IsDirectoryAt(fullPath)) return;
-    const std::wstring parent = ParentOf(fullPath);
-    if (parent.empty()) {
+    if (ParentOf(fullPath).empty()) {
         drives_.insert(fullPath);
         return;
     }
-    std::wstring trimmed = path;
-    while (EndsInSeparator(trimmed))
-        trimmed.pop_back();
-    AddDirectory(trimmed.find_last_of(L"\\/") == std::wstring::npos
-                     ? parent
-                     : trimmed.substr(0, trimmed.find_last_of(L"\\/") + 1));
+    AddDirectory(trimmed.substr(0, trimmed.find_last_of(L"\\/") + 1));
     entries_[fullPath] = Entry{NameOf(path), nullptr};
-}
-
-void FakeFiles::UnplugDrive(const std::wstring& drive) {
-    const std::wstring upper = UpperCase(drive);
-    drives_.erase(upper);
-    std::erase_if(entries_, [&](const auto& item) {
-        if (!item.first.starts_with(upper)) return false;
-        if (item.second.content) item.second.content->gone = true;
-        return true;
-    });
-}
-
-void FakeFiles::Truncate(const std::wstring& path, std::size_t size) {
-    ContentAt(path)->bytes.resize(size);
 }
 
 void FakeFiles::LoseCurrent(const std::wstring& path, int kept, int parts) {
@@ -452,26 +357,6 @@ void FakeFiles::LoseCurrent(const std::wstring& path, int kept, int parts) {
     for (std::size_t i = end; i < bytes.size(); ++i)
         bytes[i] = i < old.size() ? old[i] : 0;
     content->flushed.reset();
-}
-
-void FakeFiles::SetReadOnly(const std::wstring& path, bool readOnly) {
-    ContentAt(path)->readOnly = readOnly;
-}
-
-void FakeFiles::SetChangeTime(const std::wstring& path, FileTime time) {
-    ContentAt(path)->changed = time;
-}
-
-void FakeFiles::Deny(const std::wstring& path) {
-    denied_.insert(FullPath(path));
-}
-
-void FakeFiles::Allow(const std::wstring& path) {
-    denied_.erase(FullPath(path));
-}
-
-bool FakeFiles::HasDirectory(const std::wstring& path) const {
-    return IsDirectoryAt(FullPath(path));
 }
 
 std::vector<std::wstring> FakeFiles::AllFiles() const {

@@ -41,32 +41,22 @@ class FakeFiles : public FilePort {
 
     // What follows arranges and looks at the files; none of it is a call of the port.
 
-    // Puts a file there, with the directories above it, or replaces its content.
+    // Puts a file there, with the directories above it, or replaces its content, even while it is open.
     void SetBytes(const std::wstring& path, std::string_view bytes);
     // A file's content; none when there is no such file.
     std::optional<std::string> Bytes(const std::wstring& path) const;
-    // Makes a directory and those above it.
+    // Makes a directory, those above it and its drive.
     void AddDirectory(const std::wstring& path);
-    void AddDrive(const std::wstring& drive) { drives_.insert(drive); }
-    // Everything on the drive ("D:") is gone; open files of it can only be closed.
-    void UnplugDrive(const std::wstring& drive);
     // Somebody else removed a file or an empty directory, whatever is open.
     void Vanish(const std::wstring& path) { entries_.erase(FullPath(path)); }
-    // Cuts a file, even while it is open.
-    void Truncate(const std::wstring& path, std::size_t size);
-    void SetReadOnly(const std::wstring& path, bool readOnly);
-    void SetChangeTime(const std::wstring& path, FileTime time);
+    void SetReadOnly(const std::wstring& path, bool readOnly) { ContentAt(path)->readOnly = readOnly; }
     // The current is gone and back. Of a file that was written and not flushed since, `kept` parts in `parts`
     // stand on the disk, counted from its start; the rest is as it was at the last flush.
     void LoseCurrent(const std::wstring& path, int kept, int parts);
-    // Nobody may open, list, remove or create `path` or, if it is a directory, what is in it.
-    void Deny(const std::wstring& path);
-    void Allow(const std::wstring& path);
     // Another program has the file open; for writing it keeps everybody else from opening it.
     void LockByOther(const std::wstring& path) { lockedByOther_.insert(FullPath(path)); }
     void UnlockByOther(const std::wstring& path) { lockedByOther_.erase(FullPath(path)); }
-    bool Has(const std::wstring& path) const { return FindFile(path) != nullptr; }
-    bool HasDirectory(const std::wstring& path) const;
+    bool Has(const std::wstring& path) const { return ContentAt(path) != nullptr; }
     // The full paths of all files, in upper case and sorted.
     std::vector<std::wstring> AllFiles() const;
 
@@ -79,7 +69,6 @@ class FakeFiles : public FilePort {
         std::optional<std::vector<std::uint8_t>> flushed;  // while it differs from what was flushed last
         FileTime changed = 0;
         bool readOnly = false;
-        bool gone = false;  // its drive is unplugged
         int readers = 0;
         int writers = 0;
 
@@ -101,18 +90,21 @@ class FakeFiles : public FilePort {
 
     static std::wstring FullPath(const std::wstring& path);
     static std::wstring ParentOf(const std::wstring& fullPath);
-    const Entry* Find(const std::wstring& path) const;
-    const Content* FindFile(const std::wstring& path) const;
     std::shared_ptr<Content> ContentAt(const std::wstring& path) const;
     bool IsDirectoryAt(const std::wstring& fullPath) const;
-    bool IsDenied(const std::wstring& fullPath) const;
-    bool IsInUse(const std::wstring& fullPath, const Content& content) const;
     std::uint32_t MissingError(const std::wstring& fullPath) const;
-    std::uint32_t OpenError(const std::wstring& path, const std::wstring& fullPath, FileUse use) const;
-    FileOwner* FindOpen(FileHandle file, const char* operation);
+    // What speaks against opening, or changing a file that is there; 0 when nothing does.
+    std::uint32_t OpenError(const std::wstring& fullPath, FileUse use) const;
+    std::uint32_t ChangeError(const std::wstring& fullPath, const Content& content) const;
+    // The open file, if it was opened for that.
+    FileOwner* FindOpen(FileHandle file);
+    FileOwner* FindOpenToWrite(FileHandle file);
     std::int64_t Room() const;
-    std::vector<std::wstring> NamesIn(const std::wstring& directory, bool directories) const;
     bool Fail(std::uint32_t error);
+    // True, with `error` as the last one, when the planned failure strikes.
+    bool Strikes(Operation operation, std::uint32_t error) {
+        return failures_.Strikes(operation) && !Fail(error);
+    }
 
     Ledger& ledger_;
     Failures& failures_;

@@ -21,7 +21,7 @@ DataHandle FakeMemory::Allocate(std::size_t size) {
 }
 
 void* FakeMemory::Lock(DataHandle block) {
-    const bool fails = failures_.Strikes(Operation::MemoryLock);
+    const bool fails = failures_.Strikes();
     ledger_.Use(NumberOf(block), "locked");
     Block* found = Find(block);
     if (found == nullptr || found->content->empty() || fails) return nullptr;

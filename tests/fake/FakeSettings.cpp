@@ -14,7 +14,7 @@ bool FakeSettings::Write(const std::wstring& section, const std::wstring& key, c
 }
 
 bool FakeSettings::DeleteValue(const std::wstring& section, const std::wstring& key) {
-    if (failures_.Strikes(Operation::SettingsDeleteValue)) return false;
+    if (failures_.Strikes()) return false;
     const auto found = sections_.find(UpperCase(section));
     if (found != sections_.end()) found->second.erase(UpperCase(key));
     return true;

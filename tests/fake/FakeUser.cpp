@@ -26,7 +26,7 @@ PointerShape FakeUser::ShowPointer(PointerShape shape) {
 }
 
 bool FakeUser::PlaySoundFile(const std::wstring& path) {
-    if (failures_.Strikes(Operation::UserPlaySound) || !files_.Has(path)) return false;
+    if (failures_.Strikes() || !files_.Has(path)) return false;
     sounds.push_back(path);
     return true;
 }

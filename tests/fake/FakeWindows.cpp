@@ -3,17 +3,21 @@
 #include <algorithm>
 #include <utility>
 
-#include "fake/AsciiCase.h"
+#include "platform/Text.h"
 
 namespace {
 
 constexpr std::uint32_t kHotKeyMessage = 0x0312;
 constexpr std::size_t kLongestAtom = 255;
 
+bool SameName(const std::string& a, const std::string& b) {
+    return CompareNoCase(TextFromAnsi(a), TextFromAnsi(b)) == 0;
+}
+
 }  // namespace
 
 ProcedureAddress FakeWindows::ExchangeProcedure(WindowHandle window, ProcedureAddress procedure) {
-    const bool fails = failures_.Strikes(Operation::WindowsExchangeProcedure);
+    const bool fails = failures_.Strikes();
     const auto found = windows_.find(window);
     if (fails || found == windows_.end()) return ProcedureAddress::None;
     return std::exchange(found->second.procedure, procedure);
@@ -44,18 +48,10 @@ std::wstring FakeWindows::Title(WindowHandle window, int most) {
     return title.substr(0, std::min(title.find(L'\0'), static_cast<std::size_t>(most)));
 }
 
-bool FakeWindows::SetAlwaysOnTop(WindowHandle window, bool onTop) {
-    const bool fails = failures_.Strikes(Operation::WindowsSetAlwaysOnTop);
-    const auto found = windows_.find(window);
-    if (fails || found == windows_.end()) return false;
-    found->second.onTop = onTop;
-    return true;
-}
-
 std::uint16_t FakeWindows::AddGlobalAtom(const std::string& text) {
     if (failures_.Strikes(Operation::WindowsAddAtom) || text.empty() || text.size() > kLongestAtom) return 0;
     for (auto& [number, atom] : atoms_)
-        if (EqualNoAsciiCase(atom.text, text)) {
+        if (SameName(atom.text, text)) {
             ++atom.uses;
             return number;
         }
@@ -87,7 +83,7 @@ void FakeWindows::RemoveHotKey(WindowHandle window, std::int32_t identifier) {
 
 bool FakeWindows::OpenHelp(WindowHandle window, const std::wstring& file, std::uint32_t command,
                            std::uintptr_t data) {
-    if (failures_.Strikes(Operation::WindowsOpenHelp) || !files_.Has(file)) return false;
+    if (failures_.Strikes() || !files_.Has(file)) return false;
     helps.push_back({window, file, command, data});
     return true;
 }
@@ -115,11 +111,6 @@ ProcedureAddress FakeWindows::ProcedureOf(WindowHandle window) const {
     return found == windows_.end() ? ProcedureAddress::None : found->second.procedure;
 }
 
-bool FakeWindows::IsAlwaysOnTop(WindowHandle window) const {
-    const auto found = windows_.find(window);
-    return found != windows_.end() && found->second.onTop;
-}
-
 bool FakeWindows::PressHotKey(std::uint32_t modifiers, std::uint32_t key) {
     for (const HotKey& hotKey : hotKeys_)
         if (hotKey.modifiers == modifiers && hotKey.key == key) {
@@ -137,6 +128,6 @@ void FakeWindows::TakeHotKey(std::uint32_t modifiers, std::uint32_t key) {
 
 int FakeWindows::AtomUses(const std::string& text) const {
     for (const auto& [number, atom] : atoms_)
-        if (EqualNoAsciiCase(atom.text, text)) return atom.uses;
+        if (SameName(atom.text, text)) return atom.uses;
     return 0;
 }

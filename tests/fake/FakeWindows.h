@@ -38,7 +38,9 @@ class FakeWindows : public WindowPort {
     WindowHandle Foreground() override { return foreground; }
     void BringToFront(WindowHandle window) override;
     std::wstring Title(WindowHandle window, int most) override;
-    bool SetAlwaysOnTop(WindowHandle window, bool onTop) override;
+    bool SetAlwaysOnTop(WindowHandle window, bool) override {
+        return !failures_.Strikes() && windows_.contains(window);
+    }
     std::uint16_t AddGlobalAtom(const std::string& text) override;
     void DeleteGlobalAtom(std::uint16_t atom) override;
     bool AddHotKey(WindowHandle window, std::int32_t identifier, std::uint32_t modifiers,
@@ -55,7 +57,6 @@ class FakeWindows : public WindowPort {
     ProcedureAddress AddProcedure(Procedure procedure);
     // The procedure that a window has now; None for a window that there is not.
     ProcedureAddress ProcedureOf(WindowHandle window) const;
-    bool IsAlwaysOnTop(WindowHandle window) const;
     // Presses the keys of a hot key: its window gets the message. False when nobody has it.
     bool PressHotKey(std::uint32_t modifiers, std::uint32_t key);
     // Another program takes a combination.
@@ -73,7 +74,6 @@ class FakeWindows : public WindowPort {
     struct Window {
         std::wstring title;
         ProcedureAddress procedure;
-        bool onTop = false;
     };
     struct Atom {
         std::string text;  // as it was added first; atoms are compared without regard to case

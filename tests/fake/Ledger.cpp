@@ -3,19 +3,8 @@
 namespace {
 
 const char* KindName(ResourceKind kind) {
-    switch (kind) {
-        case ResourceKind::Block:
-            return "memory block";
-        case ResourceKind::Metafile:
-            return "metafile";
-        case ResourceKind::EnhancedMetafile:
-            return "enhanced metafile";
-        case ResourceKind::GdiObject:
-            return "GDI object";
-        case ResourceKind::File:
-            return "file";
-    }
-    return "resource";
+    constexpr const char* kNames[] = {"memory block", "metafile", "enhanced metafile", "GDI object", "file"};
+    return kNames[static_cast<int>(kind)];
 }
 
 }  // namespace

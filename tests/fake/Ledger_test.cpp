@@ -60,14 +60,3 @@ TEST_F(LedgerTest, Problems_OfAFileAreFound) {
     fake.files.Close(file);
     ExpectFound("freed twice");
 }
-
-TEST_F(LedgerTest, FailNth_FiresOnceAtTheNthCallOfItsKind) {
-    Failures& failures = fake.failures;
-    failures.FailNth(Operation::FilesWrite, 2);
-    EXPECT_FALSE(failures.Strikes(Operation::FilesWrite));
-    EXPECT_FALSE(failures.Strikes(Operation::FilesRead));
-    EXPECT_FALSE(failures.Fired());
-    EXPECT_TRUE(failures.Strikes(Operation::FilesWrite));
-    EXPECT_TRUE(failures.Fired());
-    EXPECT_FALSE(failures.Strikes(Operation::FilesWrite));
-}

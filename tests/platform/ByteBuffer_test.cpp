@@ -2,22 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
-#include "platform/RuntimeError.h"
+#include "fake/ErrorNumberOf.h"
 
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
-
-int ErrorOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const RuntimeError& error) {
-        return error.Number();
-    }
-    return 0;
-}
 
 constexpr int kTooShort = static_cast<int>(ErrorNumber::FileTooShort);
 
@@ -51,14 +40,14 @@ TEST(ByteBuffer, Reader_FieldThatIsNotThereWhole_ThrowsAndMovesNothing) {
     const Bytes bytes = {3, 0, 'a'};
     ByteReader reader(bytes);
     std::uint8_t four[4];
-    EXPECT_EQ(ErrorOf([&] { reader.Int32(); }), kTooShort);
-    EXPECT_EQ(ErrorOf([&] { reader.Text(); }), kTooShort);
-    EXPECT_EQ(ErrorOf([&] { reader.Bytes(four, 4); }), kTooShort);
-    EXPECT_EQ(ErrorOf([&] { reader.Skip(4); }), kTooShort);
-    EXPECT_EQ(ErrorOf([&] { reader.Count32(1); }), kTooShort);
+    EXPECT_EQ(ErrorNumberOf([&] { reader.Int32(); }), kTooShort);
+    EXPECT_EQ(ErrorNumberOf([&] { reader.Text(); }), kTooShort);
+    EXPECT_EQ(ErrorNumberOf([&] { reader.Bytes(four, 4); }), kTooShort);
+    EXPECT_EQ(ErrorNumberOf([&] { reader.Skip(4); }), kTooShort);
+    EXPECT_EQ(ErrorNumberOf([&] { reader.Count32(1); }), kTooShort);
     EXPECT_EQ(reader.Remaining(), 3u);
     EXPECT_EQ(reader.UInt16(), 3);
-    EXPECT_EQ(ErrorOf([&] { reader.UInt16(); }), kTooShort);
+    EXPECT_EQ(ErrorNumberOf([&] { reader.UInt16(); }), kTooShort);
 }
 
 TEST(ByteBuffer, Text_LongestFitsAndOneMoreIsRefused) {
@@ -69,7 +58,8 @@ TEST(ByteBuffer, Text_LongestFitsAndOneMoreIsRefused) {
     EXPECT_EQ(reader.Text(), longest);
     EXPECT_TRUE(FitsStoredText(longest));
     EXPECT_FALSE(FitsStoredText(longest + L'x'));
-    EXPECT_EQ(ErrorOf([&] { writer.Text(longest + L'x'); }), static_cast<int>(ErrorNumber::Overflow));
+    EXPECT_EQ(ErrorNumberOf([&] { writer.Text(longest + L'x'); }), static_cast<int>(ErrorNumber::Overflow));
+    EXPECT_EQ(writer.Image().size(), 2 + longest.size()) << "nothing of it is left";
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "fake/DocumentedBytes.h"
 #include "fake/FakePlatformTest.h"
 #include "platform/CheckSum.h"
 #include "platform/RuntimeError.h"
@@ -161,13 +162,7 @@ class SafeFileJournalTest : public FakePlatformTest {
 };
 
 TEST_F(SafeFileJournalTest, Journal_IsLaidOutAsDocumented) {
-    const std::string journal = InterruptedSave();
-    const std::string expected(
-        "NXJ2\x0E\0\0\0\x0E\0\0\0\x01\0\0\0\xEF\x84\x21\xF5\x06\0\0\0\x03\0\0\0"
-        "new"
-        "\xA9\xDF\x51\x2E",
-        35);
-    EXPECT_EQ(journal, expected);
+    EXPECT_EQ(InterruptedSave(), DocumentedBytes("journal-jnl.md"));
     EXPECT_EQ(CheckSum("123456789", 9), 0xCBF43926u);
     EXPECT_EQ(JournalPathOf(kPath), kJournal);
     EXPECT_EQ(JournalPathOf(L"C:\\DATA\\NXClip.nxf"), L"C:\\DATA\\NXClip.nxf.jnl");

@@ -6,11 +6,9 @@ import subprocess
 import sys
 from pathlib import Path
 
+from driving import Failure
+
 SCRATCH = Path(os.environ["NXCLIP_SCRATCH"])
-
-
-class Failure(Exception):
-    pass
 
 
 class Source:

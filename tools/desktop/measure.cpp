@@ -21,6 +21,7 @@
 #include "desktop/ClipboardData.h"
 #include "desktop/Driver.h"
 #include "desktop/HostProcess.h"
+#include "desktop/NextViewer.h"
 #include "desktop/Settings.h"
 #include "desktop/Utf8.h"
 #include "desktop/WholeFile.h"
@@ -65,39 +66,6 @@ void LeastRow(const std::string& what, const std::function<double()>& once) {
         least = std::min(least, once());
     Row(what, least, "ms");
 }
-
-// A viewer that stands behind the program in the chain, and notes when it is told.
-class NextViewer {
- public:
-    NextViewer() {
-        WNDCLASSW shape{};
-        shape.lpfnWndProc = &NextViewer::Procedure;
-        shape.lpszClassName = L"NextViewer";
-        RegisterClassW(&shape);
-        window_ =
-            CreateWindowExW(0, shape.lpszClassName, L"", 0, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
-        next_ = SetClipboardViewer(window_);
-    }
-    ~NextViewer() {
-        ChangeClipboardChain(window_, next_);
-        DestroyWindow(window_);
-    }
-    NextViewer(const NextViewer&) = delete;
-    NextViewer& operator=(const NextViewer&) = delete;
-
-    static inline int told = 0;
-    static inline Clock::time_point toldAt;
-
- private:
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-        if (message != WM_DRAWCLIPBOARD) return DefWindowProcW(window, message, wParam, lParam);
-        ++told;
-        toldAt = Clock::now();
-        return 0;
-    }
-    HWND window_ = nullptr;
-    HWND next_ = nullptr;
-};
 
 // A text of this size in lines; each one differs from the one before, so that it can be told from it.
 std::string NewText(std::size_t size) {

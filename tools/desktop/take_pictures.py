@@ -120,7 +120,7 @@ def main():
         dialogs(drive)
         drive("quit")
     finally:
-        drive.end()
+        drive.close()
 
 
 if __name__ == "__main__":

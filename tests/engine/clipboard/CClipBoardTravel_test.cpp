@@ -37,8 +37,12 @@ class ClipTravelTest : public ClipboardTest {
 
 TEST_F(ClipTravelTest, Clip_ComesBackWhole) {
     ASSERT_EQ(Capture(content), 5);
-    ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 5));
-    EXPECT_EQ(ReadAll(), whole);
+    for (const bool asked : {true, false}) {
+        ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 5));
+        if (!asked) UnsubclassWindow();  // on its way out: nobody is asked any more
+        EXPECT_TRUE(asked || RenderAllFormats());
+        EXPECT_EQ(ReadAll(), whole);
+    }
     EXPECT_TRUE(fake.user.messages.empty());
 }
 
@@ -75,12 +79,15 @@ TEST_F(ClipTravelTest, Restore_WithAnyOperationFailingKeepsTheClipReadable) {
 
 TEST_F(ClipTravelTest, Request_WithAnyOperationFailingIsAnsweredTheNextTime) {
     const std::int16_t count = Capture(content);
+    std::vector<std::optional<std::string>> got;
     for (const auto failure : {ReadFailure::Error, ReadFailure::Short}) {
         fake.failures.readFailure = failure;
         FailEachCall(
             fake, 58, [&] { ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, count)); },
-            [&] { ReadAll(); },
+            [&] { got = ReadAll(); },
             [&](bool) {
+                for (std::size_t i = 0; i < got.size(); ++i)
+                    EXPECT_TRUE(!got[i] || got[i] == whole[i]) << "whole or not at all";
                 EXPECT_EQ(fake.ledger.Owned(ResourceKind::Block), 0);
                 EXPECT_EQ(ReadAll(), whole);
             });

@@ -1,6 +1,7 @@
 #include "engine/clipboard/CFormats.h"
 
 #include "engine/clipboard/ClipboardTest.h"
+#include "fake/ErrorNumberOf.h"
 
 namespace {
 
@@ -61,4 +62,6 @@ TEST_F(RequestTest, SearchFormatIdByName_FindsNothingForNumbersWithoutAName) {
 
     RequestTrace = false;
     EXPECT_EQ(Traced(1), L"");
+    for (const std::int32_t nowhere : {0, 3})
+        EXPECT_EQ(ErrorNumberOf([&] { formats.Item(nowhere); }), 9);
 }

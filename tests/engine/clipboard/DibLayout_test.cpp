@@ -83,22 +83,32 @@ TEST(DibLayout, CheckDamagedHeader_Refused) {
 }
 
 TEST(DibLayout, CheckRunLengths_StayWithinThePicture) {
-    const auto rle8 = [](Bytes runs) {
-        Bytes bytes = Dib(40, 4, 2, 8, 1, 1024 + runs.size());
-        std::copy(runs.begin(), runs.end(), bytes.begin() + 40 + 1024);
+    const auto rle = [](int bits, const Bytes& runs, std::size_t said = 0) {
+        const std::size_t colours = std::size_t{4} << bits;
+        Bytes bytes = Dib(40, 4, 2, bits, bits == 8 ? 1 : 2, colours + runs.size());
+        Put(bytes, 20, said, 4);
+        std::copy(runs.begin(), runs.end(), bytes.begin() + 40 + static_cast<std::ptrdiff_t>(colours));
         return CheckDib(bytes).has_value();
     };
+    const auto rle8 = [&](const Bytes& runs) { return rle(8, runs); };
+    EXPECT_TRUE(rle(4, {0, 4, 0x12, 0x34, 0, 0, 4, 9, 0, 1}));
+    EXPECT_FALSE(rle(4, {0, 5, 1, 2, 3, 0, 0, 1})) << "past the right edge";
+    EXPECT_TRUE(rle(8, {4, 7, 0, 0, 4, 9, 0, 1}, 8));
+    EXPECT_FALSE(rle(8, {4, 7, 0, 0, 4, 9, 0, 1}, 9)) << "more than there is";
+    EXPECT_FALSE(rle(8, {4, 7, 0, 0, 4, 9, 0, 1}, 2)) << "the first line alone";
     EXPECT_TRUE(rle8({4, 7, 0, 0, 4, 9, 0, 1}));
     EXPECT_TRUE(rle8({0, 4, 1, 2, 3, 4, 0, 0, 4, 9, 0, 1}));
     EXPECT_TRUE(rle8({0, 2, 1, 1, 3, 7, 0, 1}));
     EXPECT_FALSE(rle8({5, 7, 0, 1})) << "past the right edge";
     EXPECT_FALSE(rle8({4, 7, 0, 0, 4, 7, 0, 0, 1, 7, 0, 1})) << "past the last line";
     EXPECT_FALSE(rle8({0, 2, 200, 0, 0, 1})) << "a step out";
+    EXPECT_FALSE(rle8({4, 7, 0, 2, 1, 0, 0, 1})) << "a step past the edge";
     EXPECT_FALSE(rle8({0, 4, 1})) << "cut short";
     EXPECT_TRUE(rle8({4, 7, 0, 0, 4, 9})) << "no end mark, but all lines";
     EXPECT_FALSE(rle8({4, 7})) << "no end mark, and a line is missing";
     EXPECT_FALSE(rle8({4, 7, 0, 0, 4, 9, 1})) << "half a run behind them";
-    EXPECT_FALSE(CheckDib(Dib(40, 4, -2, 8, 1, 1024 + 8))) << "runs go upwards only";
+    for (const int bits : {4, 8})
+        EXPECT_FALSE(CheckDib(Dib(40, 4, -2, bits, bits == 8 ? 1 : 2, 1032))) << "runs go upwards only";
 }
 
 }  // namespace

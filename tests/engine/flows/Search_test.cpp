@@ -36,10 +36,9 @@ TEST_F(SearchTest, SearchForNode_BeginsAtTheTopOrBehindTheStart) {
 TEST_F(SearchTest, SearchForNode_UpwardVisitsEveryNodeInReverse) {
     SearchCriteria up = For(L"c");
     up.downward = false;
-    EXPECT_EQ(Found(up, L"c4"), L"c3");
-    EXPECT_EQ(Found(up, L"c3"), L"c2") << "into collapsed folders";
-    EXPECT_EQ(Found(up, L"c2"), L"c1");
-    EXPECT_EQ(Found(up, L"c1"), L"-");
+    for (const auto& [start, found] :
+         {std::pair{L"c4", L"c3"}, {L"c3", L"c2"}, {L"c2", L"c1"}, {L"c1", L"-"}})
+        EXPECT_EQ(Found(up, start), found) << "into collapsed folders as well";
     up.searchText = L"P";
     EXPECT_EQ(Found(up, L"c4"), L"P");
 }

@@ -64,11 +64,9 @@ TEST_F(StartUpTest, StartUp_SetsEverythingUpInItsOrder) {
     EXPECT_EQ(host.steps, (Steps{L"splash with 0 profiles", L"main window with 1 profiles"}));
     EXPECT_EQ(PreviousForeground, WindowHandle::None);
     EXPECT_FALSE(DiagnosticsOpen || RequestTrace || ModalDialogOpen);
-    EXPECT_EQ(AppPath, L"C:\\PROGRAMME\\NXCLIP\\");
     EXPECT_EQ(FormatSetFile, L"C:\\PROGRAMME\\NXCLIP\\NXClip.nxf");
     EXPECT_EQ(HelpFile, L"C:\\PROGRAMME\\NXCLIP\\Nxclip.hlp");
     EXPECT_FALSE(FormatSetsChanged);
-    EXPECT_EQ(FormatSets().Count(), 0);
     EXPECT_NE(DraggedNodeFormat(), 0);
     EXPECT_NE(OwnMarkerFormat, 0);
     EXPECT_EQ(Options().UserInfo, L"");

@@ -1,50 +1,25 @@
 #include "engine/formatsets/FormatSetCoding.h"
 
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-
 #include "engine/formatsets/FormatSetTest.h"
+#include "fake/DocumentedBytes.h"
+#include "fake/ErrorNumberOf.h"
 #include "platform/ByteBuffer.h"
-#include "platform/RuntimeError.h"
 
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
-class FormatSetCodingTest : public FormatSetTest {
- protected:
-    // The error number of decoding, 0 when it succeeds; `list` holds what was read.
-    static int DecodeError(const Bytes& bytes, FormatSetList& list) {
-        try {
-            DecodeFormatSets(bytes, list);
-        } catch (const RuntimeError& error) {
-            return error.Number();
-        }
-        return 0;
-    }
-    static int DecodeError(const Bytes& bytes) {
-        FormatSetList list;
-        return DecodeError(bytes, list);
-    }
+using FormatSetCodingTest = FormatSetTest;
 
-    // The bytes of the first hex block of a document: offset, bytes and, after two blanks, their characters.
-    static Bytes DocumentedExample(const std::string& document) {
-        const auto root =
-            std::filesystem::path(__FILE__).parent_path().parent_path().parent_path().parent_path();
-        std::ifstream file(root / "docs" / "formats" / document);
-        Bytes bytes;
-        std::string line;
-        while (std::getline(file, line) && line.find("```hex") != 0) {
-        }
-        while (std::getline(file, line) && line.find("```") != 0) {
-            std::istringstream row(line.substr(6, line.find("  ", 6) - 6));
-            for (int byte; row >> std::hex >> byte;)
-                bytes.push_back(static_cast<std::uint8_t>(byte));
-        }
-        return bytes;
-    }
-};
+// `list` holds what was read.
+int DecodeError(const Bytes& bytes, FormatSetList& list) {
+    return ErrorNumberOf([&] { DecodeFormatSets(bytes, list); });
+}
+
+int DecodeError(const Bytes& bytes) {
+    FormatSetList list;
+    return DecodeError(bytes, list);
+}
 
 constexpr int kTooShort = static_cast<int>(ErrorNumber::FileTooShort);
 constexpr int kDamaged = static_cast<int>(ErrorNumber::FileError);
@@ -56,7 +31,8 @@ FormatSet PictureSet() {
 TEST_F(FormatSetCodingTest, Encode_GivesTheDocumentedBytes) {
     FormatSetList list;
     list.Append(PictureSet());
-    const Bytes documented = DocumentedExample("nxclip-nxf.md");
+    const std::string example = DocumentedBytes("nxclip-nxf.md");
+    const Bytes documented(example.begin(), example.end());
     EXPECT_EQ(EncodeFormatSets(list), documented);
     FormatSetList decoded;
     EXPECT_EQ(DecodeError(documented, decoded), 0);

@@ -41,9 +41,7 @@ TEST_F(FormatSetDialogModelTest, AddFromClipboard_AddsAndSelectsANewSetOnce) {
 
     model.Select(1);
     EXPECT_FALSE(model.AddFromClipboard(FormatsNamed({L"HTML Format", L"Text"}).get()));
-    EXPECT_EQ(fake.user.LastMessage(),
-              L"Der im Clipboard gefundene Formatsatz ist schon unter dem Namen\r\n\r\nWebseite\r\n\r\n"
-              L"verzeichnet.");
+    EXPECT_NE(fake.user.LastMessage().find(L"Webseite"), std::wstring::npos);
     EXPECT_EQ(model.Aliases().size(), 4u);
     EXPECT_EQ(model.Selected(), 1);
     EXPECT_EQ(FormatSets().Count(), 3);

@@ -18,22 +18,18 @@ class Browser : public HelpPages {
 
 class modHelpTest : public AppTest {
  protected:
-    modHelpTest() { UseHelpPages(&browser); }
-    ~modHelpTest() override { UseHelpPages(nullptr); }
-
-    void InstallHelpFile() { fake.files.SetBytes(L"C:\\NXCLIP\\NXCLIP.HLP", "help"); }
-    void InstallPages() {
-        fake.files.SetBytes(L"C:\\NXCLIP\\HILFE\\INHALT.HTML", "page");
-        fake.files.SetBytes(L"C:\\NXCLIP\\HILFE\\SUCHEN.HTML", "page");
+    modHelpTest() {
+        UseHelpPages(&browser);
+        for (const wchar_t* file : {L"NXCLIP.HLP", L"HILFE\\INHALT.HTML", L"HILFE\\SUCHEN.HTML"})
+            fake.files.SetBytes(AppPath + file, "help");
     }
+    ~modHelpTest() override { UseHelpPages(nullptr); }
 
     Browser browser;
     const WindowHandle window = fake.windows.AddWindow();
 };
 
 TEST_F(modHelpTest, ShowHelp_WithAViewer_OpensTheHelpFileOnTheTopic) {
-    InstallHelpFile();
-    InstallPages();
     browser.viewerWorks = true;
     ShowHelp(window, HelpTopic::Search);
     ShowHelpCommand(window, kHelpFinder, 0);
@@ -44,12 +40,9 @@ TEST_F(modHelpTest, ShowHelp_WithAViewer_OpensTheHelpFileOnTheTopic) {
     EXPECT_EQ(fake.windows.helps[0].data, 50u);
     EXPECT_EQ(fake.windows.helps[1].command, 11u);
     EXPECT_TRUE(browser.pages.empty());
-    EXPECT_TRUE(fake.user.messages.empty());
 }
 
 TEST_F(modHelpTest, ShowHelp_WithoutAViewer_OpensTheTopicsPage) {
-    InstallHelpFile();
-    InstallPages();
     ShowHelp(window, HelpTopic::Search);
     ShowHelpCommand(window, kHelpFinder, 50);
     ShowHelpCommand(window, kHelpContext, 4711);

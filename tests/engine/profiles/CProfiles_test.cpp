@@ -1,78 +1,54 @@
 #include "engine/profiles/CProfiles.h"
 
+#include <array>
 #include <ctime>
 
 #include "engine/tree/TestTree.h"
 #include "fake/FakePlatformTest.h"
-#include "platform/RuntimeError.h"
 #include "platform/Text.h"
 
 namespace {
 
 class CProfilesTest : public FakePlatformTest {
  protected:
-    void Store(const std::wstring& key, const std::wstring& value) {
-        fake.settings.Set(L"Profiles", key, value);
+    // Stores profiles with these names and directories.
+    void Store(const std::wstring& count, const std::vector<std::array<const wchar_t*, 2>>& profiles) {
+        fake.settings.Set(L"Profiles", L"Count", count);
+        for (std::size_t i = 0; i < profiles.size(); ++i) {
+            fake.settings.Set(L"Profiles", L"Name" + std::to_wstring(i + 1), profiles[i][0]);
+            fake.settings.Set(L"Profiles", L"File" + std::to_wstring(i + 1), profiles[i][1]);
+        }
     }
-    std::wstring Stored(const std::wstring& key) const {
-        return fake.settings.Value(L"Profiles", key).value_or(L"<none>");
+    std::wstring Loaded() {
+        list.LoadRegistry();
+        std::wstring outline;
+        for (const CProfile* entry : list.NewEnum())
+            outline += entry->Name + L"=" + entry->Directory + (entry->Dirty ? L"! " : L" ");
+        return outline;
     }
 
     CProfiles list;
 };
 
-TEST_F(CProfilesTest, LoadRegistry_TakesWhatIsThereAndNothingElse) {
-    list.LoadRegistry();
-    EXPECT_EQ(list.Count(), 0);
-
-    Store(L"Count", L"2");
-    Store(L"Name1", L"Texte");
-    Store(L"File1", L"D:\\Texte");
-    list.LoadRegistry();
-    ASSERT_EQ(list.Count(), 2);
-    EXPECT_EQ(list.Item(1).Name, L"Texte");
-    EXPECT_EQ(list.Item(1).Directory, L"D:\\Texte");
-    EXPECT_FALSE(list.Item(1).Dirty);
-    EXPECT_EQ(list.Item(1).Node, nullptr);
-    EXPECT_EQ(list.Item(2).Name + list.Item(2).Directory, L"");
-
-    // Loading again replaces the list.
-    Store(L"Count", L"1");
-    list.LoadRegistry();
-    EXPECT_EQ(list.Count(), 1);
-}
-
-TEST_F(CProfilesTest, LoadRegistry_SkipsADirectoryThatIsListedTwice) {
-    Store(L"Count", L"3");
-    Store(L"Name1", L"a");
-    Store(L"File1", L"D:\\Texte");
-    Store(L"Name2", L"b");
-    Store(L"File2", L"d:\\TEXTE");
-    Store(L"Name3", L"c");
-    Store(L"File3", L"D:\\Mehr");
-    list.LoadRegistry();
-    ASSERT_EQ(list.Count(), 2);
-    EXPECT_EQ(list.Item(1).Name, L"a");
-    EXPECT_EQ(list.Item(2).Name, L"c");
+TEST_F(CProfilesTest, LoadRegistry_TakesWhatIsThereAndNoDirectoryTwice) {
+    EXPECT_EQ(Loaded(), L"");
+    Store(L"2", {{L"Texte", L"D:\\Texte"}});
+    EXPECT_EQ(Loaded(), L"Texte=D:\\Texte = ");
+    Store(L"3", {{L"a", L"D:\\Texte"}, {L"b", L"d:\\TEXTE"}, {L"c", L"D:\\Mehr"}});
+    EXPECT_EQ(Loaded(), L"a=D:\\Texte c=D:\\Mehr ");
 }
 
 TEST_F(CProfilesTest, LoadRegistry_SurvivesABadCount) {
-    Store(L"Name1", L"a");
-    Store(L"File1", L"D:\\A");
-    Store(L"Name2", L"b");
-    Store(L"File2", L"D:\\B");
     for (const wchar_t* count : {L"viele", L"99999999999", L""}) {
-        Store(L"Count", count);
-        list.LoadRegistry();
-        EXPECT_EQ(list.Count(), 2) << "the list is written back at the end, nothing may be lost";
+        Store(count, {{L"a", L"D:\\A"}, {L"b", L"D:\\B"}});
+        EXPECT_EQ(Loaded(), L"a=D:\\A b=D:\\B ")
+            << "the list is written back at the end, nothing may be lost";
     }
-    Store(L"Count", L"-5");
-    list.LoadRegistry();
-    EXPECT_EQ(list.Count(), 0);
-    Store(L"Count", L"2000000000");
+    Store(L"-5", {});
+    EXPECT_EQ(Loaded(), L"");
+    Store(L"2000000000", {});
     const std::clock_t start = std::clock();
-    list.LoadRegistry();
-    EXPECT_EQ(list.Count(), 3) << "the two, and one without a directory";
+    EXPECT_EQ(Loaded(), L"a=D:\\A b=D:\\B = ") << "the two, and one without a directory";
     EXPECT_LT(std::clock() - start, 20 * CLOCKS_PER_SEC);
 }
 
@@ -84,15 +60,8 @@ TEST_F(CProfilesTest, SaveRegistry_LeavesNothingOfAListThatShrank) {
     EXPECT_EQ(fake.settings.KeyCount(L"Profiles"), 7u);
     list.Remove(2);
     list.SaveRegistry();
-    EXPECT_EQ(Stored(L"Count"), L"2");
-    EXPECT_EQ(Stored(L"Name2") + Stored(L"File2"), L"dreiC:\\3");
     EXPECT_EQ(fake.settings.KeyCount(L"Profiles"), 5u);
-
-    CProfiles again;
-    again.LoadRegistry();
-    ASSERT_EQ(again.Count(), 2);
-    EXPECT_EQ(again.Item(1).Name, L"eins");
-    EXPECT_FALSE(again.Item(1).Dirty);
+    EXPECT_EQ(Loaded(), L"eins=C:\\1 drei=C:\\3 ");
 }
 
 // A failing call, or the end of the process in it, costs no profile that is to stay, whatever the change.

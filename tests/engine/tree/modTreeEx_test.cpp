@@ -2,74 +2,48 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-#include <optional>
 #include <tuple>
 
 #include "engine/tree/TestTree.h"
 #include "engine/tree/TreeWalk.h"
-#include "platform/RuntimeError.h"
+#include "fake/ErrorNumberOf.h"
 
 namespace {
 
-struct ProfileFields {
-    std::int32_t counter = -7;
-    std::wstring directory = L"d";
-    bool globalFlag = true;
-    std::wstring info = L"i";
+using ProfileFields = std::tuple<std::int32_t, std::wstring, bool, std::wstring>;
+using ClipFields = std::tuple<std::int32_t, std::int16_t, std::wstring, std::wstring>;
 
-    friend bool operator==(const ProfileFields&, const ProfileFields&) = default;
-};
-
-struct ClipFields {
-    std::int32_t number = -7;
-    std::int16_t formats = -8;
-    std::wstring time = L"t";
-    std::wstring info = L"i";
-
-    friend bool operator==(const ClipFields&, const ClipFields&) = default;
-};
+const ProfileFields kNoProfile(-7, L"d", true, L"i");
+const ClipFields kNoClip(-7, std::int16_t{-8}, L"t", L"i");
 
 ProfileFields ParsedProfile(const std::wstring& tag) {
-    ProfileFields fields;
-    ParseProfileTag(tag, fields.counter, fields.directory, fields.globalFlag, fields.info);
+    ProfileFields fields = kNoProfile;
+    std::apply([&](auto&... each) { ParseProfileTag(tag, each...); }, fields);
     return fields;
 }
 
 ClipFields ParsedClip(const std::wstring& tag) {
-    ClipFields fields;
-    ParseClipTag(tag, fields.number, fields.formats, fields.time, fields.info);
+    ClipFields fields = kNoClip;
+    std::apply([&](auto&... each) { ParseClipTag(tag, each...); }, fields);
     return fields;
 }
 
-template <typename Operation>
-int ErrorNumberOf(Operation operation) {
-    try {
-        operation();
-        return 0;
-    } catch (const RuntimeError& error) {
-        return error.Number();
-    }
-}
-
 TEST(TagTest, ParseProfileTag_LeavesWhatTheTagDoesNotReach) {
-    const ProfileFields before;
     for (const wchar_t* tag : {L"", L"P", L"P&", L"P&12", L"&&"})
-        EXPECT_EQ(ParsedProfile(tag), before) << tag;
-    EXPECT_EQ(ParsedProfile(L"P&12&D:\\x"), (ProfileFields{12, L"d", true, L"i"}));
-    EXPECT_EQ(ParsedProfile(L"P&12&D:\\x&"), (ProfileFields{12, L"D:\\x", false, L""}));
-    EXPECT_EQ(ParsedProfile(L"P&12&D:\\x&1"), (ProfileFields{12, L"D:\\x", true, L""}));
+        EXPECT_EQ(ParsedProfile(tag), kNoProfile) << tag;
+    EXPECT_EQ(ParsedProfile(L"P&12&D:\\x"), ProfileFields(12, L"d", true, L"i"));
+    EXPECT_EQ(ParsedProfile(L"P&12&D:\\x&"), ProfileFields(12, L"D:\\x", false, L""));
+    EXPECT_EQ(ParsedProfile(L"P&12&D:\\x&1"), ProfileFields(12, L"D:\\x", true, L""));
     EXPECT_EQ(ErrorNumberOf([] { ParsedProfile(L"P&x&D:\\x&1&"); }), 13);
     EXPECT_EQ(ErrorNumberOf([] { ParsedProfile(L"P&&D:\\x&1&"); }), 13);
     EXPECT_EQ(ErrorNumberOf([] { ParsedProfile(L"P&2147483648&D:\\x&1&"); }), 13);
 }
 
 TEST(TagTest, ParseClipTag_LeavesWhatTheTagDoesNotReach) {
-    const ClipFields before;
     for (const wchar_t* tag : {L"", L"C&7&x&y", L"C&&7,3&x"})
-        EXPECT_EQ(ParsedClip(tag), before) << tag;
-    EXPECT_EQ(ParsedClip(L"C&7,3&x"), (ClipFields{7, 3, L"t", L"i"}));
-    EXPECT_EQ(ParsedClip(L"C&7,3&x&"), (ClipFields{7, 3, L"x", L""}));
+        EXPECT_EQ(ParsedClip(tag), kNoClip) << tag;
+    EXPECT_EQ(ParsedClip(L"C&7,3&x"), ClipFields(7, std::int16_t{3}, L"t", L"i"));
+    EXPECT_EQ(ParsedClip(L"C&7,3&x&"), ClipFields(7, std::int16_t{3}, L"x", L""));
     EXPECT_EQ(ErrorNumberOf([] { ParsedClip(L"C&7,32768&x&y"); }), 13);
     EXPECT_EQ(ErrorNumberOf([] { ParsedClip(L"C&,3&x&y"); }), 13);
 }

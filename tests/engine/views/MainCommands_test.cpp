@@ -1,6 +1,5 @@
 #include "engine/views/MainCommands.h"
 
-#include <algorithm>
 #include <set>
 
 #include "engine/profiles/ProfileWorldTest.h"

@@ -1,7 +1,6 @@
 #include "engine/views/PreviewText.h"
 
 #include "engine/clipboard/ClipboardTest.h"
-#include "platform/Text.h"
 
 using namespace std::string_literals;
 

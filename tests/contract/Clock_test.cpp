@@ -4,12 +4,10 @@
 #include "fake/FakeClock.h"
 #include "platform/Clock.h"
 #include "platform/Text.h"
-#include "platform/User.h"
 
 namespace {
 
 using ClockContract = ContractTest;
-using UserContract = ContractTest;
 
 }  // namespace
 
@@ -29,18 +27,4 @@ TEST_F(ClockContract, DateText_CanStandInATag) {
     EXPECT_NE(text, clock.DateText(FileTimeOf(1999, 11, 15, 12, 34, 57)));
     EXPECT_NE(clock.DateText(0), L"");
     EXPECT_EQ(clock.DateText(std::numeric_limits<FileTime>::max()), L"");
-}
-
-TEST_F(UserContract, AskAndTell_ShowTheTextAndReturnTheAnswer) {
-    for (const bool yes : {false, true}) {
-        bool answer = !yes;
-        const Home::Box box =
-            home->Answer(yes, [&] { answer = user.Ask(L"Profil wirklich löschen?", L"Löschen", !yes); });
-        EXPECT_EQ(answer, yes);
-        EXPECT_EQ(box.text, L"Profil wirklich löschen?");
-        EXPECT_EQ(box.title, L"Löschen");
-    }
-    const Home::Box told = home->Answer(false, [&] { user.Tell(L"Überlauf", L"", MessageIcon::Error); });
-    EXPECT_EQ(told.text, L"Überlauf");
-    EXPECT_EQ(told.title, L"NXClip");
 }
