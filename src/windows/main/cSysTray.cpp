@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/Guard.h"
 #include "platform/win32/LateFunction.h"
 
 namespace {
@@ -30,15 +31,15 @@ bool cSysTray::Create(HWND parent, Events events) {
 void cSysTray::SetInTray(bool inTray) {
     if (inTray == inTray_ || window_ == nullptr) return;
     if (inTray) {
-        subclass_.Attach(window_, [this](UINT message, WPARAM wParam, LPARAM lParam) {
-            return OnMessage(message, wParam, lParam);
-        });
+        SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+        before_ = reinterpret_cast<WNDPROC>(
+            SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&cSysTray::Procedure)));
         tries_ = 0;
         AddIcon();
     } else {
         KillTimer(window_, kTryAgainTimer);
         if (std::exchange(added_, false)) Notify(NIM_DELETE);
-        subclass_.Detach();
+        SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(before_));
     }
     inTray_ = inTray;
 }
@@ -85,14 +86,18 @@ bool cSysTray::Notify(DWORD command) {
     return notify != nullptr && notify(command, &record) != FALSE;
 }
 
-std::optional<LRESULT> cSysTray::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_TIMER && wParam == kTryAgainTimer)
-        AddIcon();
-    else if (message == kTrayCallbackMessage)
-        OnMouse(static_cast<std::uint32_t>(lParam), static_cast<std::int32_t>(wParam));
-    else
-        return std::nullopt;
-    return 0;
+LRESULT CALLBACK cSysTray::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    auto* const tray = reinterpret_cast<cSysTray*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    const bool timer = message == WM_TIMER && wParam == kTryAgainTimer;
+    if (!timer && message != kTrayCallbackMessage)
+        return CallWindowProcW(tray->before_, window, message, wParam, lParam);
+    return Guarded<LRESULT>(0, [&] {
+        if (timer)
+            tray->AddIcon();
+        else
+            tray->OnMouse(static_cast<std::uint32_t>(lParam), static_cast<std::int32_t>(wParam));
+        return 0;
+    });
 }
 
 void cSysTray::OnMouse(std::uint32_t mouseMessage, std::int32_t id) {

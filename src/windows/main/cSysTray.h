@@ -4,11 +4,9 @@
 
 #include <cstdint>
 #include <functional>
-#include <optional>
 #include <string>
 
 #include "engine/views/TrayRules.h"
-#include "windows/controls/Subclass.h"
 
 // The program's icon in the notification area: an invisible control on the main window that turns the mouse
 // over the icon into events.
@@ -46,7 +44,7 @@ class cSysTray {
     void TaskBarCreated();
 
  private:
-    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void OnMouse(std::uint32_t mouseMessage, std::int32_t id);
     bool Notify(DWORD command);
     void AddIcon();
@@ -54,7 +52,7 @@ class cSysTray {
     static constexpr int kMostTries = 30;
 
     HWND window_ = nullptr;
-    Subclass subclass_;  // while the icon is in the tray
+    WNDPROC before_ = nullptr;  // the control's procedure while the icon is not in the tray
     HICON trayIcon_ = nullptr;
     std::wstring trayTip_ = L"NXClip - Zwischenablage";
     Events events_;
