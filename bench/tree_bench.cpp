@@ -63,6 +63,8 @@ void SaveCapture(benchmark::State& state) {
         bench.profile->SetTag(MakeProfileTag(bench.nodes.Count(), L"D:\\Clips", false, L""));
         benchmark::DoNotOptimize(Save(bench));
     }
+    state.counters["bytes_of_journal"] =
+        static_cast<double>(bench.platform.files.Bytes(JournalPathOf(kFile))->size());
 }
 BENCHMARK(SaveCapture)->Apply(Sizes);
 
