@@ -35,16 +35,16 @@ TEST_F(ClipBoardTest, GetClipboardFormats_ListsEverythingInTheClipboardsOrder) {
 
 TEST_F(ClipBoardTest, LoadFormatsByHandle_ReadsHeadersOnlyAndKnowsWhereTheDataLies) {
     const std::string bytes =
-        RecordBytes(1, "Text", "abc") + RecordBytes(0xC123, "", "") + RecordBytes(8, "DIB", "0123456789");
+        RecordBytes(1, "Text", "abc") + RecordBytes(8, "DIB", "0123456789") + RecordBytes(0xC123, "", "");
     const auto formats = Headers(bytes, 3);
-    ASSERT_EQ(Names(formats), L"Text,,DIB,");
+    ASSERT_EQ(Names(formats), L"Text,DIB,,");
     EXPECT_EQ(formats->Item(1).DataOffset, 14);
     EXPECT_EQ(formats->Item(1).DataSize, 3);
-    EXPECT_EQ(formats->Item(3).DataOffset, 40);
-    EXPECT_EQ(formats->Item(3).DataSize, 10);
-    EXPECT_FALSE(formats->Item(3).Loaded);
+    EXPECT_EQ(formats->Item(2).DataOffset, 30);
+    EXPECT_EQ(formats->Item(2).DataSize, 10);
+    EXPECT_FALSE(formats->Item(2).Loaded);
     // Fewer than there are, and none at all.
-    EXPECT_EQ(Names(Headers(bytes, 2)), L"Text,,");
+    EXPECT_EQ(Names(Headers(bytes, 2)), L"Text,DIB,");
     EXPECT_EQ(Headers(bytes, 0), nullptr);
     EXPECT_EQ(Headers(bytes, -7), nullptr);
 }

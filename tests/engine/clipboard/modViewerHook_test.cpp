@@ -97,6 +97,7 @@ TEST_F(ViewerHookTest, ClipboardWndProc_PassesEveryChangeOnToTheNextViewer) {
     // A chain that leads back to us must not go round for ever.
     NextViewer = mainWindow;
     EXPECT_EQ(Send(kDrawClipboard), 0);
+    EXPECT_EQ(Send(kChangeChain, Parameter(next)), 0);
     EXPECT_TRUE(passedToOriginal.empty());
 }
 

@@ -4,6 +4,7 @@
 #include "engine/clipboard/modViewerHook.h"
 #include "engine/formatsets/modFormatSet.h"
 #include "engine/process/AppTest.h"
+#include "engine/process/SearchCriteria.h"
 #include "engine/profiles/CProfiles.h"
 #include "engine/profiles/modDragDrop.h"
 
@@ -56,6 +57,7 @@ TEST_F(StartUpTest, StartUp_SetsEverythingUpInItsOrder) {
     PreviousForeground = static_cast<WindowHandle>(0x1234);
     DiagnosticsOpen = RequestTrace = ModalDialogOpen = true;
     FormatSetsChanged = true;
+    TheSearchCriteria().downward = false;
     Options().UserInfo = L"left over";
     Options().AutoSnap = true;
     FirstStartPending = false;
@@ -67,6 +69,7 @@ TEST_F(StartUpTest, StartUp_SetsEverythingUpInItsOrder) {
     EXPECT_EQ(FormatSetFile, L"C:\\PROGRAMME\\NXCLIP\\NXClip.nxf");
     EXPECT_EQ(HelpFile, L"C:\\PROGRAMME\\NXCLIP\\Nxclip.hlp");
     EXPECT_FALSE(FormatSetsChanged);
+    EXPECT_TRUE(TheSearchCriteria().downward);
     EXPECT_NE(DraggedNodeFormat(), 0);
     EXPECT_NE(OwnMarkerFormat, 0);
     EXPECT_EQ(Options().UserInfo, L"");
