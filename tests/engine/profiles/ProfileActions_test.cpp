@@ -194,9 +194,9 @@ TEST(ProfileActionsFaults, NewProfileAndImport_WithAnyCallFailing_AreDoneWholeOr
     };
     for (const WriteFailure mode : {WriteFailure::Nothing, WriteFailure::DiskFullWithPart}) {
         const auto withNew = expecting(L"P=C:\\P Q=C:\\Q Neu=C:\\Neu ");
-        EXPECT_GE(FailEveryStep(mode, prepare, building(L""), withNew), 3);
-        EXPECT_GE(FailEveryStep(mode, prepare, building(kTemplate), withNew), 7);
-        EXPECT_GE(FailEveryStep(mode, prepareImport, import, expecting(L"P=C:\\P Q=C:\\Q ")), 3);
+        EXPECT_EQ(FailEveryStep(mode, prepare, building(L""), withNew), 23);
+        EXPECT_EQ(FailEveryStep(mode, prepare, building(kTemplate), withNew), 35);
+        EXPECT_EQ(FailEveryStep(mode, prepareImport, import, expecting(L"P=C:\\P Q=C:\\Q ")), 15);
     }
 }
 
