@@ -34,4 +34,37 @@ TEST_F(Capture, Automatic_LeavesKeyboardClipboardAndTheNextViewerAlone) {
     EXPECT_TRUE(nxclip_.Main().Enabled());
 }
 
+TEST_F(Capture, Automatic_StaysResponsiveInABurstAndTakesTheNewestOnce) {
+    StartWithProfile();
+    nxclip_.SetAutoDetect(true);
+    constexpr int kChanges = 300;
+    for (int i = 1; i <= kChanges; ++i) {
+        PutFormats({{Private(), "Nummer " + std::to_string(i)}});
+        if (i % 10 == 0) {
+            EXPECT_NE(SendMessageTimeoutW(nxclip_.Main().Handle(), WM_NULL, 0, 0, SMTO_NORMAL, 1000, nullptr),
+                      0);
+        }
+    }
+    const std::string newest = "Nummer " + std::to_string(kChanges);
+    int clips = 0, ofTheNewest = 0;
+    WaitFor("the newest content", [&] {
+        clips = ofTheNewest = 0;
+        for (const auto& file : std::filesystem::directory_iterator(nxclip_.ProfileDirectory())) {
+            if (file.path().extension() != L".nxc") continue;
+            ++clips;
+            try {
+                const auto records = ReadClipFile(file.path());
+                if (!records.empty() && records.front().bytes == newest) ++ofTheNewest;
+            } catch (const std::runtime_error&) {
+                // Being written just now.
+            }
+        }
+        return ofTheNewest > 0;
+    });
+    nxclip_.SetAutoDetect(false);
+    EXPECT_EQ(ofTheNewest, 1);
+    EXPECT_LE(clips, kChanges);
+    EXPECT_TRUE(nxclip_.Quiet());
+}
+
 }  // namespace

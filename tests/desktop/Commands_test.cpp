@@ -144,6 +144,9 @@ TEST_F(Commands, Drag_MovesAndWithControlCopiesAClipWithItsFile) {
     nxclip_.Restart();
     nxclip_.WaitForTree(
         L"Profil [Camera] open\n  Ordner [Structure] open\n    Clip [Clip]\n    Clip [Clip]\n");
+
+    Drag(nxclip_.Tree().PlaceOf(L"Profil"), nxclip_.Tree().PlaceOf(L"Profil\\Ordner"));
+    EXPECT_EQ(nxclip_.AnswerNotice(), L"Ablage auf diesem Eintrag ist nicht erlaubt !!!");
 }
 
 }  // namespace

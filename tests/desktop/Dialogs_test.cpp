@@ -9,6 +9,26 @@
 
 namespace {
 
+// The font of messages and dialogs in another height, in pixels of the screen.
+class SystemFontScope {
+ public:
+    explicit SystemFontScope(LONG height) {
+        before_.cbSize = sizeof before_;
+        SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof before_, &before_, 0);
+        NONCLIENTMETRICSW changed = before_;
+        changed.lfMessageFont.lfHeight = height;
+        SystemParametersInfoW(SPI_SETNONCLIENTMETRICS, sizeof changed, &changed, SPIF_UPDATEINIFILE);
+    }
+    ~SystemFontScope() {
+        SystemParametersInfoW(SPI_SETNONCLIENTMETRICS, sizeof before_, &before_, SPIF_UPDATEINIFILE);
+    }
+    SystemFontScope(const SystemFontScope&) = delete;
+    SystemFontScope& operator=(const SystemFontScope&) = delete;
+
+ private:
+    NONCLIENTMETRICSW before_{};
+};
+
 class Dialogs : public ProgramTest {
  protected:
     // Opens a dialog by its command and waits until it has the keyboard.
@@ -144,6 +164,36 @@ TEST_F(Dialogs, NewProfile_FromATemplateInANewDirectory) {
     WaitFor("the profile", [&] { return nxclip_.Tree().SelectedPath() == L"Aus Vorlage"; });
     EXPECT_GT(nxclip_.List().Count(), 0) << "the template's folders";
     EXPECT_TRUE(std::filesystem::exists(nxclip_.Directory() / L"Vorlagenprofil" / L"nxclip.nxp"));
+}
+
+// Large letters stand for a small screen: the dialogs have to become smaller than the letters want.
+TEST_F(Dialogs, EveryDialog_IsSeenWhole) {
+    const SystemFontScope large(-40);
+    StartWithProfile();
+    const RECT screen = Window(GetDesktopWindow()).Rectangle();
+    const std::pair<int, const wchar_t*> dialogs[] = {
+        {mnuViewOptions, L"Optionen"},
+        {mnuFileNew, L"Neue Profil"},
+        {mnuFileProperties, L"Profil-Eigenschaften"},
+        {m_edit_newstruct, L"Ordner-Eigenschaften"},
+        {m_importProfil, L"Profil importieren"},
+        {m_extra_fs, L"Formatsätze"},
+        {m_search, L"Suchen"},
+        {m_quickstart, L"Norvale - Der Manger für die Zwischenablage"},
+        {m_ext_diag, L"Clipboard Diagnose"},
+        {m_ext_fa, L"Formatabfragen"},
+        {mnuHelpAbout, L"Info zu NXClip"},
+    };
+    for (const auto& [command, title] : dialogs) {
+        nxclip_.Command(command);
+        const Window dialog = nxclip_.WaitForDialog(title);
+        const RECT place = dialog.Rectangle();
+        RECT seen;
+        IntersectRect(&seen, &place, &screen);
+        EXPECT_TRUE(EqualRect(&seen, &place)) << Utf8(title);
+        dialog.Close();
+        Driver::WaitUntilGone(dialog);
+    }
 }
 
 }  // namespace

@@ -97,4 +97,20 @@ TEST_F(List, Delete_WithNothingChosenDoesNothing) {
     EXPECT_EQ(nxclip_.Items().size(), 4u);
 }
 
+TEST_F(List, Keyboard_ComesBackFromOtherWindowsAndTheSplitter) {
+    StartWithList();
+    ChooseRow(2);
+    const HWND other = CreateWindowExW(0, L"STATIC", L"anderes", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr,
+                                       nullptr, nullptr, nullptr);
+    BringToFront(Window(other));
+    BringToFront(nxclip_.Main());
+    ExpectListAsBefore(2);
+    DestroyWindow(other);
+    const RECT bar = nxclip_.Main().Control(imgSplitter).Rectangle();
+    const POINT middle{(bar.left + bar.right) / 2, (bar.top + bar.bottom) / 2};
+    Drag(middle, {middle.x + 40, middle.y});
+    ExpectListAsBefore(2);
+    EXPECT_GT(nxclip_.Main().Control(imgSplitter).Rectangle().left, bar.left);
+}
+
 }  // namespace
