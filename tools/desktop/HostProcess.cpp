@@ -53,6 +53,6 @@ std::optional<HostFigures> FiguresOnHost(std::wstring_view commandLine) {
     const std::filesystem::path process = kProcesses / std::to_wstring(number);
     const std::string memory = "\n" + TextOf(process / L"smaps_rollup");
     const std::string counters = "\n" + TextOf(process / L"io");
-    return HostFigures{NumberBehind(memory, "Pss") * 1024, NumberBehind(counters, "write_bytes"),
+    return HostFigures{NumberBehind(memory, "Pss") * 1024, NumberBehind(counters, "wchar"),
                        NumberBehind(counters, "syscw")};
 }

@@ -6,8 +6,11 @@
 
 // What the kernel below Wine counts of a program; Wine itself counts none of it.
 struct HostFigures {
-    std::uint64_t memory;        // bytes, of what it shares with others its part
-    std::uint64_t written;       // bytes that went to files
+    std::uint64_t memory;  // bytes, of what it shares with others its part
+    // Bytes that it wrote anywhere: to files, and some hundred with each question to the window server. Those
+    // that went to the disk do not tell: for one byte the kernel counts all the memory that it reads ahead at
+    // once.
+    std::uint64_t written;
     std::uint64_t systemWrites;  // calls that wrote anywhere: nearly all are questions to the window server
 };
 
