@@ -74,6 +74,9 @@ TEST(DibLayout, CheckDamagedHeader_Refused) {
     Bytes oddHeader = Dib(40, 5, 3, 32, 0, 60);
     Put(oddHeader, 0, 41, 4);
     EXPECT_FALSE(CheckDib(oddHeader));
+    Bytes allColours = Dib(40, 5, 3, 8, 0, 1024 + 24);
+    Put(allColours, 32, 256, 4);
+    EXPECT_TRUE(CheckDib(allColours)) << "the most that there can be";
     Bytes manyColours = Dib(40, 5, 3, 8, 0, 1100);
     Put(manyColours, 32, 0xFFFFFFFF, 4);
     EXPECT_FALSE(CheckDib(manyColours));
