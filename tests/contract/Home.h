@@ -47,4 +47,7 @@ class Home {
     // Opens the clipboard and keeps it open until OtherReleases.
     virtual void OtherHolds() = 0;
     virtual void OtherReleases() = 0;
+
+    // The code page of ANSI texts.
+    virtual unsigned CodePage() = 0;
 };

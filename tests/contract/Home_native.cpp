@@ -40,6 +40,7 @@ class FakeHome : public Home {
     }
     void OtherHolds() override { fake_.clipboard.OtherProgramHolds(1'000'000); }
     void OtherReleases() override { fake_.clipboard.OtherProgramHolds(0); }
+    unsigned CodePage() override { return 1252; }
 
  private:
     static FakeClipboard::Offer OfferOf(const FormatBytes& one) {

@@ -143,6 +143,7 @@ class WindowsHome : public Home {
         holds.get_future().wait();
     }
     void OtherReleases() override { holder_ = {}; }
+    unsigned CodePage() override { return GetACP(); }
 
  private:
     // One of the small programs that stand for the rest of the world; they lie below this one.

@@ -9,7 +9,7 @@ namespace {
 class TextContract : public ContractTest {
  protected:
     void SetUp() override {
-        if (TextFromAnsi("\x80\xDF") != L"€ß") GTEST_SKIP() << "the texts are those of code page 1252";
+        if (home->CodePage() != 1252) GTEST_SKIP() << "the texts are those of code page 1252";
     }
 };
 

@@ -136,6 +136,7 @@ TEST_F(SnapTest, Snap_NeedsAnActiveContainer) {
 
 TEST_F(SnapTest, Snap_DoesEverythingInItsOrder) {
     Options().SnapSound = true;
+    Options().SoundFile = L"C:\\fehlt.wav";  // a beep instead
     Options().EditPropAfterSnap = true;
     Options().IconAfterSnap = true;
     CopyText("text");
@@ -284,6 +285,13 @@ TEST_F(SnapTest, UpdateClipBoard_LeavesWhatMayStandOpenForLater) {
     EXPECT_EQ(fake.user.tellings.back(), L"Speichern des Profiles ist fehlgeschlagen !!!");
     EXPECT_TRUE(fake.user.messages.empty());
     EXPECT_TRUE(window.later.empty());
+    // And so does the next one.
+    CopyText("third");
+    fake.clock.Advance(1s);
+    flow.UpdateClipBoard();
+    window.done.clear();
+    window.BecomeIdle(fake.clock);
+    EXPECT_EQ(window.done, L"select show minimise ");
 }
 
 TEST_F(SnapTest, UpdateClipBoard_WaitsForAnOpenMenuAndShowsNothingOfAClipThatIsGone) {

@@ -37,7 +37,9 @@ TEST_F(FormatSetDialogModelTest, AddFromClipboard_AddsAndSelectsANewSetOnce) {
     EXPECT_EQ(model.Selected(), 4);
     EXPECT_EQ(model.SelectedName(), L"<unbekannt>");
     EXPECT_EQ(model.Entries(), (std::vector<FormatSetEntry>{{L"HTML Format", true}, {L"Text", true}}));
+    FormatSetsChanged = false;
     EXPECT_TRUE(model.Rename(L"Webseite"));
+    EXPECT_TRUE(FormatSetsChanged);
 
     model.Select(1);
     EXPECT_FALSE(model.AddFromClipboard(FormatsNamed({L"HTML Format", L"Text"}).get()));
