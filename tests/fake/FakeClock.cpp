@@ -24,7 +24,7 @@ FakeClock::FakeClock() : now(FileTimeOf(1999, 11, 15, 13, 10, 0)) {}
 std::wstring FakeClock::DateText(FileTime time) {
     if (time > static_cast<FileTime>(std::numeric_limits<std::int64_t>::max())) return {};
     const auto sinceFirstDay = std::chrono::seconds(static_cast<std::int64_t>(time / kStepsPerSecond));
-    const std::time_t seconds = (kFirstDay + sinceFirstDay).time_since_epoch().count();
+    const auto seconds = static_cast<std::time_t>((kFirstDay + sinceFirstDay).time_since_epoch().count());
     wchar_t text[64];
     return {text, std::wcsftime(text, 64, L"%d.%m.%Y %H:%M:%S", std::gmtime(&seconds))};
 }
