@@ -72,8 +72,10 @@ def run_and_quit(directory, shot):
         wait_for("the main window", lambda: sees(drive, "NXClipMain "), BOUND)
         subprocess.run(["import", "-window", "root", str(SHOTS / f"{shot}.png")], check=False)
         wine("taskkill", "/IM", "NXClip.exe")
-        # The format sets are written last, beside the program: it went down in order, and may write there.
+        # The format sets are written last, beside the program: it went down in order, and may write there. Their
+        # journal stands before them and goes when they are on the disk.
         wait_for("the format-set file", (directory / "NXClip.nxf").exists, BOUND)
+        wait_for("its save to be done", lambda: not (directory / "NXClip.nxf.jnl").exists(), BOUND)
         wait_for("the main window to go", lambda: not sees(drive, "NXClipMain "), BOUND)
 
 
