@@ -5,6 +5,7 @@
 
 #include "engine/tree/TestTree.h"
 #include "fake/FakePlatformTest.h"
+#include "platform/RuntimeError.h"
 #include "platform/Text.h"
 
 namespace {
@@ -112,6 +113,8 @@ TEST_F(CProfilesTest, SearchDir_IgnoresCaseAndNothingElse) {
     EXPECT_EQ(list.ProfileInDirectory(L"c:\\DATEN\\"), &list.Item(1));
     EXPECT_EQ(list.ProfileInDirectory(L"C:\\Größe"), &list.Item(2));
     EXPECT_EQ(list.ProfileInDirectory(L"C:\\Dat"), nullptr);
+    for (const int outside : {0, 3})
+        EXPECT_THROW(list.Item(outside), RuntimeError);
 }
 
 }  // namespace

@@ -90,6 +90,12 @@ TEST_F(modProfileTest, AttributesOf_ReadsWhatStandsBeforeTheDamage) {
     EXPECT_EQ(AttributesOf(&Below(profile, L"S&a&b")).info, L"a&b");
     EXPECT_EQ(AttributesOf(&Below(profile, L"C&7,x&t&i")).clipNumber, 7);
     EXPECT_EQ(AttributesOf(&Below(profile, L"C&x")).clipNumber, 0);
+    // Read one after the other into the same memory, nothing of the one before stays.
+    ReadNodeAttributes(&profile);
+    ReadNodeAttributes(&Below(profile, L"C&x"));
+    EXPECT_FALSE(ReadAttributes().globalFlag);
+    EXPECT_EQ(ReadAttributes().directory + ReadAttributes().info, L"");
+    EXPECT_EQ(ReadAttributes().counter, 0);
 }
 
 }  // namespace
