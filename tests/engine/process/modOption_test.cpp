@@ -57,13 +57,17 @@ OptionValues UnusualValues() {
     return values;
 }
 
-TEST_F(modOptionTest, SetDefaultOptions_PutsBackTheResetColumn) {
+TEST_F(modOptionTest, SetDefaultOptions_PutsBackTheResetColumnAndTheRecommendedOnesAddToIt) {
     Options() = UnusualValues();
     SetDefaultOptions();
     OptionValues expected = ValuesOfAnEmptyStore();
     expected.EditPropAfterSnap = false;
     expected.UnknownFormats = 255;
     expected.KeyActivate = L"C";
+    EXPECT_EQ(Options(), expected);
+    SetRecommendedOptions();
+    expected.NewtextMode = 1;
+    expected.SkipSame = true;
     EXPECT_EQ(Options(), expected);
 }
 

@@ -32,6 +32,8 @@ TEST_F(ListTest, BuildListContent_ListsAClipsFormatsInFileOrder) {
     EXPECT_EQ(ListIcon(content, 1), L"OLE");
     EXPECT_EQ(Row(content, 2), L"[Help] | Fremd | <unbekannt> | 0 Bytes");
     EXPECT_EQ(Row(content, 3), L"[] |  |  | ");
+    for (const int column : {0, 1, 2, 3})
+        EXPECT_EQ(IsNumberColumn(content, column), column == 2);
     EXPECT_EQ(content.status, L"3 Element(e)");
     EXPECT_EQ(content.clipFile, L"C:\\CLIPS\\C7.nxc");
 }
@@ -73,6 +75,9 @@ TEST_F(ListTest, BuildListContent_ListsTheChildrenOfProfilesAndFolders) {
     EXPECT_EQ(Row(content, 1), L"[Clip] | Clip |  |  | 3 | 15.11.1999 13:10:00 | Notiz");
     EXPECT_EQ(ListText(content, 2, 0), L"Clip");
     EXPECT_EQ(content.formats, nullptr);
+    EXPECT_EQ(ListText(content, 3, 0), L"") << "behind the last row";
+    for (const int column : {0, 1, 2, 3, 4})
+        EXPECT_EQ(IsNumberColumn(content, column), column >= 1 && column <= 3);
 
     EXPECT_EQ(Content(&inner).status, L"0 Element(e)");
     EXPECT_EQ(Content(nullptr).status, L"");
