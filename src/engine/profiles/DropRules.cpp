@@ -6,8 +6,13 @@
 bool DropPermitted(const CTreeViewEx& tree, const Node* source, const Node* target, bool asChild, bool move) {
     if (!tree.DropAllowed(source, target, true)) return false;
     if (IsProfileNode(source)) {
-        const bool besideProfile = target == nullptr || (IsProfileNode(target) && !asChild);
-        return move && besideProfile;
+        // A damaged file may hold what looks like a profile inside of one: no profile goes there, or leaves
+        // it.
+        const auto isListed = [](const Node* node) {
+            return IsProfileNode(node) && node->Parent() == nullptr;
+        };
+        const bool besideProfile = target == nullptr || (isListed(target) && !asChild);
+        return move && isListed(source) && besideProfile;
     }
     if (target == nullptr || !IsNodeOfKind(source, kStructureKind | kClipKind)) return false;
     const Node* const newParent = asChild ? target : target->Parent();

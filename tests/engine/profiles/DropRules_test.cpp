@@ -85,4 +85,11 @@ TEST_F(DropRulesTest, DropsAsChild_FollowsThePointerWhereBothArePermitted) {
     EXPECT_FALSE(drops(L"Q", L"P", 17));
 }
 
+TEST_F(DropRulesTest, WhatLooksLikeAProfileInsideOfOne_IsNoPlaceForAProfile) {
+    Get(L"S")->SetTag(L"P&1&C:\\x&0&");
+    EXPECT_FALSE(InFrontOf(L"Q", L"S"));
+    EXPECT_FALSE(InFrontOf(L"S", L"Q"));
+    EXPECT_TRUE(InFrontOf(L"Q", L"P"));
+}
+
 }  // namespace
