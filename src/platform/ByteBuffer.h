@@ -31,6 +31,11 @@ class ByteWriter {
     // Throws RuntimeError (Overflow) when the text is too long to be stored whole.
     void Text(std::wstring_view text);
     void Bytes(const void* bytes, std::size_t size);
+    // Room for so many bytes behind what is there, which are the caller's to fill; good until the next call.
+    std::uint8_t* Room(std::size_t size) {
+        image_.resize(image_.size() + size);
+        return image_.data() + (image_.size() - size);
+    }
 
     const std::vector<std::uint8_t>& Image() const { return image_; }
     std::vector<std::uint8_t> TakeImage() { return std::move(image_); }

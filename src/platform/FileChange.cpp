@@ -36,18 +36,6 @@ std::size_t WithoutSameEnd(const std::uint8_t* a, const std::uint8_t* b, std::si
     return size;
 }
 
-std::uint32_t SumOutside(const FileChange& change, const std::vector<std::uint8_t>& file) {
-    std::uint32_t sum = 0;
-    std::size_t position = 0;
-    for (const ChangedRange& range : change.ranges) {
-        const std::size_t end = std::min(range.position, change.oldSize);
-        if (position < end) sum = CheckSum(file.data() + position, end - position, sum);
-        position = range.End();
-    }
-    if (position >= change.oldSize) return sum;
-    return CheckSum(file.data() + position, change.oldSize - position, sum);
-}
-
 // In their order, one behind the other, inside the file.
 bool AreSound(const FileChange& change) {
     std::size_t end = 0;
@@ -69,9 +57,27 @@ FileChange Reversed(const FileChange& change) {
     return back;
 }
 
-bool Fits(const FileChange& change, const std::vector<std::uint8_t>& file) {
-    return file.size() >= change.oldSize && file.size() <= change.newSize &&
-           SumOutside(change, file) == change.outside;
+void FileAndChange::Add(const std::uint8_t* bytes, std::size_t size) {
+    while (size > 0) {
+        while (range_ != change_.ranges.end() && range_->End() <= size_)
+            ++range_;
+        const bool isLast = range_ == change_.ranges.end();
+        const bool inside = !isLast && range_->position <= size_;
+        const std::size_t end = inside ? range_->End() : isLast ? size_ + size : range_->position;
+        const std::size_t next = std::min(size, end - size_);
+        if (inside)
+            same_ =
+                same_ && std::equal(bytes, bytes + next, range_->bytes.data() + (size_ - range_->position));
+        else if (size_ < change_.oldSize)
+            outside_ = CheckSum(bytes, std::min(next, change_.oldSize - size_), outside_);
+        size_ += next;
+        bytes += next;
+        size -= next;
+    }
+}
+
+bool FileAndChange::Fits() const {
+    return size_ >= change_.oldSize && size_ <= change_.newSize && outside_ == change_.outside;
 }
 
 void Apply(const FileChange& change, std::vector<std::uint8_t>& file) {

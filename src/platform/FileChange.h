@@ -27,8 +27,27 @@ struct FileChange {
 // Leads from whatever the change left back to the old bytes; a file that became longer stays so.
 FileChange Reversed(const FileChange& change);
 
-// True when the file is the one that the change was made for, whatever stands in the ranges.
-bool Fits(const FileChange& change, const std::vector<std::uint8_t>& file);
+// Looks through a file, piece by piece, for what a change has to do with it.
+class FileAndChange {
+ public:
+    explicit FileAndChange(const FileChange& change) : change_(change), range_(change.ranges.begin()) {}
+    // The next bytes of the file.
+    void Add(const std::uint8_t* bytes, std::size_t size);
+
+    // Both once the file is at its end. True when it is the one that the change was made for, whatever stands
+    // in the ranges.
+    bool Fits() const;
+    // True when the change is in it.
+    bool Holds() const { return size_ >= change_.newSize && same_; }
+
+ private:
+    const FileChange& change_;
+    std::vector<ChangedRange>::const_iterator range_;
+    std::size_t size_ = 0;
+    std::uint32_t outside_ = 0;
+    bool same_ = true;  // the ranges hold the new bytes as far as the file goes
+};
+
 void Apply(const FileChange& change, std::vector<std::uint8_t>& file);
 
 std::vector<std::uint8_t> EncodeJournal(const FileChange& change);

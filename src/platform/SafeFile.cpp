@@ -96,39 +96,6 @@ void TakeBackNew(const std::wstring& path) {
     if (files.Remove(path) || files.LastError() == kErrorFileNotFound) files.Remove(JournalPathOf(path));
 }
 
-// What a file holds: with the save that its journal describes, where there is one.
-struct Content {
-    std::optional<Bytes> bytes;        // none for no file
-    std::optional<FileChange> change;  // the journal's, when it belongs to this file
-    bool written = false;              // the file holds the change already
-};
-
-Content ContentOf(const std::wstring& path, const std::optional<Bytes>& journal) {
-    Content content;
-    content.bytes = BytesIfThere(path);
-    if (!journal) return content;
-    content.change = DecodeJournal(*journal);
-    const Bytes none;
-    if (content.change && !Fits(*content.change, content.bytes ? *content.bytes : none))
-        content.change.reset();
-    if (!content.change) return content;
-    const std::optional<Bytes> onDisk = content.bytes;
-    if (!content.bytes) content.bytes.emplace();
-    Apply(*content.change, *content.bytes);
-    content.written = content.bytes == onDisk;
-    return content;
-}
-
-// The file on disk becomes what its journal says, and the journal goes.
-void Finish(const std::wstring& path) {
-    const auto journal = BytesIfThere(JournalPathOf(path));
-    if (!journal) return;
-    const Content content = ContentOf(path, journal);
-    if (content.change) WriteForGood(path, *content.change, content.written);
-    // Should it stay: the next save takes its place, and until then it says what the file holds anyway.
-    ThePlatform().files.Remove(JournalPathOf(path));
-}
-
 // A file from its start on, piece by piece, so that one of some megabytes takes no memory.
 class PieceReader {
  public:
@@ -156,6 +123,13 @@ class PieceReader {
         return piece_;
     }
 
+    // Hands all that is left to `use`, piece by piece.
+    template <typename Use>
+    void Rest(const Use& use) {
+        for (auto piece = Next(kPiece); !piece.empty(); piece = Next(kPiece))
+            use(piece.data(), piece.size());
+    }
+
     static constexpr std::size_t kPiece = std::size_t{1} << 16;
 
  private:
@@ -164,6 +138,46 @@ class PieceReader {
     std::uint64_t left_ = 0;
     Bytes piece_;
 };
+
+// Of nothing known when there is no file.
+FileMark MarkOfFile(const std::wstring& path) {
+    PieceReader file(path);
+    if (!file.IsThere()) return {};
+    std::size_t size = 0;
+    std::uint32_t sum = 0;
+    file.Rest([&](const std::uint8_t* bytes, std::size_t count) {
+        size += count;
+        sum = CheckSum(bytes, count, sum);
+    });
+    return {size, sum};
+}
+
+// What the journal of a file says of it, when it belongs to it.
+struct Journal {
+    std::optional<FileChange> change;
+    bool written = false;  // the file holds the change already
+};
+
+Journal JournalOf(const std::wstring& path, const Bytes& journal) {
+    Journal found{.change = DecodeJournal(journal)};
+    if (!found.change) return found;
+    PieceReader file(path);
+    FileAndChange both(*found.change);
+    file.Rest([&](const std::uint8_t* bytes, std::size_t count) { both.Add(bytes, count); });
+    found.written = file.IsThere() && both.Holds();
+    if (!both.Fits()) found.change.reset();
+    return found;
+}
+
+// The file on disk becomes what its journal says, and the journal goes.
+void Finish(const std::wstring& path) {
+    const auto bytes = BytesIfThere(JournalPathOf(path));
+    if (!bytes) return;
+    const Journal journal = JournalOf(path, *bytes);
+    if (journal.change) WriteForGood(path, *journal.change, journal.written);
+    // Should it stay: the next save takes its place, and until then it says what the file holds anyway.
+    ThePlatform().files.Remove(JournalPathOf(path));
+}
 
 // One save of a file, whose last save is finished.
 struct Save {
@@ -183,8 +197,7 @@ Save SaveOver(const std::wstring& path, const Bytes& image) {
         comparison.Add(image.data() + at, size, old.data(), old.size());
         at += size;
     }
-    for (auto tail = file.Next(PieceReader::kPiece); !tail.empty(); tail = file.Next(PieceReader::kPiece))
-        comparison.AddTail(tail.data(), tail.size());
+    file.Rest([&](const std::uint8_t* bytes, std::size_t count) { comparison.AddTail(bytes, count); });
     save.isNew = !file.IsThere();
     save.change = comparison.Take();
     if (!save.isNew) save.before = FileMark(save.change.oldSize, comparison.OldSum());
@@ -222,9 +235,13 @@ bool SafeFileExists(const std::wstring& path) {
 }
 
 std::vector<std::uint8_t> ReadSafeFile(const std::wstring& path) {
-    Content content = ContentOf(path, BytesIfThere(JournalPathOf(path)));
-    if (!content.bytes) throw FileErrorOf(kErrorFileNotFound, path);
-    return std::move(*content.bytes);
+    const auto journal = BytesIfThere(JournalPathOf(path));
+    const auto change = journal ? JournalOf(path, *journal).change : std::nullopt;
+    auto bytes = BytesIfThere(path);
+    if (!bytes && !change) throw FileErrorOf(kErrorFileNotFound, path);
+    if (!bytes) bytes.emplace();
+    if (change) Apply(*change, *bytes);
+    return std::move(*bytes);
 }
 
 void WriteSafeFile(const std::wstring& path, const std::vector<std::uint8_t>& image) {
@@ -265,8 +282,11 @@ bool RemoveSafeFile(const std::wstring& path) {
 
 FileMark FileMark::Of(const std::wstring& path) {
     try {
-        const Bytes bytes = ReadSafeFile(path);
-        return FileMark(bytes.size(), CheckSum(bytes.data(), bytes.size()));
+        if (ThePlatform().files.Exists(JournalPathOf(path))) {
+            const Bytes bytes = ReadSafeFile(path);
+            return FileMark(bytes.size(), CheckSum(bytes.data(), bytes.size()));
+        }
+        return MarkOfFile(path);
     } catch (const RuntimeError&) {
         return {};
     }

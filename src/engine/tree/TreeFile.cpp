@@ -1,5 +1,6 @@
 #include "engine/tree/TreeFile.h"
 
+#include <algorithm>
 #include <limits>
 #include <utility>
 
@@ -46,25 +47,74 @@ void WriteRecord(ByteWriter& writer, const TreeNodeRecord& record) {
     writer.Flag(record.Sorted);
 }
 
-void WriteText(ByteWriter& writer, const KeptText& text) {
+// A text as the bytes of its file, which most texts are kept as.
+std::string_view StoredBytes(const KeptText& text, std::vector<std::uint8_t>& other) {
     const std::string_view bytes = text.Bytes();
-    if (!text.IsAnsi() || bytes.size() > kLongestStoredText) return writer.Text(text.Text());
-    writer.UInt16(static_cast<std::uint16_t>(bytes.size()));
-    writer.Bytes(bytes.data(), bytes.size());
+    if (text.IsAnsi() && bytes.size() <= kLongestStoredText) return bytes;
+    ByteWriter writer;
+    writer.Text(text.Text());
+    other = writer.TakeImage();
+    constexpr std::size_t kLength = 2;
+    return {reinterpret_cast<const char*>(other.data()) + kLength, other.size() - kLength};
 }
 
-// The fields of a node, which bears no key.
-void WriteNode(ByteWriter& writer, const Node& node, int depth) {
-    WriteText(writer, node.TagAsKept());
-    WriteText(writer, node.TextAsKept());
-    writer.Int16(static_cast<std::int16_t>(depth));
-    WriteVariant(writer, {});
-    WriteVariant(writer, node.Image());
-    writer.Flag(node.Expanded());
-    WriteVariant(writer, node.ExpandedImage());
-    WriteVariant(writer, node.SelectedImage());
-    writer.Flag(node.Sorted());
-}
+// Writes the fields of nodes, which bear no key. There are many nodes at every save: each goes into the image
+// at once, and what stands behind its depth is made anew only where it differs from that of the node before.
+class NodeWriter {
+ public:
+    explicit NodeWriter(ByteWriter& writer) : writer_(writer) { MakeEnd(); }
+
+    void Write(const Node& node, int depth) {
+        const std::string_view tag = StoredBytes(node.TagAsKept(), otherTag_);
+        const std::string_view text = StoredBytes(node.TextAsKept(), otherText_);
+        const State state{node.Image(), node.ExpandedImage(), node.SelectedImage(), node.Expanded(),
+                          node.Sorted()};
+        if (state != state_) {
+            state_ = state;
+            MakeEnd();
+        }
+        constexpr std::size_t kNumbers = 6;
+        std::uint8_t* to = writer_.Room(kNumbers + tag.size() + text.size() + end_.size());
+        for (const std::string_view stored : {tag, text}) {
+            to = PutNumber(to, stored.size());
+            to = std::copy(stored.begin(), stored.end(), to);
+        }
+        to = PutNumber(to, static_cast<std::size_t>(depth));
+        std::copy(end_.begin(), end_.end(), to);
+    }
+
+ private:
+    struct State {
+        ImageValue image;
+        ImageValue expandedImage;
+        ImageValue selectedImage;
+        bool expanded = false;
+        bool sorted = false;
+
+        friend bool operator==(const State&, const State&) = default;
+    };
+
+    static std::uint8_t* PutNumber(std::uint8_t* to, std::size_t number) {
+        *to++ = static_cast<std::uint8_t>(number);
+        *to++ = static_cast<std::uint8_t>(number >> 8);
+        return to;
+    }
+    void MakeEnd() {
+        ByteWriter writer;
+        WriteVariant(writer, {});
+        WriteVariant(writer, state_.image);
+        writer.Flag(state_.expanded);
+        WriteVariant(writer, state_.expandedImage);
+        WriteVariant(writer, state_.selectedImage);
+        writer.Flag(state_.sorted);
+        end_ = writer.TakeImage();
+    }
+
+    ByteWriter& writer_;
+    State state_;
+    std::vector<std::uint8_t> end_;
+    std::vector<std::uint8_t> otherTag_, otherText_;
+};
 
 // Calls `use` with each node that goes into the file, and its depth, in tree order.
 template <typename Use>
@@ -168,10 +218,11 @@ std::vector<std::uint8_t> EncodeNodes(const StoredNodes& stored) {
     if (stored.top != nullptr)
         writer.Reserve(static_cast<std::size_t>(stored.top->Owner().Count()) * kUsualRecordSize);
     WriteFront(writer, 0);
+    NodeWriter nodes(writer);
     std::int32_t count = 0;
     ForEachStored(stored, [&](const Node& node, int depth) {
         if (depth > std::numeric_limits<std::int16_t>::max()) throw RuntimeError(ErrorNumber::Overflow);
-        WriteNode(writer, node, depth);
+        nodes.Write(node, depth);
         ++count;
     });
     writer.PutInt32(kCountPosition, count);

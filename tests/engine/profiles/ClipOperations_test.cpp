@@ -313,8 +313,8 @@ TEST(ClipOperationsFaults, EveryOperation_WithAnyCallFailing_IsDoneWholeOrNotAtA
 
 TEST(ClipOperationsFaults, MoveAndDelete_WithTwoFailures_LoseNothing) {
     constexpr WriteFailure kHalf = WriteFailure::DiskFullWithPart;
-    EXPECT_EQ(FailEveryPair(kHalf, Prepare, Dropping(L"c1", L"U", true, true)), 432);
-    EXPECT_EQ(FailEveryPair(kHalf, Prepare, Deleting(L"S")), 61);
+    EXPECT_EQ(FailEveryPair(kHalf, Prepare, Dropping(L"c1", L"U", true, true)), 440);
+    EXPECT_EQ(FailEveryPair(kHalf, Prepare, Deleting(L"S")), 65);
 }
 
 TEST(ClipOperationsFaults, EveryOperation_KilledAtAnyMoment_LeavesWholeProfiles) {
