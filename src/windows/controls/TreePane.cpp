@@ -253,7 +253,6 @@ Node* TreePane::NodeOfItem(HTREEITEM handle) const {
 
 void TreePane::FillItem(TVITEMW& item) const {
     const Node& node = NodeOf(item.lParam);
-    if (item.mask & TVIF_TEXT) lstrcpynW(item.pszText, node.Text().c_str(), item.cchTextMax);
     if (item.mask & (TVIF_IMAGE | TVIF_SELECTEDIMAGE)) {
         const bool open = node.Expanded() && node.Children() > 0 && !node.ExpandedImage().IsEmpty();
         item.iImage = ListPictureIndex(open ? node.ExpandedImage() : node.Image());
@@ -283,11 +282,13 @@ HTREEITEM TreePane::PlaceOf(const Node& node) {
 }
 
 void TreePane::MakeItem(Node& node, HTREEITEM after) {
+    std::wstring text = node.Text();
     TVINSERTSTRUCTW insert{};
     insert.hParent = node.Parent() != nullptr ? ItemOf(*node.Parent()) : TVI_ROOT;
     insert.hInsertAfter = after;
     insert.item.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE | TVIF_CHILDREN | TVIF_PARAM;
-    insert.item.pszText = LPSTR_TEXTCALLBACKW;
+    // A text that the control has to ask for can take it a buffer of the largest size for each item.
+    insert.item.pszText = text.data();
     insert.item.iImage = I_IMAGECALLBACK;
     insert.item.iSelectedImage = I_IMAGECALLBACK;
     insert.item.cChildren = I_CHILDRENCALLBACK;
@@ -381,11 +382,11 @@ void TreePane::NodeRemoving(Node& node) {
 
 void TreePane::NodeTextChanged(Node& node) {
     if (node.viewItem == 0) return;
-    // Setting the callback again makes the control measure the text anew.
+    std::wstring text = node.Text();
     TVITEMW item{};
     item.mask = TVIF_TEXT;
     item.hItem = ItemOf(node);
-    item.pszText = LPSTR_TEXTCALLBACKW;
+    item.pszText = text.data();
     SendMessageW(window_, TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
 }
 
