@@ -45,12 +45,18 @@ def pixels(picture):
                           check=True).stdout
 
 
+def same(read, expected):
+    if read != expected:
+        raise Failure(f"what it reads is {read[:80]!r}")
+    return True
+
+
 def is_text(expected):
-    return "xclip reads the text", lambda _: xclip_out("UTF8_STRING") == expected.encode()
+    return "xclip reads the text", lambda _: same(xclip_out("UTF8_STRING"), expected.encode())
 
 
 def is_target(target, expected):
-    return f"xclip reads {target}", lambda _: xclip_out(target).rstrip(b"\0\r\n") == expected
+    return f"xclip reads {target}", lambda _: same(xclip_out(target).rstrip(b"\0\r\n"), expected)
 
 
 def is_picture(expected):

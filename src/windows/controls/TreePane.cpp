@@ -111,8 +111,7 @@ LRESULT TreePane::OnNotify(NMHDR& header) {
             return FALSE;
         case TVN_ENDLABELEDITW:
             if (info.pszText != nullptr) OnEndLabelEdit(NodeOf(info.lParam), info.pszText);
-            // The item goes on asking its node for the text: what is taken over may differ from what was
-            // typed.
+            // The item gets its text from its node: what is taken over may differ from what was typed.
             return FALSE;
         case TVN_BEGINDRAGW:
             TellLater(Deed::Drag, NodeOf(change.itemNew.lParam));
