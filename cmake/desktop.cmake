@@ -33,4 +33,23 @@ if(TARGET GTest::gtest)
   add_executable(nxclip_desktop_tests ${DESKTOP}/DesktopMain.cpp ${DESKTOP_TESTS})
   target_include_directories(nxclip_desktop_tests PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/tests)
   target_link_libraries(nxclip_desktop_tests PRIVATE desktop_driver GTest::gtest)
+
+  # The program once more, with doors that throw when a test wants it. What has a door is compiled with another
+  # header in front of the program's own; everything else is the program's.
+  foreach(source ${WINDOW_SOURCES} ${PORT_SOURCES})
+    file(STRINGS ${source} GUARDS REGEX "platform/Guard\\.h")
+    if(GUARDS)
+      list(APPEND DOOR_SOURCES ${source})
+      get_filename_component(name ${source} NAME)
+      list(APPEND DOOR_NAMES ${name})
+    endif()
+  endforeach()
+  list(JOIN DOOR_NAMES "|" DOOR_NAMES)
+  string(REPLACE "." "\\." DOOR_NAMES "${DOOR_NAMES}")
+  add_executable(NXClipThrowing WIN32 ${DOOR_SOURCES} ${DRIVER}/throwing/Doors.cpp
+    $<FILTER:$<TARGET_OBJECTS:NXClip>,EXCLUDE,/\(${DOOR_NAMES}\)\\.obj$>)
+  target_include_directories(NXClipThrowing BEFORE PRIVATE ${DRIVER}/throwing ${CMAKE_CURRENT_SOURCE_DIR}/tools)
+  target_link_libraries(NXClipThrowing PRIVATE nxclip_ports)
+  target_link_options(NXClipThrowing PRIVATE -municode)
+  add_dependencies(nxclip_desktop_tests NXClipThrowing)
 endif()

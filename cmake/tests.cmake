@@ -15,6 +15,9 @@ endif()
 
 file(GLOB_RECURSE TEST_SOURCES CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/tests/*_test.cpp)
 list(FILTER TEST_SOURCES EXCLUDE REGEX "/tests/desktop/")
+if(NOT WIN32)
+  list(FILTER TEST_SOURCES EXCLUDE REGEX "/tests/platform/win32/")
+endif()
 add_executable(nxclip_tests ${TEST_SOURCES})
 # The machine that the contract suite runs on.
 if(WIN32)

@@ -14,6 +14,7 @@
 // A test of the finished program: a driver, not started yet, and what most tests begin with.
 class ProgramTest : public testing::Test {
  protected:
+    explicit ProgramTest(const std::filesystem::path& program = ProgramFile()) : nxclip_(program) {}
     // The program with a profile "Profil" as its active container.
     void StartWithProfile() {
         nxclip_.Start();

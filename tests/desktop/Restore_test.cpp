@@ -1,5 +1,3 @@
-#include <thread>
-
 #include "desktop/Input.h"
 #include "desktop/ProgramTest.h"
 
@@ -50,20 +48,6 @@ TEST_F(Restore, Put_GivesAnotherProgramEveryFormat) {
     ExpectOnClipboard(offers);
     // Once more: the second reader gets what the first got.
     ExpectOnClipboard(offers);
-}
-
-TEST_F(Restore, Put_ReadsAFileThatAScannerHeldForAMoment) {
-    TakeClip(PrivateOffers());
-    nxclip_.PutOnClipboard(L"Profil\\Clip");
-    const HANDLE held =
-        CreateFileW(ClipFileAt(1).c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-    ASSERT_NE(held, INVALID_HANDLE_VALUE);
-    std::thread scanner([held] {
-        Sleep(100);
-        CloseHandle(held);
-    });
-    ExpectOnClipboard(PrivateOffers());
-    scanner.join();
 }
 
 TEST_F(Restore, DoubleClick_PutsTheClipOnTheClipboard) {

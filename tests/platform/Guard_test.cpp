@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <new>
-#include <stdexcept>
-
 #include "fake/FakePlatformTest.h"
 #include "platform/RuntimeError.h"
 
@@ -17,14 +14,9 @@ TEST_F(GuardTest, Guarded_TurnsEveryExceptionIntoTheFallbackAndTellsItLater) {
     EXPECT_TRUE(fake.user.tellings.empty());
 
     EXPECT_EQ(Guarded(1, []() -> int { throw RuntimeError(ErrorNumber::DiskFull, L"voll"); }), 1);
-    EXPECT_EQ(Guarded(1, []() -> int { throw std::bad_alloc(); }), 1);
-    EXPECT_EQ(Guarded(1, []() -> int { throw std::runtime_error("krumm"); }), 1);
     EXPECT_EQ(Guarded(1, []() -> int { throw 4; }), 1);
     EXPECT_EQ(fake.user.tellings,
-              (std::vector<std::wstring>{
-                  L"Fataler Fehler: voll",
-                  L"Fataler Fehler: " + RuntimeError(ErrorNumber::OutOfMemory).Description(),
-                  L"Fataler Fehler: Interner Fehler: krumm", L"Fataler Fehler: Interner Fehler"}));
+              (std::vector<std::wstring>{L"Fataler Fehler: voll", L"Fataler Fehler: Interner Fehler"}));
     EXPECT_TRUE(fake.user.messages.empty()) << "never inside the call";
 }
 

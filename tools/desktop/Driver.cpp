@@ -30,8 +30,7 @@ std::filesystem::path ProgramFile() {
     return std::filesystem::exists(beside) ? beside : OwnDirectory().parent_path() / L"NXClip.exe";
 }
 
-Driver::Driver() {
-    const std::filesystem::path program = ProgramFile();
+Driver::Driver(const std::filesystem::path& program) {
     std::filesystem::copy_file(program, Directory() / L"NXClip.exe");
     const std::filesystem::path templates = program.parent_path() / L"Templates";
     if (std::filesystem::exists(templates)) {

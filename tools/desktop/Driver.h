@@ -22,14 +22,15 @@ struct Notice {
     std::wstring text;
 };
 
+// The program file that is tested: NXCLIP_EXE of the environment, or NXClip.exe beside this program or one
+// directory above.
+std::filesystem::path ProgramFile();
+
 // NXClip, driven from outside. A new one has no settings but those that keep start-up quiet, and a fresh
 // directory with a copy of the program in it. When it goes, the program, its settings and the directory go.
-//
-// The program file is NXCLIP_EXE of the environment, or NXClip.exe beside this program or one directory
-// above.
 class Driver {
  public:
-    Driver();
+    explicit Driver(const std::filesystem::path& program = ProgramFile());
     ~Driver();
     Driver(const Driver&) = delete;
     Driver& operator=(const Driver&) = delete;
@@ -100,6 +101,3 @@ class Driver {
     std::unique_ptr<Process> process_;
     Window main_;
 };
-
-// The program file that is tested.
-std::filesystem::path ProgramFile();

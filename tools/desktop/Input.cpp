@@ -106,7 +106,7 @@ void DoubleClick(POINT place) {
     SendAll({MouseInput(MOUSEEVENTF_LEFTDOWN), MouseInput(MOUSEEVENTF_LEFTUP)});
 }
 
-void Drag(POINT from, POINT to) {
+void Drag(POINT from, POINT to, const std::function<void()>& atEnd) {
     MoveMouse(from);
     SendAll({MouseInput(MOUSEEVENTF_LEFTDOWN)});
     PauseFor(kDragPause);
@@ -115,5 +115,6 @@ void Drag(POINT from, POINT to) {
             {from.x + (to.x - from.x) * move / kDragMoves, from.y + (to.y - from.y) * move / kDragMoves});
         PauseFor(kDragPause);
     }
+    if (atEnd) atEnd();
     SendAll({MouseInput(MOUSEEVENTF_LEFTUP)});
 }

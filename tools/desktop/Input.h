@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <initializer_list>
 #include <string_view>
 
@@ -33,5 +34,6 @@ void Click(POINT place);
 void RightClick(POINT place);
 void DoubleClick(POINT place);
 
-// A drag with the left button in slow steps, as the system's own drag loop needs it.
-void Drag(POINT from, POINT to);
+// A drag with the left button in slow steps, as the system's own drag loop needs it. `atEnd` is called before
+// the button is let go.
+void Drag(POINT from, POINT to, const std::function<void()>& atEnd = {});

@@ -94,11 +94,12 @@ void JoinAnew(WindowHandle window) {
 MessageParameter ListenerTold(const Parameters& p) {
     if (std::exchange(chainMessagesBefore, chainMessages) != chainMessages || OwnViewer != p.window) return 0;
     TakeChange(p.window);
-    if (!TheMainWindowHooks.later || std::exchange(chainSuspected, true)) return 0;
+    if (!TheMainWindowHooks.later || chainSuspected) return 0;
     TheMainWindowHooks.later(kChainsDelay, [window = p.window, before = chainMessages] {
         chainSuspected = false;
         if (chainMessages == before && OwnViewer == window) JoinAnew(window);
     });
+    chainSuspected = true;
     return 0;
 }
 

@@ -117,11 +117,13 @@ void SnapFlow::UpdateClipBoard() {
     returns_ = 0;
     if (left == milliseconds(0) && host_.MayOpenDialog()) return TakeChange();
     // A menu is open, or an operation on the tree goes on, or others are to have their turn.
-    if (std::exchange(returnsAfterRest_, true)) return;
+    if (returnsAfterRest_) return;
     host_.Later(left, [this] {
         returnsAfterRest_ = false;
         if (Options().AutoSnap) UpdateClipBoard();
     });
+    // Here and below not before: should it fail, nothing would come back and all the same be waited for.
+    returnsAfterRest_ = true;
 }
 
 void SnapFlow::TakeChange() {
@@ -147,11 +149,12 @@ void SnapFlow::ReturnToBusyClipboard() {
             L"Eine Kopie wurde nicht erfasst: Ein anderes Programm gibt die Zwischenablage nicht frei.");
         return;
     }
-    if (std::exchange(returnsWhenFree_, true)) return;
+    if (returnsWhenFree_) return;
     host_.Later(kPausesBetweenReturns[returns_++], [this] {
         returnsWhenFree_ = false;
         if (Options().AutoSnap) TakeChange();
     });
+    returnsWhenFree_ = true;
 }
 
 SnapFlow::Outcome SnapFlow::Take(Trigger trigger, Messages& messages) {
@@ -278,11 +281,12 @@ Node* SnapFlow::MakeNode(const NewClipFile& file, const Content& content) {
 }
 
 void SnapFlow::ShowLater() {
-    if (unshown_.Get() == nullptr || std::exchange(showsLater_, true)) return;
+    if (unshown_.Get() == nullptr || showsLater_) return;
     host_.Later(milliseconds(0), [this] {
         showsLater_ = false;
         Show(Trigger::Change);
     });
+    showsLater_ = true;
 }
 
 void SnapFlow::Show(Trigger trigger) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "platform/NamePattern.h"
 #include "platform/Text.h"
@@ -26,11 +27,11 @@ bool IsHeldFromRenaming(DWORD error) {
 
 // Tries until it succeeds or fails for another reason than that somebody holds the file.
 template <typename Try>
-bool WhileHeld(bool (*isHeld)(DWORD error), Try&& succeeds) {
+bool WhileHeld(bool (*isHeld)(DWORD error), const Win32Files::Pause& pause, Try&& succeeds) {
     if (succeeds()) return true;
-    for (const DWORD pause : kPausesBetweenTries) {
+    for (const DWORD milliseconds : kPausesBetweenTries) {
         if (!isHeld(GetLastError())) return false;
-        Sleep(pause);
+        pause(milliseconds);
         if (succeeds()) return true;
     }
     return false;
@@ -88,6 +89,10 @@ bool IsReadOnly(const std::wstring& path) {
 
 }  // namespace
 
+Win32Files::Win32Files(Pause pause) : pause_(std::move(pause)) {}
+
+Win32Files::Win32Files() : Win32Files(&Sleep) {}
+
 // Keeps the error code of a failed call before anything else can replace it.
 bool Win32Files::Noted(bool succeeded) {
     if (!succeeded) lastError_ = GetLastError();
@@ -113,7 +118,7 @@ FileHandle Win32Files::Open(const std::wstring& path, FileUse use) {
         return file.IsSet();
     };
     // Who has the lock has it for long: there is nothing to wait for.
-    const bool opened = use == FileUse::Lock ? open() : WhileHeld(IsHeldForTheMoment, open);
+    const bool opened = use == FileUse::Lock ? open() : WhileHeld(IsHeldForTheMoment, pause_, open);
     if (!Noted(opened)) return FileHandle::None;
     if (use == FileUse::Append && !Noted(SetFilePointerEx(file.Get(), LARGE_INTEGER{}, nullptr, FILE_END)))
         return FileHandle::None;
@@ -258,7 +263,7 @@ std::vector<std::wstring> Win32Files::List(const std::wstring& pattern) {
 
 bool Win32Files::Remove(const std::wstring& path) {
     const std::wstring name = SystemPath(path);
-    return Noted(WhileHeld(IsHeldForTheMoment, [&] { return DeleteFileW(name.c_str()) != 0; }));
+    return Noted(WhileHeld(IsHeldForTheMoment, pause_, [&] { return DeleteFileW(name.c_str()) != 0; }));
 }
 
 // The copy takes its name only when it is complete, so that neither a half copy nor a half overwritten target
@@ -273,7 +278,7 @@ bool Win32Files::Copy(const std::wstring& from, const std::wstring& to, bool rep
     std::wstring copy;
     if (!CopyUnderFreeName(SystemPath(from), to, copy)) return false;
     const std::wstring target = SystemPath(to);
-    if (Noted(WhileHeld(IsHeldFromRenaming, [&] {
+    if (Noted(WhileHeld(IsHeldFromRenaming, pause_, [&] {
             return MoveFileExW(copy.c_str(), target.c_str(), replace ? MOVEFILE_REPLACE_EXISTING : 0) != 0;
         })))
         return true;

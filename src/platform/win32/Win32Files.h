@@ -1,9 +1,16 @@
 #pragma once
 
+#include <functional>
+
 #include "platform/Files.h"
 
 class Win32Files : public FilePort {
  public:
+    using Pause = std::function<void(std::uint32_t milliseconds)>;
+    // `pause` passes the time until a file that somebody holds is tried again.
+    explicit Win32Files(Pause pause);
+    Win32Files();
+
     FileHandle Open(const std::wstring& path, FileUse use) override;
     void Close(FileHandle file) override;
     std::optional<std::uint32_t> Read(FileHandle file, void* buffer, std::uint32_t size) override;
@@ -30,5 +37,6 @@ class Win32Files : public FilePort {
     bool CopyUnderFreeName(const std::wstring& from, const std::wstring& to, std::wstring& copy);
     std::optional<std::vector<std::wstring>> NamesIn(const std::wstring& directory, bool directories);
 
+    Pause pause_;
     std::uint32_t lastError_ = 0;
 };

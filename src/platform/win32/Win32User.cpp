@@ -33,6 +33,8 @@ Win32User* teller = nullptr;
 
 // A function of its own: the 32-bit compiler turns no lambda into one of the system's calling convention.
 void CALLBACK TimeToTell(HWND, UINT, UINT_PTR timer, DWORD) {
+    // A box would break off what the mouse drags. The timer comes again.
+    if (GetCapture() != nullptr) return;
     KillTimer(nullptr, timer);
     Guarded([] {
         if (teller != nullptr) teller->TellWhatWaits();

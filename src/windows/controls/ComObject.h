@@ -4,6 +4,8 @@
 // The interfaces need <windows.h> in front of them.
 #include <unknwn.h>
 
+#include <memory>
+
 // The reference count and the one interface of a small COM object. Made with new, with one reference; the
 // last Release deletes it.
 template <typename Interface>
@@ -32,3 +34,11 @@ class ComObject : public Interface {
  private:
     ULONG references_ = 1;
 };
+
+struct ReleaseObject {
+    void operator()(IUnknown* object) const noexcept { object->Release(); }
+};
+
+// A reference that is released at the end of its scope.
+template <typename Object>
+using ComOwned = std::unique_ptr<Object, ReleaseObject>;

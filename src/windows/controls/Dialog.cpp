@@ -1,6 +1,7 @@
 #include "windows/controls/Dialog.h"
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 #include "engine/process/modMain.h"
@@ -123,9 +124,11 @@ HWND Dialog::CreateBeside(HWND owner, int dialogTemplate) {
     modal_ = false;
     const std::vector<std::byte> bytes = DialogTemplateInSystemFont(dialogTemplate, owner);
     if (bytes.empty()) return nullptr;
-    return CreateDialogIndirectParamW(GetModuleHandleW(nullptr),
-                                      reinterpret_cast<const DLGTEMPLATE*>(bytes.data()), owner,
-                                      &Dialog::Procedure, reinterpret_cast<LPARAM>(this));
+    const HWND made = CreateDialogIndirectParamW(GetModuleHandleW(nullptr),
+                                                 reinterpret_cast<const DLGTEMPLATE*>(bytes.data()), owner,
+                                                 &Dialog::Procedure, reinterpret_cast<LPARAM>(this));
+    // It may be gone again.
+    return IsWindow(made) ? made : nullptr;
 }
 
 INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -135,7 +138,18 @@ INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPA
     }
     auto* const dialog = reinterpret_cast<Dialog*>(GetWindowLongPtrW(window, DWLP_USER));
     if (dialog == nullptr) return FALSE;
-    return Guarded<INT_PTR>(FALSE, [&] { return dialog->Handle(message, wParam, lParam); });
+    const auto result = Guarded<std::optional<INT_PTR>>(
+        std::nullopt, [&] { return dialog->Handle(message, wParam, lParam); });
+    if (!result && message == WM_INITDIALOG) dialog->GiveUp();
+    return result.value_or(FALSE);
+}
+
+// Half filled, it would give back what nobody has entered.
+void Dialog::GiveUp() {
+    if (modal_)
+        EndDialog(window_, IDCANCEL);
+    else
+        DestroyWindow(window_);
 }
 
 INT_PTR Dialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {

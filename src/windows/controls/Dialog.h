@@ -68,6 +68,7 @@ class Dialog {
     HWND CreateBeside(HWND owner, int dialogTemplate);
     void RunUntilClosed();
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    void GiveUp();
     INT_PTR Handle(UINT message, WPARAM wParam, LPARAM lParam);
 
     HWND window_ = nullptr;

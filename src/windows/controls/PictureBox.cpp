@@ -29,6 +29,19 @@ class BitmapScope {
     HGDIOBJ before_;
 };
 
+class PaintScope {
+ public:
+    explicit PaintScope(HWND window) : window_(window) { BeginPaint(window, &paint_); }
+    ~PaintScope() { EndPaint(window_, &paint_); }
+    PaintScope(const PaintScope&) = delete;
+    PaintScope& operator=(const PaintScope&) = delete;
+    HDC Dc() const { return paint_.hdc; }
+
+ private:
+    HWND window_;
+    PAINTSTRUCT paint_;
+};
+
 // The header of the same picture with other rows. The oldest kind has its height in 16 bits.
 void SetRows(std::vector<std::uint8_t>& header, int rows, std::size_t rowBytes, bool topDown) {
     if (reinterpret_cast<const BITMAPCOREHEADER*>(header.data())->bcSize == sizeof(BITMAPCOREHEADER)) {
@@ -175,9 +188,8 @@ LRESULT CALLBACK PictureBox::Procedure(HWND window, UINT message, WPARAM wParam,
 LRESULT PictureBox::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_PAINT: {
-            PAINTSTRUCT paint;
-            Paint(BeginPaint(window, &paint));
-            EndPaint(window, &paint);
+            const PaintScope paint(window);
+            Paint(paint.Dc());
             return 0;
         }
         case WM_ERASEBKGND:

@@ -24,8 +24,9 @@ LRESULT CALLBACK Subclass::Procedure(HWND window, UINT message, WPARAM wParam, L
     if (message == WM_NCDESTROY) {
         self->Detach();
     } else {
-        const auto result =
-            Guarded<std::optional<LRESULT>>(0, [&] { return self->handler_(message, wParam, lParam); });
+        // What fails keeps no message from the control: one that is never drawn is asked to draw for ever.
+        const auto result = Guarded<std::optional<LRESULT>>(
+            std::nullopt, [&] { return self->handler_(message, wParam, lParam); });
         if (result) return *result;
     }
     return CallWindowProcW(before, window, message, wParam, lParam);

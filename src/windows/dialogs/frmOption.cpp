@@ -7,6 +7,7 @@
 #include "engine/process/ModHotKey.h"
 #include "engine/process/modOption.h"
 #include "platform/Guard.h"
+#include "platform/RuntimeError.h"
 #include "resources/controls.h"
 #include "windows/controls/KeyFilter.h"
 #include "windows/dialogs/frmFileSel.h"
@@ -64,6 +65,7 @@ void frmOption::CreatePages() {
     SendMessageW(tab, TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&area));
     for (std::size_t i = 0; i < kPages.size(); ++i) {
         const HWND page = pages_[i].CreatePage(Window(), kPages[i].dialogTemplate);
+        if (page == nullptr) throw RuntimeError(ErrorNumber::Internal);
         EnableThemeDialogTexture(page, ETDT_ENABLETAB);
         // Behind the tab in the order of the Tab key, above it on the screen.
         SetWindowPos(page, tab, area.left, area.top, area.right - area.left, area.bottom - area.top,

@@ -1,6 +1,7 @@
 #include "windows/main/TreeDrag.h"
 
 #include <ole2.h>
+#include <shlobj.h>
 
 #include <algorithm>
 #include <array>
@@ -13,6 +14,7 @@
 #include "engine/profiles/modDragDrop.h"
 #include "platform/Guard.h"
 #include "platform/Platform.h"
+#include "platform/win32/LateFunction.h"
 #include "windows/controls/ComObject.h"
 #include "windows/controls/Dpi.h"
 #include "windows/controls/Ole.h"
@@ -58,11 +60,11 @@ class NodeDataObject : public ComObject<IDataObject> {
         return E_NOTIMPL;
     }
     HRESULT STDMETHODCALLTYPE SetData(FORMATETC*, STGMEDIUM*, BOOL) noexcept override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE EnumFormatEtc(DWORD direction, IEnumFORMATETC** enumerator) override {
-        if (direction != DATADIR_GET) return E_NOTIMPL;
+    HRESULT STDMETHODCALLTYPE EnumFormatEtc(DWORD direction, IEnumFORMATETC** enumerator) noexcept override {
+        static const auto create =
+            LateFunction<decltype(&SHCreateStdEnumFmtEtc)>(L"shell32.dll", "SHCreateStdEnumFmtEtc");
         const FORMATETC format = NodeFormat();
-        return Guarded<HRESULT>(E_OUTOFMEMORY,
-                                [&] { return CreateFormatEnumerator(1, &format, enumerator); });
+        return direction == DATADIR_GET && create != nullptr ? create(1, &format, enumerator) : E_NOTIMPL;
     }
     HRESULT STDMETHODCALLTYPE DAdvise(FORMATETC*, DWORD, IAdviseSink*, DWORD*) noexcept override {
         return OLE_E_ADVISENOTSUPPORTED;
@@ -73,49 +75,8 @@ class NodeDataObject : public ComObject<IDataObject> {
     }
 
  private:
-    static HRESULT CreateFormatEnumerator(UINT count, const FORMATETC* formats, IEnumFORMATETC** enumerator);
-
     std::array<std::uint8_t, kDraggedNodeSize> bytes_;
 };
-
-class FormatEnumerator : public ComObject<IEnumFORMATETC> {
- public:
-    explicit FormatEnumerator(std::vector<FORMATETC> formats, std::size_t next = 0)
-        : formats_(std::move(formats)), next_(next) {}
-
-    HRESULT STDMETHODCALLTYPE Next(ULONG wanted, FORMATETC* formats, ULONG* fetched) noexcept override {
-        const ULONG given = std::min(wanted, static_cast<ULONG>(formats_.size() - next_));
-        std::copy_n(formats_.begin() + static_cast<std::ptrdiff_t>(next_), given, formats);
-        next_ += given;
-        if (fetched != nullptr) *fetched = given;
-        return given == wanted ? S_OK : S_FALSE;
-    }
-    HRESULT STDMETHODCALLTYPE Skip(ULONG count) noexcept override {
-        const bool enough = formats_.size() - next_ >= count;
-        next_ = enough ? next_ + count : formats_.size();
-        return enough ? S_OK : S_FALSE;
-    }
-    HRESULT STDMETHODCALLTYPE Reset() noexcept override {
-        next_ = 0;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE Clone(IEnumFORMATETC** copy) override {
-        return Guarded<HRESULT>(E_OUTOFMEMORY, [&] {
-            *copy = new FormatEnumerator(formats_, next_);
-            return S_OK;
-        });
-    }
-
- private:
-    std::vector<FORMATETC> formats_;
-    std::size_t next_;
-};
-
-HRESULT NodeDataObject::CreateFormatEnumerator(UINT count, const FORMATETC* formats,
-                                               IEnumFORMATETC** enumerator) {
-    *enumerator = new FormatEnumerator(std::vector<FORMATETC>(formats, formats + count));
-    return S_OK;
-}
 
 class NodeDropSource : public ComObject<IDropSource> {
  public:
@@ -189,10 +150,12 @@ class TreeDrag::Target : public ComObject<IDropTarget> {
     HRESULT STDMETHODCALLTYPE Drop(IDataObject*, DWORD keys, POINTL point, DWORD* effect) override {
         // The program does the move itself: the source has nothing to delete.
         *effect = DROPEFFECT_NONE;
-        return Guarded<HRESULT>(E_UNEXPECTED, [&] {
+        const HRESULT result = Guarded<HRESULT>(E_UNEXPECTED, [&] {
             if (isOurs_) drag_.Dropped(drag_.PlaceAt(InTree(point), Moves(keys)), Moves(keys));
-            return DragLeave();
+            return S_OK;
         });
+        DragLeave();
+        return result;
     }
 
  private:
@@ -220,9 +183,8 @@ class TreeDrag::Target : public ComObject<IDropTarget> {
 
 void TreeDrag::Accept() {
     if (accepts_ || !NeedOle()) return;
-    auto* const target = new Target(*this);
-    accepts_ = SUCCEEDED(RegisterDragDrop(pane_.Window(), target));
-    target->Release();
+    const ComOwned<Target> target(new Target(*this));
+    accepts_ = SUCCEEDED(RegisterDragDrop(pane_.Window(), target.get()));
 }
 
 void TreeDrag::Stop() {
@@ -231,15 +193,13 @@ void TreeDrag::Stop() {
 
 void TreeDrag::Run(Node& node) {
     Accept();
-    const DraggedNode payload{OwnTree(), node.Index()};
+    const ComOwned<NodeDataObject> data(new NodeDataObject({OwnTree(), node.Index()}));
+    const ComOwned<NodeDropSource> source(new NodeDropSource);
+    // From here on nothing fails before the drag has ended: it would count as under way for ever.
     dragged_.Follow(&node);
     dropped_ = false;
-    auto* const data = new NodeDataObject(payload);
-    auto* const source = new NodeDropSource;
     DWORD effect = DROPEFFECT_NONE;
-    const HRESULT result = DoDragDrop(data, source, DROPEFFECT_MOVE | DROPEFFECT_COPY, &effect);
-    source->Release();
-    data->Release();
+    const HRESULT result = DoDragDrop(data.get(), source.get(), DROPEFFECT_MOVE | DROPEFFECT_COPY, &effect);
     EndRun(result == DRAGDROP_S_DROP);
 }
 

@@ -79,7 +79,10 @@ LRESULT CALLBACK frmMain::Procedure(HWND window, UINT message, WPARAM wParam, LP
     if (form == nullptr) return DefWindowProcW(window, message, wParam, lParam);
     // What fails while the window is made must not leave half a window.
     const LRESULT failed = message == WM_CREATE ? -1 : 0;
-    return Guarded<LRESULT>(failed, [&] { return form->Handle(message, wParam, lParam); });
+    const LRESULT result = Guarded<LRESULT>(failed, [&] { return form->Handle(message, wParam, lParam); });
+    // Whatever fails on the way, the program ends with its window.
+    if (message == WM_DESTROY) PostQuitMessage(0);
+    return result;
 }
 
 LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -180,7 +183,6 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             cSysTray1.SetInTray(false);
             drag_.Stop();
             panes_.tvTreeView.Detach();
-            PostQuitMessage(0);
             return 0;
         default:
             if (message == taskBarCreated_ && taskBarCreated_ != 0) cSysTray1.TaskBarCreated();

@@ -16,6 +16,7 @@
 #include "engine/profiles/ProfileAttachment.h"
 #include "engine/profiles/ProfileStore.h"
 #include "platform/Guard.h"
+#include "platform/RuntimeError.h"
 #include "platform/win32/SystemHandles.h"
 #include "resources/controls.h"
 #include "windows/controls/Dialog.h"
@@ -31,6 +32,12 @@ LRESULT CALLBACK HookThunk(HWND window, UINT message, WPARAM wParam, LPARAM lPar
     return Guarded<LRESULT>(0, [&] {
         return ClipboardWndProc(EngineWindow(window), message, static_cast<MessageParameter>(wParam), lParam);
     });
+}
+
+// One step that fails keeps no other from being done.
+template <typename... Steps>
+void InTurn(Steps&&... steps) {
+    (Succeeds(steps), ...);
 }
 
 }  // namespace
@@ -53,20 +60,11 @@ void frmMain::Form_Load() {
 }
 
 void frmMain::Form_Unload() {
-    if (formatQuery_.Window() != nullptr) DestroyWindow(formatQuery_.Window());
-    RenderAllFormats();
-    ClearPendingRenderSet();
-    panes_.ClearContent();
-    UnregisterActivationHotKey(EngineWindow(window_));
-    ExitHook();
-    TheMainWindowHooks = {};
-    StoreMainPlace(window_);
-    StoreSplitterPlace(panes_.SplitterLeft());
-    SaveOptions();
-    container_.Store();
-    Profiles().SaveRegistry();
-    SaveFormatSets();
-    SaveWhatIsLeft();
+    InTurn([&] { DestroyWindow(formatQuery_.Window()); }, RenderAllFormats, ClearPendingRenderSet,
+           [&] { panes_.ClearContent(); }, [&] { UnregisterActivationHotKey(EngineWindow(window_)); },
+           [&] { ExitHook(); }, [&] { StoreMainPlace(window_); },
+           [&] { StoreSplitterPlace(panes_.SplitterLeft()); }, SaveOptions, [&] { container_.Store(); },
+           [&] { Profiles().SaveRegistry(); }, SaveFormatSets, [&] { SaveWhatIsLeft(); });
 }
 
 void frmMain::JoinViewerChain() {
@@ -88,6 +86,7 @@ void frmMain::HideTestMenu() {
 void frmMain::ExitHook() {
     DisconnectViewer();
     UnsubclassWindow();
+    TheMainWindowHooks = {};
 }
 
 void frmMain::SaveWhatIsLeft() {
@@ -101,9 +100,10 @@ void frmMain::OnIdle() {
     // Not before the first picture: it takes longer than to make the window.
     drag_.Accept();
     FinishSaves();
-    if (!AnyEditedByOther() || std::exchange(looksForFreed_, true)) return;
+    if (looksForFreed_ || !AnyEditedByOther()) return;
     Later(kPauseBetweenLooks, [this] {
         looksForFreed_ = false;
         if (TakeOverFreedProfiles(cTV, container_)) UpdateListview();
     });
+    looksForFreed_ = true;
 }

@@ -88,13 +88,3 @@ TEST_F(ClipBoardTest, LoadFormatsByHandle_TakesNothingFromDamagedRecords) {
     fake.user.messages.clear();
     EXPECT_EQ(Headers(std::string("\x01\0\0\0\x04\0Text\xFF\0\0\0", 14) + good, 2)->Count(), 0);
 }
-
-TEST_F(ClipBoardTest, LoadFormatsByHandle_SurvivesAFileCutAnywhere) {
-    const std::string whole =
-        RecordBytes(1, "Text", "abc") + RecordBytes(3, "Metafile", std::string(20, 'm'));
-    for (std::size_t size = 0; size < whole.size(); ++size) {
-        const auto formats = Headers(whole.substr(0, size), 2);
-        EXPECT_EQ(formats->Count(), size < 17 ? 0 : 1) << size;
-    }
-    EXPECT_EQ(Headers(whole, 2)->Count(), 2);
-}

@@ -101,6 +101,7 @@ TEST(DibLayout, CheckRunLengths_StayWithinThePicture) {
     EXPECT_FALSE(rle(8, {4, 7, 0, 0, 4, 9, 0, 1}, 2)) << "the first line alone";
     EXPECT_TRUE(rle8({4, 7, 0, 0, 4, 9, 0, 1}));
     EXPECT_TRUE(rle8({0, 4, 1, 2, 3, 4, 0, 0, 4, 9, 0, 1}));
+    EXPECT_TRUE(rle8({0, 3, 1, 2, 3, 0, 0, 0, 4, 9, 0, 1})) << "three pixels fill four bytes";
     EXPECT_TRUE(rle8({0, 2, 1, 1, 3, 7, 0, 1}));
     EXPECT_FALSE(rle8({5, 7, 0, 1})) << "past the right edge";
     EXPECT_FALSE(rle8({4, 7, 0, 0, 4, 7, 0, 0, 1, 7, 0, 1})) << "past the last line";

@@ -164,9 +164,12 @@ TEST_F(ViewerHookTest, BrokenChain_IsNoticedByTheListenerAndJoinedAnew) {
     EXPECT_TRUE(later.empty());
 
     fake.clipboard.BreakChain();
+    const auto works = std::exchange(TheMainWindowHooks.later, [](auto, auto) { throw std::bad_alloc(); });
+    EXPECT_THROW(copy(), std::bad_alloc);
+    TheMainWindowHooks.later = works;
     copy();
     copy();
-    EXPECT_EQ(updates, 3);
+    EXPECT_EQ(updates, 4);
     ASSERT_EQ(later.size(), 1u);
     std::exchange(later, {})[0]();
     EXPECT_EQ(fake.clipboard.FirstViewer(), mainWindow);

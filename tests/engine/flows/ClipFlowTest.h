@@ -23,6 +23,7 @@ class TestMainWindow : public MainWindowHost {
     Node* ActiveContainer() override { return activeContainer; }
     bool LockPressed() override { return locked; }
     void Later(std::chrono::milliseconds delay, std::function<void()> action) override {
+        if (std::exchange(laterFails, false)) throw std::bad_alloc();
         later.push_back({delay, std::move(action)});
     }
     void SelectAndShow(Node& node) override {
@@ -46,6 +47,7 @@ class TestMainWindow : public MainWindowHost {
     Node* activeContainer = nullptr;
     bool locked = false;
     bool mayOpenDialog = true;
+    bool laterFails = false;  // the next one does
     std::wstring done;
     // Called at every step.
     std::function<void(const std::wstring& step)> atStep;

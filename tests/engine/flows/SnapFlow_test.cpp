@@ -298,6 +298,8 @@ TEST_F(SnapTest, UpdateClipBoard_WaitsForAnOpenMenuAndShowsNothingOfAClipThatIsG
     Options().AutoSnap = true;
     CopyText("text");
     window.mayOpenDialog = false;
+    window.laterFails = true;
+    EXPECT_THROW(flow.UpdateClipBoard(), std::bad_alloc);
     flow.UpdateClipBoard();
     flow.UpdateClipBoard();
     EXPECT_EQ(LastClip(), nullptr);
@@ -315,10 +317,15 @@ TEST_F(SnapTest, UpdateClipBoard_TakesOnlyTheNewestOfABurst) {
     Options().AutoSnap = true;
     const auto clips = [&] { return folder->Children(); };
     CopyText("first");
+    window.laterFails = true;
+    EXPECT_THROW(flow.UpdateClipBoard(), std::bad_alloc) << "it is taken, and not shown";
+    CopyText("second");
+    fake.clock.Advance(1s);
     // The notices of one change, and of changes that a snap has seen already.
     for (int i = 0; i < 5; ++i)
         flow.UpdateClipBoard();
-    EXPECT_EQ(clips(), 1);
+    EXPECT_EQ(clips(), 2);
+    EXPECT_EQ(window.later.size(), 2u) << "to show it and to look again";
 
     // A hundred changes a second for ten seconds; each snap takes 30 ms.
     fake.user.statuses.clear();
@@ -347,7 +354,10 @@ TEST_F(SnapTest, UpdateClipBoard_TakesOnlyTheNewestOfABurst) {
 TEST_F(SnapTest, UpdateClipBoard_ComesBackToABusyClipboard) {
     Options().AutoSnap = true;
     CopyText("text");
-    fake.clipboard.OtherProgramHolds(3 * 4);
+    fake.clipboard.OtherProgramHolds(4 * 4);
+    window.laterFails = true;
+    EXPECT_THROW(flow.UpdateClipBoard(), std::bad_alloc);
+    fake.clock.Advance(1s);
     flow.UpdateClipBoard();
     std::chrono::milliseconds waited(0);
     while (LastClip() == nullptr && window.later.size() == 1) {

@@ -66,6 +66,14 @@ TEST_F(ProfileActionsTest, BuildNewprofile_FromATemplateTakesItsFoldersOnly) {
     EXPECT_TRUE(fake.files.Has(kTemplate));
 }
 
+TEST_F(ProfileActionsTest, BuildNewprofile_SaysWhyTheTemplateWasNotCopied) {
+    EXPECT_EQ(actions.BuildNewprofile(L"Meins", L"C:\\Neu", L"C:\\weg.nxp"), nullptr);
+    EXPECT_EQ(fake.user.LastMessage(), L"Vorlage C:\\weg.nxp nicht verfügbar !!!");
+    fake.FailNth(Operation::FilesCopy, 1);
+    EXPECT_EQ(actions.BuildNewprofile(L"Meins", L"C:\\Neu", kTemplate), nullptr);
+    EXPECT_EQ(fake.user.LastMessage(), L"Der Datenträger ist voll: C:\\Neu\\nxclip.nxp");
+}
+
 TEST_F(ProfileActionsTest, NewProfileRefusal_NamesWhatIsWrong) {
     AddProfile(L"Da");
     fake.files.SetBytes(L"C:\\Belegt\\nxclip.nxp", "");

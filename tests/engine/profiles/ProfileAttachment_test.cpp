@@ -64,7 +64,11 @@ TEST_F(ProfileAttachmentTest, Import_TheSameDirectoryByAnotherSpellingIsAttached
 
 TEST_F(ProfileAttachmentTest, Profile_ThatAnotherProgramHas_CanOnlyBeRead) {
     OtherProgramTakes(L"C:\\P");
+    const std::wstring lockOfQ = L"C:\\Q\\nxclip.lck";
+    fake.files.SetBytes(lockOfQ, "");
+    fake.files.SetReadOnly(lockOfQ, true);
     Start();
+    fake.files.SetReadOnly(lockOfQ, false);
     EXPECT_EQ(fake.user.messages.size(), 1u);
     const std::set<std::wstring> files = Files();
     const auto bytes = fake.files.Bytes(L"C:\\P\\nxclip.nxp");
@@ -84,7 +88,7 @@ TEST_F(ProfileAttachmentTest, Profile_ThatAnotherProgramHas_CanOnlyBeRead) {
     EXPECT_EQ(Files(), files);
     EXPECT_EQ(fake.files.Bytes(L"C:\\P\\nxclip.nxp"), bytes);
     EXPECT_NE(operations.Drop(&Get(L"U"), &Get(L"c3"), true, false), nullptr) << "copies may leave it";
-    EXPECT_FALSE(TakeOverFreedProfiles(tree, container));
+    EXPECT_FALSE(TakeOverFreedProfiles(tree, container)) << "nobody else has had Q";
 
     // The other one changes it, is killed in its next save and leaves.
     Write(L"C:\\P", {{L"P&3&C:\\P&0&", L"P", 0}, {L"C&3,2&t&", L"c3", 1}, {L"S&", L"neu", 1}});
