@@ -329,7 +329,7 @@ void MeasureEffort(Measured& measured, const std::string& many) {
     const auto after = measured.OnHost();
     if (!after) return;
     const auto each = [](std::uint64_t from, std::uint64_t to) {
-        return static_cast<double>(to - from) / kRounds;
+        return (static_cast<double>(to) - static_cast<double>(from)) / kRounds;
     };
     Row("capture 1 KB" + many + ", system writes", each(before->systemWrites, after->systemWrites), "");
     Row("capture 1 KB" + many + ", bytes written", each(before->written, after->written) / kKilobyte, "KiB");
