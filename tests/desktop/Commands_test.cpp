@@ -124,6 +124,20 @@ TEST_F(Commands, PreviewOfPng_IsDecodedOrRefused) {
     EXPECT_EQ(nxclip_.AnswerNotice(), L"DIB konnte nicht geladen werden");
 }
 
+TEST_F(Commands, PreviewOfPictureWhoseFileIsGone_IsEmptiedAndToldOnce) {
+    StartWithProfile();
+    BITMAPINFOHEADER header{sizeof header, 1, 3000, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    SnapOf(
+        {{CF_DIB, std::string(reinterpret_cast<char*>(&header), sizeof header) + std::string(12000, 'x')}});
+    const Window box = nxclip_.Main().Control(picPreviewDIB);
+    const auto scrolls = [&] { return (GetWindowLongW(box.Handle(), GWL_STYLE) & WS_VSCROLL) != 0; };
+    EXPECT_TRUE(scrolls());
+    std::filesystem::remove(ClipFileAt(1));
+    box.Post(WM_VSCROLL, SB_BOTTOM);
+    EXPECT_EQ(nxclip_.AnswerNotice(), L"DIB konnte nicht geladen werden");
+    EXPECT_FALSE(scrolls()) << "nothing is left to be read";
+}
+
 TEST_F(Commands, Drag_MovesAndWithControlCopiesAClipWithItsFile) {
     StartWithTree();
     BringToFront(nxclip_.Main());

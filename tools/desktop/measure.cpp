@@ -170,6 +170,8 @@ class Measured {
         const std::string text = NewText(size);
         const std::wstring first = FirstLine(text);
         const int toldBefore = NextViewer::told;
+        // What the capture before left to be painted would stand in this one's way.
+        RedrawWindow(nxclip_.Main().Handle(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
         const auto start = Clock::now();
         PutFormats({{CF_TEXT, text}});
         Capture times{};

@@ -12,7 +12,7 @@ constexpr std::uint32_t kInfoHeader = 40;
 constexpr std::uint32_t kInfoHeaderWithMasks = 52;
 constexpr std::uint32_t kInfoHeaderWithAlphaMask = 56;
 constexpr std::uint32_t kHeaderV4 = 108;
-constexpr std::uint32_t kHeaderV5 = 124;
+constexpr std::uint32_t kHeaderV5 = kMostDibHeader;
 
 constexpr std::uint32_t kRgb = 0;
 constexpr std::uint32_t kRle8 = 1;
@@ -117,42 +117,52 @@ std::uint64_t ColourBytes(Block block, std::uint32_t headerSize, const DibLayout
     return masks + (used != 0 ? used : most) * 4;
 }
 
+// Each row is filled up to whole 32 bits.
+std::size_t RowBytes(const DibLayout& dib) {
+    return (static_cast<std::size_t>(dib.width) * static_cast<std::size_t>(dib.bitCount) + 31) / 32 * 4;
+}
+
 }  // namespace
 
 std::optional<DibLayout> CheckDib(Block block) {
-    if (block.size() < kCoreHeader) return std::nullopt;
-    const std::uint32_t headerSize = DoubleWord(block, 0);
-    if (!IsHeaderSize(headerSize) || headerSize > block.size()) return std::nullopt;
+    const auto dib = CheckDibHead(block, block.size());
+    if (!dib || !IsRunLengthCoded(*dib)) return dib;
+    if (!RunsStayInside(block.subspan(dib->pixelOffset, dib->pixelBytes), *dib)) return std::nullopt;
+    return dib;
+}
+
+std::optional<DibLayout> CheckDibHead(Block head, std::size_t size) {
+    if (head.size() < kCoreHeader) return std::nullopt;
+    const std::uint32_t headerSize = DoubleWord(head, 0);
+    if (!IsHeaderSize(headerSize) || headerSize > head.size()) return std::nullopt;
     const bool core = headerSize == kCoreHeader;
 
-    const Dimensions stored = DimensionsOf(block, core);
+    const Dimensions stored = DimensionsOf(head, core);
     DibLayout dib;
     dib.topDown = stored.height < 0;
     const std::int64_t height = dib.topDown ? -stored.height : stored.height;
     if (stored.width < 1 || height < 1 || stored.width * height > kMostDibPixels) return std::nullopt;
     dib.width = static_cast<std::int32_t>(stored.width);
     dib.height = static_cast<std::int32_t>(height);
-    dib.bitCount = static_cast<int>(Word(block, core ? 10 : kBitCountAt));
-    dib.compression = core ? kRgb : DoubleWord(block, kCompressionAt);
+    dib.bitCount = static_cast<int>(Word(head, core ? 10 : kBitCountAt));
+    dib.compression = core ? kRgb : DoubleWord(head, kCompressionAt);
     if (!IsDrawable(dib)) return std::nullopt;
 
-    const std::uint64_t colours = ColourBytes(block, headerSize, dib);
-    if (dib.bitCount <= 8 && !core && DoubleWord(block, kColoursUsedAt) > (1u << dib.bitCount))
+    const std::uint64_t colours = ColourBytes(head, headerSize, dib);
+    if (dib.bitCount <= 8 && !core && DoubleWord(head, kColoursUsedAt) > (1u << dib.bitCount))
         return std::nullopt;
-    if (colours > block.size() - headerSize) return std::nullopt;
+    if (colours > size - headerSize) return std::nullopt;
     dib.pixelOffset = headerSize + static_cast<std::size_t>(colours);
-    const std::size_t remaining = block.size() - dib.pixelOffset;
+    dib.rowBytes = RowBytes(dib);
+    const std::size_t remaining = size - dib.pixelOffset;
 
-    if (dib.compression == kRle8 || dib.compression == kRle4) {
-        const std::size_t said = DoubleWord(block, kImageSizeAt);
-        if (said > remaining) return std::nullopt;
-        dib.pixelBytes = said != 0 ? said : remaining;
-        if (!RunsStayInside(block.subspan(dib.pixelOffset, dib.pixelBytes), dib)) return std::nullopt;
-        return dib;
-    }
-    const std::uint64_t lineBytes = (static_cast<std::uint64_t>(dib.width) * dib.bitCount + 31) / 32 * 4;
-    const std::uint64_t needed = lineBytes * dib.height;
-    if (needed > remaining) return std::nullopt;
-    dib.pixelBytes = static_cast<std::size_t>(needed);
+    const std::uint64_t said =
+        IsRunLengthCoded(dib) ? DoubleWord(head, kImageSizeAt) : std::uint64_t{dib.rowBytes} * dib.height;
+    if (said > remaining) return std::nullopt;
+    dib.pixelBytes = said != 0 ? static_cast<std::size_t>(said) : remaining;
     return dib;
+}
+
+bool IsRunLengthCoded(const DibLayout& dib) {
+    return dib.compression == kRle8 || dib.compression == kRle4;
 }

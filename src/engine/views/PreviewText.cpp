@@ -5,8 +5,6 @@
 #include <utility>
 
 #include "engine/clipboard/FormatNames.h"
-#include "engine/clipboard/modFileIO.h"
-#include "platform/Platform.h"
 #include "platform/Text.h"
 
 namespace {
@@ -70,39 +68,25 @@ std::size_t PieceEnd(const Characters& piece) {
 
 }  // namespace
 
-std::optional<PreviewBytes> ReadPreview(const std::wstring& clipFile, const CFormat& format,
-                                        std::size_t offset, std::size_t most) {
-    if (format.DataOffset < 0 || format.DataSize < 1) return std::nullopt;
-    const auto size = static_cast<std::size_t>(format.DataSize);
-    const FileOwner file(OpenClipFile(clipFile, false, true));
-    if (!file.IsSet() || offset > size) return std::nullopt;
-    const auto end = ThePlatform().files.Size(file.Get());
-    if (!end || *end < std::int64_t{format.DataOffset} + format.DataSize) return std::nullopt;
-    if (!SeekClipFile(file.Get(), format.DataOffset + static_cast<std::int64_t>(offset))) return std::nullopt;
-    PreviewBytes read;
-    read.size = std::min(size - offset, most);
-    read.bytes.reset(new std::uint8_t[read.size]);
-    const auto wanted = static_cast<std::uint32_t>(read.size);
-    if (ThePlatform().files.Read(file.Get(), read.bytes.get(), wanted) != wanted) return std::nullopt;
-    return read;
-}
+PreviewTextReader::PreviewTextReader(std::wstring clipFile, const CFormat& format)
+    : data_(std::move(clipFile), format),
+      characterSize_(format.FormatId == kUnicodeFormat ? 2 : 1),
+      hasMore_(true) {}
 
 std::optional<std::wstring> PreviewTextReader::Next(std::size_t size) {
-    if (format_ == nullptr) return std::nullopt;
-    const CFormat& format = *std::exchange(format_, nullptr);
-    const std::size_t characterSize = format.FormatId == kUnicodeFormat ? 2 : 1;
-    const std::size_t whole = static_cast<std::size_t>(format.DataSize) / characterSize * characterSize;
-    const std::size_t wanted = std::min(size, kMostPreviewBytes - offset_) / characterSize * characterSize;
-    const auto read = ReadPreview(clipFile_, format, offset_, wanted);
+    if (!std::exchange(hasMore_, false)) return std::nullopt;
+    const std::size_t whole = data_.Size() / characterSize_ * characterSize_;
+    const std::size_t wanted = std::min(size, kMostPreviewBytes - offset_) / characterSize_ * characterSize_;
+    const auto read = data_.Read(offset_, wanted);
     if (!read) return std::nullopt;
-    const Characters piece(read->All(), characterSize);
+    const Characters piece(read->All(), characterSize_);
     const Characters text = UpToZero(piece);
     const std::size_t next = offset_ + read->size;
     if (text.Count() < piece.Count() || next >= whole) return WithBoxLineEnds(text.Text());
     if (next == kMostPreviewBytes) return WithBoxLineEnds(text.Text()) + L"\r\n[...]";
     const Characters shown = text.First(PieceEnd(text));
     offset_ += shown.Bytes();
-    format_ = &format;
+    hasMore_ = true;
     return WithBoxLineEnds(shown.Text());
 }
 

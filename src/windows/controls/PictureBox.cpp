@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <cstring>
 #include <utility>
+#include <vector>
 
 #include "platform/Guard.h"
+#include "platform/HeldMessages.h"
 #include "windows/controls/ScreenBitmap.h"
 
 namespace {
@@ -42,17 +44,6 @@ class PaintScope {
     PAINTSTRUCT paint_;
 };
 
-// The header of the same picture with other rows. The oldest kind has its height in 16 bits.
-void SetRows(std::vector<std::uint8_t>& header, int rows, std::size_t rowBytes, bool topDown) {
-    if (reinterpret_cast<const BITMAPCOREHEADER*>(header.data())->bcSize == sizeof(BITMAPCOREHEADER)) {
-        reinterpret_cast<BITMAPCOREHEADER*>(header.data())->bcHeight = static_cast<WORD>(rows);
-        return;
-    }
-    auto& info = *reinterpret_cast<BITMAPINFOHEADER*>(header.data());
-    info.biHeight = topDown ? -rows : rows;
-    info.biSizeImage = static_cast<DWORD>(static_cast<std::size_t>(rows) * rowBytes);
-}
-
 constexpr DWORD kStandardColours = 0x73524742;  // LCS_sRGB, which GCC takes for several characters
 
 // A colour profile is named by its place in the block, which the header leaves alone here.
@@ -63,6 +54,28 @@ void ForgetProfile(std::vector<std::uint8_t>& header) {
     info.bV5ProfileData = 0;
     info.bV5ProfileSize = 0;
 }
+
+std::vector<std::uint8_t> HeaderOf(const PreviewPicture& picture) {
+    std::vector<std::uint8_t> header = picture.Header();
+    ForgetProfile(header);
+    return header;
+}
+
+// Of some of its rows, as a picture of their own. The oldest kind has its height in 16 bits.
+std::vector<std::uint8_t> HeaderOfRows(const PreviewPicture& picture, int rows) {
+    std::vector<std::uint8_t> header = HeaderOf(picture);
+    if (reinterpret_cast<const BITMAPCOREHEADER*>(header.data())->bcSize == sizeof(BITMAPCOREHEADER)) {
+        reinterpret_cast<BITMAPCOREHEADER*>(header.data())->bcHeight = static_cast<WORD>(rows);
+        return header;
+    }
+    auto& info = *reinterpret_cast<BITMAPINFOHEADER*>(header.data());
+    info.biHeight = picture.Layout().topDown ? -rows : rows;
+    info.biSizeImage = static_cast<DWORD>(static_cast<std::size_t>(rows) * picture.Layout().rowBytes);
+    return header;
+}
+
+constexpr UINT_PTR kSizedTimer = 1;
+constexpr UINT kSizingRests = 100;  // milliseconds
 
 }  // namespace
 
@@ -81,60 +94,82 @@ bool PictureBox::Create(HWND parent, int control) {
     return window_ != nullptr;
 }
 
-bool PictureBox::ShowDib(std::unique_ptr<std::uint8_t[]> block, const DibLayout& layout) {
+bool PictureBox::Show(PreviewPicture picture, std::wstring ifLost) {
     Forget();
-    size_ = {layout.width, layout.height};
-    const bool runs = layout.compression == BI_RLE4 || layout.compression == BI_RLE8;
-    const bool drawn = runs ? DecodeRuns(block.get(), layout) : TakeBlock(std::move(block), layout);
-    if (!drawn) Forget();
+    picture_ = std::move(picture);
+    ifLost_ = std::move(ifLost);
+    size_ = {picture_.Layout().width, picture_.Layout().height};
+    const bool shown = DecodeRuns() && Prepare() && IsDrawable();
+    if (!shown) Forget();
     LayOut();
+    return shown;
+}
+
+// Of run-length coded pixels no part can be drawn without those before it.
+bool PictureBox::DecodeRuns() {
+    if (!IsRunLengthCoded(picture_.Layout())) return true;
+    decoded_ = MakeScreenBitmap(size_.cx, size_.cy);
+    if (!decoded_.IsSet()) return false;
+    const BitmapScope target(decoded_.Get());
+    const std::vector<std::uint8_t> header = HeaderOf(picture_);
+    const bool drawn =
+        StretchDIBits(target.Dc(), 0, 0, size_.cx, size_.cy, 0, 0, size_.cx, size_.cy, picture_.Runs(),
+                      reinterpret_cast<const BITMAPINFO*>(header.data()), DIB_RGB_COLORS, SRCCOPY) > 0;
+    picture_ = {};
     return drawn;
 }
 
-bool PictureBox::TakeBlock(std::unique_ptr<std::uint8_t[]> block, const DibLayout& layout) {
-    header_.assign(block.get(), block.get() + layout.pixelOffset);
-    ForgetProfile(header_);
-    pixels_ = block.get() + layout.pixelOffset;
-    rowBytes_ =
-        (static_cast<std::size_t>(layout.width) * static_cast<std::size_t>(layout.bitCount) + 31) / 32 * 4;
-    topDown_ = layout.topDown;
-    block_ = std::move(block);
-    // Whether the system draws it at all shows at its first pixel.
+// Whether the system draws it at all shows at its first pixel; stretched it is drawn already.
+bool PictureBox::IsDrawable() const {
+    if (stretch_) return true;
     const UniqueBitmap pixel = MakeScreenBitmap(1, 1);
     const BitmapScope target(pixel.Get());
     return DrawRows(target.Dc(), {0, 0, 1, 1}, 0, 1, 0, 1);
 }
 
-// Of run-length coded pixels no part can be drawn without those before it.
-bool PictureBox::DecodeRuns(const std::uint8_t* block, const DibLayout& layout) {
-    void* pixels = nullptr;
-    decoded_ = MakeScreenBitmap(layout.width, layout.height, &pixels);
-    if (!decoded_.IsSet()) return false;
-    const BITMAPINFOHEADER header = TopDownHeader(layout.width, layout.height);
-    const auto* const bytes = reinterpret_cast<const std::uint8_t*>(&header);
-    header_.assign(bytes, bytes + sizeof header);
-    pixels_ = static_cast<const std::uint8_t*>(pixels);
-    rowBytes_ = static_cast<std::size_t>(layout.width) * 4;
-    topDown_ = true;
-    const BitmapScope target(decoded_.Get());
-    return StretchDIBits(target.Dc(), 0, 0, layout.width, layout.height, 0, 0, layout.width, layout.height,
-                         block + layout.pixelOffset, reinterpret_cast<const BITMAPINFO*>(block),
-                         DIB_RGB_COLORS, SRCCOPY) > 0;
+bool PictureBox::Prepare() {
+    if (size_.cy == 0) return true;
+    RECT client{};
+    GetClientRect(window_, &client);
+    if (stretch_) return PrepareStretched({client.right, client.bottom});
+    const LONG rows = std::min(std::max(client.bottom, 1L), size_.cy - offset_.y);
+    return decoded_.IsSet() || picture_.Need(offset_.y, rows);
+}
+
+bool PictureBox::PrepareStretched(const SIZE& box) {
+    const bool same = picTemp.IsSet() && stretched_.cx == box.cx && stretched_.cy == box.cy;
+    if (same || box.cx == 0 || box.cy == 0) return true;
+    if (!decoded_.IsSet() && !picture_.Need(0, size_.cy)) return false;
+    picTemp = MakeScreenBitmap(box.cx, box.cy);
+    stretched_ = box;
+    if (!picTemp.IsSet()) return false;
+    const BitmapScope scaled(picTemp.Get());
+    SetStretchBltMode(scaled.Dc(), HALFTONE);
+    SetBrushOrgEx(scaled.Dc(), 0, 0, nullptr);
+    const bool drawn = DrawRows(scaled.Dc(), {0, 0, box.cx, box.cy}, 0, size_.cx, 0, size_.cy);
+    picture_.LetGo();
+    return drawn;
 }
 
 void PictureBox::Clear() {
-    if (pixels_ == nullptr) return;
+    if (size_.cy == 0) return;
     Forget();
     LayOut();
 }
 
 void PictureBox::Forget() {
-    block_.reset();
+    picture_ = {};
     decoded_.Reset();
     picTemp.Reset();
-    pixels_ = nullptr;
     size_ = {};
     offset_ = {};
+}
+
+// The file is gone, or its drive. Told only once: nothing is left to be read again.
+void PictureBox::Lose() {
+    Forget();
+    FitBars();
+    ThePlatform().user.TellLater(ifLost_);
 }
 
 void PictureBox::SetStretch(bool stretch) {
@@ -143,10 +178,29 @@ void PictureBox::SetStretch(bool stretch) {
     LayOut();
 }
 
-// Scroll bars come and go with what there is to scroll. Showing one shrinks the box, which sends WM_SIZE: the
-// numbers set then are the right ones.
+// No message box may open in the middle of a scroll bar's or a window frame's own loop.
 void PictureBox::LayOut() {
     if (window_ == nullptr) return;
+    FitBars();
+    HeldMessages reading;
+    const bool ready = Prepare();
+    for (const HeldMessages::Message& message : reading.Take())
+        ThePlatform().user.TellLater(message.text);
+    if (!ready) Lose();
+    InvalidateRect(window_, nullptr, FALSE);
+}
+
+// The stretched picture that is there is stretched once more as long as the size changes.
+void PictureBox::Resized() {
+    if (stretch_ && picTemp.IsSet())
+        SetTimer(window_, kSizedTimer, kSizingRests, nullptr);
+    else
+        LayOut();
+}
+
+// Scroll bars come and go with what there is to scroll. Showing one shrinks the box, which sends WM_SIZE: the
+// numbers set then are the right ones.
+void PictureBox::FitBars() {
     RECT client;
     GetClientRect(window_, &client);
     for (const int bar : {SB_HORZ, SB_VERT}) {
@@ -164,7 +218,6 @@ void PictureBox::LayOut() {
         range.nPos = offset;
         ShowBar(bar, range);
     }
-    InvalidateRect(window_, nullptr, FALSE);
 }
 
 // To draw a bar is dear, and most of the time nothing about it is new.
@@ -195,6 +248,10 @@ LRESULT PictureBox::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lPar
         case WM_ERASEBKGND:
             return 1;  // WM_PAINT draws every pixel
         case WM_SIZE:
+            Resized();
+            return 0;
+        case WM_TIMER:
+            KillTimer(window, wParam);
             LayOut();
             return 0;
         case WM_HSCROLL:
@@ -221,7 +278,7 @@ LRESULT PictureBox::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lPar
 void PictureBox::Paint(HDC target) {
     RECT client;
     GetClientRect(window_, &client);
-    if (pixels_ != nullptr && client.right > 0 && client.bottom > 0) {
+    if (size_.cy != 0) {
         if (stretch_)
             PaintStretched(target, client);
         else
@@ -230,18 +287,12 @@ void PictureBox::Paint(HDC target) {
     FillRect(target, &client, GetSysColorBrush(COLOR_WINDOW));
 }
 
-void PictureBox::PaintStretched(HDC target, const RECT& client) {
-    if (!picTemp.IsSet() || stretched_.cx != client.right || stretched_.cy != client.bottom) {
-        picTemp = MakeScreenBitmap(client.right, client.bottom);
-        if (!picTemp.IsSet()) return;
-        stretched_ = {client.right, client.bottom};
-        const BitmapScope scaled(picTemp.Get());
-        SetStretchBltMode(scaled.Dc(), HALFTONE);
-        SetBrushOrgEx(scaled.Dc(), 0, 0, nullptr);
-        DrawRows(scaled.Dc(), client, 0, static_cast<int>(size_.cx), 0, static_cast<int>(size_.cy));
-    }
+void PictureBox::PaintStretched(HDC target, const RECT& client) const {
+    if (!picTemp.IsSet()) return;
     const BitmapScope scaled(picTemp.Get());
-    BitBlt(target, 0, 0, client.right, client.bottom, scaled.Dc(), 0, 0, SRCCOPY);
+    SetStretchBltMode(target, COLORONCOLOR);
+    StretchBlt(target, 0, 0, client.right, client.bottom, scaled.Dc(), 0, 0, stretched_.cx, stretched_.cy,
+               SRCCOPY);
     ExcludeClipRect(target, 0, 0, client.right, client.bottom);
 }
 
@@ -257,12 +308,17 @@ void PictureBox::PaintPart(HDC target, const RECT& client) const {
 // is counted from its bottom or from its top, and systems do not agree on which.
 bool PictureBox::DrawRows(HDC target, const RECT& to, int firstColumn, int columns, int firstRow,
                           int rows) const {
-    std::vector<std::uint8_t> header = header_;
-    SetRows(header, rows, rowBytes_, topDown_);
-    const int above = topDown_ ? firstRow : static_cast<int>(size_.cy) - firstRow - rows;
+    if (decoded_.IsSet()) {
+        const BitmapScope whole(decoded_.Get());
+        return StretchBlt(target, to.left, to.top, to.right - to.left, to.bottom - to.top, whole.Dc(),
+                          firstColumn, firstRow, columns, rows, SRCCOPY) != 0;
+    }
+    const std::uint8_t* const pixels = picture_.Rows(firstRow, rows);
+    if (pixels == nullptr) return false;
+    const std::vector<std::uint8_t> header = HeaderOfRows(picture_, rows);
     return StretchDIBits(target, to.left, to.top, to.right - to.left, to.bottom - to.top, firstColumn, 0,
-                         columns, rows, pixels_ + static_cast<std::size_t>(above) * rowBytes_,
-                         reinterpret_cast<const BITMAPINFO*>(header.data()), DIB_RGB_COLORS, SRCCOPY) > 0;
+                         columns, rows, pixels, reinterpret_cast<const BITMAPINFO*>(header.data()),
+                         DIB_RGB_COLORS, SRCCOPY) > 0;
 }
 
 void PictureBox::Scroll(int bar, WPARAM request) {

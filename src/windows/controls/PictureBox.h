@@ -2,25 +2,23 @@
 
 #include <windows.h>
 
-#include <cstdint>
-#include <memory>
-#include <span>
-#include <vector>
+#include <string>
 
-#include "engine/clipboard/DibLayout.h"
+#include "engine/views/PreviewPicture.h"
 #include "platform/win32/SystemHandles.h"
 
 // The picture part of the preview: a box (picPreviewDIB) that shows an image (imgDIB) in its natural size,
-// with scroll bars when that is larger than the box, or stretched to the box. It is drawn from its block: of
-// a large picture no more is converted than is seen, and stretched it is once for the box's size.
+// with scroll bars when that is larger than the box, or stretched to the box. Of a large picture no more is
+// read and converted than is seen, when it is scrolled or the box grows and never while it is painted;
+// stretched it is once for the box's size.
 class PictureBox {
  public:
     bool Create(HWND parent, int control);
     HWND Window() const { return window_; }
 
-    // Shows a device-independent bitmap that was checked against its block. False when the system cannot draw
-    // it; the box is empty then.
-    bool ShowDib(std::unique_ptr<std::uint8_t[]> block, const DibLayout& layout);
+    // False when the picture cannot be read or the system cannot draw it; the box is empty then, and the
+    // reason may have been told. Should more of it not be had later, the user is told `ifLost` then.
+    bool Show(PreviewPicture picture, std::wstring ifLost);
     void Clear();
     void SetStretch(bool stretch);
 
@@ -28,27 +26,30 @@ class PictureBox {
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void Paint(HDC target);
-    void PaintStretched(HDC target, const RECT& client);
+    void PaintStretched(HDC target, const RECT& client) const;
     void PaintPart(HDC target, const RECT& client) const;
     bool DrawRows(HDC target, const RECT& to, int firstColumn, int columns, int firstRow, int rows) const;
-    bool TakeBlock(std::unique_ptr<std::uint8_t[]> block, const DibLayout& layout);
-    bool DecodeRuns(const std::uint8_t* block, const DibLayout& layout);
+    bool DecodeRuns();
+    bool IsDrawable() const;
+    // Gets ready what painting needs; false when that cannot be had.
+    bool Prepare();
+    bool PrepareStretched(const SIZE& box);
     void Forget();
+    void Lose();
     void LayOut();
+    void FitBars();
     void ShowBar(int bar, const SCROLLINFO& range);
+    void Resized();
     void Scroll(int bar, WPARAM request);
     void ScrollTo(int bar, int position);
     bool OnKey(WPARAM key);
 
     HWND window_ = nullptr;
-    std::unique_ptr<std::uint8_t[]> block_;
-    UniqueBitmap decoded_;              // in place of the block, for run-length coded pixels
-    std::vector<std::uint8_t> header_;  // the bitmap's header with its colours
-    const std::uint8_t* pixels_ = nullptr;
-    std::size_t rowBytes_ = 0;
-    bool topDown_ = false;
-    UniqueBitmap picTemp;  // the picture stretched to the box
-    SIZE stretched_{};     // the size of that, pixels
+    PreviewPicture picture_;
+    std::wstring ifLost_;
+    UniqueBitmap decoded_;  // in place of the picture's rows, for run-length coded pixels
+    UniqueBitmap picTemp;   // the picture stretched to the box
+    SIZE stretched_{};      // the size of that, pixels
     SCROLLINFO bars_[2]{};
     SIZE size_{};     // of the picture, pixels
     POINT offset_{};  // what stands in the box's upper left corner

@@ -82,8 +82,8 @@ std::optional<PreviewBytes> DecodePng(std::span<const std::uint8_t> png) {
 
     const BITMAPINFOHEADER header = HeaderOf(width, height);
     const std::size_t pixelBytes = std::size_t{4} * width * height;
-    PreviewBytes dib{std::make_unique_for_overwrite<std::uint8_t[]>(sizeof header + pixelBytes),
-                     sizeof header + pixelBytes};
+    PreviewBytes dib(sizeof header + pixelBytes);
+    if (dib.size == 0) return std::nullopt;
     std::memcpy(dib.bytes.get(), &header, sizeof header);
     std::uint8_t* const pixels = dib.bytes.get() + sizeof header;
     if (FAILED(picture->CopyPixels(nullptr, 4 * width, static_cast<UINT>(pixelBytes), pixels)))

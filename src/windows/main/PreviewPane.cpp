@@ -312,7 +312,7 @@ bool PreviewPane::ShowRichText() {
 }
 
 bool PreviewPane::StreamRichText(const CFormat& format, std::size_t most) {
-    const auto read = ReadPreview(clipFile_, format, 0, most);
+    const auto read = PreviewData(clipFile_, format).Read(0, most);
     if (!read) return false;
     std::span<const std::uint8_t> rest = RichTextOf(read->All());
     EDITSTREAM stream{};
@@ -325,14 +325,21 @@ bool PreviewPane::StreamRichText(const CFormat& format, std::size_t most) {
 
 bool PreviewPane::ShowPicture() {
     const CFormat* const format = FormatFor(PreviewTab::Picture);
-    auto read = ReadPreview(clipFile_, *format, 0, static_cast<std::size_t>(format->DataSize));
-    if (read && IsPng(*format)) read = DecodePng(read->All());
-    const std::optional<DibLayout> layout = read ? CheckDib(read->All()) : std::nullopt;
-    if (layout && picture_.ShowDib(std::move(read->bytes), *layout)) return true;
+    const wchar_t* const failure = format->FormatId == kBitmapFormat ? L"Bitmap konnte nicht geladen werden"
+                                                                     : L"DIB konnte nicht geladen werden";
+    auto picture = OpenPicture(*format);
+    if (picture && picture_.Show(std::move(*picture), failure)) return true;
     picture_.Clear();
-    ThePlatform().user.Tell(format->FormatId == kBitmapFormat ? L"Bitmap konnte nicht geladen werden"
-                                                              : L"DIB konnte nicht geladen werden");
+    ThePlatform().user.Tell(failure);
     return false;
+}
+
+std::optional<PreviewPicture> PreviewPane::OpenPicture(const CFormat& format) const {
+    PreviewData data(clipFile_, format);
+    if (!IsPng(format)) return PreviewPicture::In(std::move(data));
+    const auto png = data.Read(0, data.Size());
+    auto decoded = png ? DecodePng(png->All()) : std::nullopt;
+    return decoded ? PreviewPicture::Of(std::move(*decoded)) : std::nullopt;
 }
 
 void PreviewPane::ShowRestLater(UINT milliseconds) {

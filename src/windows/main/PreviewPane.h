@@ -3,11 +3,13 @@
 #include <windows.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "engine/views/ListUpdate.h"
 #include "engine/views/MainLayout.h"
 #include "engine/views/PreviewFormats.h"
+#include "engine/views/PreviewPicture.h"
 #include "engine/views/PreviewText.h"
 #include "platform/win32/SystemHandles.h"
 #include "windows/controls/PictureBox.h"
@@ -51,6 +53,7 @@ class PreviewPane {
     bool ShowText();
     bool ShowRichText();
     bool ShowPicture();
+    std::optional<PreviewPicture> OpenPicture(const CFormat& format) const;
     bool StreamRichText(const CFormat& format, std::size_t most);
     void AppendText(const std::wstring& text);
     // What is left of the shown text comes later, by a timer.

@@ -53,20 +53,11 @@ TEST_F(PreviewTextTest, Next_StopsAtTheMostThatIsShown) {
     EXPECT_EQ(shown.substr(kMostPreviewBytes - 2), L"xy\r\n[...]");
 }
 
-TEST_F(PreviewTextTest, ReadPreview_ReadsNoMoreThanItIsAskedFor) {
+TEST_F(PreviewTextTest, NextOfWhatCannotBeRead_NothingComesAfterIt) {
     Store("0123456789");
-    const auto part = ReadPreview(kFile, format, 2, 3);
-    ASSERT_TRUE(part);
-    EXPECT_EQ(std::string(part->All().begin(), part->All().end()), "234");
-    EXPECT_EQ(ReadPreview(kFile, format, 8, 100)->size, 2u);
-    EXPECT_FALSE(ReadPreview(kFile, format, 11, 1));
-
-    fake.files.SetBytes(kFile, RecordBytes(1, "Text", "012345678"));
-    EXPECT_FALSE(ReadPreview(kFile, format, 0, 3)) << "the file holds less than the header says";
     PreviewTextReader reader(L"C:\\missing", format);
     EXPECT_FALSE(reader.Next(10));
     EXPECT_FALSE(reader.HasMore());
-    EXPECT_EQ(fake.ledger.Owned(ResourceKind::File), 0);
 }
 
 }  // namespace
