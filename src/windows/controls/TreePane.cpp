@@ -381,6 +381,7 @@ void TreePane::NodeRemoving(Node& node) {
 
 void TreePane::NodeTextChanged(Node& node) {
     if (node.viewItem == 0) return;
+    const QuietScope quiet(window_);
     std::wstring text = node.Text();
     TVITEMW item{};
     item.mask = TVIF_TEXT;
