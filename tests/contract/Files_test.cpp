@@ -185,6 +185,9 @@ TEST_F(FileContract, Exists_KnowsFilesAndDirectories) {
     EXPECT_TRUE(files.Exists(path));
     EXPECT_TRUE(files.Exists(directory + L"DATEI.BIN"));
     EXPECT_TRUE(files.Exists(directory + L"Ordner"));
+    EXPECT_TRUE(files.Exists(directory + L"*.bin"));
+    EXPECT_TRUE(files.Exists(directory + L"Ord*"));
+    EXPECT_FALSE(files.Exists(directory + L"*.nxp"));
     EXPECT_TRUE(files.Exists(L"C:\\"));
     EXPECT_FALSE(files.Exists(L"Q:\\"));
 

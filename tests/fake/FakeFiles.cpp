@@ -243,8 +243,13 @@ bool FakeFiles::Flush(FileHandle file) {
 
 bool FakeFiles::Exists(const std::wstring& path) {
     if (Strikes(Operation::Other, kErrorAccessDenied)) return false;
-    const bool there = !path.empty() && (IsDirectoryAt(FullPath(path)) || Has(path));
-    return there || Fail(MissingError(FullPath(path)));
+    const std::wstring fullPath = FullPath(path), name = NameOf(path);
+    const auto isMeant = [&](const auto& each) {
+        return ParentOf(each.first) == ParentOf(fullPath) && MatchesNamePattern(each.second.name, name);
+    };
+    const bool there = !path.empty() && (IsDirectoryAt(fullPath) || Has(path) ||
+                                         (IsNamePattern(name) && std::ranges::any_of(entries_, isMeant)));
+    return there || Fail(MissingError(fullPath));
 }
 
 bool FakeFiles::IsDirectory(const std::wstring& path) {
