@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <span>
 #include <vector>
 
 namespace {
@@ -55,6 +56,7 @@ TEST(DibLayout, CheckEveryKind_FindsThePixels) {
         EXPECT_EQ(dib->height, 3);
         const Bytes oneShort(whole.begin(), whole.end() - 1);
         EXPECT_FALSE(CheckDib(oneShort)) << c.header << " " << c.bits;
+        EXPECT_FALSE(CheckDib(std::span(whole).first(c.header + c.colours / 2))) << "half of the colours";
     }
     const auto topDown = CheckDib(Dib(40, 5, -3, 32, 0, 60));
     ASSERT_TRUE(topDown);

@@ -93,6 +93,7 @@ TEST_F(PreviewPictureTest, In_ReadsRunLengthCodedPixelsWhole) {
     ASSERT_TRUE(picture);
     EXPECT_EQ(std::string(reinterpret_cast<const char*>(picture->Runs()), runs.size()), runs);
     EXPECT_FALSE(Store(40, 8, false, 1, 0, colours + "\4" + runs.substr(1))) << "past the right edge";
+    EXPECT_FALSE(Store(41, 8, false, 0, 0, colours)) << "no such header";
 }
 
 }  // namespace
