@@ -107,7 +107,9 @@ TEST(DibLayout, CheckRunLengths_StayWithinThePicture) {
     EXPECT_TRUE(rle8({0, 2, 1, 1, 3, 7, 0, 1}));
     EXPECT_FALSE(rle8({5, 7, 0, 1})) << "past the right edge";
     EXPECT_FALSE(rle8({4, 7, 0, 0, 4, 7, 0, 0, 1, 7, 0, 1})) << "past the last line";
+    EXPECT_TRUE(rle8({4, 7, 0, 0, 4, 9, 0, 0, 0, 1})) << "the last line is ended as well";
     EXPECT_FALSE(rle8({0, 2, 200, 0, 0, 1})) << "a step out";
+    EXPECT_FALSE(rle8({0, 2, 0, 2, 0, 1})) << "a step past the last line";
     EXPECT_FALSE(rle8({4, 7, 0, 2, 1, 0, 0, 1})) << "a step past the edge";
     EXPECT_FALSE(rle8({0, 4, 1})) << "cut short";
     EXPECT_TRUE(rle8({4, 7, 0, 0, 4, 9})) << "no end mark, but all lines";

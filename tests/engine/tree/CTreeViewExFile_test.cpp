@@ -63,6 +63,14 @@ TEST_F(CTreeViewExFileTest, BuildTreeData_RefusesDepthsThatDoNotFit) {
     EXPECT_THROW(tree.NodeDepth(deepest), RuntimeError);
 }
 
+TEST_F(CTreeViewExFileTest, SaveDataToFile_StoresWhatTheCodePageLacksAsQuestionMarks) {
+    nodes.Add(nullptr, NodeRelation::Last, L"\x416 1", {}).SetTag(L"S&\x416&");
+    EXPECT_TRUE(Save(nodes.Root()));
+    nodes.Clear();
+    EXPECT_EQ(Load()->Text(), L"? 1");
+    EXPECT_EQ(nodes.Root()->Tag(), L"S&?&");
+}
+
 TEST_F(CTreeViewExFileTest, BuildSubTreeFromData_FollowsTheDepths) {
     PutFileWithDepths({0, 1, 2, 1, 0});
     Grow(nodes, L"P(x) Q");
