@@ -46,9 +46,9 @@ if(TARGET GTest::gtest)
   endforeach()
   list(JOIN DOOR_NAMES "|" DOOR_NAMES)
   string(REPLACE "." "\\." DOOR_NAMES "${DOOR_NAMES}")
-  add_executable(NXClipThrowing WIN32 ${DOOR_SOURCES} ${DRIVER}/throwing/Doors.cpp
+  add_executable(NXClipThrowing WIN32 ${DOOR_SOURCES} ${DESKTOP}/doors/Doors.cpp
     $<FILTER:$<TARGET_OBJECTS:NXClip>,EXCLUDE,/\(${DOOR_NAMES}\)\\.obj$>)
-  target_include_directories(NXClipThrowing BEFORE PRIVATE ${DRIVER}/throwing ${CMAKE_CURRENT_SOURCE_DIR}/tools)
+  target_include_directories(NXClipThrowing BEFORE PRIVATE ${DESKTOP}/doors ${CMAKE_CURRENT_SOURCE_DIR}/tests)
   target_link_libraries(NXClipThrowing PRIVATE nxclip_ports)
   target_link_options(NXClipThrowing PRIVATE -municode)
   add_dependencies(nxclip_desktop_tests NXClipThrowing)

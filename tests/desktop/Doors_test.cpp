@@ -6,7 +6,7 @@
 
 #include "desktop/Input.h"
 #include "desktop/ProgramTest.h"
-#include "desktop/throwing/DoorTable.h"
+#include "desktop/doors/DoorTable.h"
 
 // An exception at each door through which the system calls the program: in this one a door throws, once, when
 // the test has armed it.

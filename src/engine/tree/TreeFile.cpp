@@ -35,16 +35,33 @@ void WriteVariant(ByteWriter& writer, const ImageValue& value) {
     }
 }
 
+// What stands behind a record's depth.
+struct RecordEnd {
+    ImageValue key;
+    ImageValue image;
+    bool expanded = false;
+    ImageValue expandedImage;
+    ImageValue selectedImage;
+    bool sorted = false;
+
+    friend bool operator==(const RecordEnd&, const RecordEnd&) = default;
+};
+
+void WriteEnd(ByteWriter& writer, const RecordEnd& end) {
+    WriteVariant(writer, end.key);
+    WriteVariant(writer, end.image);
+    writer.Flag(end.expanded);
+    WriteVariant(writer, end.expandedImage);
+    WriteVariant(writer, end.selectedImage);
+    writer.Flag(end.sorted);
+}
+
 void WriteRecord(ByteWriter& writer, const TreeNodeRecord& record) {
     writer.Text(record.Tag);
     writer.Text(record.Text);
     writer.Int16(record.Depth);
-    WriteVariant(writer, record.Key);
-    WriteVariant(writer, record.Image);
-    writer.Flag(record.Expanded);
-    WriteVariant(writer, record.ExpandedImage);
-    WriteVariant(writer, record.SelectedImage);
-    writer.Flag(record.Sorted);
+    WriteEnd(writer, {record.Key, record.Image, record.Expanded, record.ExpandedImage, record.SelectedImage,
+                      record.Sorted});
 }
 
 // A text as the bytes of its file, which most texts are kept as.
@@ -62,17 +79,13 @@ std::string_view StoredBytes(const KeptText& text, std::vector<std::uint8_t>& ot
 // at once, and what stands behind its depth is made anew only where it differs from that of the node before.
 class NodeWriter {
  public:
-    explicit NodeWriter(ByteWriter& writer) : writer_(writer) { MakeEnd(); }
+    explicit NodeWriter(ByteWriter& writer) : writer_(writer) {}
 
     void Write(const Node& node, int depth) {
         const std::string_view tag = StoredBytes(node.TagAsKept(), otherTag_);
         const std::string_view text = StoredBytes(node.TextAsKept(), otherText_);
-        const State state{node.Image(), node.ExpandedImage(), node.SelectedImage(), node.Expanded(),
-                          node.Sorted()};
-        if (state != state_) {
-            state_ = state;
-            MakeEnd();
-        }
+        SetEnd(
+            {{}, node.Image(), node.Expanded(), node.ExpandedImage(), node.SelectedImage(), node.Sorted()});
         constexpr std::size_t kNumbers = 6;
         std::uint8_t* to = writer_.Room(kNumbers + tag.size() + text.size() + end_.size());
         for (const std::string_view stored : {tag, text}) {
@@ -84,34 +97,21 @@ class NodeWriter {
     }
 
  private:
-    struct State {
-        ImageValue image;
-        ImageValue expandedImage;
-        ImageValue selectedImage;
-        bool expanded = false;
-        bool sorted = false;
-
-        friend bool operator==(const State&, const State&) = default;
-    };
-
     static std::uint8_t* PutNumber(std::uint8_t* to, std::size_t number) {
         *to++ = static_cast<std::uint8_t>(number);
         *to++ = static_cast<std::uint8_t>(number >> 8);
         return to;
     }
-    void MakeEnd() {
+    void SetEnd(const RecordEnd& end) {
+        if (!end_.empty() && end == lastEnd_) return;
         ByteWriter writer;
-        WriteVariant(writer, {});
-        WriteVariant(writer, state_.image);
-        writer.Flag(state_.expanded);
-        WriteVariant(writer, state_.expandedImage);
-        WriteVariant(writer, state_.selectedImage);
-        writer.Flag(state_.sorted);
+        WriteEnd(writer, end);
         end_ = writer.TakeImage();
+        lastEnd_ = end;
     }
 
     ByteWriter& writer_;
-    State state_;
+    RecordEnd lastEnd_;
     std::vector<std::uint8_t> end_;
     std::vector<std::uint8_t> otherTag_, otherText_;
 };

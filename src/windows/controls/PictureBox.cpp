@@ -299,9 +299,9 @@ void PictureBox::PaintStretched(HDC target, const RECT& client) const {
 void PictureBox::PaintPart(HDC target, const RECT& client) const {
     const RECT shown{0, 0, std::min(size_.cx - offset_.x, client.right),
                      std::min(size_.cy - offset_.y, client.bottom)};
-    DrawRows(target, shown, static_cast<int>(offset_.x), static_cast<int>(shown.right),
-             static_cast<int>(offset_.y), static_cast<int>(shown.bottom));
-    ExcludeClipRect(target, 0, 0, shown.right, shown.bottom);
+    if (DrawRows(target, shown, static_cast<int>(offset_.x), static_cast<int>(shown.right),
+                 static_cast<int>(offset_.y), static_cast<int>(shown.bottom)))
+        ExcludeClipRect(target, 0, 0, shown.right, shown.bottom);
 }
 
 // Draws some rows of the picture, counted from its top, as a picture of their own: where a part of one begins

@@ -5,7 +5,7 @@
 #include <new>
 #include <stdexcept>
 
-#include "desktop/throwing/DoorTable.h"
+#include "desktop/doors/DoorTable.h"
 #include "platform/Guard.h"
 
 namespace {
