@@ -6,8 +6,8 @@
 #include <string>
 
 #include "Require.h"
+#include "engine/flows/Templates.h"
 #include "engine/profiles/ProfileWorld.h"
-#include "engine/profiles/Templates.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     ProfileWorld world;

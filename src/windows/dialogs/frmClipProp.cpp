@@ -1,6 +1,6 @@
 #include "windows/dialogs/frmClipProp.h"
 
-#include "engine/profiles/NodeProperties.h"
+#include "engine/flows/NodeProperties.h"
 #include "resources/controls.h"
 
 void frmClipProp::OnInit() {

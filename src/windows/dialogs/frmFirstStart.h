@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "engine/profiles/Templates.h"
+#include "engine/flows/Templates.h"
 #include "windows/controls/Dialog.h"
 
 // Greets at the first start and offers ready-made profiles.

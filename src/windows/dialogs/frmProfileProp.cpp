@@ -1,7 +1,7 @@
 #include "windows/dialogs/frmProfileProp.h"
 
-#include "engine/profiles/NodeProperties.h"
-#include "engine/profiles/ProfileActions.h"
+#include "engine/flows/NodeProperties.h"
+#include "engine/flows/ProfileActions.h"
 #include "engine/views/ChooserRules.h"
 #include "resources/controls.h"
 #include "windows/controls/ToolTips.h"

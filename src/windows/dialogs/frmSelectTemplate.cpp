@@ -1,6 +1,6 @@
 #include "windows/dialogs/frmSelectTemplate.h"
 
-#include "engine/profiles/Templates.h"
+#include "engine/flows/Templates.h"
 #include "resources/controls.h"
 #include "windows/controls/Dpi.h"
 

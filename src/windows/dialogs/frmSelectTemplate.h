@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/profiles/Templates.h"
+#include "engine/flows/Templates.h"
 #include "engine/tree/CTreeViewEx.h"
 #include "windows/controls/Dialog.h"
 #include "windows/controls/Pictures.h"

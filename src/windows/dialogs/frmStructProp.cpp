@@ -1,6 +1,6 @@
 #include "windows/dialogs/frmStructProp.h"
 
-#include "engine/profiles/NodeProperties.h"
+#include "engine/flows/NodeProperties.h"
 #include "resources/controls.h"
 
 void frmStructProp::OnInit() {

@@ -10,8 +10,8 @@
 #include <utility>
 #include <vector>
 
-#include "engine/profiles/DropRules.h"
-#include "engine/profiles/modDragDrop.h"
+#include "engine/flows/DropRules.h"
+#include "engine/flows/modDragDrop.h"
 #include "platform/Guard.h"
 #include "platform/Platform.h"
 #include "platform/win32/LateFunction.h"

@@ -6,8 +6,8 @@
 #include <functional>
 #include <utility>
 
-#include "engine/profiles/ClipOperations.h"
-#include "engine/profiles/modDragDrop.h"
+#include "engine/flows/ClipOperations.h"
+#include "engine/flows/modDragDrop.h"
 #include "engine/tree/NodeRef.h"
 #include "windows/controls/TreePane.h"
 

@@ -6,12 +6,12 @@
 #include <string>
 
 #include "engine/clipboard/CClipBoard.h"
+#include "engine/flows/ClipOperations.h"
 #include "engine/flows/MainWindowHost.h"
+#include "engine/flows/ProfileActions.h"
 #include "engine/flows/SetClipFlow.h"
 #include "engine/flows/SnapFlow.h"
 #include "engine/profiles/ActiveContainer.h"
-#include "engine/profiles/ClipOperations.h"
-#include "engine/profiles/ProfileActions.h"
 #include "engine/tree/CTreeViewEx.h"
 #include "engine/tree/NodeCollection.h"
 #include "engine/views/MainCommands.h"

@@ -4,14 +4,14 @@
 #include <array>
 #include <utility>
 
+#include "engine/flows/NodeProperties.h"
 #include "engine/flows/Search.h"
+#include "engine/flows/Templates.h"
 #include "engine/process/ModHotKey.h"
 #include "engine/process/modHelp.h"
 #include "engine/process/modMain.h"
 #include "engine/process/modOption.h"
-#include "engine/profiles/NodeProperties.h"
 #include "engine/profiles/StructureLock.h"
-#include "engine/profiles/Templates.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/modTreeEx.h"
 #include "engine/views/ChooserRules.h"

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "engine/flows/NodeProperties.h"
 #include "engine/process/modOption.h"
-#include "engine/profiles/NodeProperties.h"
 #include "engine/profiles/StructureLock.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/modTreeEx.h"

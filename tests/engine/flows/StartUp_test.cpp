@@ -2,11 +2,11 @@
 
 #include "engine/clipboard/modClipboard.h"
 #include "engine/clipboard/modViewerHook.h"
+#include "engine/flows/modDragDrop.h"
 #include "engine/formatsets/modFormatSet.h"
 #include "engine/process/AppTest.h"
 #include "engine/process/SearchCriteria.h"
 #include "engine/profiles/CProfiles.h"
-#include "engine/profiles/modDragDrop.h"
 
 namespace {
 

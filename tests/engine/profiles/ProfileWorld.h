@@ -6,12 +6,12 @@
 #include <vector>
 
 #include "engine/clipboard/modClipboard.h"
+#include "engine/flows/ClipOperations.h"
+#include "engine/flows/ProfileActions.h"
 #include "engine/process/modMain.h"
 #include "engine/process/modOption.h"
 #include "engine/profiles/ActiveContainer.h"
 #include "engine/profiles/CProfiles.h"
-#include "engine/profiles/ClipOperations.h"
-#include "engine/profiles/ProfileActions.h"
 #include "engine/profiles/ProfileAttachment.h"
 #include "engine/profiles/ProfileStore.h"
 #include "engine/profiles/modProfile.h"

@@ -1,4 +1,4 @@
-#include "engine/profiles/DropRules.h"
+#include "engine/flows/DropRules.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "engine/profiles/modDragDrop.h"
+#include "engine/flows/modDragDrop.h"
 
 #include <algorithm>
 

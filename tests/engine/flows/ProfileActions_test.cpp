@@ -1,4 +1,4 @@
-#include "engine/profiles/ProfileActions.h"
+#include "engine/flows/ProfileActions.h"
 
 #include "engine/profiles/WorldFaults.h"
 

@@ -1,4 +1,4 @@
-#include "engine/profiles/NodeProperties.h"
+#include "engine/flows/NodeProperties.h"
 
 #include "engine/process/StoredLetters.h"
 #include "engine/process/TreeOperation.h"

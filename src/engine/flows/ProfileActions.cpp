@@ -1,14 +1,14 @@
-#include "engine/profiles/ProfileActions.h"
+#include "engine/flows/ProfileActions.h"
 
 #include <algorithm>
 #include <limits>
 #include <utility>
 #include <vector>
 
+#include "engine/flows/NodeProperties.h"
 #include "engine/process/TreeOperation.h"
 #include "engine/process/modOption.h"
 #include "engine/profiles/CProfiles.h"
-#include "engine/profiles/NodeProperties.h"
 #include "engine/profiles/ProfileAttachment.h"
 #include "engine/profiles/ProfileStore.h"
 #include "engine/profiles/StructureLock.h"

@@ -1,13 +1,13 @@
-#include "engine/profiles/ClipOperations.h"
+#include "engine/flows/ClipOperations.h"
 
 #include <algorithm>
 #include <set>
 #include <utility>
 
 #include "engine/clipboard/modClipboard.h"
+#include "engine/flows/DropRules.h"
 #include "engine/process/TreeOperation.h"
 #include "engine/profiles/CProfiles.h"
-#include "engine/profiles/DropRules.h"
 #include "engine/profiles/ProfileStore.h"
 #include "engine/profiles/StructureLock.h"
 #include "engine/profiles/modProfile.h"

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "engine/profiles/modDragDrop.h"
+#include "engine/flows/modDragDrop.h"
 #include "engine/tree/CTreeViewEx.h"
 
 // Where a dragged node may go, by kind: a clip or a folder into a profile or folder (`asChild`) or in front

@@ -1,9 +1,9 @@
-#include "engine/profiles/ClipOperations.h"
+#include "engine/flows/ClipOperations.h"
 
 #include "engine/clipboard/FormatNames.h"
 #include "engine/clipboard/modViewerHook.h"
+#include "engine/flows/NodeProperties.h"
 #include "engine/process/TreeOperation.h"
-#include "engine/profiles/NodeProperties.h"
 #include "engine/profiles/WorldFaults.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "engine/profiles/Templates.h"
+#include "engine/flows/Templates.h"
 
 #include "engine/process/modMain.h"
 #include "engine/profiles/ProfileStore.h"

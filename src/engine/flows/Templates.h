@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/profiles/ProfileActions.h"
+#include "engine/flows/ProfileActions.h"
 
 // Profile templates: tree data files with ready-made folders, in "Templates\" beside the program.
 
