@@ -7,6 +7,7 @@
 #include "engine/profiles/ActiveContainer.h"
 #include "engine/profiles/CProfiles.h"
 #include "engine/profiles/modProfile.h"
+#include "engine/tree/Tags.h"
 #include "engine/tree/TreeWalk.h"
 #include "engine/tree/modTreeEx.h"
 #include "platform/FileBytes.h"
@@ -33,18 +34,9 @@ std::vector<Node*> RootNodesFrom(const NodeCollection& nodes, int first) {
 // A tag whose counter is no number, or one that leaves no room, gets the counter 0; what stands behind it
 // stays.
 void MendCounter(Node& profile) {
-    std::int32_t counter = -1;
-    std::wstring directory, info;
-    bool globalFlag = false;
-    try {
-        ParseProfileTag(profile.Tag(), counter, directory, globalFlag, info);
-    } catch (const RuntimeError&) {
-        // The counter alone can be wrong.
-    }
-    constexpr std::size_t kCounter = 2;
-    const std::size_t end = profile.Tag().find(L'&', kCounter);
-    if (IsTrustedClipNumber(counter) || end == std::wstring::npos) return;
-    profile.SetTag(L"P&0" + profile.Tag().substr(end));
+    const std::wstring tag = profile.Tag();
+    if (!IsTrustedClipNumber(ProfileTag::CounterOf(tag).value_or(-1)))
+        profile.SetTag(ProfileTag::WithCounter(tag, 0));
 }
 
 // The tag is what leads from a clip to its file, so it must be right whatever the file says: the directory,

@@ -1,11 +1,9 @@
 #include "engine/profiles/modProfile.h"
 
-#include <algorithm>
-#include <charconv>
 #include <limits>
-#include <optional>
 
 #include "engine/profiles/CProfiles.h"
+#include "engine/tree/Tags.h"
 #include "engine/tree/TreeWalk.h"
 #include "engine/tree/modTreeEx.h"
 #include "platform/Paths.h"
@@ -15,56 +13,61 @@
 
 namespace {
 
-// A profile's tag taken apart.
-struct ProfileFields {
-    std::int32_t counter = 0;
-    std::wstring directory;
-    bool globalFlag = false;
-    std::wstring info;
-
-    explicit ProfileFields(const Node& profile) {
-        ParseProfileTag(profile.Tag(), counter, directory, globalFlag, info);
-    }
-    std::wstring Tag() const { return MakeProfileTag(counter, directory, globalFlag, info); }
-};
-
 NodeAttributes sharedAttributes;
 
-// Of a clip's tag as the program writes it, "C&12,5&...": it is asked for of all nodes of a profile at once.
-// None for any other tag, right or wrong.
-std::optional<std::int32_t> NumberInUsualTag(const KeptText& tag) {
-    constexpr std::size_t kMostDigits = 4;  // of the count
-    if (!tag.IsAnsi() || !tag.Bytes().starts_with("C&")) return std::nullopt;
-    const char* next = tag.Bytes().data() + 2;
-    const char* const end = tag.Bytes().data() + tag.Bytes().size();
-    std::int32_t number = 0;
-    std::uint16_t count = 0;
-    auto read = std::from_chars(next, end, number);
-    if (read.ec != std::errc() || number < 0 || read.ptr == end || *read.ptr != ',') return std::nullopt;
-    next = read.ptr + 1;
-    read = std::from_chars(next, end, count);
-    if (read.ec != std::errc() || read.ptr == end || *read.ptr != '&') return std::nullopt;
-    if (read.ptr > next + kMostDigits) return std::nullopt;
-    return number;
+// What is read into; of many nodes the next one uses the memory again.
+struct TagMemory {
+    std::wstring text;
+    ClipTag clip;
+    ProfileTag profile;
+};
+
+// Reads until the damage: a search must not stop there.
+template <typename Tag>
+void ReadWhatIsSound(Tag& tag, const std::wstring& text) {
+    try {
+        tag.Read(text);
+    } catch (const RuntimeError&) {
+    }
 }
 
-// `attributes` has nothing in it yet; `tag` is only memory to be used.
-void ReadInto(NodeAttributes& attributes, const Node* node, std::wstring& tag) {
+void Empty(NodeAttributes& attributes) {
+    attributes.clipNumber = attributes.counter = 0;
+    attributes.formatCount = 0;
+    attributes.globalFlag = false;
+    for (std::wstring* const text : {&attributes.timeCaptured, &attributes.directory, &attributes.info})
+        text->clear();
+}
+
+void ReadClip(NodeAttributes& attributes, TagMemory& memory) {
+    ClipTag& tag = memory.clip;
+    tag.number = 0;
+    tag.formatCount = 0;
+    tag.timeCaptured.clear();
+    tag.info.clear();
+    ReadWhatIsSound(tag, memory.text);
+    attributes.clipNumber = tag.number;
+    attributes.formatCount = tag.formatCount;
+    attributes.timeCaptured.swap(tag.timeCaptured);
+    attributes.info.swap(tag.info);
+}
+
+void ReadProfile(NodeAttributes& attributes, TagMemory& memory) {
+    memory.profile = {};
+    ReadWhatIsSound(memory.profile, memory.text);
+    attributes.counter = memory.profile.counter;
+    attributes.directory = memory.profile.directory;
+    attributes.globalFlag = memory.profile.globalFlag;
+    attributes.info = memory.profile.info;
+}
+
+void ReadInto(NodeAttributes& attributes, const Node* node, TagMemory& memory) {
+    Empty(attributes);
     if (node == nullptr) return;
-    node->TagAsKept().CopyTo(tag);
-    try {
-        if (IsClipNode(node)) {
-            ParseClipTag(tag, attributes.clipNumber, attributes.formatCount, attributes.timeCaptured,
-                         attributes.info);
-        } else if (IsStructureNode(node)) {
-            attributes.info = ParseStructureTag(tag);
-        } else if (IsProfileNode(node)) {
-            ParseProfileTag(tag, attributes.counter, attributes.directory, attributes.globalFlag,
-                            attributes.info);
-        }
-    } catch (const RuntimeError&) {
-        // What stands in front of the damage has been read; a search must not stop here.
-    }
+    node->TagAsKept().CopyTo(memory.text);
+    if (IsClipNode(node)) ReadClip(attributes, memory);
+    if (IsStructureNode(node)) attributes.info = StructureTag::Of(memory.text).info;
+    if (IsProfileNode(node)) ReadProfile(attributes, memory);
 }
 
 }  // namespace
@@ -96,7 +99,7 @@ Node* GetProfileNode(Node* node, bool showError) {
 std::wstring GetProfileDirectory(const Node* node) {
     if (!IsProfileNode(node)) return {};
     try {
-        return ProfileFields(*node).directory;
+        return ProfileTag::Of(node->Tag()).directory;
     } catch (const RuntimeError&) {
         return {};
     }
@@ -104,23 +107,23 @@ std::wstring GetProfileDirectory(const Node* node) {
 
 void SetProfileDirectory(Node* node, const std::wstring& directory) {
     if (!IsProfileNode(node)) return;
-    ProfileFields fields(*node);
-    fields.directory = directory;
-    node->SetTag(fields.Tag());
+    ProfileTag tag = ProfileTag::Of(node->Tag());
+    tag.directory = directory;
+    node->SetTag(tag.Text());
 }
 
 std::wstring NewClipFileName(Node* node, bool commit, std::int32_t& clipNumber) {
     if (node == nullptr) return {};
     Node* const profile = GetProfileNode(node, true);
     if (profile == nullptr) return {};
-    ProfileFields fields(*profile);
-    if (fields.counter == std::numeric_limits<std::int32_t>::max()) throw RuntimeError(ErrorNumber::Overflow);
-    clipNumber = ++fields.counter;
+    ProfileTag tag = ProfileTag::Of(profile->Tag());
+    if (tag.counter == std::numeric_limits<std::int32_t>::max()) throw RuntimeError(ErrorNumber::Overflow);
+    clipNumber = ++tag.counter;
     if (commit) {
-        profile->SetTag(fields.Tag());
-        SetDirtyProfile(fields.directory);
+        profile->SetTag(tag.Text());
+        SetDirtyProfile(tag.directory);
     }
-    return ClipFilePath(fields.directory, clipNumber);
+    return ClipFilePath(tag.directory, clipNumber);
 }
 
 bool IsTrustedClipNumber(std::int32_t number) {
@@ -128,10 +131,10 @@ bool IsTrustedClipNumber(std::int32_t number) {
 }
 
 void RaiseClipCounter(Node& profile, std::int32_t number) {
-    ProfileFields fields(profile);
-    if (fields.counter >= number) return;
-    fields.counter = number;
-    profile.SetTag(fields.Tag());
+    ProfileTag tag = ProfileTag::Of(profile.Tag());
+    if (tag.counter >= number) return;
+    tag.counter = number;
+    profile.SetTag(tag.Text());
 }
 
 std::wstring ClipFilePath(const std::wstring& directory, std::int32_t clipNumber) {
@@ -139,18 +142,7 @@ std::wstring ClipFilePath(const std::wstring& directory, std::int32_t clipNumber
 }
 
 std::int32_t ClipNumberOf(const Node* clip) {
-    if (!IsClipNode(clip)) return 0;
-    if (const auto number = NumberInUsualTag(clip->TagAsKept())) return *number;
-    std::int32_t number = 0;
-    std::int16_t formatCount = 0;
-    std::wstring timeCaptured;
-    std::wstring info;
-    try {
-        ParseClipTag(clip->Tag(), number, formatCount, timeCaptured, info);
-    } catch (const RuntimeError&) {
-        return 0;
-    }
-    return std::max(number, 0);
+    return IsClipNode(clip) ? ClipTag::NumberOf(clip->TagAsKept()) : 0;
 }
 
 std::wstring ClipFileOf(const Node* clip) {
@@ -177,21 +169,14 @@ bool IsEditedByOther(const Node* node) {
 
 NodeAttributes AttributesOf(const Node* node) {
     NodeAttributes attributes;
-    std::wstring tag;
-    ReadInto(attributes, node, tag);
+    TagMemory memory;
+    ReadInto(attributes, node, memory);
     return attributes;
 }
 
 void ReadNodeAttributes(const Node* node) {
-    static std::wstring tag;
-    sharedAttributes.clipNumber = sharedAttributes.counter = 0;
-    sharedAttributes.formatCount = 0;
-    sharedAttributes.globalFlag = false;
-    // Emptied, they keep their memory for the next of many nodes.
-    for (std::wstring* const text :
-         {&sharedAttributes.timeCaptured, &sharedAttributes.directory, &sharedAttributes.info})
-        text->clear();
-    ReadInto(sharedAttributes, node, tag);
+    static TagMemory memory;
+    ReadInto(sharedAttributes, node, memory);
 }
 
 const NodeAttributes& ReadAttributes() {

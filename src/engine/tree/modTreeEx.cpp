@@ -1,39 +1,15 @@
 #include "engine/tree/modTreeEx.h"
 
+#include <tuple>
+
+#include "engine/tree/Tags.h"
 #include "engine/tree/TreeWalk.h"
 #include "platform/Paths.h"
-#include "platform/RuntimeError.h"
-#include "platform/Text.h"
 
 namespace {
 
-constexpr wchar_t kSeparator = L'&';
-// Behind the kind letter and its separator.
-constexpr std::size_t kFirstField = 2;
-
 bool IsOfKind(const Node* node, char letter) {
     return node != nullptr && node->TagAsKept().BeginsWith(letter);
-}
-
-std::wstring_view Between(std::wstring_view text, std::size_t first, std::size_t end) {
-    return text.substr(first, end - first);
-}
-
-// What follows `position`, nothing when the text does not reach that far.
-std::wstring_view From(std::wstring_view text, std::size_t position) {
-    return position < text.size() ? text.substr(position) : std::wstring_view();
-}
-
-std::int32_t Int32Field(std::wstring_view field) {
-    const auto number = ParseInt32(field);
-    if (!number) throw RuntimeError(ErrorNumber::TypeMismatch);
-    return *number;
-}
-
-std::int16_t Int16Field(std::wstring_view field) {
-    const auto number = ParseInt16(field);
-    if (!number) throw RuntimeError(ErrorNumber::TypeMismatch);
-    return *number;
 }
 
 }  // namespace
@@ -52,50 +28,36 @@ bool IsStructureNode(const Node* node) {
 
 std::wstring MakeProfileTag(std::int32_t counter, const std::wstring& directory, bool globalFlag,
                             const std::wstring& info) {
-    return L"P&" + NumberText(counter) + kSeparator + directory + kSeparator + (globalFlag ? L"1" : L"0") +
-           kSeparator + info;
+    return ProfileTag{counter, directory, globalFlag, info}.Text();
 }
 
 void ParseProfileTag(const std::wstring& tag, std::int32_t& counter, std::wstring& directory,
                      bool& globalFlag, std::wstring& info) {
-    const std::size_t first = tag.find(kSeparator, kFirstField);
-    if (first == std::wstring::npos) return;
-    counter = Int32Field(Between(tag, kFirstField, first));
-    const std::size_t second = tag.find(kSeparator, first + 1);
-    if (second == std::wstring::npos) return;
-    directory = Between(tag, first + 1, second);
-    globalFlag = From(tag, second + 1).starts_with(L'1');
-    info = From(tag, second + 3);
+    ProfileTag read{counter, directory, globalFlag, info};
+    read.Read(tag);
+    std::tie(counter, directory, globalFlag, info) =
+        std::tie(read.counter, read.directory, read.globalFlag, read.info);
 }
 
 std::wstring MakeClipTag(std::int32_t clipNumber, std::int16_t formatCount, const std::wstring& timeCaptured,
                          const std::wstring& info) {
-    return L"C&" + NumberText(clipNumber) + L"," + NumberText(formatCount) + kSeparator + timeCaptured +
-           kSeparator + info;
+    return ClipTag{clipNumber, formatCount, timeCaptured, info}.Text();
 }
 
 void ParseClipTag(const std::wstring& tag, std::int32_t& clipNumber, std::int16_t& formatCount,
                   std::wstring& timeCaptured, std::wstring& info) {
-    if (tag.empty()) return;
-    const std::size_t first = tag.find(kSeparator, kFirstField);
-    if (first == std::wstring::npos) throw RuntimeError(ErrorNumber::InvalidArgument);
-    const std::wstring_view head = Between(tag, kFirstField, first);
-    const std::size_t comma = head.find(L',');
-    if (comma == std::wstring_view::npos) return;
-    clipNumber = Int32Field(head.substr(0, comma));
-    formatCount = Int16Field(head.substr(comma + 1));
-    const std::size_t second = tag.find(kSeparator, first + 1);
-    if (second == std::wstring::npos) return;
-    timeCaptured = Between(tag, first + 1, second);
-    info = From(tag, second + 1);
+    ClipTag read{clipNumber, formatCount, timeCaptured, info};
+    read.Read(tag);
+    std::tie(clipNumber, formatCount, timeCaptured, info) =
+        std::tie(read.number, read.formatCount, read.timeCaptured, read.info);
 }
 
 std::wstring MakeStructureTag(const std::wstring& info) {
-    return L"S&" + info;
+    return StructureTag{info}.Text();
 }
 
 std::wstring ParseStructureTag(const std::wstring& tag) {
-    return std::wstring(From(tag, kFirstField));
+    return StructureTag::Of(tag).info;
 }
 
 std::wstring TreeDataFilePath(const std::wstring& directory) {

@@ -5,37 +5,28 @@
 
 #include "engine/tree/Node.h"
 
-// What a node is, and what its tag says. The first character of the tag is the kind: "P" profile, "S"
-// structure (folder), "C" clip; the fields behind it are separated by "&". A node with any other tag is of no
-// kind.
+// What a node is, and what its tag says. A node whose tag begins with none of the three kinds' letters is of
+// no kind.
 
 bool IsClipNode(const Node* node);
 bool IsProfileNode(const Node* node);
 bool IsStructureNode(const Node* node);
 
-// "P&" counter "&" directory "&" flag "&" info. The directory must not hold "&": parsing cuts it there. The
-// info may.
+// The fields of ProfileTag one by one (engine/tree/Tags.h says what they mean and what reading throws).
+// What the tag does not reach, and everything after a failure, stays unchanged.
 std::wstring MakeProfileTag(std::int32_t counter, const std::wstring& directory, bool globalFlag,
                             const std::wstring& info);
-
-// Takes a profile tag apart. What the tag does not reach stays unchanged, without an error. Throws
-// RuntimeError (TypeMismatch) for a counter that is no 32-bit number.
 void ParseProfileTag(const std::wstring& tag, std::int32_t& counter, std::wstring& directory,
                      bool& globalFlag, std::wstring& info);
 
-// "C&" number "," format count "&" time "&" info. The time must not hold "&".
+// The same for ClipTag.
 std::wstring MakeClipTag(std::int32_t clipNumber, std::int16_t formatCount, const std::wstring& timeCaptured,
                          const std::wstring& info);
-
-// Takes a clip tag apart. An empty tag and one without "," leave everything unchanged. Throws RuntimeError:
-// InvalidArgument when a tag that is not empty has no "&" from its third character on (deliberately unlike
-// ParseProfileTag: callers tell a damaged clip by it), TypeMismatch for a number that is none.
 void ParseClipTag(const std::wstring& tag, std::int32_t& clipNumber, std::int16_t& formatCount,
                   std::wstring& timeCaptured, std::wstring& info);
 
-// "S&" info.
+// The same for StructureTag.
 std::wstring MakeStructureTag(const std::wstring& info);
-// The tag from its third character on; empty for a shorter one.
 std::wstring ParseStructureTag(const std::wstring& tag);
 
 // The full path of the tree data file in a profile's directory.
