@@ -13,7 +13,7 @@ target_link_libraries(desktop_driver PUBLIC nxclip_flags comctl32 gdi32 user32 a
 # What tries or measures the finished program at length reads and writes its files with its own code.
 foreach(trial kill measure monkey)
   add_executable(${trial} ${DRIVER}/${trial}.cpp)
-  target_link_libraries(${trial} PRIVATE desktop_driver nxclip_ports)
+  target_link_libraries(${trial} PRIVATE desktop_driver nxclip_engine)
   target_link_options(${trial} PRIVATE -municode)
 endforeach()
 target_link_libraries(measure PRIVATE psapi)
@@ -49,7 +49,7 @@ if(TARGET GTest::gtest)
   add_executable(NXClipThrowing WIN32 ${DOOR_SOURCES} ${DESKTOP}/doors/Doors.cpp
     $<FILTER:$<TARGET_OBJECTS:NXClip>,EXCLUDE,/\(${DOOR_NAMES}\)\\.obj$>)
   target_include_directories(NXClipThrowing BEFORE PRIVATE ${DESKTOP}/doors ${CMAKE_CURRENT_SOURCE_DIR}/tests)
-  target_link_libraries(NXClipThrowing PRIVATE nxclip_ports)
+  target_link_libraries(NXClipThrowing PRIVATE nxclip_engine)
   target_link_options(NXClipThrowing PRIVATE -municode)
   add_dependencies(nxclip_desktop_tests NXClipThrowing)
 endif()

@@ -6,7 +6,7 @@ file(GLOB RESOURCES CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/src/resources/
 set(TOP_RC ${CMAKE_CURRENT_SOURCE_DIR}/src/resources/NXClip.rc)
 
 add_executable(NXClip WIN32 ${WINDOW_SOURCES} ${TOP_RC})
-target_link_libraries(NXClip PRIVATE nxclip_ports)
+target_link_libraries(NXClip PRIVATE nxclip_engine)
 target_include_directories(NXClip PRIVATE ${CMAKE_CURRENT_BINARY_DIR})
 set_source_files_properties(${TOP_RC} PROPERTIES
   OBJECT_DEPENDS "${RC_FRAGMENTS};${RESOURCES};${ICONS};${CMAKE_CURRENT_BINARY_DIR}/version.h"

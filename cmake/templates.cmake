@@ -11,7 +11,7 @@ if(CMAKE_CROSSCOMPILING)
     INSTALL_COMMAND "")
 else()
   add_executable(nxclip_vorlagen tools/vorlagen/vorlagen.cpp tools/vorlagen/TemplateText.cpp)
-  target_link_libraries(nxclip_vorlagen PRIVATE nxclip_fakes $<TARGET_NAME_IF_EXISTS:nxclip_ports>)
+  target_link_libraries(nxclip_vorlagen PRIVATE nxclip_fakes)
   set(TEMPLATE_TOOL $<TARGET_FILE:nxclip_vorlagen>)
 endif()
 

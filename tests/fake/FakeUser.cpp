@@ -2,13 +2,17 @@
 
 #include <utility>
 
+#include "platform/Busy.h"
+
 void FakeUser::Tell(const std::wstring& text, const std::wstring& title, MessageIcon icon) {
+    const BusyScope open(Busy::Dialog);
     if (beforeMessage) beforeMessage(text);
     messages.push_back({text, title, icon});
     if (duringMessage) duringMessage();
 }
 
 bool FakeUser::Ask(const std::wstring& text, const std::wstring& title, bool noIsDefault) {
+    const BusyScope open(Busy::Dialog);
     if (beforeMessage) beforeMessage(text);
     bool answer = false;
     if (!answers.empty()) {

@@ -28,7 +28,7 @@ class ProcessStateScope {
         HookedWindow = OwnViewer = NextViewer = PreviousForeground = ClipboardWindow = WindowHandle::None;
         OwnMarkerFormat = 0;
         RequestTraceSink = nullptr;
-        DebugMode = FirstStartPending = DiagnosticsOpen = RequestTrace = ModalDialogOpen = false;
+        DebugMode = FirstStartPending = DiagnosticsOpen = RequestTrace = false;
         AppPath = FormatSetFile = HelpFile = HelpPageDirectory = L"";
         SetDefaultOptions();
         InitSearchOptions();

@@ -6,13 +6,13 @@
 
 #include "engine/clipboard/modClipboard.h"
 #include "engine/flows/DropRules.h"
-#include "engine/process/TreeOperation.h"
 #include "engine/profiles/CProfiles.h"
 #include "engine/profiles/ProfileStore.h"
 #include "engine/profiles/StructureLock.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/TreeWalk.h"
 #include "engine/tree/modTreeEx.h"
+#include "platform/Busy.h"
 #include "platform/FileBytes.h"
 #include "platform/Platform.h"
 #include "platform/RuntimeError.h"
@@ -52,7 +52,7 @@ ClipOperations::~ClipOperations() {
 
 Node* ClipOperations::Drop(Node* target, Node* source, bool asChild, bool move) {
     if (source == nullptr) return nullptr;
-    const TreeOperationScope operation;
+    const BusyScope operation(Busy::TreeOperation);
     if (!DropPermitted(tree_, source, target, asChild, move)) {
         ThePlatform().user.Tell(L"Ablage auf diesem Eintrag ist nicht erlaubt !!!");
         return nullptr;
@@ -158,7 +158,7 @@ void ClipOperations::CarryContainerOver(const Node& source, Node& copy) {
 }
 
 bool ClipOperations::Delete(Node* node) {
-    const TreeOperationScope operation;
+    const BusyScope operation(Busy::TreeOperation);
     if (IsProfileNode(node)) return DeleteProfile(*node);
     if (IsStructureNode(node)) return DeleteFolder(*node);
     return IsClipNode(node) && DeleteClip(*node);

@@ -1,12 +1,12 @@
 #include "engine/flows/NodeProperties.h"
 
 #include "engine/process/StoredLetters.h"
-#include "engine/process/TreeOperation.h"
 #include "engine/profiles/ActiveContainer.h"
 #include "engine/profiles/CProfiles.h"
 #include "engine/profiles/ProfileStore.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/modTreeEx.h"
+#include "platform/Busy.h"
 #include "platform/ByteBuffer.h"
 #include "platform/Platform.h"
 #include "platform/Text.h"
@@ -47,7 +47,7 @@ ClipProperties ReadClipProperties(const Node& clip) {
 }
 
 bool ApplyClipProperties(CTreeViewEx& tree, Node& clip, const std::wstring& name, const std::wstring& info) {
-    const TreeOperationScope operation;
+    const BusyScope operation(Busy::TreeOperation);
     const NodeAttributes read = AttributesOf(&clip);
     const std::wstring tag = MakeClipTag(read.clipNumber, read.formatCount, read.timeCaptured, info);
     if (!Accepted(NameRefusal(name)) || !Accepted(InfoRefusal(info, tag))) return false;
@@ -70,7 +70,7 @@ FolderProperties ReadFolderProperties(const Node& folder) {
 
 bool ApplyFolderProperties(CTreeViewEx& tree, Node& folder, const std::wstring& name,
                            const std::wstring& info) {
-    const TreeOperationScope operation;
+    const BusyScope operation(Busy::TreeOperation);
     const std::wstring tag = MakeStructureTag(info);
     if (!Accepted(NameRefusal(name)) || !Accepted(InfoRefusal(info, tag))) return false;
     folder.SetText(name);
@@ -80,7 +80,7 @@ bool ApplyFolderProperties(CTreeViewEx& tree, Node& folder, const std::wstring& 
 }
 
 Node* NewFolder(CTreeViewEx& tree, Node* container, const std::wstring& name, const std::wstring& info) {
-    const TreeOperationScope operation;
+    const BusyScope operation(Busy::TreeOperation);
     if (!IsNodeOfKind(container, kProfileKind | kStructureKind)) return nullptr;
     const std::wstring tag = MakeStructureTag(info);
     if (!Accepted(NameRefusal(name)) || !Accepted(InfoRefusal(info, tag))) return nullptr;
@@ -91,7 +91,7 @@ Node* NewFolder(CTreeViewEx& tree, Node* container, const std::wstring& name, co
 }
 
 bool RenameNode(CTreeViewEx& tree, Node& node, const std::wstring& name) {
-    const TreeOperationScope operation;
+    const BusyScope operation(Busy::TreeOperation);
     if (!Accepted(NameRefusal(name))) return false;
     node.SetText(name);
     CProfile* const profile = Profiles().ProfileOf(&node);

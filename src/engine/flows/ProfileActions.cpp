@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "engine/flows/NodeProperties.h"
-#include "engine/process/TreeOperation.h"
 #include "engine/process/modOption.h"
 #include "engine/profiles/CProfiles.h"
 #include "engine/profiles/ProfileAttachment.h"
@@ -15,6 +14,7 @@
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/TreeWalk.h"
 #include "engine/tree/modTreeEx.h"
+#include "platform/Busy.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "platform/RuntimeError.h"
@@ -104,7 +104,7 @@ bool MakeDirectories(const std::wstring& directory) {
 
 Node* ProfileActions::BuildNewprofile(const std::wstring& name, const std::wstring& directory,
                                       const std::wstring& templateFile) {
-    const TreeOperationScope operation;
+    const BusyScope operation(Busy::TreeOperation);
     const std::wstring refusal = NewProfileRefusal(name, directory);
     if (!refusal.empty()) {
         Tell(refusal);
@@ -157,7 +157,7 @@ Node* ProfileActions::BuildFromTemplate(const std::wstring& name, const std::wst
 }
 
 Node* ProfileActions::ImportProfileDirect(const std::wstring& directory) {
-    const TreeOperationScope operation;
+    const BusyScope operation(Busy::TreeOperation);
     const std::wstring refusal = DirectoryRefusal(directory);
     if (!refusal.empty()) {
         Tell(refusal);
@@ -180,7 +180,7 @@ void ProfileActions::TakeOut(Node& profile) {
 
 bool ProfileActions::UnlinkProfile(Node* profile) {
     if (!IsProfileNode(profile) || !ActionAllowed(TreeAction::UnlinkProfile, profile)) return false;
-    const TreeOperationScope operation;
+    const BusyScope operation(Busy::TreeOperation);
     const NodeRef asked(profile);
     if (!ThePlatform().user.Ask(L"Wollen Sie wirklich das Profil ausblenden (nicht löschen) ?",
                                 L"Profil ausblenden", true) ||
@@ -247,7 +247,7 @@ ProfileProperties ReadProfileProperties(const Node& profile) {
 }
 
 bool ApplyProfileProperties(CTreeViewEx& tree, Node& profile, const ProfileProperties& properties) {
-    const TreeOperationScope operation;
+    const BusyScope operation(Busy::TreeOperation);
     const NodeAttributes read = AttributesOf(&profile);
     const std::wstring tag =
         MakeProfileTag(read.counter, read.directory, properties.globalFree, properties.info);

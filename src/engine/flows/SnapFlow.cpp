@@ -11,11 +11,10 @@
 #include "engine/clipboard/modViewerHook.h"
 #include "engine/flows/SameContent.h"
 #include "engine/formatsets/modFormatSet.h"
-#include "engine/process/TreeOperation.h"
-#include "engine/process/modMain.h"
 #include "engine/process/modOption.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/modTreeEx.h"
+#include "platform/Busy.h"
 #include "platform/Platform.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
@@ -30,17 +29,6 @@ constexpr std::size_t kLongestClipName = 999;
 // Together nearly two seconds: whoever holds the clipboard longer holds it from everybody.
 constexpr std::array kPausesBetweenReturns = {milliseconds(100), milliseconds(300), milliseconds(600),
                                               milliseconds(900)};
-
-class MarkScope {
- public:
-    explicit MarkScope(bool& mark) : mark_(mark) { mark_ = true; }
-    ~MarkScope() { mark_ = false; }
-    MarkScope(const MarkScope&) = delete;
-    MarkScope& operator=(const MarkScope&) = delete;
-
- private:
-    bool& mark_;
-};
 
 bool IsControlCharacter(wchar_t character) {
     return character < 0x20 || (character >= 0x7F && character <= 0x9F);
@@ -101,8 +89,7 @@ struct SnapFlow::Content {
 };
 
 void SnapFlow::Snap() {
-    if (running_ || TreeOperationUnderWay()) return;
-    const MarkScope running(running_);
+    if (Is(Busy::Capture) || Is(Busy::Dialog) || Is(Busy::TreeOperation)) return;
     const HourglassScope hourglass(ThePlatform().user);
     Messages messages;
     if (Take(Trigger::Command, messages) == Outcome::Confidential && ConfirmsConfidential())
@@ -112,7 +99,7 @@ void SnapFlow::Snap() {
 }
 
 void SnapFlow::UpdateClipBoard() {
-    if (running_ || ModalDialogOpen) return;
+    if (Is(Busy::Capture) || Is(Busy::Dialog)) return;
     const milliseconds left = rest_.Left(ThePlatform().clock.Now());
     returns_ = 0;
     if (left == milliseconds(0) && host_.MayOpenDialog()) return TakeChange();
@@ -127,10 +114,9 @@ void SnapFlow::UpdateClipBoard() {
 }
 
 void SnapFlow::TakeChange() {
-    if (running_ || ModalDialogOpen) return;
+    if (Is(Busy::Capture) || Is(Busy::Dialog)) return;
     const std::uint32_t sequence = ThePlatform().clipboard.SequenceNumber();
     if (sequence != 0 && sequence == lookedAt_) return;
-    const MarkScope running(running_);
     const HourglassScope hourglass(ThePlatform().user);
     const FileTime began = ThePlatform().clock.Now();
     Messages messages;
@@ -158,7 +144,7 @@ void SnapFlow::ReturnToBusyClipboard() {
 }
 
 SnapFlow::Outcome SnapFlow::Take(Trigger trigger, Messages& messages) {
-    const MarkScope taking(taking_);
+    const BusyScope taking(Busy::Capture);
     HeldMessages held;
     Outcome outcome = Outcome::Finished;
     Succeeds([&] { outcome = TakeSnap(trigger); });

@@ -34,10 +34,7 @@ class SnapFlow {
     // call does nothing.
     void Snap();
 
-    // A clip is being made: the messages that come in now were sent while the clipboard's owner was asked for
-    // data.
-    bool IsTaking() const { return taking_; }
-    // The window goes: what is being made ends without a clip.
+    // The window goes while a clip is being made: it ends without one.
     void Abandon() { abandoned_ = true; }
 
     // When a snap last looked at the clipboard; none before the first.
@@ -66,8 +63,6 @@ class SnapFlow {
     MainWindowHost& host_;
     CClipBoard& clipBoard_;
     std::optional<FileTime> lastUpdate_;
-    bool running_ = false;
-    bool taking_ = false;
     bool abandoned_ = false;
     // The clipboard's sequence number when a snap last looked at it; 0 for none.
     std::uint32_t lookedAt_ = 0;

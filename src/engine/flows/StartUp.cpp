@@ -19,7 +19,6 @@ void ClearProcessState() {
     PreviousForeground = WindowHandle::None;
     DiagnosticsOpen = false;
     RequestTrace = false;
-    ModalDialogOpen = false;
 }
 
 // The log's place must be known before its first line, so the program's directory comes first of all.

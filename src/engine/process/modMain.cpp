@@ -2,6 +2,7 @@
 
 #include <exception>
 
+#include "platform/Busy.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "platform/Text.h"
@@ -12,7 +13,10 @@ bool DebugMode = false;
 bool FirstStartPending = false;
 bool DiagnosticsOpen = false;
 bool RequestTrace = false;
-bool ModalDialogOpen = false;
+
+bool ModalDialogOpen() noexcept {
+    return Is(Busy::Dialog);
+}
 
 std::wstring AddBackslash(const std::wstring& path) {
     return WithBackslash(UpperCase(Trim(path)));

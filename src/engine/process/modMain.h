@@ -22,21 +22,8 @@ extern bool FirstStartPending;
 extern bool DiagnosticsOpen;
 // The list of the formats that other programs ask for is open and wants a line for each request.
 extern bool RequestTrace;
-// A modal dialog is open: automatic captures wait.
-extern bool ModalDialogOpen;
-
-// Marks a modal dialog as open while it lives. Dialogs nest: the end of the inner one leaves the mark
-// standing.
-class OpenDialogScope {
- public:
-    OpenDialogScope() : before_(ModalDialogOpen) { ModalDialogOpen = true; }
-    ~OpenDialogScope() { ModalDialogOpen = before_; }
-    OpenDialogScope(const OpenDialogScope&) = delete;
-    OpenDialogScope& operator=(const OpenDialogScope&) = delete;
-
- private:
-    bool before_;
-};
+// A modal dialog or a message box is open. Not told by itself: platform/Busy knows.
+bool ModalDialogOpen() noexcept;
 
 // More than its name says: `path` without blanks at its ends, IN UPPER CASE, with "\" appended when it has
 // none there; an empty path gives "\". For a path as the user wrote it: WithBackslash (platform/Paths.h).

@@ -4,13 +4,13 @@
 #include <optional>
 #include <utility>
 
-#include "engine/process/TreeOperation.h"
 #include "engine/profiles/CProfiles.h"
 #include "engine/profiles/FoundClips.h"
 #include "engine/profiles/ProfileStore.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/TreeFile.h"
 #include "engine/tree/modTreeEx.h"
+#include "platform/Busy.h"
 #include "platform/FileBytes.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
@@ -149,7 +149,7 @@ Node* LoadAgain(CTreeViewEx& tree, CProfile& entry, ActiveContainer& container) 
 
 Node* AttachProfileDirectory(CTreeViewEx& tree, const std::wstring& directory) {
     if (directory.empty()) return nullptr;
-    const TreeOperationScope operation;
+    const BusyScope operation(Busy::TreeOperation);
     ProfileLock lock(directory);
     const bool editedByOther = lock.HeldByOther();
     if (!editedByOther) FinishSave(TreeDataFilePath(directory));
@@ -173,7 +173,7 @@ void EnterProfile(Node& profile, const std::wstring& directory, ProfileLock lock
 }
 
 void LoadListedProfiles(CTreeViewEx& tree) {
-    const TreeOperationScope operation;
+    const BusyScope operation(Busy::TreeOperation);
     const HourglassScope hourglass(ThePlatform().user);
     UserPort& user = ThePlatform().user;
     tree.TreeView()->Clear();
@@ -203,7 +203,7 @@ bool AnyEditedByOther() {
 }
 
 bool TakeOverFreedProfiles(CTreeViewEx& tree, ActiveContainer& container) {
-    const TreeOperationScope operation;
+    const BusyScope operation(Busy::TreeOperation);
     bool any = false;
     for (CProfile* entry : Profiles().NewEnum()) {
         if (entry->Node == nullptr || !entry->Lock.HeldByOther()) continue;

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "engine/process/modMain.h"
+#include "platform/Busy.h"
 #include "platform/Guard.h"
 #include "platform/win32/LateFunction.h"
 #include "platform/win32/ModalWindows.h"
@@ -48,7 +48,7 @@ Win32User::~Win32User() {
 }
 
 int Win32User::ShowBox(const std::wstring& text, const std::wstring& title, unsigned style) {
-    const OpenDialogScope open;
+    const BusyScope open(Busy::Dialog);
     const HWND owner = ModalWindowOver(SystemWindow(mainWindow_));
     // Without an owner the box would not keep the user from the program's other windows.
     if (owner == nullptr) style |= MB_TASKMODAL;

@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "engine/process/modMain.h"
+#include "platform/Busy.h"
 #include "platform/Guard.h"
 #include "platform/Platform.h"
 #include "platform/win32/ModalWindows.h"
@@ -58,7 +58,7 @@ bool ForegroundIsOurs() {
 }  // namespace
 
 bool Dialog::ShowModal(HWND owner, int dialogTemplate) {
-    const OpenDialogScope open;
+    const BusyScope open(Busy::Dialog);
     modal_ = true;
     const std::vector<std::byte> bytes = DialogTemplateInSystemFont(dialogTemplate, owner);
     const INT_PTR result =
@@ -72,7 +72,7 @@ bool Dialog::ShowModal(HWND owner, int dialogTemplate) {
 
 bool Dialog::ShowUnasked(HWND owner, int dialogTemplate) {
     if (ForegroundIsOurs()) return ShowModal(owner, dialogTemplate);
-    const OpenDialogScope open;
+    const BusyScope open(Busy::Dialog);
     unasked_ = true;
     if (CreateBeside(owner, dialogTemplate) == nullptr) {
         ThePlatform().user.Tell(L"Das Dialogfenster konnte nicht geöffnet werden !!!");

@@ -12,6 +12,7 @@
 
 #include "engine/flows/DropRules.h"
 #include "engine/flows/modDragDrop.h"
+#include "platform/Busy.h"
 #include "platform/Guard.h"
 #include "platform/Platform.h"
 #include "platform/win32/LateFunction.h"
@@ -195,11 +196,14 @@ void TreeDrag::Run(Node& node) {
     Accept();
     const ComOwned<NodeDataObject> data(new NodeDataObject({OwnTree(), node.Index()}));
     const ComOwned<NodeDropSource> source(new NodeDropSource);
-    // From here on nothing fails before the drag has ended: it would count as under way for ever.
     dragged_.Follow(&node);
     dropped_ = false;
-    DWORD effect = DROPEFFECT_NONE;
-    const HRESULT result = DoDragDrop(data.get(), source.get(), DROPEFFECT_MOVE | DROPEFFECT_COPY, &effect);
+    HRESULT result = E_FAIL;
+    {
+        const BusyScope drag(Busy::Drag);
+        DWORD effect = DROPEFFECT_NONE;
+        result = DoDragDrop(data.get(), source.get(), DROPEFFECT_MOVE | DROPEFFECT_COPY, &effect);
+    }
     EndRun(result == DRAGDROP_S_DROP);
 }
 

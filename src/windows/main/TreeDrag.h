@@ -27,7 +27,6 @@ class TreeDrag {
 
     // Runs a drag that started on `node` to its end: the copy or the move, or the refusal told.
     void Run(Node& node);
-    bool UnderWay() const { return dragged_.Get() != nullptr; }
 
  private:
     class Target;

@@ -2,12 +2,12 @@
 
 #include <utility>
 
-#include "engine/process/TreeOperation.h"
 #include "engine/process/modMain.h"
 #include "engine/process/modOption.h"
 #include "engine/profiles/ProfileStore.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/views/MainLayout.h"
+#include "platform/Busy.h"
 #include "platform/Guard.h"
 #include "platform/Platform.h"
 #include "platform/win32/ModalWindows.h"
@@ -112,7 +112,7 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             SetCursor(LoadCursorW(nullptr, IDC_WAIT));
             return TRUE;
         case WM_ENABLE:
-            // Every modal window disables this one.
+            // Every modal window disables this one, and still stands when it enables it again.
             ShowCaptureState();
             if (wParam) SetTimer(window_, kQuietTimer, USER_TIMER_MINIMUM, nullptr);
             return 0;
@@ -146,11 +146,11 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             RefreshCommands();
             return 0;
         case WM_ENTERMENULOOP:
-            ++menusOpen_;
-            holdsCaptures_ = true;
+            if (!menu_) menu_.emplace(Busy::Menu);
+            ++menuLoops_;
             return 0;
         case WM_EXITMENULOOP:
-            --menusOpen_;
+            --menuLoops_;
             // The menu's command is posted and must come first. A timer waits until nothing posted is left.
             SetTimer(window_, kQuietTimer, USER_TIMER_MINIMUM, nullptr);
             return 0;
@@ -170,7 +170,7 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_ENDSESSION:
             if (!wParam) return 0;
             // The system ends the process when this returns.
-            if (snap_.IsTaking()) snap_.Abandon();
+            if (Is(Busy::Capture)) snap_.Abandon();
             DestroyWindow(window_);
             return 0;
         case WM_CLOSE:
@@ -216,8 +216,7 @@ bool frmMain::CreateTray() {
 }
 
 void frmMain::ShowCaptureState() {
-    const CaptureState state =
-        CaptureStateOf(Options().AutoSnap, Options().LockEdit, IsWindowEnabled(window_) == FALSE);
+    const CaptureState state = CaptureStateOf(Options().AutoSnap, Options().LockEdit, Is(Busy::Dialog));
     UniqueIcon& icon = trayIcons_[static_cast<std::size_t>(state)];
     if (!icon.IsSet()) icon = LoadTrayIcon(state, GetSystemMetrics(SM_CXSMICON));
     cSysTray1.SetTrayIcon(icon.Get());
@@ -301,12 +300,13 @@ HWND frmMain::FocusedPane() const {
 
 void frmMain::WhenQuiet() {
     KillTimer(window_, kQuietTimer);
-    holdsCaptures_ = menusOpen_ > 0;
+    if (menuLoops_ == 0) menu_.reset();
+    ShowCaptureState();
     OfferMissedCopy();
 }
 
 void frmMain::UpdateClipBoard() {
-    missedCopy_ = ModalDialogOpen;
+    missedCopy_ = Is(Busy::Dialog);
     if (LockPressed())
         panes_.ShowStatus(L"Nicht erfasst: Die Erfassung ist gesperrt.");
     else
@@ -314,7 +314,7 @@ void frmMain::UpdateClipBoard() {
 }
 
 void frmMain::OfferMissedCopy() {
-    if (missedCopy_ && !ModalDialogOpen && Options().AutoSnap)
+    if (missedCopy_ && !Is(Busy::Dialog) && Options().AutoSnap)
         panes_.ShowStatus(L"Während des Dialogs wurde kopiert: F5 erfasst es.");
 }
 
@@ -350,9 +350,9 @@ void frmMain::Restore() {
 // The code below an open dialog goes on with the window when the dialog closes.
 void frmMain::Close() {
     // Sent in while a snap waits for data: posted messages wait until the snap is done.
-    if (snap_.IsTaking())
+    if (Is(Busy::Capture))
         PostMessageW(window_, WM_CLOSE, 0, 0);
-    else if (ModalDialogOpen)
+    else if (Is(Busy::Dialog))
         Restore();
     else
         DestroyWindow(window_);
@@ -364,7 +364,7 @@ void frmMain::Minimise() {
 }
 
 bool frmMain::MayOpenDialog() {
-    return !ModalDialogOpen && !TreeOperationUnderWay() && !HoldsCaptures() && IsWindowEnabled(window_);
+    return IsFree();
 }
 
 void frmMain::BringToFront() {

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <array>
+#include <optional>
 #include <string>
 
 #include "engine/clipboard/CClipBoard.h"
@@ -16,6 +17,7 @@
 #include "engine/tree/NodeCollection.h"
 #include "engine/views/MainCommands.h"
 #include "engine/views/StoredWindow.h"
+#include "platform/Busy.h"
 #include "platform/win32/Win32User.h"
 #include "windows/dialogs/frmDiagnose.h"
 #include "windows/dialogs/frmErrorMsg.h"
@@ -158,9 +160,6 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     void KeepListRow(int row);
     void ShowContainer();
 
-    // A menu or a drag holds captures back: the content is still on the clipboard afterwards, and nothing
-    // moves the selection under a hand.
-    bool HoldsCaptures() const { return holdsCaptures_ || drag_.UnderWay(); }
     // Nothing that was posted is left: menus and dialogs have closed, their commands are done.
     void WhenQuiet();
     void OfferMissedCopy();
@@ -185,8 +184,8 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     MainState firstState_ = MainState::Normal;
     bool loaded_ = false;
     bool looksForFreed_ = false;  // a look at whether another program's profile is free is due
-    int menusOpen_ = 0;
-    bool holdsCaptures_ = false;
+    std::optional<BusyScope> menu_;
+    int menuLoops_ = 0;        // of the menus that are open
     bool missedCopy_ = false;  // a copy came while a dialog was open, and none after it
 
     CClipBoard clipBoard_;

@@ -107,7 +107,7 @@ frmMain::Action frmMain::ActionOf(MainCommand command) {
 }
 
 CommandSituation frmMain::Situation() const {
-    return {ChosenNode(), nodes_.Selected(), container_.Get(), Options().LockEdit, ModalDialogOpen};
+    return {ChosenNode(), nodes_.Selected(), container_.Get(), Options().LockEdit, ModalDialogOpen()};
 }
 
 void frmMain::RunCommand(int number, const CommandSituation& situation) {
@@ -197,7 +197,7 @@ void frmMain::TrackMenu(int menu, POINT point, Node* chosen) {
     if (number == 0) return;
     // Nothing else takes the place of a node that is gone.
     if (isGone(situation.chosen, chosenThen) || isGone(situation.open, openThen)) return;
-    situation.dialogOpen = ModalDialogOpen;
+    situation.dialogOpen = ModalDialogOpen();
     RunCommand(number, situation);
 }
 

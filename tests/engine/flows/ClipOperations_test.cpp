@@ -3,8 +3,8 @@
 #include "engine/clipboard/FormatNames.h"
 #include "engine/clipboard/modViewerHook.h"
 #include "engine/flows/NodeProperties.h"
-#include "engine/process/TreeOperation.h"
 #include "engine/profiles/WorldFaults.h"
+#include "platform/Busy.h"
 
 namespace {
 
@@ -82,7 +82,7 @@ TEST_F(ClipOperationsTest, EveryBox_StandsInsideTheOperation) {
     int boxes = 0;
     fake.user.duringMessage = [&] {
         ++boxes;
-        EXPECT_TRUE(TreeOperationUnderWay()) << "box " << boxes;
+        EXPECT_TRUE(Is(Busy::TreeOperation)) << "box " << boxes;
     };
     for (const wchar_t* name : {L"c1", L"S", L"P"})
         operations.Delete(&Get(name));
@@ -96,7 +96,7 @@ TEST_F(ClipOperationsTest, EveryBox_StandsInsideTheOperation) {
     ApplyFolderProperties(tree, Get(L"S"), L"", L"");
     ApplyProfileProperties(tree, Get(L"P"), {});
     EXPECT_EQ(boxes, 12);
-    EXPECT_FALSE(TreeOperationUnderWay());
+    EXPECT_FALSE(Is(Busy::TreeOperation));
 }
 
 TEST_F(ClipOperationsTest, Question_AboutANodeThatIsGoneDoesNothing) {

@@ -1,7 +1,7 @@
 #include "engine/flows/SnapFlow.h"
 
 #include "engine/flows/ClipFlowTest.h"
-#include "engine/process/TreeOperation.h"
+#include "platform/Busy.h"
 
 namespace {
 
@@ -104,13 +104,13 @@ TEST_F(SnapTest, Snap_StopsWithoutAWordWhereNothingIsToBeTaken) {
     EXPECT_TRUE(takesNothing());
     Options().ActionUnknownSet = 1;
 
-    ModalDialogOpen = true;
-    flow.UpdateClipBoard();
-    EXPECT_EQ(LastClip(), nullptr);
-
-    ModalDialogOpen = false;
     {
-        const TreeOperationScope operation;
+        const BusyScope dialog(Busy::Dialog);
+        flow.UpdateClipBoard();
+        EXPECT_EQ(LastClip(), nullptr);
+    }
+    {
+        const BusyScope operation(Busy::TreeOperation);
         EXPECT_TRUE(takesNothing()) << "on command neither";
     }
 
@@ -396,7 +396,7 @@ TEST_F(SnapTest, Snap_SurvivesWhatIsSentWhileTheOwnerRenders) {
                true}});
         flow.Snap();
     };
-    meanwhile([&] { EXPECT_TRUE(flow.IsTaking()); });
+    meanwhile([&] { EXPECT_TRUE(Is(Busy::Capture)); });
     EXPECT_EQ(folder->Children(), 1);
     Node& other = nodes.Add(profile, NodeRelation::Child, L"Zwei", std::wstring(L"Structure"));
     other.SetTag(MakeStructureTag(L""));

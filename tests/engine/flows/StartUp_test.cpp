@@ -55,7 +55,7 @@ class StartUpTest : public AppTest {
 TEST_F(StartUpTest, StartUp_SetsEverythingUpInItsOrder) {
     StoreProfile();
     PreviousForeground = static_cast<WindowHandle>(0x1234);
-    DiagnosticsOpen = RequestTrace = ModalDialogOpen = true;
+    DiagnosticsOpen = RequestTrace = true;
     FormatSetsChanged = true;
     TheSearchCriteria().downward = false;
     Options().UserInfo = L"left over";
@@ -65,7 +65,7 @@ TEST_F(StartUpTest, StartUp_SetsEverythingUpInItsOrder) {
     EXPECT_TRUE(StartUp(host, L"", L" c:\\Programme\\NXClip "));
     EXPECT_EQ(host.steps, (Steps{L"splash with 0 profiles", L"main window with 1 profiles"}));
     EXPECT_EQ(PreviousForeground, WindowHandle::None);
-    EXPECT_FALSE(DiagnosticsOpen || RequestTrace || ModalDialogOpen);
+    EXPECT_FALSE(DiagnosticsOpen || RequestTrace);
     EXPECT_EQ(FormatSetFile, L"C:\\PROGRAMME\\NXCLIP\\NXClip.nxf");
     EXPECT_EQ(HelpFile, L"C:\\PROGRAMME\\NXCLIP\\Nxclip.hlp");
     EXPECT_FALSE(FormatSetsChanged);
