@@ -95,6 +95,25 @@ std::wstring TextFromUtf16(std::string_view bytes) {
     return text;
 }
 
+std::u16string Utf16FromText(std::wstring_view text) {
+    std::u16string units;
+    units.reserve(text.size());
+    for (const wchar_t character : text) {
+        const auto code = static_cast<std::uint32_t>(character);
+        if (code < 0x10000) {
+            units += static_cast<char16_t>(code);
+        } else {
+            units += static_cast<char16_t>(0xD800 + ((code - 0x10000) >> 10 & 0x3FF));
+            units += static_cast<char16_t>(0xDC00 + (code & 0x3FF));
+        }
+    }
+    return units;
+}
+
+std::wstring TextFromUtf16(std::u16string_view units) {
+    return TextFromUtf16(std::string_view(reinterpret_cast<const char*>(units.data()), 2 * units.size()));
+}
+
 // Every ANSI code page begins with the same 128 characters.
 void AppendAnsi(std::vector<std::uint8_t>& bytes, std::wstring_view text) {
     const auto isPlain = [](wchar_t character) { return static_cast<std::uint32_t>(character) < 0x80; };

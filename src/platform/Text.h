@@ -24,6 +24,16 @@ std::wstring WithoutLettersBeyondAnsi(std::wstring_view text);
 
 // UTF-16 as the clipboard has it, the lower byte first; a single byte at the end is not read.
 std::wstring TextFromUtf16(std::string_view bytes);
+// The same by units of 16 bits, whatever size the machine's own characters have.
+std::u16string Utf16FromText(std::wstring_view text);
+std::wstring TextFromUtf16(std::u16string_view units);
+
+// Bytes in a numbered code page; in the system's where it does not know that one.
+std::wstring TextFromCodePage(unsigned codePage, std::string_view bytes);
+// The number of the system's ANSI code page.
+unsigned AnsiCodePage();
+// The code page of old programs' texts.
+unsigned OemCodePage();
 
 // By the rules of the user's language.
 std::wstring UpperCase(std::wstring_view text);
@@ -33,6 +43,10 @@ std::wstring LowerCase(std::wstring_view text);
 int CompareNoCase(std::wstring_view a, std::wstring_view b);
 // True when UpperCase(text) begins with UpperCase(front). Makes no copies.
 bool BeginsWithNoCase(std::wstring_view text, std::wstring_view front);
+
+// Without accents and other marks, and ligatures as the letters that they stand for: "Straße" is "Strasse",
+// "über" is "uber". Letters that are no others with something added stay. Zeros stay where they are.
+std::wstring PlainLetters(std::wstring_view text);
 
 // Text without blanks at both ends.
 std::wstring Trim(std::wstring_view text);

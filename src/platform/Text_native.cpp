@@ -83,6 +83,26 @@ std::wstring SortLetters(std::wstring_view text) {
     return letters;
 }
 
+// As MultiByteToWideChar does: what is no UTF-8 becomes the replacement character.
+std::wstring TextFromUtf8(std::string_view bytes) {
+    constexpr wchar_t kReplacement = 0xFFFD;
+    std::wstring text;
+    for (std::size_t i = 0; i < bytes.size();) {
+        const auto lead = static_cast<std::uint8_t>(bytes[i++]);
+        const int more = lead < 0x80 ? 0 : lead >= 0xF0 && lead < 0xF5 ? 3 : lead >= 0xE0 ? 2 : 1;
+        if (lead >= 0xF5 || (lead >= 0x80 && lead < 0xC2)) {
+            text += kReplacement;
+            continue;
+        }
+        std::uint32_t code = lead & (more == 0 ? 0x7F : 0x3F >> more);
+        int read = 0;
+        for (; read < more && i < bytes.size() && (bytes[i] & 0xC0) == 0x80; ++read)
+            code = code << 6 | (static_cast<std::uint8_t>(bytes[i++]) & 0x3F);
+        text += read == more ? static_cast<wchar_t>(code) : kReplacement;
+    }
+    return text;
+}
+
 // Signs before digits before letters.
 int RankOf(wchar_t c) {
     if (c >= L'0' && c <= L'9') return 1;
@@ -110,6 +130,44 @@ std::wstring TextFromAnsi(std::string_view bytes) {
 
 bool FitsAnsi(std::wstring_view text) {
     return std::all_of(text.begin(), text.end(), [](wchar_t c) { return AnsiOf(c).has_value(); });
+}
+
+std::wstring TextFromCodePage(unsigned codePage, std::string_view bytes) {
+    constexpr unsigned kUtf8 = 65001;
+    return codePage == kUtf8 ? TextFromUtf8(bytes) : TextFromAnsi(bytes);
+}
+
+unsigned AnsiCodePage() {
+    return 1252;
+}
+
+unsigned OemCodePage() {
+    return 1252;
+}
+
+std::wstring PlainLetters(std::wstring_view text) {
+    static constexpr std::wstring_view kMarked =
+        L"ÀÁÂÃÄÅÇÈÉÊËÌÍÎÏÑÒÓÔÕÖÙÚÛÜÝàáâãäåçèéêëìíîïñòóôõöùúûüýÿŠšŽžŸ";
+    static constexpr std::wstring_view kPlain = L"AAAAAACEEEEIIIINOOOOOUUUUYaaaaaaceeeeiiiinooooouuuuyySsZzY";
+    struct Ligature {
+        wchar_t one;
+        const wchar_t* letters;
+    };
+    static constexpr std::array<Ligature, 5> kLigatures = {
+        {{L'ß', L"ss"}, {L'Æ', L"AE"}, {L'æ', L"ae"}, {L'Œ', L"OE"}, {L'œ', L"oe"}}};
+    std::wstring plain;
+    plain.reserve(text.size());
+    for (const wchar_t c : text) {
+        const auto ligature = std::find_if(kLigatures.begin(), kLigatures.end(),
+                                           [=](const Ligature& candidate) { return candidate.one == c; });
+        const std::size_t marked = kMarked.find(c);
+        const bool isMark = c >= 0x0300 && c <= 0x036F;
+        if (ligature != kLigatures.end())
+            plain += ligature->letters;
+        else if (!isMark)
+            plain += marked == std::wstring_view::npos ? c : kPlain[marked];
+    }
+    return plain;
 }
 
 std::wstring UpperCase(std::wstring_view text) {

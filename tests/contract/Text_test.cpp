@@ -57,6 +57,25 @@ TEST_F(TextContract, Case_FollowsGermanRules) {
     EXPECT_EQ(UpperCase(std::wstring(L"a\0b", 3)), std::wstring(L"A\0B", 3));
 }
 
+TEST_F(TextContract, PlainLetters_LoseTheirMarksAndStandApart) {
+    EXPECT_EQ(PlainLetters(L"Straße ÄÖÜ äöü Æsop Œuvre œ éñçŠÿÅ"), L"Strasse AOU aou AEsop OEuvre oe encSyA");
+    EXPECT_EQ(PlainLetters(L"u\x0308"
+                           L"ber e\x0301"),
+              L"uber e");
+    EXPECT_EQ(PlainLetters(std::wstring(L"\xDF\0\xFC\0z 1\x20AC\x0416", 9)),
+              std::wstring(L"ss\0u\0z 1\x20AC\x0416", 10));
+    EXPECT_EQ(PlainLetters(L""), L"");
+}
+
+TEST_F(TextContract, CodePages_AreTheNamedOnes) {
+    EXPECT_EQ(TextFromCodePage(1252, "\xFC\x80"), L"ü€");
+    EXPECT_EQ(TextFromCodePage(65001, "\xC3\xBC\xE2\x82\xAC"), L"ü€");
+    EXPECT_EQ(TextFromCodePage(65001, ""), L"");
+    EXPECT_EQ(TextFromCodePage(47110815, "\xFC"), L"ü");
+    EXPECT_EQ(Utf16FromText(L"ü😀"), u"ü😀");
+    EXPECT_EQ(TextFromUtf16(u"ü😀"), L"ü😀");
+}
+
 TEST_F(TextContract, CompareNoCase_SortsAsADictionary) {
     const std::vector<const wchar_t*> sorted = {L"",   L"10",  L"2",        L"Äpfel",  L"apfelmus", L"Birne",
                                                 L"Öl", L"oma", L"strassen", L"Strauß", L"Z"};

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <limits>
 #include <stdexcept>
+#include <vector>
 
 #include "platform/Text.h"
 
@@ -42,6 +43,26 @@ std::string AnsiFromText(std::wstring_view text, bool& lost) {
     return bytes;
 }
 
+std::wstring TextFrom(UINT codePage, std::string_view bytes) {
+    if (bytes.empty()) return {};
+    const int length = LengthOf(bytes.size());
+    const int needed = MultiByteToWideChar(codePage, 0, bytes.data(), length, nullptr, 0);
+    std::wstring text(static_cast<std::size_t>(needed), L'\0');
+    MultiByteToWideChar(codePage, 0, bytes.data(), length, text.data(), needed);
+    return text;
+}
+
+// As it was where the system refuses.
+std::wstring Folded(DWORD way, std::wstring_view text) {
+    if (text.empty()) return {};
+    const int length = LengthOf(text.size());
+    const int needed = FoldStringW(way, text.data(), length, nullptr, 0);
+    std::wstring folded(static_cast<std::size_t>(needed), L'\0');
+    if (needed == 0 || FoldStringW(way, text.data(), length, folded.data(), needed) == 0)
+        return std::wstring(text);
+    return folded;
+}
+
 std::wstring WithCase(std::wstring_view text, DWORD change) {
     if (text.empty()) return {};
     std::wstring changed(text.size(), L'\0');
@@ -64,11 +85,32 @@ std::wstring TextFromAnsi(std::string_view bytes) {
     if (std::all_of(bytes.begin(), bytes.end(),
                     [](char byte) { return static_cast<signed char>(byte) >= 0; }))
         return std::wstring(bytes.begin(), bytes.end());
-    const int length = LengthOf(bytes.size());
-    const int needed = MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, nullptr, 0);
-    std::wstring text(static_cast<std::size_t>(needed), L'\0');
-    MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, text.data(), needed);
-    return text;
+    return TextFrom(CP_ACP, bytes);
+}
+
+std::wstring TextFromCodePage(unsigned codePage, std::string_view bytes) {
+    return TextFrom(IsValidCodePage(codePage) ? codePage : CP_ACP, bytes);
+}
+
+unsigned AnsiCodePage() {
+    return GetACP();
+}
+
+unsigned OemCodePage() {
+    return GetOEMCP();
+}
+
+// A letter with a mark is taken apart into the letter and its mark, and the marks are left out.
+std::wstring PlainLetters(std::wstring_view text) {
+    std::wstring plain = Folded(MAP_COMPOSITE, Folded(MAP_EXPAND_LIGATURES, text));
+    if (plain.empty()) return plain;
+    std::vector<WORD> kinds(plain.size());
+    if (!GetStringTypeW(CT_CTYPE3, plain.data(), LengthOf(plain.size()), kinds.data())) return plain;
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < plain.size(); ++i)
+        if ((kinds[i] & C3_NONSPACING) == 0) plain[kept++] = plain[i];
+    plain.resize(kept);
+    return plain;
 }
 
 bool FitsAnsi(std::wstring_view text) {
