@@ -96,7 +96,8 @@ LRESULT TreePane::OnNotify(NMHDR& header) {
             if (!mirroring_ && change.action == TVE_EXPAND) MakeItemsBelow(&NodeOf(change.itemNew.lParam));
             return FALSE;
         case TVN_ITEMEXPANDEDW:
-            OnExpanded(NodeOf(change.itemNew.lParam), (change.itemNew.state & TVIS_EXPANDED) != 0);
+            if (!mirroring_)
+                OnExpanded(NodeOf(change.itemNew.lParam), (change.itemNew.state & TVIS_EXPANDED) != 0);
             return 0;
         case TVN_SELCHANGEDW:
             if (!mirroring_)
@@ -275,9 +276,17 @@ Node* TreePane::FirstOf(const Node* parent) const {
     return parent != nullptr ? parent->FirstChild() : nodes_.Root();
 }
 
+Node* TreePane::LastOf(const Node* parent) const {
+    return parent != nullptr ? parent->LastChild() : nodes_.LastRoot();
+}
+
+// The control walks along all siblings to their last one when it is asked for that: TVI_LAST would make many
+// insertions quadratic. Behind an item that is named it goes no way at all.
 HTREEITEM TreePane::PlaceOf(const Node& node) {
-    if (node.Next() == nullptr) return TVI_LAST;
-    return node.Previous() != nullptr ? ItemOf(*node.Previous()) : TVI_FIRST;
+    const Node* elder = node.Previous();
+    while (elder != nullptr && elder->viewItem == 0)
+        elder = elder->Previous();
+    return elder != nullptr ? ItemOf(*elder) : TVI_FIRST;
 }
 
 void TreePane::MakeItem(Node& node, HTREEITEM after) {
@@ -303,12 +312,17 @@ void TreePane::MakeItemsBelow(Node* parent) {
     for (std::size_t next = 0; next < opened.size(); ++next) {
         const Node* const above = opened[next];
         const bool allMissing = !HasChildItems(above);
-        for (Node* child = FirstOf(above); child != nullptr; child = child->Next()) {
-            if (child->viewItem != 0) continue;
-            MakeItem(*child, allMissing ? TVI_LAST : PlaceOf(*child));
-            if (child->viewItem != 0 && child->Children() > 0 && OpensByItself(*child))
-                opened.push_back(child);
-        }
+        const auto make = [&](Node& child, HTREEITEM after) {
+            if (child.viewItem != 0) return;
+            MakeItem(child, after);
+            if (child.viewItem != 0 && child.Children() > 0 && OpensByItself(child)) opened.push_back(&child);
+        };
+        if (allMissing)
+            for (Node* child = LastOf(above); child != nullptr; child = child->Previous())
+                make(*child, TVI_FIRST);
+        else
+            for (Node* child = FirstOf(above); child != nullptr; child = child->Next())
+                make(*child, PlaceOf(*child));
     }
     const MirrorScope mirror(mirroring_);
     for (std::size_t next = opened.size() - 1; next > 0; --next)
@@ -424,8 +438,9 @@ void TreePane::ChildrenReordered(Node* parent) {
     const MirrorScope mirror(mirroring_);
     BeginBulkChange();
     SelectItemOf(nullptr);
-    for (Node* child = parent != nullptr ? parent->LastChild() : nodes_.LastRoot(); child != nullptr;
-         child = child->Previous())
+    if (parent != nullptr) TreeView_Expand(window_, ItemOf(*parent), TVE_COLLAPSE);
+    // From the first on: to take one out, the control walks along its elder siblings.
+    for (Node* child = FirstOf(parent); child != nullptr; child = child->Next())
         if (child->viewItem != 0) TreeView_DeleteItem(window_, ItemOf(*child));
     ShowChildren(parent);
     if (nodes_.Selected() != nullptr) SelectItemOf(nodes_.Selected());

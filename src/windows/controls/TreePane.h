@@ -91,7 +91,8 @@ class TreePane : public NodeView {
     bool ShowsChildren(const Node* parent) const;
     bool HasChildItems(const Node* parent) const;
     Node* FirstOf(const Node* parent) const;
-    // Behind which item the node's own belongs when its elder siblings have theirs.
+    Node* LastOf(const Node* parent) const;
+    // Behind which item the node's own belongs: that of the nearest elder sibling that has one.
     static HTREEITEM PlaceOf(const Node& node);
     void MakeItem(Node& node, HTREEITEM after);
     void MakeItemsBelow(Node* parent);
