@@ -1,5 +1,5 @@
 # Wine for both word sizes, and lanes: prefixes of their own for things that must not disturb each other.
-# Sourced after common.sh. Words: a "template" is a whole prefix in the cache, made once; a "lane" is a small
+# Sourced after common.sh; looks for what is there, since releases differ in where they put it. Words: a "template" is a whole prefix in the cache, made once; a "lane" is a small
 # prefix that borrows the template's windows directory and so is there in hundredths of a second.
 # shellcheck shell=bash
 
@@ -78,9 +78,10 @@ wine32_build() { with_lock wine32 build_once "$(wine32_dir)" wine32_tree; }
 
 # ---- The environment -------------------------------------------------------------------------------------------
 
-# wine_programs BITS: sets WINELOADER, WINESERVER, WINEARCH, WINE_LIBRARIES; false when there is no such Wine.
+# wine_programs BITS: sets WINELOADER, WINESERVER, WINEARCH, WINE_LIBRARIES, WINE_SHARE; false when there is no such
+# Wine.
 wine_programs() {
-    if [ "$1" = 32 ]; then
+    if [ "$1" = 32 ] && ! wine_runs_both; then
         local tree
         tree=$(wine32_dir)
         WINELOADER=$tree/usr/lib/wine/wine
@@ -89,13 +90,38 @@ wine_programs() {
         WINE_LIBRARIES=/lib32:$tree/lib/i386-linux-gnu:$tree/usr/lib/i386-linux-gnu
         [ -e /lib/ld-linux.so.2 ] || return 1
     else
-        WINELOADER=/usr/lib/wine/wine64
-        WINESERVER=/usr/lib/wine/wineserver64
+        WINELOADER=$(wine64_program wine)
+        WINESERVER=$(wine64_program wineserver)
         WINEARCH=win64
         WINE_LIBRARIES=
     fi
+    WINE_SHARE=$(wine_root "$WINELOADER")/share/wine
     export WINELOADER WINESERVER WINEARCH
     [ -x "$WINELOADER" ] && [ -x "$WINESERVER" ]
+}
+
+# wine64_program NAME: the machine's own. Some releases have a name of its own for the 64-bit one, some have no other.
+wine64_program() {
+    local program
+    for program in "/usr/lib/wine/${1}64" "/usr/lib/wine/$1" "$(command -v "${1}64")" "$(command -v "$1")"; do
+        [ ! -x "$program" ] || { readlink -f "$program" && return; }
+    done
+}
+
+# wine_root LOADER: the directory with its "share".
+wine_root() {
+    local root=${1%/bin/*}
+    printf '%s\n' "${root%/lib/wine/*}"
+}
+
+# A 64-bit Wine that brings the 32-bit libraries of Windows along runs both kinds of programs in one prefix.
+wine_runs_both() {
+    local root libraries
+    root=$(wine_root "$(wine64_program wine)")
+    for libraries in "$root"/lib/x86_64-linux-gnu/wine "$root"/lib/wine "$root"/lib64/wine; do
+        [ ! -e "$libraries/i386-windows/ntdll.dll" ] || return 0
+    done
+    return 1
 }
 
 # A crash must end the program instead of waiting in a debugger's dialog; nothing may touch the user's menus.
@@ -126,17 +152,26 @@ template_fill() {
     done
     # Marlett draws the caption buttons and the arrows. This Wine does not look into the directory of its own fonts,
     # and of them no other is wanted: Tahoma would change the size of every dialog.
-    cp "${WINELOADER%/lib/wine/*}/share/wine/fonts/marlett.ttf" "$prefix/drive_c/windows/Fonts/" || return 1
+    cp "$WINE_SHARE/fonts/marlett.ttf" "$prefix/drive_c/windows/Fonts/" || return 1
     [ -s "$prefix/user.reg" ]
 }
 
-template_dir() { printf '%s\n' "$CACHE/prefix$1-$(recipe template_fill "$(wine_version "$1")")"; }
+template_dir() {
+    local bits=$1
+    ! wine_runs_both || bits=64
+    printf '%s\n' "$CACHE/prefix$bits-$(recipe template_fill "$(wine_version "$bits")")"
+}
 wine_version() {
-    if [ "$1" = 32 ]; then wine32_dir; else dpkg-query -W -f '${Version}' wine64 fonts-wine; fi
+    if [ "$1" = 32 ]; then
+        wine32_dir
+    else
+        dpkg-query -W -f '${Version}' wine64 fonts-wine 2>/dev/null || "$(wine64_program wine)" --version
+    fi
 }
 
 # wine_prepare BITS: everything a lane needs, made when missing.
 wine_prepare() {
+    if [ "$1" = 32 ] && ! wine_runs_both; then wine32_build || return 1; fi
     wine_programs "$1" || return 1
     wine_environment
     with_lock "prefix$1" build_once "$(template_dir "$1")" template_fill
