@@ -1,17 +1,15 @@
 # One test program per home. It runs as a whole: one process, not one per test case.
 enable_testing()
-if(EXISTS /usr/src/googletest/CMakeLists.txt)
-  # Debian brings the sources; so every target gets its own build with its own flags.
-  set(INSTALL_GTEST OFF)
-  set(BUILD_GMOCK OFF)
-  add_subdirectory(/usr/src/googletest ${CMAKE_CURRENT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
-else()
-  find_package(GTest)
-endif()
-if(NOT TARGET GTest::gtest_main)
-  message(STATUS "GoogleTest is not there: the tests are not built")
+# From its sources every target gets its own build with its own flags; a library made elsewhere would bring a C++ runtime
+# of its own into a program that has one already. Debian has them there.
+set(NXCLIP_GOOGLETEST /usr/src/googletest CACHE PATH "GoogleTest's sources")
+if(NOT EXISTS ${NXCLIP_GOOGLETEST}/CMakeLists.txt)
+  message(STATUS "GoogleTest's sources are not in ${NXCLIP_GOOGLETEST}: the tests are not built")
   return()
 endif()
+set(INSTALL_GTEST OFF)
+set(BUILD_GMOCK OFF)
+add_subdirectory(${NXCLIP_GOOGLETEST} ${CMAKE_CURRENT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
 
 file(GLOB_RECURSE TEST_SOURCES CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/tests/*_test.cpp)
 list(FILTER TEST_SOURCES EXCLUDE REGEX "/tests/desktop/")

@@ -16,12 +16,15 @@ RequestExecutionLevel user
 !include MUI2.nsh
 !include LogicLib.nsh
 !include FileFunc.nsh
+!include Win\COM.nsh
 !include "${FILES}"
 
 !define PRODUCT "NXClip"
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\${PRODUCT}"
 !define WINDOW_CLASS "NXClipMain"
 !define UNINSTALLER "Deinstallieren.exe"
+!define LINK "$SMPROGRAMS\${PRODUCT}.lnk"
+!define UPDATE "/UPDATE" ; tells the uninstaller that a newer version follows
 !define PROGRAM_RUNS 2 ; exit code: nothing was changed, because the program could not be closed
 
 Name "${PRODUCT} ${VERSION}"
@@ -59,9 +62,15 @@ VIAddVersionKey /LANG=1031 "LegalCopyright" ""
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE "German"
 
+Var Closed ; 1 when a running program was closed
+
 ; A running program holds its file and would write its settings after us: it is asked to close and given ten
-; seconds. Only the program of this directory counts; another copy elsewhere is left alone as long as this one's
-; file is free.
+; seconds. With a dialog open it stays; where nobody is there to be asked, it is told that the session ends, upon which
+; it stores everything and goes. Only the program of this directory counts; another copy elsewhere is left alone as
+; long as this one's file is free.
+!define WM_QUERYENDSESSION 0x11
+!define WM_ENDSESSION 0x16
+!define ENDSESSION_CLOSEAPP 1
 !macro CloseProgram PREFIX
 Function ${PREFIX}CloseProgram
   ${IfNot} ${FileExists} "$INSTDIR\NXClip.exe"
@@ -76,10 +85,17 @@ Function ${PREFIX}CloseProgram
       FileClose $0
       Return
     ${EndIf}
-    ${If} $1 = 0
-      FindWindow $2 "${WINDOW_CLASS}" "${PRODUCT}"
-      ${If} $2 <> 0
+    StrCpy $Closed 1
+    FindWindow $2 "${WINDOW_CLASS}" "${PRODUCT}"
+    ${If} $2 <> 0
+      ${If} $1 = 0
         SendMessage $2 ${WM_CLOSE} 0 0 /TIMEOUT=5000
+      ${ElseIf} $1 = 20
+      ${AndIf} ${Silent}
+        SendMessage $2 ${WM_QUERYENDSESSION} 0 ${ENDSESSION_CLOSEAPP} $3 /TIMEOUT=5000
+        ${If} $3 = 1
+          SendMessage $2 ${WM_ENDSESSION} 1 ${ENDSESSION_CLOSEAPP} /TIMEOUT=5000
+        ${EndIf}
       ${EndIf}
     ${EndIf}
     Sleep 100
@@ -95,16 +111,35 @@ FunctionEnd
 !insertmacro CloseProgram ""
 !insertmacro CloseProgram "un."
 
+; $3 says where the Start menu's link leads; empty without one.
+Function ReadLink
+  StrCpy $3 ""
+  !insertmacro ComHlpr_CreateInProcInstance ${CLSID_ShellLink} ${IID_IShellLink} r0 ""
+  ${If} $0 P<> 0
+    ${IUnknown::QueryInterface} $0 '("${IID_IPersistFile}",.r1)'
+    ${If} $1 P<> 0
+      ${IPersistFile::Load} $1 '("${LINK}",0)'
+      ${IShellLink::GetPath} $0 '(.r3,${NSIS_MAX_STRLEN},0,0)'
+      ${IUnknown::Release} $1 ""
+    ${EndIf}
+    ${IUnknown::Release} $0 ""
+  ${EndIf}
+FunctionEnd
+
 Section
   Call CloseProgram
   ; An older version may have had other files; its uninstaller knows which. The user's own files stay.
   ${If} ${FileExists} "$INSTDIR\${UNINSTALLER}"
-    ExecWait '"$INSTDIR\${UNINSTALLER}" /S _?=$INSTDIR'
+    ExecWait '"$INSTDIR\${UNINSTALLER}" /S ${UPDATE} _?=$INSTDIR'
   ${EndIf}
   !insertmacro InstallFiles
   SetOutPath "$INSTDIR"
   WriteUninstaller "$INSTDIR\${UNINSTALLER}"
-  CreateShortcut "$SMPROGRAMS\${PRODUCT}.lnk" "$INSTDIR\NXClip.exe" "" "" "" "" "" "Manager für die Zwischenablage"
+  ; One that leads there already may have been pinned, and have a key and an icon of the user's own.
+  Call ReadLink
+  ${If} $3 != "$INSTDIR\NXClip.exe"
+    CreateShortcut "${LINK}" "$INSTDIR\NXClip.exe" "" "" "" "" "" "Manager für die Zwischenablage"
+  ${EndIf}
 
   ${GetSize} "$INSTDIR" "/S=0K" $0 $1 $2
   WriteRegStr HKCU "${UNINSTALL_KEY}" "DisplayName" "${PRODUCT}"
@@ -117,6 +152,11 @@ Section
   WriteRegDWORD HKCU "${UNINSTALL_KEY}" "EstimatedSize" $0
   WriteRegDWORD HKCU "${UNINSTALL_KEY}" "NoModify" 1
   WriteRegDWORD HKCU "${UNINSTALL_KEY}" "NoRepair" 1
+  ; Nobody is there to start it again, and the clipboard is to be taken as before.
+  ${If} ${Silent}
+  ${AndIf} $Closed = 1
+    Exec '"$INSTDIR\NXClip.exe"'
+  ${EndIf}
 SectionEnd
 
 ; Removes what the installer and the program itself made, and nothing else: profiles, format sets, and templates
@@ -127,7 +167,12 @@ Section "Uninstall"
   Delete "$INSTDIR\protokol.txt"
   Delete "$INSTDIR\${UNINSTALLER}"
   RMDir "$INSTDIR"
-  Delete "$SMPROGRAMS\${PRODUCT}.lnk"
+  ${GetParameters} $0
+  ClearErrors
+  ${GetOptions} $0 "${UPDATE}" $1
+  ${If} ${Errors}
+    Delete "${LINK}"
+  ${EndIf}
   DeleteRegKey HKCU "${UNINSTALL_KEY}"
   ; The settings also know which profiles are attached: whoever installs again finds everything as it was.
   MessageBox MB_YESNO|MB_ICONQUESTION|MB_DEFBUTTON2 \
