@@ -157,9 +157,10 @@ template_fill() {
 }
 
 template_dir() {
-    local bits=$1
-    ! wine_runs_both || bits=64
-    printf '%s\n' "$CACHE/prefix$bits-$(recipe template_fill "$(wine_version "$bits")")"
+    local bits=$1 both=
+    ! wine_runs_both || { bits=64 && both=both; }
+    # shellcheck disable=SC2086
+    printf '%s\n' "$CACHE/prefix$bits-$(recipe template_fill "$(wine_version "$bits")" $both)"
 }
 wine_version() {
     if [ "$1" = 32 ]; then
