@@ -15,6 +15,9 @@
 
 namespace {
 
+// Posted by a dialog to itself: its controls have their places and fonts for another resolution.
+constexpr UINT kScaledMessage = WM_APP;
+
 std::vector<HWND>& ModelessWindows() {
     static std::vector<HWND> windows;
     return windows;
@@ -86,6 +89,8 @@ bool Dialog::ShowUnasked(HWND owner, int dialogTemplate) {
     flash.hwnd = window_;
     flash.dwFlags = FLASHW_ALL | FLASHW_TIMERNOFG;
     FlashWindowEx(&flash);
+    // Nobody who does not look at the screen would know of it.
+    MessageBeep(MB_OK);
     RunUntilClosed();
     return confirmed_;
 }
@@ -165,6 +170,7 @@ INT_PTR Dialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             if (!page_) CentreOver(window, GetWindow(window, GW_OWNER));
             CentreTextInBoxes(window);
             OnInit();
+            OnResolution();
             // The dialog manager would give the focus to a control, and the window would be activated.
             return !unasked_;
         case WM_COMMAND:
@@ -174,8 +180,22 @@ INT_PTR Dialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             SetWindowLongPtrW(window, DWLP_MSGRESULT, OnNotify(*reinterpret_cast<NMHDR*>(lParam)));
             return TRUE;
         case WM_SYSCOLORCHANGE:
+        case WM_SETTINGCHANGE:
             ForwardToChildren(window, message, wParam, lParam);
             return FALSE;
+        case WM_THEMECHANGED:
+            // The boxes may have other borders.
+            CentreTextInBoxes(window);
+            InvalidateRect(window, nullptr, TRUE);
+            return FALSE;
+        case WM_DPICHANGED:
+            // The system places the controls when it gets the message back.
+            PostMessageW(window, kScaledMessage, 0, 0);
+            return FALSE;
+        case kScaledMessage:
+            CentreTextInBoxes(window);
+            OnResolution();
+            return TRUE;
         case WM_HELP:
             OnHelp();
             return TRUE;

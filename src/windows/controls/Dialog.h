@@ -33,6 +33,9 @@ class Dialog {
  protected:
     // The controls exist and have their fonts; the window is not shown yet.
     virtual void OnInit() {}
+    // Sets what depends on the resolution of the window's monitor, beside places and fonts: pictures and
+    // columns. After OnInit, and again when the window has come to a monitor of another one.
+    virtual void OnResolution() {}
     // A menu, button or notification of a control (`code` is BN_CLICKED, EN_CHANGE, ...).
     virtual void OnCommand(int control, int code);
     // The result is what the control gets to see of its notification.

@@ -25,6 +25,16 @@ UINT DpiOfWindow(HWND window) {
     return dpi != 0 ? dpi : DpiOfSystem();
 }
 
+UINT DpiOfPrimaryMonitor() {
+    // Of Windows 8.1; the first number says which kind of resolution, the window managers' own.
+    static const auto ofMonitor =
+        LateFunction<HRESULT(WINAPI*)(HMONITOR, int, UINT*, UINT*)>(L"shcore.dll", "GetDpiForMonitor");
+    UINT across = 0, down = 0;
+    const HMONITOR primary = MonitorFromPoint({0, 0}, MONITOR_DEFAULTTOPRIMARY);
+    const bool known = ofMonitor != nullptr && SUCCEEDED(ofMonitor(primary, 0, &across, &down)) && down != 0;
+    return known ? down : DpiOfSystem();
+}
+
 bool MetricsForDpi(NONCLIENTMETRICSW& metrics, UINT dpi) {
     static const auto forDpi =
         FindInUser32<BOOL(WINAPI*)(UINT, UINT, PVOID, UINT, UINT)>("SystemParametersInfoForDpi");

@@ -6,6 +6,8 @@
 // window's own where the system knows it.
 UINT DpiOfWindow(HWND window);
 UINT DpiOfSystem();
+// The notification area is on the primary monitor.
+UINT DpiOfPrimaryMonitor();
 
 // SystemParametersInfo and GetSystemMetrics for one resolution.
 bool MetricsForDpi(NONCLIENTMETRICSW& metrics, UINT dpi);

@@ -1,5 +1,7 @@
 #include "windows/dialogs/frmAbout.h"
 
+#include <utility>
+
 #include "platform/Platform.h"
 #include "resources/controls.h"
 #include "windows/controls/Dpi.h"
@@ -9,8 +11,12 @@
 
 void frmAbout::OnInit() {
     SetText(lbVersion, L"Version " + ProgramVersion());
-    logo_ = LoadProgramIcon(Scaled(48, DpiOfWindow(Window())));
-    SendMessageW(Control(imgLogo), STM_SETICON, reinterpret_cast<WPARAM>(logo_.Get()), 0);
+}
+
+void frmAbout::OnResolution() {
+    UniqueIcon logo = LoadProgramIcon(Scaled(48, DpiOfWindow(Window())));
+    SendMessageW(Control(imgLogo), STM_SETICON, reinterpret_cast<WPARAM>(logo.Get()), 0);
+    logo_ = std::move(logo);
 }
 
 void frmAbout::OnCommand(int control, int code) {

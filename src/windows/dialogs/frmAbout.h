@@ -7,6 +7,7 @@
 class frmAbout : public Dialog {
  private:
     void OnInit() override;
+    void OnResolution() override;
     void OnCommand(int control, int code) override;
     HelpTopic Topic() const override { return HelpTopic::About; }
 

@@ -42,5 +42,7 @@ void frmErrorMsg::AddLine(const std::wstring& line) {
     const HWND list = Control(lstMessages);
     const LRESULT added = SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line.c_str()));
     if (added >= kMostLines) SendMessageW(list, LB_DELETESTRING, 0, 0);
+    // Whoever stands on a line reads it.
+    if (SendMessageW(list, LB_GETCURSEL, 0, 0) != LB_ERR) return;
     SendMessageW(list, LB_SETTOPINDEX, static_cast<WPARAM>(SendMessageW(list, LB_GETCOUNT, 0, 0) - 1), 0);
 }

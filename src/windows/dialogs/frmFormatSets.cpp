@@ -6,6 +6,7 @@
 #include "engine/clipboard/modClipboard.h"
 #include "platform/win32/SystemHandles.h"
 #include "resources/controls.h"
+#include "windows/controls/Dpi.h"
 #include "windows/controls/ToolTips.h"
 #include "windows/dialogs/frmChangeAlias.h"
 
@@ -20,15 +21,18 @@ void frmFormatSets::OnInit() {
     const HWND formats = Control(lstFormat);
     ListView_SetExtendedListViewStyle(formats, LVS_EX_CHECKBOXES | LVS_EX_FULLROWSELECT);
     LVCOLUMNW column{};
-    column.mask = LVCF_WIDTH;
-    RECT area;
-    GetClientRect(formats, &area);
-    column.cx = area.right - GetSystemMetrics(SM_CXVSCROLL);
     SendMessageW(formats, LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
     ShowToolTips(Window(), {{Command1, L"Neuen Formatsatz aus Clipboardformat anlegen"},
                             {cbChange, L"Alias des Formatsatzes ändern"},
                             {cbDelete, L"Formatsatz löschen"}});
     FillAliases();
+}
+
+void frmFormatSets::OnResolution() {
+    RECT area;
+    GetClientRect(Control(lstFormat), &area);
+    const int bar = SystemMetricForDpi(SM_CXVSCROLL, DpiOfWindow(Window()));
+    ListView_SetColumnWidth(Control(lstFormat), 0, area.right - bar);
 }
 
 void frmFormatSets::OnCommand(int control, int code) {

@@ -12,6 +12,7 @@ class frmFormatSets : public Dialog {
 
  private:
     void OnInit() override;
+    void OnResolution() override;
     void OnCommand(int control, int code) override;
     LRESULT OnNotify(NMHDR& header) override;
     void OnOk() override;

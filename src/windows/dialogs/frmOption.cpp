@@ -2,7 +2,6 @@
 
 // The tab control needs <windows.h> in front of it.
 #include <commctrl.h>
-#include <uxtheme.h>
 
 #include "engine/process/ModHotKey.h"
 #include "engine/process/modOption.h"
@@ -10,6 +9,8 @@
 #include "platform/RuntimeError.h"
 #include "resources/controls.h"
 #include "windows/controls/KeyFilter.h"
+#include "windows/controls/Readers.h"
+#include "windows/controls/Themes.h"
 #include "windows/dialogs/frmFileSel.h"
 
 namespace {
@@ -27,6 +28,8 @@ constexpr std::array<PageShape, 4> kPages{{{L"Allgemein", IDD_frmOptionGeneral, 
 
 constexpr int kFormatBoxes = 6;
 
+constexpr ReaderDescription kChooseSound{L"Sounddatei auswählen"};
+
 // The one dialog that is open; it is modal.
 frmOption* openForm = nullptr;
 
@@ -43,6 +46,7 @@ bool frmOption::Page::OnMessage(UINT message, WPARAM wParam, LPARAM, LRESULT& re
 void frmOption::OnInit() {
     CreatePages();
     FilterTextBoxes();
+    TellReaders(Control(cbFile), kChooseSound);
     ShowControls(ControlsFromOptions(Options()));
     // Inert, like the choice beside it: nothing reads or keeps them.
     SetText(tbPrefix, L"Clip");
@@ -66,7 +70,7 @@ void frmOption::CreatePages() {
     for (std::size_t i = 0; i < kPages.size(); ++i) {
         const HWND page = pages_[i].CreatePage(Window(), kPages[i].dialogTemplate);
         if (page == nullptr) throw RuntimeError(ErrorNumber::Internal);
-        EnableThemeDialogTexture(page, ETDT_ENABLETAB);
+        LookLikeTab(page);
         // Behind the tab in the order of the Tab key, above it on the screen.
         SetWindowPos(page, tab, area.left, area.top, area.right - area.left, area.bottom - area.top,
                      SWP_NOACTIVATE);

@@ -4,15 +4,25 @@
 #include "engine/flows/ProfileActions.h"
 #include "engine/views/ChooserRules.h"
 #include "resources/controls.h"
+#include "windows/controls/Readers.h"
 #include "windows/controls/ToolTips.h"
 #include "windows/dialogs/frmDirSelect.h"
 #include "windows/dialogs/frmSelectTemplate.h"
+
+namespace {
+
+constexpr ReaderDescription kChooseDirectory{L"Clip-Verzeichnis auswählen"};
+constexpr ReaderDescription kChooseTemplate{L"Vorlage auswählen"};
+
+}  // namespace
 
 void frmProfileProp::OnInit() {
     if (profile_ != nullptr)
         InitExisting();
     else
         InitNew();
+    TellReaders(Control(cbDir), kChooseDirectory);
+    TellReaders(Control(cb_template), kChooseTemplate);
     ShowToolTips(Window(), {{chkGlobalFree, L"Freigabe aller Strukturänderungen"}});
     tbName_Change();
 }

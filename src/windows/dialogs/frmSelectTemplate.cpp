@@ -1,19 +1,24 @@
 #include "windows/dialogs/frmSelectTemplate.h"
 
+#include <utility>
+
 #include "engine/flows/Templates.h"
 #include "resources/controls.h"
 #include "windows/controls/Dpi.h"
 
 void frmSelectTemplate::OnInit() {
     tvTreeView_.Attach(Control(tvTreeView));
-    pictures_ = LoadListPictures(SystemMetricForDpi(SM_CXSMICON, DpiOfWindow(Window())));
-    TreeView_SetImageList(tvTreeView_.Window(), pictures_.Get(), TVSIL_NORMAL);
-
     files_ = TemplateFiles();
     for (const std::wstring& file : files_)
         SendMessageW(Control(lstTemplate), LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(file.c_str()));
     SendMessageW(Control(lstTemplate), LB_SETCURSEL, 0, 0);
     lstTemplate_Click();
+}
+
+void frmSelectTemplate::OnResolution() {
+    UniqueImageList pictures = LoadListPictures(SystemMetricForDpi(SM_CXSMICON, DpiOfWindow(Window())));
+    TreeView_SetImageList(tvTreeView_.Window(), pictures.Get(), TVSIL_NORMAL);
+    pictures_ = std::move(pictures);
 }
 
 std::wstring frmSelectTemplate::Selected() const {

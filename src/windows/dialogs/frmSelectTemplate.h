@@ -21,6 +21,7 @@ class frmSelectTemplate : public Dialog {
 
  private:
     void OnInit() override;
+    void OnResolution() override;
     void OnCommand(int control, int code) override;
     LRESULT OnNotify(NMHDR& header) override;
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;

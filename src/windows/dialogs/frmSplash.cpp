@@ -1,5 +1,7 @@
 #include "windows/dialogs/frmSplash.h"
 
+#include <utility>
+
 #include "resources/controls.h"
 #include "windows/controls/Dpi.h"
 #include "windows/controls/Pictures.h"
@@ -12,9 +14,13 @@ constexpr UINT kShownMilliseconds = 1500;
 
 void frmSplash::OnInit() {
     SetText(lbVersion, L"Version " + ProgramVersion());
-    logo_ = LoadProgramIcon(Scaled(64, DpiOfWindow(Window())));
-    SendMessageW(Control(imgLogo), STM_SETICON, reinterpret_cast<WPARAM>(logo_.Get()), 0);
     SetTimer(Window(), kCloseTimer, kShownMilliseconds, nullptr);
+}
+
+void frmSplash::OnResolution() {
+    UniqueIcon logo = LoadProgramIcon(Scaled(64, DpiOfWindow(Window())));
+    SendMessageW(Control(imgLogo), STM_SETICON, reinterpret_cast<WPARAM>(logo.Get()), 0);
+    logo_ = std::move(logo);
 }
 
 void frmSplash::OnCommand(int control, int code) {

@@ -7,6 +7,7 @@
 class frmSplash : public Dialog {
  private:
     void OnInit() override;
+    void OnResolution() override;
     void OnCommand(int control, int code) override;
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
 

@@ -104,6 +104,8 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, wchar_t* commandLine, int) {
 
     INITCOMMONCONTROLSEX controls{sizeof controls, ICC_WIN95_CLASSES | ICC_STANDARD_CLASSES};
     InitCommonControlsEx(&controls);
+    // After an update or an installer that had to end it; not after a fault of its own.
+    RegisterApplicationRestart(Arguments(commandLine).c_str(), RESTART_NO_CRASH | RESTART_NO_HANG);
 
     const OleScope ole;
     int result = 0;
