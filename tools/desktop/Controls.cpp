@@ -265,6 +265,21 @@ POINT ListControl::PlaceOf(int index) const {
                     Middle(RectangleBy(window_, LVM_GETITEMRECT, static_cast<WPARAM>(index), LVIR_LABEL)));
 }
 
+std::vector<std::wstring> ToolBarControl::Texts() const {
+    std::vector<std::wstring> texts;
+    const LRESULT count = window_.Send(TB_BUTTONCOUNT);
+    RemoteMemory memory(window_, sizeof(TBBUTTON) + kMaxText * sizeof(wchar_t));
+    for (LRESULT place = 0; place < count; ++place) {
+        window_.Send(TB_GETBUTTON, static_cast<WPARAM>(place), memory.Parameter());
+        const auto button = memory.Get<TBBUTTON>();
+        if (button.fsStyle & BTNS_SEP) continue;
+        const auto text = memory.Parameter() + static_cast<LPARAM>(sizeof(TBBUTTON));
+        const LRESULT length = window_.Send(TB_GETBUTTONTEXTW, static_cast<WPARAM>(button.idCommand), text);
+        texts.push_back(length > 0 ? memory.GetText(sizeof(TBBUTTON), kMaxText) : L"");
+    }
+    return texts;
+}
+
 bool ToolBarControl::Enabled(int button) const {
     return window_.Send(TB_ISBUTTONENABLED, static_cast<WPARAM>(button)) != 0;
 }

@@ -77,6 +77,8 @@ class ToolBarControl {
  public:
     explicit ToolBarControl(Window window) : window_(window) {}
 
+    // Of all buttons but the gaps.
+    std::vector<std::wstring> Texts() const;
     bool Enabled(int button) const;
     bool Pressed(int button) const;
     // Clicks the middle of the button, as a hand would. Posted.

@@ -7,6 +7,7 @@
 
 #include "platform/Guard.h"
 #include "platform/HeldMessages.h"
+#include "windows/controls/Readers.h"
 #include "windows/controls/ScreenBitmap.h"
 
 namespace {
@@ -79,7 +80,7 @@ constexpr UINT kSizingRests = 100;  // milliseconds
 
 }  // namespace
 
-bool PictureBox::Create(HWND parent, int control) {
+bool PictureBox::Create(HWND parent, int control, const wchar_t* name) {
     const HINSTANCE instance = GetModuleHandleW(nullptr);
     WNDCLASSW shape{};
     shape.style = CS_HREDRAW | CS_VREDRAW;
@@ -88,10 +89,13 @@ bool PictureBox::Create(HWND parent, int control) {
     shape.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     shape.lpszClassName = kClassName;
     RegisterClassW(&shape);
-    window_ = CreateWindowExW(WS_EX_CLIENTEDGE, kClassName, L"",
+    window_ = CreateWindowExW(WS_EX_CLIENTEDGE, kClassName, name,
                               WS_CHILD | WS_TABSTOP | WS_HSCROLL | WS_VSCROLL, 0, 0, 0, 0, parent,
                               reinterpret_cast<HMENU>(static_cast<INT_PTR>(control)), instance, this);
-    return window_ != nullptr;
+    if (window_ == nullptr) return false;
+    description_ = {name, kGraphicRole};
+    TellReaders(window_, description_);
+    return true;
 }
 
 bool PictureBox::Show(PreviewPicture picture, std::wstring ifLost) {

@@ -6,6 +6,7 @@
 
 #include "engine/views/PreviewPicture.h"
 #include "platform/win32/SystemHandles.h"
+#include "windows/controls/Readers.h"
 
 // The picture part of the preview: a box (picPreviewDIB) that shows an image (imgDIB) in its natural size,
 // with scroll bars when that is larger than the box, or stretched to the box. Of a large picture no more is
@@ -13,7 +14,8 @@
 // stretched it is once for the box's size.
 class PictureBox {
  public:
-    bool Create(HWND parent, int control);
+    // `name` is for who has it read aloud; a literal.
+    bool Create(HWND parent, int control, const wchar_t* name);
     HWND Window() const { return window_; }
 
     // False when the picture cannot be read or the system cannot draw it; the box is empty then, and the
@@ -45,6 +47,7 @@ class PictureBox {
     bool OnKey(WPARAM key);
 
     HWND window_ = nullptr;
+    ReaderDescription description_{};
     PreviewPicture picture_;
     std::wstring ifLost_;
     UniqueBitmap decoded_;  // in place of the picture's rows, for run-length coded pixels

@@ -42,6 +42,19 @@ bool OpensByItself(const Node& node) {
     return true;
 }
 
+bool ScreenIsReadAloud() {
+    BOOL read = FALSE;
+    return SystemParametersInfoW(SPI_GETSCREENREADER, 0, &read, 0) && read;
+}
+
+// To who sees the tree the picture says which the active container is.
+std::wstring ItemText(const Node& node) {
+    static const ImageValue container(std::wstring(L"Camera"));
+    std::wstring text = node.Text();
+    if (node.Image() == container && ScreenIsReadAloud()) text += L", aktive Ablage";
+    return text;
+}
+
 std::wstring TextOfWindow(HWND window) {
     std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
     text.resize(static_cast<std::size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
@@ -290,7 +303,7 @@ HTREEITEM TreePane::PlaceOf(const Node& node) {
 }
 
 void TreePane::MakeItem(Node& node, HTREEITEM after) {
-    std::wstring text = node.Text();
+    std::wstring text = ItemText(node);
     TVINSERTSTRUCTW insert{};
     insert.hParent = node.Parent() != nullptr ? ItemOf(*node.Parent()) : TVI_ROOT;
     insert.hInsertAfter = after;
@@ -396,7 +409,7 @@ void TreePane::NodeRemoving(Node& node) {
 void TreePane::NodeTextChanged(Node& node) {
     if (node.viewItem == 0) return;
     const QuietScope quiet(window_);
-    std::wstring text = node.Text();
+    std::wstring text = ItemText(node);
     TVITEMW item{};
     item.mask = TVIF_TEXT;
     item.hItem = ItemOf(node);
@@ -405,6 +418,7 @@ void TreePane::NodeTextChanged(Node& node) {
 }
 
 void TreePane::NodeImageChanged(Node& node) {
+    if (ScreenIsReadAloud()) NodeTextChanged(node);
     Redraw(node);
 }
 

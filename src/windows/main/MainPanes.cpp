@@ -7,6 +7,7 @@
 #include "resources/controls.h"
 #include "windows/controls/Boxes.h"
 #include "windows/controls/Dpi.h"
+#include "windows/controls/Readers.h"
 
 namespace {
 
@@ -17,14 +18,15 @@ constexpr double kSplitterWidthTwips = 75;
 bool MainPanes::Create(HWND parent) {
     parent_ = parent;
     const HINSTANCE instance = GetModuleHandleW(nullptr);
-    if (!tbToolBar.Create(parent, ::tbToolBar) || !tvTreeView.Create(parent, ::tvTreeView) ||
-        !lvListView.Create(parent, ::lvListView) || !preview.Create(parent))
-        return false;
-    sbStatusBar_ = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0, 0, 0,
-                                   0, parent, reinterpret_cast<HMENU>(sbStatusBar), instance, nullptr);
+    if (!tbToolBar.Create(parent, ::tbToolBar) || !tvTreeView.Create(parent, ::tvTreeView)) return false;
+    NameByHiddenText(tvTreeView.Window(), L"Profile und Clips");
+    // Directly before the list, whose name it is.
     lblTitle_ = CreateWindowExW(0, L"STATIC", L"",
                                 WS_CHILD | WS_VISIBLE | SS_LEFTNOWORDWRAP | SS_NOPREFIX | SS_CENTERIMAGE, 0,
                                 0, 0, 0, parent, reinterpret_cast<HMENU>(lblTitle), instance, nullptr);
+    if (!lvListView.Create(parent, ::lvListView) || !preview.Create(parent)) return false;
+    sbStatusBar_ = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0, 0, 0,
+                                   0, parent, reinterpret_cast<HMENU>(sbStatusBar), instance, nullptr);
     const bool splitter = imgSplitter_.Create(
         parent, imgSplitter, picSplitter,
         [this](int left) {

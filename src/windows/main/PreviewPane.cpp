@@ -6,6 +6,7 @@
 #include <richole.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 #include "engine/clipboard/FormatNames.h"
@@ -15,6 +16,7 @@
 #include "windows/controls/Dpi.h"
 #include "windows/controls/PngDecoder.h"
 #include "windows/controls/QuietScope.h"
+#include "windows/controls/Readers.h"
 
 namespace {
 
@@ -125,9 +127,12 @@ constexpr UINT kBetweenPieces = 10;
 }  // namespace
 
 bool PreviewPane::Create(HWND parent) {
-    tab_ = MakeBox(parent, 0, WC_TABCONTROLW, WS_CLIPSIBLINGS | TCS_OWNERDRAWFIXED, tabFormat);
+    tab_ =
+        MakeBox(parent, 0, WC_TABCONTROLW, WS_CLIPSIBLINGS | TCS_OWNERDRAWFIXED | TCS_FIXEDWIDTH, tabFormat);
     text_ = MakeBox(parent, WS_EX_CLIENTEDGE, L"EDIT", kTextStyle, tbPreviewText);
     if (tab_ == nullptr || text_ == nullptr) return false;
+    NameByHiddenText(tab_, L"Vorschau");
+    PutOverTab(text_, L"Vorschau als Text");
     SetWindowLongPtrW(tab_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     SendMessageW(text_, EM_SETLIMITTEXT, 0, 0);
     // Made with them, it can have them; without a text there is nothing to scroll with them.
@@ -144,13 +149,20 @@ bool PreviewPane::Create(HWND parent) {
     return true;
 }
 
+// A tab does not know what stands in it: the box belongs above it on the screen, and so before it in the
+// order of windows, together with its name.
+void PreviewPane::PutOverTab(HWND box, const wchar_t* name) {
+    SetWindowPos(box, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    NameByHiddenText(box, name);
+}
+
 // Most look at texts alone.
 void PreviewPane::MakeBoxInFront() {
     if (!shown_ || ChosenBox() != nullptr) return;
     if (InFront() == PreviewTab::RichText)
         MakeRichTextBox();
-    else
-        picture_.Create(GetParent(tab_), picPreviewDIB);
+    else if (picture_.Create(GetParent(tab_), picPreviewDIB, L"Vorschau als Bild"))
+        PutOverTab(picture_.Window(), L"Vorschau als Bild");
     LayOutInside();
 }
 
@@ -165,18 +177,31 @@ void PreviewPane::MakeRichTextBox() {
         if (richText_ != nullptr) break;
     }
     if (richText_ == nullptr) return;
+    PutOverTab(richText_, L"Vorschau als RTF");
     SendMessageW(richText_, EM_EXLIMITTEXT, 0, 0x7FFFFFFE);
     SendMessageW(richText_, EM_SETOLECALLBACK, 0, reinterpret_cast<LPARAM>(&TheNoObjects()));
-    // The box begins with the system's bold font; text that does not name its own must not look emphasised.
+    SetRichTextFont();
+}
+
+// For text that names no font of its own: the box would begin with the system's bold one of fixed sizes.
+void PreviewPane::SetRichTextFont() {
+    LOGFONTW font{};
+    GetObjectW(reinterpret_cast<HFONT>(SendMessageW(tab_, WM_GETFONT, 0, 0)), sizeof font, &font);
     CHARFORMATW plain{};
     plain.cbSize = sizeof plain;
-    plain.dwMask = CFM_BOLD;
+    plain.dwMask = CFM_BOLD | CFM_ITALIC | CFM_FACE | CFM_SIZE | CFM_CHARSET | CFM_COLOR;
+    plain.dwEffects = CFE_AUTOCOLOR;
+    plain.yHeight = static_cast<LONG>(TwipsFromPixels(std::abs(font.lfHeight), DpiOfWindow(richText_)));
+    plain.bCharSet = font.lfCharSet;
+    lstrcpynW(plain.szFaceName, font.lfFaceName, LF_FACESIZE);
     SendMessageW(richText_, EM_SETCHARFORMAT, SCF_DEFAULT, reinterpret_cast<LPARAM>(&plain));
 }
 
 void PreviewPane::SetFont(HFONT font) {
     for (const HWND control : {tab_, text_})
         SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), MAKELPARAM(shown_, 0));
+    if (richText_ != nullptr) SetRichTextFont();
+    FitTabs();
     if (shown_) LayOutInside();
 }
 
@@ -200,9 +225,9 @@ void PreviewPane::LayOutInside() {
     for (const HWND box : {text_, richText_, picture_.Window()}) {
         if (box == nullptr) continue;
         const bool visible = shown_ && box == ChosenBox();
-        SetWindowPos(box, HWND_TOP, area.left, area.top, std::max(area.right - area.left, 0L),
+        SetWindowPos(box, nullptr, area.left, area.top, std::max(area.right - area.left, 0L),
                      std::max(area.bottom - area.top, 0L),
-                     SWP_NOACTIVATE | (visible ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
+                     SWP_NOZORDER | SWP_NOACTIVATE | (visible ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
     }
 }
 
@@ -270,8 +295,7 @@ void PreviewPane::Fill() {
     if (tab != PreviewTab::RichText || !something || !ShowRichText()) EmptyRichText();
     if (tab != PreviewTab::Picture || !something || !ShowPicture()) picture_.Clear();
     FitBars();
-    // The captions of the tabs that have nothing to show are grey.
-    InvalidateRect(tab_, nullptr, FALSE);
+    MarkEmptyTabs();
 }
 
 void PreviewPane::EmptyText() {
@@ -394,13 +418,54 @@ HBRUSH PreviewPane::ColourBox(HWND control, HDC dc) const {
     return GetSysColorBrush(COLOR_WINDOW);
 }
 
+bool PreviewPane::IsEmpty(PreviewTab tab) const {
+    return formats_ != nullptr && FormatFor(tab) == nullptr;
+}
+
+// To who sees them their captions are grey; their texts are for who has them read aloud.
+void PreviewPane::MarkEmptyTabs() {
+    for (int tab = 0; tab < kTabs; ++tab) {
+        const bool empty = IsEmpty(static_cast<PreviewTab>(tab));
+        if (std::exchange(markedEmpty_[tab], empty) == empty) continue;
+        std::wstring text = kCaptions[tab];
+        if (empty) text += L" (leer)";
+        TCITEMW item{};
+        item.mask = TCIF_TEXT;
+        item.pszText = text.data();
+        SendMessageW(tab_, TCM_SETITEMW, static_cast<WPARAM>(tab), reinterpret_cast<LPARAM>(&item));
+    }
+    InvalidateRect(tab_, nullptr, FALSE);
+}
+
+// As wide as the widest of the captions that are drawn, whatever the tabs' own texts are.
+void PreviewPane::FitTabs() {
+    const HDC dc = GetDC(tab_);
+    const HGDIOBJ before = SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(tab_, WM_GETFONT, 0, 0)));
+    SIZE widest{};
+    for (const wchar_t* caption : kCaptions) {
+        SIZE size{};
+        GetTextExtentPoint32W(dc, caption, lstrlenW(caption), &size);
+        widest = {std::max(widest.cx, size.cx), std::max(widest.cy, size.cy)};
+    }
+    SelectObject(dc, before);
+    ReleaseDC(tab_, dc);
+    const UINT dpi = DpiOfWindow(tab_);
+    SendMessageW(tab_, TCM_SETITEMSIZE, 0,
+                 MAKELPARAM(widest.cx + Scaled(16, dpi), widest.cy + Scaled(6, dpi)));
+}
+
 void PreviewPane::DrawTab(const DRAWITEMSTRUCT& item) const {
-    const bool filled = FormatFor(static_cast<PreviewTab>(item.itemID)) != nullptr;
+    const bool empty = IsEmpty(static_cast<PreviewTab>(item.itemID));
     SetBkMode(item.hDC, TRANSPARENT);
-    SetTextColor(item.hDC, GetSysColor(filled || formats_ == nullptr ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
+    SetTextColor(item.hDC, GetSysColor(empty ? COLOR_GRAYTEXT : COLOR_BTNTEXT));
     RECT place = item.rcItem;
     DrawTextW(item.hDC, kCaptions[item.itemID], -1, &place,
               DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+    const bool focused = (item.itemState & ODS_SELECTED) != 0 && GetFocus() == tab_;
+    const bool hidden = (SendMessageW(tab_, WM_QUERYUISTATE, 0, 0) & UISF_HIDEFOCUS) != 0;
+    if (!focused || hidden) return;
+    InflateRect(&place, -3, -3);
+    DrawFocusRect(item.hDC, &place);
 }
 
 // An edit box keeps bars that there is nothing to scroll with.

@@ -64,9 +64,17 @@ class PreviewPane {
     void FitBars();
     void MakeBoxInFront();
     void MakeRichTextBox();
+    void SetRichTextFont();
+    static void PutOverTab(HWND box, const wchar_t* name);
+    // The clip has nothing that a tab shows.
+    bool IsEmpty(PreviewTab tab) const;
+    void MarkEmptyTabs();
+    void FitTabs();
     void EmptyText();
     void EmptyRichText();
     void LayOutInside();
+
+    static constexpr int kTabs = 3;
 
     HWND tab_ = nullptr;
     HWND text_ = nullptr;
@@ -77,6 +85,7 @@ class PreviewPane {
     std::wstring clipFile_;
     PreviewTextReader restOfText_;
     const CFormat* restOfRichText_ = nullptr;
+    bool markedEmpty_[kTabs] = {};
     PreviewTab wanted_ = PreviewTab::Text;
     bool shown_ = false;
     bool textFilled_ = false;

@@ -1,6 +1,10 @@
 #include "windows/main/frmMain.h"
 
+#include <algorithm>
+#include <array>
+#include <iterator>
 #include <utility>
+#include <vector>
 
 #include "engine/process/modMain.h"
 #include "engine/process/modOption.h"
@@ -105,6 +109,7 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_SETTINGCHANGE:
         case WM_SYSCOLORCHANGE:
+        case WM_THEMECHANGED:
             SystemLookChanged(message, wParam, lParam);
             break;
         case WM_SETCURSOR:
@@ -185,7 +190,7 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             panes_.tvTreeView.Detach();
             return 0;
         default:
-            if (message == taskBarCreated_ && taskBarCreated_ != 0) cSysTray1.TaskBarCreated();
+            if (message == taskBarCreated_ && taskBarCreated_ != 0) OnTaskBarCreated();
             break;
     }
     return DefWindowProcW(window_, message, wParam, lParam);
@@ -212,21 +217,30 @@ bool frmMain::CreateTray() {
     if (!cSysTray1.Create(window_, std::move(events))) return false;
     ShowCaptureState();
     taskBarCreated_ = RegisterWindowMessageW(L"TaskbarCreated");
+    // The task bar has fewer rights than a program that the administrator started.
+    ChangeWindowMessageFilterEx(window_, taskBarCreated_, MSGFLT_ALLOW, nullptr);
     return true;
 }
 
 void frmMain::ShowCaptureState() {
     const CaptureState state = CaptureStateOf(Options().AutoSnap, Options().LockEdit, Is(Busy::Dialog));
     UniqueIcon& icon = trayIcons_[static_cast<std::size_t>(state)];
-    if (!icon.IsSet()) icon = LoadTrayIcon(state, GetSystemMetrics(SM_CXSMICON));
+    if (!icon.IsSet()) icon = LoadTrayIcon(state, SystemMetricForDpi(SM_CXSMICON, DpiOfPrimaryMonitor()));
     cSysTray1.SetTrayIcon(icon.Get());
     cSysTray1.SetTrayTip(TrayTipOf(state));
 }
 
-// Common controls learn of new colours and fonts from their parent only.
+void frmMain::OnTaskBarCreated() {
+    const auto before = std::exchange(trayIcons_, {});
+    ShowCaptureState();
+    cSysTray1.TaskBarCreated();
+}
+
+// Common controls learn of new colours and fonts from their parent only, of a new theme from the system.
 void frmMain::SystemLookChanged(UINT message, WPARAM wParam, LPARAM lParam) {
-    ForwardToChildren(window_, message, wParam, lParam);
-    if (message != WM_SETTINGCHANGE || wParam != SPI_SETNONCLIENTMETRICS) return;
+    if (message != WM_THEMECHANGED) ForwardToChildren(window_, message, wParam, lParam);
+    const bool measures = message == WM_SETTINGCHANGE && wParam == SPI_SETNONCLIENTMETRICS;
+    if (message != WM_THEMECHANGED && !measures) return;
     panes_.SetDpi(panes_.Dpi());
     panes_.LayOut();
 }
@@ -288,7 +302,26 @@ bool frmMain::TranslateKey(MSG& message) {
         SetFocus(GetNextDlgTabItem(window_, GetFocus(), back));
         return true;
     }
+    if (message.message == WM_KEYDOWN && message.wParam == VK_F6) {
+        GoToNextPane(GetKeyState(VK_SHIFT) < 0);
+        return true;
+    }
     return TranslateAcceleratorW(window_, keys_, &message) != 0;
+}
+
+void frmMain::GoToNextPane(bool back) {
+    const std::array all{panes_.tvTreeView.Window(), panes_.lvListView.Window(), panes_.preview.ChosenBox(),
+                         panes_.tbToolBar.Window()};
+    std::vector<HWND> shown;
+    std::copy_if(all.begin(), all.end(), std::back_inserter(shown), &IsWindowVisible);
+    const HWND focus = panes_.preview.IsTab(GetFocus()) ? panes_.preview.ChosenBox() : GetFocus();
+    const auto at = std::find(shown.begin(), shown.end(), focus);
+    const std::size_t place = at != shown.end() ? static_cast<std::size_t>(at - shown.begin()) : 0;
+    const HWND next = shown[(place + (back ? shown.size() - 1 : 1)) % shown.size()];
+    if (next == panes_.tbToolBar.Window())
+        panes_.tbToolBar.Enter();
+    else
+        SetFocus(next);
 }
 
 HWND frmMain::FocusedPane() const {

@@ -92,6 +92,8 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     bool CreateTray();
     // The icon in the notification area says what becomes of the next copy.
     void ShowCaptureState();
+    // The task bar is there, or there once more: for another resolution too.
+    void OnTaskBarCreated();
     void SystemLookChanged(UINT message, WPARAM wParam, LPARAM lParam);
     void Form_Resize(WPARAM kind);
     bool IsOnlyInTray() const;
@@ -100,6 +102,8 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     // The window back from the tray or the task bar, in front of the others, with the dialog over it.
     void Restore();
     void Close();
+    // F6: the keyboard goes to the next of tree, list, preview and tool bar.
+    void GoToNextPane(bool back);
     // The child that has the keyboard, or had it when the window was last active.
     HWND FocusedPane() const;
 
