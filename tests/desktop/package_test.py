@@ -159,7 +159,10 @@ def installation_update_and_removal_keep_what_the_user_made():
     (directory / "Hilfe/alt.html").write_text("a page of an older version that the user keeps")
     (directory / "protokol.txt").write_text("a log")
 
+    link = start_menu_links()[0]
+    os.utime(link, (1, 1))
     install()
+    check(link.stat().st_mtime == 1, "the update made another link, and what the user had made of it is gone")
     for name, content in made.items():
         check(content_of(directory / name) == content, f"the update changed {name}")
 
@@ -176,8 +179,12 @@ def installation_update_and_removal_keep_what_the_user_made():
 def running_program_is_closed_first():
     directory = install()
     with closing(Drive()) as drive:
+        # With a dialog open it does not close when it is asked.
+        drive("setting", "Settings", "Dialog", "0")
         drive("run", windows_path(directory / "NXClip.exe"))
-        wait_for("the main window", lambda: sees(drive, "NXClipMain "), BOUND)
+        wait_for("the first start's dialog", lambda: sees(drive, "Norvale"), BOUND)
+        install()
+        wait_for("the program of the new version", lambda: sees(drive, "Norvale"), BOUND)
         uninstall(directory)
         check(not sees(drive, "NXClipMain "), "the program still runs")
     check(files_below(directory) == ["NXClip.nxf"], f"not saved, or left behind: {files_below(directory)}")

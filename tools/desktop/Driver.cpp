@@ -31,6 +31,8 @@ std::filesystem::path ProgramFile() {
 }
 
 Driver::Driver(const std::filesystem::path& program) {
+    // Places are those of the screen's pixels, as the program's own.
+    SetProcessDPIAware();
     std::filesystem::copy_file(program, Directory() / L"NXClip.exe");
     const std::filesystem::path templates = program.parent_path() / L"Templates";
     if (std::filesystem::exists(templates)) {

@@ -6,7 +6,7 @@ import subprocess
 import sys
 from pathlib import Path
 
-from driving import Failure
+from driving import Failure, NotCopied
 
 SCRATCH = Path(os.environ["NXCLIP_SCRATCH"])
 
@@ -83,9 +83,7 @@ def rtf_from_wordpad():
     (SCRATCH / "brief.rtf").write_text(rtf, encoding="ascii")
 
     def put(drive):
-        drive("run", "write.exe Z:" + str(SCRATCH / "brief.rtf").replace("/", "\\"))
-        drive("copyall", "RichEdit20W")
-        return WineProgram(drive)
+        return WineProgram(drive, "write.exe", SCRATCH / "brief.rtf", "RichEdit20W")
     return Content("RTF from Wine's word processor", put, [contains("Rich Text Format", rb"\b Textverarbeitung")])
 
 
@@ -94,15 +92,20 @@ def text_from_notepad():
     (SCRATCH / "notiz.txt").write_bytes(b"\xef\xbb\xbf" + text.encode())
 
     def put(drive):
-        drive("run", "notepad.exe Z:" + str(SCRATCH / "notiz.txt").replace("/", "\\"))
-        drive("copyall", "Edit")
-        return WineProgram(drive)
+        return WineProgram(drive, "notepad.exe", SCRATCH / "notiz.txt", "Edit")
     return Content("text from Wine's editor", put, [is_text(text.replace("\r\n", "\n"))])
 
 
 class WineProgram:
-    def __init__(self, drive):
+    """One of Wine's own, with a document open and all of it copied."""
+
+    def __init__(self, drive, program, document, control):
         self.drive = drive
+        drive("run", f"{program} Z:" + str(document).replace("/", "\\"))
+        try:
+            drive("copyall", control)
+        except Failure as error:
+            raise NotCopied(f"{program} does not answer: " + str(error).splitlines()[0]) from error
 
     def end(self):
         self.drive("close")

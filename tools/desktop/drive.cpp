@@ -23,13 +23,14 @@
 //   gone TITLE                  closes a dialog and waits for its end
 //   quit                        ends NXClip by its menu; answers the exit code
 //   run COMMANDLINE             starts another program
-//   copyall CLASS               waits for the other program's control of a class, selects all in it and
-//   copies close                       closes the other program and waits for its end outline every visible
-//   window
+//   copyall CLASS               waits for the other program's control of a class, selects all in it, copies
+//   close                       closes the other program, or ends it
+//   outline                     every visible window
 
 #include <algorithm>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <set>
 #include <vector>
 
@@ -57,19 +58,54 @@ Driver& Program() {
     return *nxclip;
 }
 
-std::wstring CopyAll(const std::wstring& className) {
-    const Window control = WaitFor("the other program's " + Utf8(className), [&] {
-        for (Window window : other->Windows()) {
-            for (Window inner : window.Descendants()) {
-                if (inner.Visible() && inner.ClassName() == className) return inner;
+// A foreign program on a busy machine takes its time; what it does not answer is asked once more.
+constexpr std::chrono::seconds kForeignBound{120};
+
+LRESULT AskPatiently(Window control, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
+    std::optional<LRESULT> answer;
+    WaitFor(
+        "an answer of the other program",
+        [&] {
+            try {
+                answer = control.Send(message, wParam, lParam);
+            } catch (const DriverError&) {
+                if (!control.Exists()) throw;
             }
+            return answer.has_value();
+        },
+        kForeignBound);
+    return *answer;
+}
+
+Window ForeignControl(const std::wstring& className) {
+    for (Window window : other->Windows()) {
+        for (Window inner : window.Descendants()) {
+            if (inner.Visible() && inner.ClassName() == className) return inner;
         }
-        return Window();
-    });
-    // The text is there a while after the window.
-    WaitFor("text in the other program", [&] { return control.Send(WM_GETTEXTLENGTH) > 0; });
-    control.Send(EM_SETSEL, 0, -1);
-    control.Post(WM_COPY);
+    }
+    return {};
+}
+
+// Returns when the other program has changed the clipboard. One that does not is ended.
+std::wstring CopyAll(const std::wstring& className) {
+    try {
+        const Window control = WaitFor(
+            "the other program's " + Utf8(className), [&] { return ForeignControl(className); },
+            kForeignBound);
+        // The text is there a while after the window.
+        WaitFor(
+            "text in the other program", [&] { return AskPatiently(control, WM_GETTEXTLENGTH) > 0; },
+            kForeignBound);
+        AskPatiently(control, EM_SETSEL, 0, -1);
+        const DWORD before = GetClipboardSequenceNumber();
+        control.Post(WM_COPY);
+        WaitFor(
+            "the other program to copy", [&] { return GetClipboardSequenceNumber() != before; },
+            kForeignBound);
+    } catch (const std::exception&) {
+        other.reset();
+        throw;
+    }
     return {};
 }
 
@@ -83,7 +119,11 @@ std::wstring CloseOther() {
     if (other == nullptr) return {};
     for (Window window : other->Windows())
         window.Close();
-    WaitFor("the other program's windows to close", [] { return other->Windows().empty(); });
+    try {
+        WaitFor("the other program's windows to close", [] { return other->Windows().empty(); });
+    } catch (const DriverError&) {
+        // It is ended.
+    }
     other.reset();
     return {};
 }

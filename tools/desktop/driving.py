@@ -10,6 +10,10 @@ class Failure(Exception):
     pass
 
 
+class NotCopied(Failure):
+    """A foreign program could not be brought to copy: no fault of ours, and nothing to compare."""
+
+
 class Drive:
     """Commands to drive.exe, which waits, with bounds, for everything that takes its time."""
 

@@ -7,11 +7,8 @@ import subprocess
 import time
 from urllib.parse import unquote, urlsplit
 
-from contents import SCRATCH, Content, Failure, xclip_out
-
-class NotCopied(Failure):
-    """The program itself could not be brought to copy: no fault of ours, and nothing to compare."""
-
+from contents import SCRATCH, Content, xclip_out
+from driving import NotCopied
 
 STARTED = 90  # seconds until a program must have its window, and until it must have copied
 
