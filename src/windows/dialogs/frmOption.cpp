@@ -76,6 +76,7 @@ void frmOption::CreatePages() {
                      SWP_NOACTIVATE);
         SetWindowPos(tab, page, 0, 0, 0, 0, SWP_NOACTIVATE | SWP_NOMOVE | SWP_NOSIZE);
     }
+    NameByHiddenText(tab, L"Seite");
 }
 
 HWND frmOption::Control(int control) const {
