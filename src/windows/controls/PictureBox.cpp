@@ -1,6 +1,7 @@
 #include "windows/controls/PictureBox.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstring>
 #include <utility>
 #include <vector>
@@ -75,8 +76,7 @@ std::vector<std::uint8_t> HeaderOfRows(const PreviewPicture& picture, int rows) 
     return header;
 }
 
-constexpr UINT_PTR kSizedTimer = 1;
-constexpr UINT kSizingRests = 100;  // milliseconds
+constexpr std::chrono::milliseconds kSizingRests(100);
 
 }  // namespace
 
@@ -197,7 +197,7 @@ void PictureBox::LayOut() {
 // The stretched picture that is there is stretched once more as long as the size changes.
 void PictureBox::Resized() {
     if (stretch_ && picTemp.IsSet())
-        SetTimer(window_, kSizedTimer, kSizingRests, nullptr);
+        sized_.Start(kSizingRests);
     else
         LayOut();
 }
@@ -253,10 +253,6 @@ LRESULT PictureBox::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lPar
             return 1;  // WM_PAINT draws every pixel
         case WM_SIZE:
             Resized();
-            return 0;
-        case WM_TIMER:
-            KillTimer(window, wParam);
-            LayOut();
             return 0;
         case WM_HSCROLL:
             Scroll(SB_HORZ, wParam);

@@ -7,6 +7,7 @@
 #include "engine/views/PreviewPicture.h"
 #include "platform/win32/SystemHandles.h"
 #include "windows/controls/Readers.h"
+#include "windows/controls/Timer.h"
 
 // The picture part of the preview: a box (picPreviewDIB) that shows an image (imgDIB) in its natural size,
 // with scroll bars when that is larger than the box, or stretched to the box. Of a large picture no more is
@@ -57,4 +58,5 @@ class PictureBox {
     SIZE size_{};     // of the picture, pixels
     POINT offset_{};  // what stands in the box's upper left corner
     bool stretch_ = false;
+    Timer sized_{[this] { LayOut(); }};
 };

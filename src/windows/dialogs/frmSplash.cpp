@@ -8,13 +8,12 @@
 #include "windows/controls/Version.h"
 
 namespace {
-constexpr UINT_PTR kCloseTimer = 1;
-constexpr UINT kShownMilliseconds = 1500;
+constexpr std::chrono::milliseconds kShown(1500);
 }  // namespace
 
 void frmSplash::OnInit() {
     SetText(lbVersion, L"Version " + ProgramVersion());
-    SetTimer(Window(), kCloseTimer, kShownMilliseconds, nullptr);
+    close_.Start(kShown);
 }
 
 void frmSplash::OnResolution() {
@@ -28,10 +27,4 @@ void frmSplash::OnCommand(int control, int code) {
         Close(true);
     else
         Dialog::OnCommand(control, code);
-}
-
-bool frmSplash::OnMessage(UINT message, WPARAM wParam, LPARAM, LRESULT&) {
-    if (message != WM_TIMER || wParam != kCloseTimer) return false;
-    Close(true);
-    return true;
 }

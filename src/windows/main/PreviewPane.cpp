@@ -6,11 +6,11 @@
 #include <richole.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <utility>
 
 #include "engine/clipboard/FormatNames.h"
-#include "platform/Guard.h"
 #include "platform/Platform.h"
 #include "resources/controls.h"
 #include "windows/controls/Dpi.h"
@@ -119,10 +119,9 @@ TextExtent ExtentOf(HWND box) {
 }
 
 constexpr const wchar_t* kCaptions[] = {L"Text", L"RTF", L"Bild"};
-constexpr UINT_PTR kRestTimer = 1;
 // Whoever walks through the clips has gone on by then; after that, between any two messages.
-constexpr UINT kBeforeRest = 250;
-constexpr UINT kBetweenPieces = 10;
+constexpr std::chrono::milliseconds kBeforeRest(250);
+constexpr std::chrono::milliseconds kBetweenPieces(10);
 
 }  // namespace
 
@@ -133,7 +132,6 @@ bool PreviewPane::Create(HWND parent) {
     if (tab_ == nullptr || text_ == nullptr) return false;
     NameByHiddenText(tab_, L"Vorschau");
     PutOverTab(text_, L"Vorschau als Text");
-    SetWindowLongPtrW(tab_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     SendMessageW(text_, EM_SETLIMITTEXT, 0, 0);
     // Made with them, it can have them; without a text there is nothing to scroll with them.
     SetWindowLongPtrW(text_, GWL_STYLE,
@@ -312,7 +310,7 @@ bool PreviewPane::ShowText() {
     const auto text = restOfText_.Next(kFirstPreviewBytes);
     if (text && SetWindowTextW(text_, text->c_str())) {
         textFilled_ = true;
-        if (restOfText_.HasMore()) ShowRestLater(kBeforeRest);
+        if (restOfText_.HasMore()) rest_.Start(kBeforeRest);
         return true;
     }
     ForgetRest();
@@ -326,7 +324,7 @@ bool PreviewPane::ShowRichText() {
     if (richText_ != nullptr && StreamRichText(*format, kNextPreviewBytes)) {
         if (static_cast<std::size_t>(format->DataSize) > kNextPreviewBytes) {
             restOfRichText_ = format;
-            ShowRestLater(kBeforeRest);
+            rest_.Start(kBeforeRest);
         }
         return true;
     }
@@ -366,31 +364,19 @@ std::optional<PreviewPicture> PreviewPane::OpenPicture(const CFormat& format) co
     return decoded ? PreviewPicture::Of(std::move(*decoded)) : std::nullopt;
 }
 
-void PreviewPane::ShowRestLater(UINT milliseconds) {
-    SetTimer(tab_, kRestTimer, milliseconds, &PreviewPane::RestIsDue);
-}
-
 void PreviewPane::ForgetRest() {
-    if (restOfText_.HasMore() || restOfRichText_ != nullptr) KillTimer(tab_, kRestTimer);
+    rest_.Stop();
     restOfText_ = {};
     restOfRichText_ = nullptr;
-}
-
-void CALLBACK PreviewPane::RestIsDue(HWND tab, UINT, UINT_PTR timer, DWORD) {
-    KillTimer(tab, timer);
-    Guarded(false, [&] {
-        reinterpret_cast<PreviewPane*>(GetWindowLongPtrW(tab, GWLP_USERDATA))->ShowRest();
-        return true;
-    });
 }
 
 void PreviewPane::ShowRest() {
     // Not under the hand that selects in the text.
     if (GetCapture() != nullptr) {
-        ShowRestLater(kBeforeRest);
+        rest_.Start(kBeforeRest);
     } else if (restOfText_.HasMore()) {
         if (const auto text = restOfText_.Next(kNextPreviewBytes)) AppendText(*text);
-        if (restOfText_.HasMore()) ShowRestLater(kBetweenPieces);
+        if (restOfText_.HasMore()) rest_.Start(kBetweenPieces);
     } else if (const CFormat* const format = std::exchange(restOfRichText_, nullptr)) {
         StreamRichText(*format, kMostPreviewBytes);
     }

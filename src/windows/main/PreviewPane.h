@@ -56,11 +56,8 @@ class PreviewPane {
     std::optional<PreviewPicture> OpenPicture(const CFormat& format) const;
     bool StreamRichText(const CFormat& format, std::size_t most);
     void AppendText(const std::wstring& text);
-    // What is left of the shown text comes later, by a timer.
-    void ShowRestLater(UINT milliseconds);
     void ForgetRest();
     void ShowRest();
-    static void CALLBACK RestIsDue(HWND tab, UINT message, UINT_PTR timer, DWORD time);
     void FitBars();
     void MakeBoxInFront();
     void MakeRichTextBox();
@@ -90,4 +87,5 @@ class PreviewPane {
     bool shown_ = false;
     bool textFilled_ = false;
     bool richTextFilled_ = false;
+    Timer rest_{[this] { ShowRest(); }};  // of the shown text
 };

@@ -3,6 +3,7 @@
 #include <shellapi.h>
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 #include "platform/Guard.h"
@@ -12,8 +13,7 @@ namespace {
 
 constexpr UINT kIconId = 1;
 
-constexpr UINT_PTR kTryAgainTimer = 1;
-constexpr UINT kTryAgainAfter = 1000;  // milliseconds
+constexpr std::chrono::milliseconds kTryAgainAfter(1000);
 
 }  // namespace
 
@@ -37,7 +37,7 @@ void cSysTray::SetInTray(bool inTray) {
         tries_ = 0;
         AddIcon();
     } else {
-        KillTimer(window_, kTryAgainTimer);
+        tryAgain_.Stop();
         if (std::exchange(added_, false)) Notify(NIM_DELETE);
         SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(before_));
     }
@@ -48,9 +48,9 @@ void cSysTray::AddIcon() {
     // A task bar may say that it was made anew and still have the icon, which it does not take twice.
     const bool added = Notify(NIM_ADD) || Notify(NIM_MODIFY);
     if (added || ++tries_ == kMostTries)
-        KillTimer(window_, kTryAgainTimer);
+        tryAgain_.Stop();
     else
-        SetTimer(window_, kTryAgainTimer, kTryAgainAfter, nullptr);
+        tryAgain_.Start(kTryAgainAfter);
     if (std::exchange(added_, added) != added && events_.ShownChanged) events_.ShownChanged();
 }
 
@@ -88,14 +88,10 @@ bool cSysTray::Notify(DWORD command) {
 
 LRESULT CALLBACK cSysTray::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     auto* const tray = reinterpret_cast<cSysTray*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    const bool timer = message == WM_TIMER && wParam == kTryAgainTimer;
-    if (!timer && message != kTrayCallbackMessage)
+    if (message != kTrayCallbackMessage)
         return CallWindowProcW(tray->before_, window, message, wParam, lParam);
     return Guarded<LRESULT>(0, [&] {
-        if (timer)
-            tray->AddIcon();
-        else
-            tray->OnMouse(static_cast<std::uint32_t>(lParam), static_cast<std::int32_t>(wParam));
+        tray->OnMouse(static_cast<std::uint32_t>(lParam), static_cast<std::int32_t>(wParam));
         return 0;
     });
 }

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "engine/views/TrayRules.h"
+#include "windows/controls/Timer.h"
 
 // The program's icon in the notification area: an invisible control on the main window that turns the mouse
 // over the icon into events.
@@ -59,4 +60,5 @@ class cSysTray {
     bool inTray_ = false;
     bool added_ = false;
     int tries_ = 0;  // to add the icon, in vain
+    Timer tryAgain_{[this] { AddIcon(); }};
 };
