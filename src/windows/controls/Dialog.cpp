@@ -62,7 +62,7 @@ bool ForegroundIsOurs() {
 
 bool Dialog::ShowModal(HWND owner, int dialogTemplate) {
     const BusyScope open(Busy::Dialog);
-    modal_ = true;
+    kind_ = Kind::Modal;
     const std::vector<std::byte> bytes = DialogTemplateInSystemFont(dialogTemplate, owner);
     const INT_PTR result =
         bytes.empty() ? -1
@@ -76,12 +76,18 @@ bool Dialog::ShowModal(HWND owner, int dialogTemplate) {
 bool Dialog::ShowUnasked(HWND owner, int dialogTemplate) {
     if (ForegroundIsOurs()) return ShowModal(owner, dialogTemplate);
     const BusyScope open(Busy::Dialog);
-    unasked_ = true;
+    kind_ = Kind::Unasked;
     if (CreateBeside(owner, dialogTemplate) == nullptr) {
         ThePlatform().user.Tell(L"Das Dialogfenster konnte nicht geöffnet werden !!!");
         return false;
     }
     EnableWindow(owner, FALSE);
+    ComeUp();
+    RunUntilClosed();
+    return confirmed_;
+}
+
+void Dialog::ComeUp() const {
     SetWindowPos(window_, HWND_TOPMOST, 0, 0, 0, 0,
                  SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_SHOWWINDOW);
     FLASHWINFO flash{};
@@ -91,8 +97,6 @@ bool Dialog::ShowUnasked(HWND owner, int dialogTemplate) {
     FlashWindowEx(&flash);
     // Nobody who does not look at the screen would know of it.
     MessageBeep(MB_OK);
-    RunUntilClosed();
-    return confirmed_;
 }
 
 // The system's own loop for modal dialogs would activate the window.
@@ -111,6 +115,7 @@ void Dialog::RunUntilClosed() {
 }
 
 HWND Dialog::ShowModeless(HWND owner, int dialogTemplate) {
+    kind_ = Kind::Modeless;
     const HWND window = CreateBeside(owner, dialogTemplate);
     if (window != nullptr) {
         MarkAsModeless(window);
@@ -120,13 +125,23 @@ HWND Dialog::ShowModeless(HWND owner, int dialogTemplate) {
     return window;
 }
 
+HWND Dialog::ShowNotice(HWND owner, int dialogTemplate) {
+    kind_ = Kind::Notice;
+    const HWND window = CreateBeside(owner, dialogTemplate);
+    if (window != nullptr) {
+        MarkAsModeless(window);
+        ModelessWindows().push_back(window);
+        ComeUp();
+    }
+    return window;
+}
+
 HWND Dialog::CreatePage(HWND parent, int dialogTemplate) {
-    page_ = true;
+    kind_ = Kind::Page;
     return CreateBeside(parent, dialogTemplate);
 }
 
 HWND Dialog::CreateBeside(HWND owner, int dialogTemplate) {
-    modal_ = false;
     const std::vector<std::byte> bytes = DialogTemplateInSystemFont(dialogTemplate, owner);
     if (bytes.empty()) return nullptr;
     const HWND made = CreateDialogIndirectParamW(GetModuleHandleW(nullptr),
@@ -151,7 +166,7 @@ INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPA
 
 // Half filled, it would give back what nobody has entered.
 void Dialog::GiveUp() {
-    if (modal_)
+    if (kind_ == Kind::Modal)
         EndDialog(window_, IDCANCEL);
     else
         DestroyWindow(window_);
@@ -167,12 +182,12 @@ INT_PTR Dialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     }
     switch (message) {
         case WM_INITDIALOG:
-            if (!page_) CentreOver(window, GetWindow(window, GW_OWNER));
+            if (kind_ != Kind::Page) CentreOver(window, GetWindow(window, GW_OWNER));
             CentreTextInBoxes(window);
             OnInit();
             OnResolution();
             // The dialog manager would give the focus to a control, and the window would be activated.
-            return !unasked_;
+            return !LeavesTheKeyboard();
         case WM_COMMAND:
             OnCommand(LOWORD(wParam), HIWORD(wParam));
             return TRUE;
@@ -242,17 +257,17 @@ void Dialog::OnHelp() {
 }
 
 void Dialog::Close(bool confirmed) {
-    if (modal_) {
+    if (kind_ == Kind::Modal) {
         EndDialog(window_, confirmed ? IDOK : IDCANCEL);
         return;
     }
     confirmed_ = confirmed;
     const HWND owner = GetWindow(window_, GW_OWNER);
     // Before the window goes: the system gives its place in front to an owner that can take it.
-    if (unasked_) EnableWindow(owner, TRUE);
+    if (kind_ == Kind::Unasked) EnableWindow(owner, TRUE);
     DestroyWindow(window_);
     // A dialog closed by a message that was sent leaves its loop waiting for one that is posted.
-    if (unasked_) PostMessageW(owner, WM_NULL, 0, 0);
+    if (kind_ == Kind::Unasked) PostMessageW(owner, WM_NULL, 0, 0);
 }
 
 std::wstring Dialog::Text(int control) const {

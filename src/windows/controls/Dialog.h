@@ -24,6 +24,8 @@ class Dialog {
     bool ShowUnasked(HWND owner, int dialogTemplate);
     // Shows the dialog beside its owner and returns at once; the object must outlive the window.
     HWND ShowModeless(HWND owner, int dialogTemplate);
+    // The same above all other windows and without the keyboard, for what the user did not ask for.
+    HWND ShowNotice(HWND owner, int dialogTemplate);
 
     // Makes the dialog a page inside another one; not shown yet. The object must outlive the window.
     HWND CreatePage(HWND parent, int dialogTemplate);
@@ -68,16 +70,17 @@ class Dialog {
     virtual HelpTopic Topic() const { return HelpTopic::Contents; }
 
  private:
+    enum class Kind { Modal, Unasked, Modeless, Notice, Page };
     HWND CreateBeside(HWND owner, int dialogTemplate);
+    bool LeavesTheKeyboard() const { return kind_ == Kind::Unasked || kind_ == Kind::Notice; }
+    void ComeUp() const;
     void RunUntilClosed();
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void GiveUp();
     INT_PTR Handle(UINT message, WPARAM wParam, LPARAM lParam);
 
     HWND window_ = nullptr;
-    bool modal_ = false;
-    bool page_ = false;
-    bool unasked_ = false;
+    Kind kind_ = Kind::Modal;
     bool confirmed_ = false;  // of a dialog shown unasked
 };
 
