@@ -1,9 +1,10 @@
 // Does to NXClip whatever comes into its head: monkey STEPS [SEED], or monkey MINUTESm [SEED].
 //
-// Commands, keys, clicks, dialogs answered at random, and another program that copies in between. The program
-// must answer within two seconds after every step, live to the end, and then show the tree that lies on the
-// disk, which a new start shows again. A failure prints the way that led there; the same seed goes the same
-// way.
+// Commands, keys, menus, clicks, drags, names edited in place, dialogs answered at random, a second start,
+// the hot key, windows closed and sessions ended, and another program that copies in between. The program
+// must answer within two seconds after every step, live until it is ended and then leave nothing behind, and
+// show the tree that lies on the disk, which a new start shows again. A failure prints the way that led
+// there; the same seed goes the same way.
 
 #include <windows.h>
 
@@ -40,8 +41,8 @@ constexpr int kCommands[] = {
     mnuViewOptions,   m_extra_fs,         m_ext_act_format,   m_ext_fa,          m_ext_diag,
     m_copy_info,      m_quickstart,       m_reconnect,        m_PP_UnlinkProfil, m_pp_prop,
     m_tray_restore,   m_tray_autosnap,    m_tray_snap};
-constexpr WORD kKeys[] = {VK_RETURN, VK_ESCAPE, VK_TAB,  VK_SPACE, VK_UP, VK_DOWN, VK_LEFT,
-                          VK_RIGHT,  VK_DELETE, VK_HOME, VK_END,   VK_F2, VK_F3,   VK_F5};
+constexpr WORD kKeys[] = {VK_RETURN, VK_ESCAPE, VK_TAB, VK_SPACE, VK_UP, VK_DOWN, VK_LEFT, VK_RIGHT,
+                          VK_DELETE, VK_HOME,   VK_END, VK_F2,    VK_F3, VK_F5,   VK_APPS, VK_F10};
 constexpr const wchar_t* kTexts[] = {L"",     L" ",  L"Affe",        L"Grüße & mehr",
                                      L"C:\\", L"-1", L"99999999999", L"x\\y:z"};
 
@@ -89,7 +90,7 @@ class Monkey {
     }
     void Step() {
         const Window dialog = TopDialog();
-        switch (Random(dialog ? 8 : 12)) {
+        switch (Random(dialog ? 12 : 16)) {
             case 0:
                 return Copy();
             case 1:
@@ -98,6 +99,10 @@ class Monkey {
                 return ClickSomewhere();
             case 3:
                 return Command();
+            case 4:
+                return ComeToTheFront();
+            case 5:
+                return Random(4) == 0 ? End() : EditAName();
             default:
                 return dialog ? AnswerSomehow(dialog) : Random(3) == 0 ? DragSomething() : Command();
         }
@@ -145,8 +150,42 @@ class Monkey {
         const auto place = [&] {
             return POINT{tree.left + 40, tree.top + 8 + 16 * Random(std::min<std::size_t>(lines.size(), 12))};
         };
-        Note("drag in the tree");
-        Drag(place(), place());
+        const bool ends = Random(6) == 0;
+        Note(ends ? "drag in the tree, and meanwhile" : "drag in the tree");
+        Drag(place(), place(), [&] {
+            if (ends) End();
+        });
+    }
+    void EditAName() {
+        const std::wstring name = OneOf(kTexts);
+        const bool whole = Random(2) == 0;
+        Note("F2 and \"" + Utf8(name) + (whole ? "\" and Enter" : "\""));
+        PressKeys({VK_F2});
+        Type(name);
+        if (whole) PressKeys({VK_RETURN});
+    }
+    void ComeToTheFront() {
+        if (Random(4) != 0) {
+            Note("the hot key");
+            return PressKeys({VK_CONTROL, VK_MENU, 'L'});
+        }
+        Note("a second start");
+        nxclip_.StartSecond()->WaitForEnd();
+    }
+    // A dialog keeps the window from being closed; everything else ends with it.
+    void End() {
+        const bool session = Random(2) == 0;
+        Note(session ? "the session ends" : "the window is closed");
+        nxclip_.Program().MayEnd();
+        DWORD_PTR answer = 0;
+        if (session)
+            SendMessageTimeoutW(nxclip_.Main().Handle(), WM_ENDSESSION, TRUE, 0, SMTO_NORMAL, kLongestAnswer,
+                                &answer);
+        else
+            nxclip_.Main().Close();
+        WaitFor("the end or what is in its way",
+                [&] { return !nxclip_.Running() || (!session && TopDialog()); });
+        if (!nxclip_.Running()) nxclip_.Start();
     }
     void AnswerSomehow(Window dialog) {
         std::vector<Window> buttons, edits;
