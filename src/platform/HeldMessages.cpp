@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "platform/Guard.h"
+
 HeldMessages::HeldMessages()
     : outer_(ThePlatform()), inner_{outer_.clipboard, outer_.memory, outer_.metafiles, outer_.files,
                                     outer_.settings,  *this,         outer_.windows,   outer_.clock} {
@@ -10,7 +12,7 @@ HeldMessages::HeldMessages()
 
 HeldMessages::~HeldMessages() {
     UsePlatform(&outer_);
-    TellAll(messages_);
+    Guarded([&] { TellAll(messages_); });
 }
 
 std::vector<HeldMessages::Message> HeldMessages::Take() {

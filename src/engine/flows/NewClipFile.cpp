@@ -2,6 +2,7 @@
 
 #include "engine/clipboard/modFileIO.h"
 #include "engine/profiles/modProfile.h"
+#include "platform/Guard.h"
 #include "platform/Platform.h"
 
 namespace {
@@ -21,7 +22,7 @@ NewClipFile::NewClipFile(Node& container) {
 
 NewClipFile::~NewClipFile() {
     Close();
-    if (mustGo_) ThePlatform().files.Remove(path_);
+    if (mustGo_) Guarded([&] { ThePlatform().files.Remove(path_); });
 }
 
 // A file that is there already belongs to some other clip, whatever the profile's counter says: after a

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "engine/tree/TreeWalk.h"
+#include "platform/Guard.h"
 #include "platform/Text.h"
 
 namespace {
@@ -140,15 +141,18 @@ void NodeCollection::BeginBulkChange() {
     if (view_ != nullptr) view_->BeginBulkChange();
 }
 
+// Called by a destructor: whatever fails of it, the change has ended, here and on the screen.
 void NodeCollection::EndBulkChange() {
     if (bulkDepth_ == 1) {
-        for (Node* parent : std::exchange(unsorted_, {})) {
-            AwaitsOrder(parent) = false;
-            if (KeepsSorted(parent)) SortChildren(parent);
-        }
+        Guarded([&] {
+            for (Node* parent : std::exchange(unsorted_, {})) {
+                AwaitsOrder(parent) = false;
+                if (KeepsSorted(parent)) SortChildren(parent);
+            }
+        });
     }
     --bulkDepth_;
-    if (view_ != nullptr) view_->EndBulkChange();
+    if (view_ != nullptr) Guarded([&] { view_->EndBulkChange(); });
 }
 
 void NodeCollection::Link(Node& node, Node* relative, NodeRelation relation) {

@@ -4,6 +4,7 @@
 #include <commctrl.h>
 
 #include "engine/clipboard/modClipboard.h"
+#include "platform/SetWhile.h"
 #include "platform/win32/SystemHandles.h"
 #include "resources/controls.h"
 #include "windows/controls/Dpi.h"
@@ -72,7 +73,7 @@ void frmFormatSets::FillAliases() {
 }
 
 void frmFormatSets::FillFormats() {
-    filling_ = true;
+    const SetWhile filling(filling_);
     const HWND list = Control(lstFormat);
     ListView_DeleteAllItems(list);
     int row = 0;
@@ -86,7 +87,6 @@ void frmFormatSets::FillFormats() {
                               LVIS_STATEIMAGEMASK);
         ++row;
     }
-    filling_ = false;
     Enable(cbChange, model_.Selected() > 0);
     Enable(cbDelete, model_.Selected() > 0);
 }
