@@ -22,20 +22,24 @@ bool LockBlocks(TreeAction action, const Node* node, bool lockEdit) {
             return true;
         case TreeAction::DeleteClip:
         case TreeAction::EditClip:
+        case TreeAction::ShowProperties:
             return false;
         default:
             return !IsReleased(node);
     }
 }
 
-bool ActionAllowed(TreeAction action, const Node* node) {
-    if (LockBlocks(action, node, Options().LockEdit)) {
-        ThePlatform().user.Tell(L"Die Strukturaktionen sind gesperrt !!!");
-        return false;
-    }
+const wchar_t* WhyNot(TreeAction action, const Node* node, bool lockEdit) {
+    if (LockBlocks(action, node, lockEdit)) return L"Die Strukturaktionen sind gesperrt !!!";
     // A drag may only copy from such a profile; what it does where it ends is looked at there.
-    if (action == TreeAction::UnlinkProfile || action == TreeAction::DragAndDrop) return true;
-    return ChangeAllowed(node);
+    if (action == TreeAction::UnlinkProfile || action == TreeAction::DragAndDrop) return nullptr;
+    return IsEditedByOther(node) ? kEditedByOther : nullptr;
+}
+
+bool ActionAllowed(TreeAction action, const Node* node) {
+    const wchar_t* const reason = WhyNot(action, node, Options().LockEdit);
+    if (reason != nullptr) ThePlatform().user.Tell(reason);
+    return reason == nullptr;
 }
 
 bool ChangeAllowed(const Node* node) {

@@ -16,18 +16,22 @@ enum class TreeAction {
     EditClip,
     DragAndDrop,
     Snap,
+    ShowProperties,
 };
 
 // The one place that says what the option LockEdit (the tool bar's "Lock") blocks:
 // - every action that makes, removes, renames or moves profiles and folders, and drag and drop as a whole;
 // - snapping: nothing new comes in while it is pressed.
 // What happens to a clip in its place (delete, properties, renaming, putting it on the clipboard) stays
-// possible. A profile with the global release is free of the lock but for snapping: `node` is the node acted
-// on, null where there is none (a new profile, an import).
+// possible, and property dialogs open to be read. A profile with the global release is free of the lock but
+// for snapping: `node` is the node acted on, null where there is none (a new profile, an import).
 bool LockBlocks(TreeAction action, const Node* node, bool lockEdit);
 
-// The same for the option as it stands, and whether another program has the profile of `node`. A blocked
-// action is told to the user.
+// What keeps the action from `node`, in the words for the user: the lock, or another program that has the
+// profile of `node`. Null for nothing.
+const wchar_t* WhyNot(TreeAction action, const Node* node, bool lockEdit);
+
+// Nothing does, the option being as it stands; otherwise the user is told.
 bool ActionAllowed(TreeAction action, const Node* node);
 
 // False, told, when another program has the profile that holds `node`.

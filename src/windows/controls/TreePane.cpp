@@ -1,9 +1,13 @@
 #include "windows/controls/TreePane.h"
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
+#include "engine/process/MayBegin.h"
 #include "platform/ByteBuffer.h"
+#include "platform/SetWhile.h"
+#include "windows/controls/Dialog.h"
 #include "windows/controls/Pictures.h"
 #include "windows/controls/QuietScope.h"
 
@@ -15,17 +19,23 @@ constexpr UINT kTellWaitingMessage = WM_APP;
 // A damaged file can nest nodes very deeply, and the control walks opened levels by recursion.
 constexpr int kDeepestOpenedLevel = 300;
 
-// While it lives, what the control reports is an echo of the collection's own change.
-class MirrorScope {
+constexpr std::chrono::milliseconds kTellAgainAfter(100);
+
+// While it lives the control draws nothing, and does not look for what it would have to draw.
+class RedrawnAtEnd {
  public:
-    explicit MirrorScope(bool& flag) : flag_(flag), before_(flag) { flag_ = true; }
-    ~MirrorScope() { flag_ = before_; }
-    MirrorScope(const MirrorScope&) = delete;
-    MirrorScope& operator=(const MirrorScope&) = delete;
+    explicit RedrawnAtEnd(HWND window) : window_(window) {
+        SendMessageW(window_, WM_SETREDRAW, FALSE, 0);
+    }
+    ~RedrawnAtEnd() {
+        SendMessageW(window_, WM_SETREDRAW, TRUE, 0);
+        InvalidateRect(window_, nullptr, TRUE);
+    }
+    RedrawnAtEnd(const RedrawnAtEnd&) = delete;
+    RedrawnAtEnd& operator=(const RedrawnAtEnd&) = delete;
 
  private:
-    bool& flag_;
-    bool before_;
+    HWND window_;
 };
 
 bool IsInSubtree(const Node* node, const Node& top) {
@@ -55,12 +65,6 @@ std::wstring ItemText(const Node& node) {
     return text;
 }
 
-std::wstring TextOfWindow(HWND window) {
-    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
-    text.resize(static_cast<std::size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
-    return text;
-}
-
 }  // namespace
 
 TreePane::~TreePane() {
@@ -83,7 +87,7 @@ void TreePane::Attach(HWND control) {
     window_ = control;
     ownMessage_.Attach(window_, [this](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
         if (message != kTellWaitingMessage) return std::nullopt;
-        TellWaiting();
+        TellWaitingWhenFree();
         return 0;
     });
     nodes_.SetView(this);
@@ -93,6 +97,8 @@ void TreePane::Detach() {
     if (nodes_.View() == this) nodes_.SetView(nullptr);
     listener_ = nullptr;
     waiting_.clear();
+    tellAgain_.Stop();
+    editing_.reset();
     ownMessage_.Detach();
 }
 
@@ -124,7 +130,10 @@ LRESULT TreePane::OnNotify(NMHDR& header) {
             OnBeginLabelEdit(NodeOf(info.lParam));
             return FALSE;
         case TVN_ENDLABELEDITW:
-            if (info.pszText != nullptr) OnEndLabelEdit(NodeOf(info.lParam), info.pszText);
+            if (info.pszText != nullptr)
+                OnEndLabelEdit(NodeOf(info.lParam), info.pszText);
+            else
+                editing_.reset();
             // The item gets its text from its node: what is taken over may differ from what was typed.
             return FALSE;
         case TVN_BEGINDRAGW:
@@ -144,7 +153,7 @@ LRESULT TreePane::OnNotify(NMHDR& header) {
 void TreePane::OnExpanded(Node& node, bool expanded) {
     const Node* const selected = nodes_.Selected();
     {
-        const MirrorScope mirror(mirroring_);
+        const SetWhile mirror(mirroring_);
         node.SetExpanded(expanded);
     }
     // The closed item took the selection; the control does the same, but not every one tells of it.
@@ -155,14 +164,15 @@ void TreePane::OnExpanded(Node& node, bool expanded) {
 void TreePane::OnSelected(Node* node) {
     if (node == nodes_.Selected()) return;
     {
-        const MirrorScope mirror(mirroring_);
+        const SetWhile mirror(mirroring_);
         nodes_.Select(node);
     }
     if (listener_ != nullptr) listener_->TreeSelectionChanged(node);
 }
 
 // The control's own edit would hold no more than it draws of a text.
-void TreePane::OnBeginLabelEdit(const Node& node) const {
+void TreePane::OnBeginLabelEdit(const Node& node) {
+    if (!editing_) editing_.emplace(Busy::Rename);
     const HWND edit = TreeView_GetEditControl(window_);
     SendMessageW(edit, EM_SETLIMITTEXT, kLongestStoredText, 0);
     SetWindowTextW(edit, node.Text().c_str());
@@ -170,7 +180,7 @@ void TreePane::OnBeginLabelEdit(const Node& node) const {
 
 void TreePane::OnEndLabelEdit(Node& node, const wchar_t* text) {
     const HWND edit = TreeView_GetEditControl(window_);
-    TellLater(Deed::Rename, node, edit != nullptr ? TextOfWindow(edit) : text);
+    TellLater(Deed::Rename, node, edit != nullptr ? WindowText(edit) : text);
 }
 
 Node* TreePane::ActivatedBy(UINT notification) const {
@@ -185,6 +195,14 @@ void TreePane::TellLater(Deed deed, Node& node, std::wstring text) {
     if (listener_ == nullptr) return;
     waiting_.push_back({deed, &node, std::move(text)});
     PostMessageW(window_, kTellWaitingMessage, 0, 0);
+}
+
+// Not inside the loop of a dialog that has opened since: it would go on there with what the user did before.
+// A name waits; a drag and a click are over by then.
+void TreePane::TellWaitingWhenFree() {
+    if (MayBegin(Who::TreeCommand) <= Answer::EndsIt) return TellWaiting();
+    std::erase_if(waiting_, [](const Waiting& each) { return each.deed != Deed::Rename; });
+    if (!waiting_.empty()) tellAgain_.Start(kTellAgainAfter);
 }
 
 void TreePane::TellWaiting() {
@@ -208,6 +226,7 @@ void TreePane::TellWaiting() {
 
 void TreePane::Rename(Node& node, const std::wstring& text) {
     const NodeRef edited(&node);
+    editing_.reset();
     if (text == node.Text() || listener_->LabelEdited(node, text) || edited.Get() == nullptr) return;
     EditLabel(node);
     const HWND edit = TreeView_GetEditControl(window_);
@@ -248,6 +267,22 @@ void TreePane::EditLabel(Node& node) {
     MakeItemsDownTo(node);
     SetFocus(window_);
     SendMessageW(window_, TVM_EDITLABELW, 0, reinterpret_cast<LPARAM>(ItemOf(node)));
+}
+
+bool TreePane::IsEditing() const {
+    return TreeView_GetEditControl(window_) != nullptr;
+}
+
+void TreePane::EndEdit() {
+    if (IsEditing()) TreeView_EndEditLabelNow(window_, FALSE);
+    if (editing_) TellWaiting();
+}
+
+// Its node went: the control does not always say so.
+void TreePane::ForgetEndedEdit() {
+    const bool named = std::any_of(waiting_.begin(), waiting_.end(),
+                                   [](const Waiting& each) { return each.deed == Deed::Rename; });
+    if (!named && !IsEditing()) editing_.reset();
 }
 
 void TreePane::ShowDropTarget(Node* node, bool before) {
@@ -337,7 +372,7 @@ void TreePane::MakeItemsBelow(Node* parent) {
             for (Node* child = FirstOf(above); child != nullptr; child = child->Next())
                 make(*child, PlaceOf(*child));
     }
-    const MirrorScope mirror(mirroring_);
+    const SetWhile mirror(mirroring_);
     for (std::size_t next = opened.size() - 1; next > 0; --next)
         TreeView_Expand(window_, ItemOf(*opened[next]), TVE_EXPAND);
 }
@@ -345,7 +380,7 @@ void TreePane::MakeItemsBelow(Node* parent) {
 void TreePane::ShowChildren(Node* parent) {
     MakeItemsBelow(parent);
     if (parent == nullptr || !OpensByItself(*parent)) return;
-    const MirrorScope mirror(mirroring_);
+    const SetWhile mirror(mirroring_);
     TreeView_Expand(window_, ItemOf(*parent), TVE_EXPAND);
 }
 
@@ -362,7 +397,7 @@ void TreePane::MakeItemsDownTo(Node& node) {
 void TreePane::SelectItemOf(Node* node) {
     const QuietScope quiet(window_);
     if (node != nullptr) MakeItemsDownTo(*node);
-    const MirrorScope mirror(mirroring_);
+    const SetWhile mirror(mirroring_);
     TreeView_SelectItem(window_, node != nullptr ? ItemOf(*node) : nullptr);
 }
 
@@ -397,12 +432,13 @@ void TreePane::NodeAdded(Node& node) {
 void TreePane::NodeRemoving(Node& node) {
     std::erase_if(waiting_, [&](const Waiting& each) { return IsInSubtree(each.node, node); });
     if (node.viewItem != 0) {
-        const MirrorScope mirror(mirroring_);
+        const SetWhile mirror(mirroring_);
         TreeView_DeleteItem(window_, ItemOf(node));
         node.viewItem = 0;
         // The items below it went with it.
         std::erase_if(grown_, [](const Node* parent) { return parent != nullptr && parent->viewItem == 0; });
     }
+    if (editing_) ForgetEndedEdit();
     if (node.Parent() != nullptr) TellChildCount(*node.Parent());
 }
 
@@ -430,13 +466,13 @@ void TreePane::NodeExpandedChanged(Node& node) {
         ShowChildren(&node);
         return;
     }
-    const MirrorScope mirror(mirroring_);
+    const SetWhile mirror(mirroring_);
     TreeView_Expand(window_, ItemOf(node), TVE_COLLAPSE);
 }
 
 void TreePane::NodeMoved(Node& node) {
     if (node.viewItem == 0) return;
-    const MirrorScope mirror(mirroring_);
+    const SetWhile mirror(mirroring_);
     Node* const selected = nodes_.Selected();
     const bool holdsSelection = IsInSubtree(selected, node);
     // Otherwise the control would look for another item to select, and tell of it.
@@ -449,8 +485,9 @@ void TreePane::NodeMoved(Node& node) {
 
 void TreePane::ChildrenReordered(Node* parent) {
     if (!ShowsChildren(parent)) return;
-    const MirrorScope mirror(mirroring_);
-    BeginBulkChange();
+    const SetWhile mirror(mirroring_);
+    std::optional<RedrawnAtEnd> redrawn;
+    if (bulkDepth_ == 0) redrawn.emplace(window_);
     SelectItemOf(nullptr);
     if (parent != nullptr) TreeView_Expand(window_, ItemOf(*parent), TVE_COLLAPSE);
     // From the first on: to take one out, the control walks along its elder siblings.
@@ -458,7 +495,6 @@ void TreePane::ChildrenReordered(Node* parent) {
         if (child->viewItem != 0) TreeView_DeleteItem(window_, ItemOf(*child));
     ShowChildren(parent);
     if (nodes_.Selected() != nullptr) SelectItemOf(nodes_.Selected());
-    EndBulkChange();
 }
 
 void TreePane::SelectionChanged(Node* node) {
@@ -468,7 +504,7 @@ void TreePane::SelectionChanged(Node* node) {
 }
 
 void TreePane::AllRemoved() {
-    const MirrorScope mirror(mirroring_);
+    const SetWhile mirror(mirroring_);
     grown_.clear();
     waiting_.clear();
     TreeView_DeleteAllItems(window_);
@@ -480,13 +516,12 @@ void TreePane::BeginBulkChange() {
 
 void TreePane::EndBulkChange() {
     if (--bulkDepth_ > 0) return;
+    const RedrawnAtEnd redrawn(window_);
     std::vector<Node*> grown = std::exchange(grown_, {});
     std::sort(grown.begin(), grown.end());
     grown.erase(std::unique(grown.begin(), grown.end()), grown.end());
     for (Node* const parent : grown)
         if (ShowsChildren(parent)) ShowChildren(parent);
-    SendMessageW(window_, WM_SETREDRAW, TRUE, 0);
-    InvalidateRect(window_, nullptr, TRUE);
 }
 
 void TreePane::EnsureVisible(Node& node) {

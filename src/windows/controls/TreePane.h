@@ -4,11 +4,14 @@
 // The tree control needs <windows.h> in front of it.
 #include <commctrl.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "engine/tree/NodeCollection.h"
+#include "platform/Busy.h"
 #include "windows/controls/Subclass.h"
+#include "windows/controls/Timer.h"
 
 // The tree control on the screen. It mirrors the node collection: texts and pictures are asked for when they
 // are drawn, and items are made when their parent is first opened, so that even a huge tree is shown at once.
@@ -41,8 +44,11 @@ class TreePane : public NodeView {
     RECT RowOf(const Node& node) const;
     // Where the keyboard's context menu belongs: below the selected node, in screen pixels.
     POINT MenuPoint() const;
-    // Starts renaming a node in place.
+    // Starts renaming a node in place. The program is busy with it until the name has been told or given up.
     void EditLabel(Node& node);
+    bool IsEditing() const;
+    // Ends it now: the listener is told the name that was typed. One that it refuses stays in the edit.
+    void EndEdit();
     // Shows the place where something dragged would go: on a node, in front of it, or nowhere (null).
     void ShowDropTarget(Node* node, bool before);
 
@@ -105,11 +111,13 @@ class TreePane : public NodeView {
 
     void OnExpanded(Node& node, bool expanded);
     void OnSelected(Node* node);
-    void OnBeginLabelEdit(const Node& node) const;
+    void OnBeginLabelEdit(const Node& node);
     void OnEndLabelEdit(Node& node, const wchar_t* text);
     Node* ActivatedBy(UINT notification) const;
     void TellLater(Deed deed, Node& node, std::wstring text = {});
     void TellWaiting();
+    void TellWaitingWhenFree();
+    void ForgetEndedEdit();
     void Rename(Node& node, const std::wstring& text);
 
     NodeCollection& nodes_;
@@ -120,5 +128,7 @@ class TreePane : public NodeView {
     std::vector<Node*> grown_;      // parents with items, null for the root level, below which nodes were
                                     // added during a bulk change
     std::vector<Waiting> waiting_;  // in the order in which it was done
-    bool mirroring_ = false;        // the control changes because the collection did, not the user
+    std::optional<BusyScope> editing_;
+    Timer tellAgain_{[this] { TellWaitingWhenFree(); }};
+    bool mirroring_ = false;  // the control changes because the collection did: what it tells is an echo
 };

@@ -12,6 +12,7 @@
 
 #include "engine/flows/DropRules.h"
 #include "engine/flows/modDragDrop.h"
+#include "engine/process/MayBegin.h"
 #include "platform/Busy.h"
 #include "platform/Guard.h"
 #include "platform/Platform.h"
@@ -81,11 +82,16 @@ class NodeDataObject : public ComObject<IDataObject> {
 
 class NodeDropSource : public ComObject<IDropSource> {
  public:
+    explicit NodeDropSource(const bool& cancelled) : cancelled_(cancelled) {}
+
     HRESULT STDMETHODCALLTYPE QueryContinueDrag(BOOL escape, DWORD keys) noexcept override {
-        if (escape) return DRAGDROP_S_CANCEL;
+        if (escape || cancelled_) return DRAGDROP_S_CANCEL;
         return (keys & MK_LBUTTON) != 0 ? S_OK : DRAGDROP_S_DROP;
     }
     HRESULT STDMETHODCALLTYPE GiveFeedback(DWORD) noexcept override { return DRAGDROP_S_USEDEFAULTCURSORS; }
+
+ private:
+    const bool& cancelled_;
 };
 
 // What OLE drags, as the engine reads it.
@@ -195,9 +201,9 @@ void TreeDrag::Stop() {
 void TreeDrag::Run(Node& node) {
     Accept();
     const ComOwned<NodeDataObject> data(new NodeDataObject({OwnTree(), node.Index()}));
-    const ComOwned<NodeDropSource> source(new NodeDropSource);
+    const ComOwned<NodeDropSource> source(new NodeDropSource(cancelled_));
     dragged_.Follow(&node);
-    dropped_ = false;
+    dropped_ = cancelled_ = false;
     HRESULT result = E_FAIL;
     {
         const BusyScope drag(Busy::Drag);
@@ -205,6 +211,12 @@ void TreeDrag::Run(Node& node) {
         result = DoDragDrop(data.get(), source.get(), DROPEFFECT_MOVE | DROPEFFECT_COPY, &effect);
     }
     EndRun(result == DRAGDROP_S_DROP);
+}
+
+// The system asks the source when the mouse moves.
+void TreeDrag::Cancel() {
+    cancelled_ = true;
+    if (const HWND mouse = GetCapture(); mouse != nullptr) PostMessageW(mouse, WM_MOUSEMOVE, 0, 0);
 }
 
 // Copying and moving may take long and ask; the system's own drag loop is over by then.
@@ -216,6 +228,7 @@ void TreeDrag::EndRun(bool letGo) {
         if (letGo) TellRefusal(*source);
         return;
     }
+    if (MayBegin(Who::TreeCommand) != Answer::Now) return;
     Node* const target = target_.Get();
     if (target == nullptr && !ontoRootLevel_) return;
     if (Node* const placed = operations_.Drop(target, source, into_, move_); placed != nullptr)

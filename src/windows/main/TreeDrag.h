@@ -27,6 +27,8 @@ class TreeDrag {
 
     // Runs a drag that started on `node` to its end: the copy or the move, or the refusal told.
     void Run(Node& node);
+    // Ends it: nothing is dropped.
+    void Cancel();
 
  private:
     class Target;
@@ -49,6 +51,7 @@ class TreeDrag {
     ClipOperations& operations_;
     std::function<void(Node&)> placed_;
     bool accepts_ = false;
+    bool cancelled_ = false;
     NodeRef dragged_;
     // What was dropped, once `dropped_`.
     bool dropped_ = false;

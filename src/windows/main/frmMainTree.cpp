@@ -8,6 +8,7 @@
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/modTreeEx.h"
 #include "platform/Platform.h"
+#include "platform/SetWhile.h"
 #include "windows/main/frmMain.h"
 
 void frmMain::TreeSelectionChanged(Node*) {
@@ -46,9 +47,10 @@ void frmMain::UpdateListview() {
     const int row = sameNode ? panes_.lvListView.FocusedRow() : -1;
     shownNode_.Follow(nodes_.Selected());
     ListContent content = BuildListContent(nodes_.Selected(), clipBoard_);
-    filling_ = true;
-    panes_.ShowContent(std::move(content), container_.Title());
-    filling_ = false;
+    {
+        const SetWhile filling(filling_);
+        panes_.ShowContent(std::move(content), container_.Title());
+    }
     KeepListRow(row);
     RefreshCommands();
 }
@@ -94,7 +96,7 @@ void frmMain::ShowContainer() {
 
 bool frmMain::MayEditLabel(Node& node) {
     return IsNodeOfKind(&node, kProfileKind | kStructureKind | kClipKind) &&
-           !LockBlocks(EditActionFor(node), &node, Options().LockEdit);
+           WhyNot(EditActionFor(node), &node, Options().LockEdit) == nullptr;
 }
 
 bool frmMain::LabelEdited(Node& node, const std::wstring& text) {
