@@ -14,8 +14,9 @@ class UserPort {
     // A message box with an OK button. An empty title shows the application's.
     virtual void Tell(const std::wstring& text, const std::wstring& title = {},
                       MessageIcon icon = MessageIcon::None) = 0;
-    // The same without waiting: the box comes when the program is back in its message loop, never inside
-    // another program's call. A text that waits already is told once.
+    // The same for what the user did not ask for, and without waiting for him: the text comes when the
+    // program is back in its message loop and free for it, never inside another program's call, and leaves
+    // the keyboard where it is. A text that waits already is told once.
     virtual void TellLater(const std::wstring& text) = 0;
     // A question with Yes and No; `noIsDefault` preselects No. True for Yes.
     virtual bool Ask(const std::wstring& text, const std::wstring& title, bool noIsDefault) = 0;

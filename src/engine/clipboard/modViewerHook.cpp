@@ -33,7 +33,9 @@ constexpr std::chrono::seconds kChainsDelay(2);
 std::uint32_t chainMessages = 0;
 // Of them, those that had come at the last change that the listener was told of.
 std::uint32_t chainMessagesBefore = 0;
-bool chainSuspected = false;
+// The chain is to be joined anew, unless messages have come along it until then.
+std::optional<Once> rejoining;
+std::uint32_t chainMessagesAtSuspicion = 0;
 // The change that is being passed on.
 std::optional<std::uint32_t> passing;
 
@@ -94,12 +96,12 @@ void JoinAnew(WindowHandle window) {
 MessageParameter ListenerTold(const Parameters& p) {
     if (std::exchange(chainMessagesBefore, chainMessages) != chainMessages || OwnViewer != p.window) return 0;
     TakeChange(p.window);
-    if (!TheMainWindowHooks.later || chainSuspected) return 0;
-    TheMainWindowHooks.later(kChainsDelay, [window = p.window, before = chainMessages] {
-        chainSuspected = false;
-        if (chainMessages == before && OwnViewer == window) JoinAnew(window);
+    if (TheMainWindowHooks.scheduler == nullptr || (rejoining && rejoining->IsDue())) return 0;
+    chainMessagesAtSuspicion = chainMessages;
+    rejoining.emplace(*TheMainWindowHooks.scheduler, [window = p.window] {
+        if (chainMessages == chainMessagesAtSuspicion && OwnViewer == window) JoinAnew(window);
     });
-    chainSuspected = true;
+    rejoining->PutOff(kChainsDelay);
     return 0;
 }
 
@@ -136,11 +138,11 @@ WindowHandle ConnectViewer(WindowHandle window) {
     NextViewer = ThePlatform().clipboard.JoinChain(window);
     OwnViewer = window;
     ThePlatform().clipboard.Listen(window);
-    chainSuspected = false;
     return NextViewer;
 }
 
 void DisconnectViewer() {
+    rejoining.reset();
     if (OwnViewer != WindowHandle::None) {
         ThePlatform().clipboard.StopListening(OwnViewer);
         ThePlatform().clipboard.LeaveChain(OwnViewer, NextViewer);

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <chrono>
 #include <cstdint>
 #include <functional>
 
+#include "engine/process/Later.h"
 #include "platform/Handles.h"
 #include "platform/Windows.h"
 
@@ -27,8 +27,8 @@ struct MainWindowHooks {
     ProcedureAddress procedure = ProcedureAddress::None;
     // Another program changed the clipboard while automatic capture (the option AutoSnap) was on.
     std::function<void()> updateClipBoard;
-    // Runs an action later, after a delay.
-    std::function<void(std::chrono::milliseconds, std::function<void()>)> later;
+    // Not owned; null while there is none.
+    Scheduler* scheduler = nullptr;
     // The hot key was pressed.
     std::function<void(WindowHandle mainWindow)> hotKeyAction;
 };

@@ -1,16 +1,12 @@
 #pragma once
 
-#include <chrono>
-#include <functional>
-
+#include "engine/process/Later.h"
 #include "engine/tree/NodeCollection.h"
 #include "platform/Handles.h"
 
 // What the flows ask of the main window, and nothing else. The window does it; the flows decide when.
-class MainWindowHost {
+class MainWindowHost : public Scheduler {
  public:
-    virtual ~MainWindowHost() = default;
-
     virtual WindowHandle Window() = 0;
     // The tree control's nodes.
     virtual NodeCollection& Nodes() = 0;
@@ -18,10 +14,6 @@ class MainWindowHost {
     virtual Node* ActiveContainer() = 0;
     // The tool bar's toggle "Lock" is pressed.
     virtual bool LockPressed() = 0;
-
-    // Runs `action` once, from a message of its own: after `delay`, when nothing more urgent waits and
-    // MayOpenDialog holds. Dropped when the window goes before that.
-    virtual void Later(std::chrono::milliseconds delay, std::function<void()> action) = 0;
 
     // Selects the node in the tree, scrolls it into view and refreshes the list and the preview, once.
     virtual void SelectAndShow(Node& node) = 0;
@@ -31,9 +23,6 @@ class MainWindowHost {
     // Writes every changed profile. A failure is told to the user there.
     virtual bool SaveAllProfiles() = 0;
 
-    // Nothing modal stands open, no menu, and no operation on the tree goes on below on the stack: a dialog
-    // may be opened now.
-    virtual bool MayOpenDialog() = 0;
     virtual void BringToFront() = 0;
     // Opens the clip's property dialog and returns when it has closed. The node may be gone then. Unasked, it
     // appears above the other windows without taking the keyboard from the program that the user works in.

@@ -1,7 +1,5 @@
 #include "engine/flows/SnapFlow.h"
 
-#include <array>
-#include <chrono>
 #include <utility>
 
 #include "engine/clipboard/FormatNames.h"
@@ -11,6 +9,7 @@
 #include "engine/clipboard/modViewerHook.h"
 #include "engine/flows/SameContent.h"
 #include "engine/formatsets/modFormatSet.h"
+#include "engine/process/MayBegin.h"
 #include "engine/process/modOption.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/modTreeEx.h"
@@ -19,26 +18,13 @@
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
 
-using std::chrono::milliseconds;
-
 namespace {
 
 // As many characters as the options dialog lets the user ask for.
 constexpr std::size_t kLongestClipName = 999;
 
-// Together nearly two seconds: whoever holds the clipboard longer holds it from everybody.
-constexpr std::array kPausesBetweenReturns = {milliseconds(100), milliseconds(300), milliseconds(600),
-                                              milliseconds(900)};
-
 bool IsControlCharacter(wchar_t character) {
     return character < 0x20 || (character >= 0x7F && character <= 0x9F);
-}
-
-bool ConfirmsConfidential() {
-    return ThePlatform().user.Ask(
-        L"Der Inhalt der Zwischenablage ist als vertraulich gekennzeichnet.\r\nSoll er trotzdem erfasst "
-        L"werden ?",
-        L"Vertraulicher Inhalt", true);
 }
 
 void PlaySnapSound() {
@@ -88,59 +74,9 @@ struct SnapFlow::Content {
     }
 };
 
-void SnapFlow::Snap() {
-    if (Is(Busy::Capture) || Is(Busy::Dialog) || Is(Busy::TreeOperation)) return;
-    const HourglassScope hourglass(ThePlatform().user);
-    Messages messages;
-    if (Take(Trigger::Command, messages) == Outcome::Confidential && ConfirmsConfidential())
-        Take(Trigger::ConfirmedCommand, messages);
-    TellAll(messages);
-    Show(Trigger::Command);
-}
-
-void SnapFlow::UpdateClipBoard() {
-    if (Is(Busy::Capture) || Is(Busy::Dialog)) return;
-    const milliseconds left = rest_.Left(ThePlatform().clock.Now());
-    returns_ = 0;
-    if (left == milliseconds(0) && host_.MayOpenDialog()) return TakeChange();
-    // A menu is open, or an operation on the tree goes on, or others are to have their turn.
-    if (returnsAfterRest_) return;
-    host_.Later(left, [this] {
-        returnsAfterRest_ = false;
-        if (Options().AutoSnap) UpdateClipBoard();
-    });
-    // Here and below not before: should it fail, nothing would come back and all the same be waited for.
-    returnsAfterRest_ = true;
-}
-
-void SnapFlow::TakeChange() {
-    if (Is(Busy::Capture) || Is(Busy::Dialog)) return;
+bool SnapFlow::HasLookedAtThis() const {
     const std::uint32_t sequence = ThePlatform().clipboard.SequenceNumber();
-    if (sequence != 0 && sequence == lookedAt_) return;
-    const HourglassScope hourglass(ThePlatform().user);
-    const FileTime began = ThePlatform().clock.Now();
-    Messages messages;
-    const Outcome outcome = Take(Trigger::Change, messages);
-    rest_.WorkDone(began, ThePlatform().clock.Now());
-    for (const HeldMessages::Message& message : messages)
-        ThePlatform().user.TellLater(message.text);
-    ShowLater();
-    if (outcome == Outcome::Confidential) ThePlatform().user.Status(L"Vertraulicher Inhalt nicht erfasst");
-    if (outcome == Outcome::ClipboardBusy) ReturnToBusyClipboard();
-}
-
-void SnapFlow::ReturnToBusyClipboard() {
-    if (returns_ == kPausesBetweenReturns.size()) {
-        ThePlatform().user.Status(
-            L"Eine Kopie wurde nicht erfasst: Ein anderes Programm gibt die Zwischenablage nicht frei.");
-        return;
-    }
-    if (returnsWhenFree_) return;
-    host_.Later(kPausesBetweenReturns[returns_++], [this] {
-        returnsWhenFree_ = false;
-        if (Options().AutoSnap) TakeChange();
-    });
-    returnsWhenFree_ = true;
+    return sequence != 0 && sequence == lookedAt_;
 }
 
 SnapFlow::Outcome SnapFlow::Take(Trigger trigger, Messages& messages) {
@@ -266,13 +202,12 @@ Node* SnapFlow::MakeNode(const NewClipFile& file, const Content& content) {
     return &node;
 }
 
-void SnapFlow::ShowLater() {
-    if (unshown_.Get() == nullptr || showsLater_) return;
-    host_.Later(milliseconds(0), [this] {
-        showsLater_ = false;
-        Show(Trigger::Change);
-    });
-    showsLater_ = true;
+// Nobody asked for the preview: that it shows nothing is no reason for a box.
+void SnapFlow::SelectQuietly(Node& clip) {
+    HeldMessages held;
+    host_.SelectAndShow(clip);
+    for (const HeldMessages::Message& message : held.Take())
+        ThePlatform().user.Status(message.text);
 }
 
 void SnapFlow::Show(Trigger trigger) {
@@ -280,18 +215,24 @@ void SnapFlow::Show(Trigger trigger) {
     const std::wstring lastWord = lastWord_;
     unshown_.Follow(nullptr);
     if (clip.Get() == nullptr) return;
-    host_.SelectAndShow(*clip.Get());
+    if (trigger == Trigger::Change)
+        SelectQuietly(*clip.Get());
+    else
+        host_.SelectAndShow(*clip.Get());
     if (!lastWord.empty()) ThePlatform().user.Status(lastWord);
     PlaySnapSound();
-    if (Options().EditPropAfterSnap && clip.Get() != nullptr && host_.MayOpenDialog()) {
-        const bool unasked = trigger == Trigger::Change;
+    const bool unasked = trigger == Trigger::Change;
+    const bool mayShow = MayBegin(unasked ? Who::PutOffAction : Who::CaptureCommand) == Answer::Now;
+    if (Options().EditPropAfterSnap && clip.Get() != nullptr && mayShow) {
         if (!unasked) host_.BringToFront();
         host_.EditClipProperties(*clip.Get(), unasked);
         if (!lastWord.empty()) ThePlatform().user.Status(lastWord);
     }
     if (Options().IconAfterSnap) {
+        // The user may have left meanwhile for a program that has nothing to do with it.
+        const bool inFront = ThePlatform().windows.Foreground() == host_.Window();
         host_.Minimise();
-        RestoreForeground();
+        if (inFront) RestoreForeground();
     }
 }
 

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <chrono>
-#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -10,7 +8,6 @@
 #include "engine/clipboard/CClipBoard.h"
 #include "engine/flows/MainWindowHost.h"
 #include "engine/flows/NewClipFile.h"
-#include "engine/flows/RestAfterWork.h"
 #include "engine/tree/NodeRef.h"
 #include "platform/Files.h"
 #include "platform/HeldMessages.h"
@@ -19,20 +16,27 @@
 // clipboard is open for reading alone, and no message box opens before the clip is made and saved.
 //
 // A snap that a clipboard change asked for happens inside that change's message, while other viewers wait.
-// What is only for the user's eyes, and every text, comes later from a message of its own.
+// What is only for the user's eyes, and every text, comes later from a message of its own. When one is taken,
+// and when it is shown, CaptureWatch knows.
 class SnapFlow {
  public:
     // Neither is owned; both live as long as the flow.
     SnapFlow(MainWindowHost& host, CClipBoard& clipBoard) : host_(host), clipBoard_(clipBoard) {}
 
-    // The clipboard changed. Takes what it holds now, unless a modal dialog is open or a snap has looked at
-    // it before. Of changes that come faster than the user could bear only the newest is taken. While another
-    // program holds the clipboard, comes back a few times within two seconds; then the status bar says that a
-    // copy was missed.
-    void UpdateClipBoard();
-    // Takes a snap at the user's command, of confidential content after a question. While one runs, a further
-    // call does nothing.
-    void Snap();
+    enum class Trigger { Command, ConfirmedCommand, Change };
+    enum class Outcome { Finished, ClipboardBusy, Confidential };
+    using Messages = std::vector<HeldMessages::Message>;
+
+    // Makes a clip of what the clipboard holds now. What the user is to be told comes in `messages`. Of
+    // confidential content only a confirmed command makes one.
+    Outcome Take(Trigger trigger, Messages& messages);
+    // A snap has looked at this content of the clipboard before.
+    bool HasLookedAtThis() const;
+
+    // A clip was made and is not shown yet.
+    bool HasUnshown() const { return unshown_.Get() != nullptr; }
+    // Shows the newest of them, with all that the user wants to see and hear of it.
+    void Show(Trigger trigger);
 
     // The window goes while a clip is being made: it ends without one.
     void Abandon() { abandoned_ = true; }
@@ -41,24 +45,16 @@ class SnapFlow {
     std::optional<FileTime> LastUpdate() const { return lastUpdate_; }
 
  private:
-    enum class Trigger { Command, ConfirmedCommand, Change };
-    enum class Outcome { Finished, ClipboardBusy, Confidential };
-    using Messages = std::vector<HeldMessages::Message>;
     struct Choice;
     struct Content;
 
-    void TakeChange();
-    void ReturnToBusyClipboard();
-    Outcome Take(Trigger trigger, Messages& messages);
     Outcome TakeSnap(Trigger trigger);
     Outcome ReadClipboard(Trigger trigger, const NewClipFile& file, std::optional<Content>& content);
     std::optional<Choice> ChooseFormats(const CFormats& formats);
     Content SaveFormats(CFormats& formats, const Choice& choice, FileHandle file);
     bool IsTakenAlready(const NewClipFile& file, const Content& content);
     Node* MakeNode(const NewClipFile& file, const Content& content);
-
-    void ShowLater();
-    void Show(Trigger trigger);
+    void SelectQuietly(Node& clip);
 
     MainWindowHost& host_;
     CClipBoard& clipBoard_;
@@ -66,16 +62,10 @@ class SnapFlow {
     bool abandoned_ = false;
     // The clipboard's sequence number when a snap last looked at it; 0 for none.
     std::uint32_t lookedAt_ = 0;
-    RestAfterWork rest_{std::chrono::milliseconds(20)};
-    bool returnsAfterRest_ = false;
-    // How often the newest change was tried again because another program had the clipboard.
-    std::size_t returns_ = 0;
-    bool returnsWhenFree_ = false;
     // The clip that was made and not shown yet, and what the status bar is to say of it; empty when all is
     // well.
     NodeRef unshown_;
     std::wstring lastWord_;
-    bool showsLater_ = false;
 };
 
 // A clip's name made of its text: up to the first zero, each run of line breaks and other control characters

@@ -16,42 +16,18 @@ bool Always(const Situation&, const Node*) {
     return true;
 }
 
-bool Unlocked(const Situation& situation, TreeAction action, const Node* node) {
-    return !LockBlocks(action, node, situation.lockEdit);
-}
-
-bool MayAddProfile(const Situation& situation, const Node*) {
-    return Unlocked(situation, TreeAction::NewProfile, nullptr);
-}
-
-bool MayImport(const Situation& situation, const Node*) {
-    return Unlocked(situation, TreeAction::ImportProfile, nullptr);
-}
-
-bool MayUnlink(const Situation& situation, const Node* node) {
-    return IsProfileNode(node) && Unlocked(situation, TreeAction::UnlinkProfile, node);
+bool IsProfile(const Situation&, const Node* node) {
+    return IsProfileNode(node);
 }
 
 bool IsKnown(const Situation&, const Node* node) {
     return IsNodeOfKind(node, kProfileKind | kStructureKind | kClipKind);
 }
 
-bool MayDelete(const Situation& situation, const Node* node) {
-    return IsKnown(situation, node) && Unlocked(situation, DeleteActionFor(*node), node);
-}
-
-bool MayEdit(const Situation& situation, const Node* node) {
-    return IsKnown(situation, node) && Unlocked(situation, EditActionFor(*node), node);
-}
-
-// A clip stands for the container that it lies in.
-bool MayAddFolder(const Situation& situation, const Node* node) {
-    return IsKnown(situation, node) && Unlocked(situation, TreeAction::NewFolder, node);
-}
-
+// The snap itself says what forbids it.
 bool MaySnap(const Situation& situation, const Node*) {
     const Node* const container = situation.activeContainer;
-    return container != nullptr && Unlocked(situation, TreeAction::Snap, container);
+    return container != nullptr && WhyNot(TreeAction::Snap, container, situation.lockEdit) == nullptr;
 }
 
 bool IsClip(const Situation&, const Node* node) {
@@ -62,6 +38,19 @@ bool MayBecomeActive(const Situation& situation, const Node* node) {
     return IsNodeOfKind(node, kProfileKind | kStructureKind) && node != situation.activeContainer;
 }
 
+template <TreeAction action>
+TreeAction Does(const Node*) {
+    return action;
+}
+
+TreeAction Deletes(const Node* node) {
+    return DeleteActionFor(*node);
+}
+
+TreeAction Edits(const Node* node) {
+    return EditActionFor(*node);
+}
+
 template <int... numbers>
 constexpr std::array<int, sizeof...(numbers)> kNumbers{numbers...};
 
@@ -69,47 +58,52 @@ using enum MainCommand;
 
 constexpr std::array<CommandRow, kMainCommandCount> kRows{{
     {NewProfile, kNumbers<mnuFileNew, m_pNN_NewProfil, m_PPNewProfil, tbbProfil>, ActsOn::Nothing,
-     MayAddProfile},
+     Who::TreeCommand, Always, Does<TreeAction::NewProfile>},
     {ImportProfile, kNumbers<m_importProfil, m_pNN_insert_profile, m_PP_ImportProfil, tbbImport>,
-     ActsOn::Nothing, MayImport},
-    {UnlinkProfile, kNumbers<m_PP_UnlinkProfil>, ActsOn::ChosenOrOpen, MayUnlink},
+     ActsOn::Nothing, Who::TreeCommand, Always, Does<TreeAction::ImportProfile>},
+    {UnlinkProfile, kNumbers<m_PP_UnlinkProfil>, ActsOn::ChosenOrOpen, Who::TreeCommand, IsProfile,
+     Does<TreeAction::UnlinkProfile>},
     {Delete, kNumbers<m_edit_delete, m_del_profile, m_structDelete, m_delnode, tbbDelete>, ActsOn::Chosen,
-     MayDelete},
+     Who::TreeCommand, IsKnown, Deletes},
+    // A clip stands for the container that it lies in.
     {NewFolder, kNumbers<m_edit_newstruct, m_pop_newstruct, m_substruct_insert, m_pp_substruct_insert>,
-     ActsOn::ChosenOrOpen, MayAddFolder},
-    {Rename, kNumbers<m_edit_rename>, ActsOn::ChosenOrOpen, MayEdit},
-    {Snap, kNumbers<m_edit_insert, m_tray_snap, tbbSnap>, ActsOn::Nothing, MaySnap},
-    {ToClipboard, kNumbers<m_copyToClipboard, m_to_clipboard, tbbCopy>, ActsOn::ChosenOrOpen, IsClip},
+     ActsOn::ChosenOrOpen, Who::TreeCommand, IsKnown, Does<TreeAction::NewFolder>},
+    {Rename, kNumbers<m_edit_rename>, ActsOn::ChosenOrOpen, Who::TreeCommand, IsKnown, Edits},
+    {Snap, kNumbers<m_edit_insert, m_tray_snap, tbbSnap>, ActsOn::Nothing, Who::CaptureCommand, MaySnap},
+    {ToClipboard, kNumbers<m_copyToClipboard, m_to_clipboard, tbbCopy>, ActsOn::ChosenOrOpen,
+     Who::ClipCommand, IsClip},
     {Activate, kNumbers<m_activate, m_profile_active, m_struct_active>, ActsOn::ChosenOrOpen,
-     MayBecomeActive},
+     Who::TreeCommand, MayBecomeActive},
     {Properties, kNumbers<mnuFileProperties, m_pp_prop, m_ps_prop, m_clip_prop, tbbProperties>,
-     ActsOn::ChosenOrOpen, IsKnown},
-    {Search, kNumbers<m_search>, ActsOn::Nothing, Always},
-    {SearchAgain, kNumbers<m_searcg_again>, ActsOn::Nothing, Always},
-    {ShowToolBar, kNumbers<mnuViewToolbar>, ActsOn::Nothing, Always},
-    {ShowStatusBar, kNumbers<mnuViewStatusBar>, ActsOn::Nothing, Always},
-    {LargeIcons, kNumbers<mnuListViewLarge, tbbViewLarge>, ActsOn::Nothing, Always},
-    {SmallIcons, kNumbers<mnuListViewSmall, tbbViewSmall>, ActsOn::Nothing, Always},
-    {PlainList, kNumbers<mnuListViewList, tbbViewList>, ActsOn::Nothing, Always},
-    {Details, kNumbers<mnuListViewDetails, tbbViewDetails>, ActsOn::Nothing, Always},
-    {ShowPreview, kNumbers<mnuListViewPreview, tbbViewPreview>, ActsOn::Nothing, Always},
-    {StretchPicture, kNumbers<m_stretchmode>, ActsOn::Nothing, Always},
-    {Refresh, kNumbers<mnuViewRefresh>, ActsOn::Nothing, Always},
-    {Options, kNumbers<mnuViewOptions, tbbViewProperties>, ActsOn::Nothing, Always},
-    {Lock, kNumbers<tbbLock>, ActsOn::Nothing, Always},
-    {TakeAutoDetect, kNumbers<tbbAutoDetect, m_reconnect>, ActsOn::Nothing, Always},
-    {SwitchAutoDetect, kNumbers<m_tray_autosnap>, ActsOn::Nothing, Always},
-    {FormatSets, kNumbers<m_extra_fs>, ActsOn::Nothing, Always},
-    {FormatQuery, kNumbers<m_ext_act_format, m_ext_fa, m_test_askformat>, ActsOn::Nothing, Always},
-    {Diagnosis, kNumbers<m_ext_diag, m_copy_info>, ActsOn::Nothing, Always},
-    {QuickStart, kNumbers<m_quickstart>, ActsOn::Nothing, MayAddProfile},
-    {ExitHook, kNumbers<m_test_exithook>, ActsOn::Nothing, Always},
-    {HelpContents, kNumbers<mnuHelpContents>, ActsOn::Nothing, Always},
-    {HelpSearch, kNumbers<mnuHelpSearch>, ActsOn::Nothing, Always},
-    {HelpKeys, kNumbers<m_help_keys>, ActsOn::Nothing, Always},
-    {About, kNumbers<mnuHelpAbout>, ActsOn::Nothing, Always},
-    {Restore, kNumbers<m_tray_restore>, ActsOn::Nothing, Always},
-    {Close, kNumbers<mnuFileClose, m_tray_quit>, ActsOn::Nothing, Always},
+     ActsOn::ChosenOrOpen, Who::TreeCommand, IsKnown, Does<TreeAction::ShowProperties>},
+    {Search, kNumbers<m_search>, ActsOn::Nothing, Who::TreeCommand, Always},
+    {SearchAgain, kNumbers<m_searcg_again>, ActsOn::Nothing, Who::TreeCommand, Always},
+    {ShowToolBar, kNumbers<mnuViewToolbar>, ActsOn::Nothing, Who::TreeCommand, Always},
+    {ShowStatusBar, kNumbers<mnuViewStatusBar>, ActsOn::Nothing, Who::TreeCommand, Always},
+    {LargeIcons, kNumbers<mnuListViewLarge, tbbViewLarge>, ActsOn::Nothing, Who::TreeCommand, Always},
+    {SmallIcons, kNumbers<mnuListViewSmall, tbbViewSmall>, ActsOn::Nothing, Who::TreeCommand, Always},
+    {PlainList, kNumbers<mnuListViewList, tbbViewList>, ActsOn::Nothing, Who::TreeCommand, Always},
+    {Details, kNumbers<mnuListViewDetails, tbbViewDetails>, ActsOn::Nothing, Who::TreeCommand, Always},
+    {ShowPreview, kNumbers<mnuListViewPreview, tbbViewPreview>, ActsOn::Nothing, Who::TreeCommand, Always},
+    {StretchPicture, kNumbers<m_stretchmode>, ActsOn::Nothing, Who::TreeCommand, Always},
+    {Refresh, kNumbers<mnuViewRefresh>, ActsOn::Nothing, Who::TreeCommand, Always},
+    {Options, kNumbers<mnuViewOptions, tbbViewProperties>, ActsOn::Nothing, Who::TreeCommand, Always},
+    {Lock, kNumbers<tbbLock>, ActsOn::Nothing, Who::TreeCommand, Always},
+    {TakeAutoDetect, kNumbers<tbbAutoDetect, m_reconnect>, ActsOn::Nothing, Who::TreeCommand, Always},
+    {SwitchAutoDetect, kNumbers<m_tray_autosnap>, ActsOn::Nothing, Who::TreeCommand, Always},
+    {FormatSets, kNumbers<m_extra_fs>, ActsOn::Nothing, Who::TreeCommand, Always},
+    {FormatQuery, kNumbers<m_ext_act_format, m_ext_fa, m_test_askformat>, ActsOn::Nothing, Who::TreeCommand,
+     Always},
+    {Diagnosis, kNumbers<m_ext_diag, m_copy_info>, ActsOn::Nothing, Who::TreeCommand, Always},
+    {QuickStart, kNumbers<m_quickstart>, ActsOn::Nothing, Who::TreeCommand, Always,
+     Does<TreeAction::NewProfile>},
+    {ExitHook, kNumbers<m_test_exithook>, ActsOn::Nothing, Who::TreeCommand, Always},
+    {HelpContents, kNumbers<mnuHelpContents>, ActsOn::Nothing, Who::TreeCommand, Always},
+    {HelpSearch, kNumbers<mnuHelpSearch>, ActsOn::Nothing, Who::TreeCommand, Always},
+    {HelpKeys, kNumbers<m_help_keys>, ActsOn::Nothing, Who::TreeCommand, Always},
+    {About, kNumbers<mnuHelpAbout>, ActsOn::Nothing, Who::TreeCommand, Always},
+    {Restore, kNumbers<m_tray_restore>, ActsOn::Nothing, Who::HotKey, Always},
+    {Close, kNumbers<mnuFileClose, m_tray_quit>, ActsOn::Nothing, Who::Closing, Always},
 }};
 
 constexpr bool InOrder() {
@@ -139,6 +133,17 @@ Node* NodeFor(const CommandRow& row, const CommandSituation& situation) {
 }
 
 bool IsAllowed(const CommandRow& row, const CommandSituation& situation) {
-    if (situation.dialogOpen) return row.command == MainCommand::Restore;
-    return row.allowed(situation, NodeFor(row, situation));
+    const Node* const node = NodeFor(row, situation);
+    return row.sensible(situation, node) &&
+           (row.action == nullptr || WhyNot(row.action(node), node, situation.lockEdit) == nullptr);
+}
+
+bool IsOffered(const CommandRow& row, const CommandSituation& situation) {
+    return MayBegin(row.who) <= Answer::EndsIt && IsAllowed(row, situation);
+}
+
+bool IsPermitted(const CommandRow& row, const Node* node) {
+    // Of what makes no sense there is nothing to forbid.
+    if (row.action == nullptr || (row.actsOn != ActsOn::Nothing && !IsKnown({}, node))) return true;
+    return ActionAllowed(row.action(node), node);
 }

@@ -2,6 +2,8 @@
 
 #include <span>
 
+#include "engine/process/MayBegin.h"
+#include "engine/profiles/StructureLock.h"
 #include "engine/tree/Node.h"
 
 // The main window's commands: one row each says by which numbers it comes, on which node it acts and when it
@@ -60,7 +62,6 @@ struct CommandSituation {
     Node* open = nullptr;    // selected in the tree
     const Node* activeContainer = nullptr;
     bool lockEdit = false;
-    bool dialogOpen = false;  // a modal dialog or a message box
 };
 
 struct CommandRow {
@@ -68,8 +69,11 @@ struct CommandRow {
     // The numbers of menu entries (a key sends its entry's), of the tray's menu and of the tool bar.
     std::span<const int> numbers;
     ActsOn actsOn;
-    // Asked with the node that the command would take, null for none.
-    bool (*allowed)(const CommandSituation& situation, const Node* node);
+    Who who;
+    // Whether it makes sense. Asked with the node that the command would take, null for none.
+    bool (*sensible)(const CommandSituation& situation, const Node* node);
+    // What it does to the tree; null for a command that changes nothing there, or asks for itself.
+    TreeAction (*action)(const Node* node) = nullptr;
 };
 
 // In the order of MainCommand.
@@ -79,6 +83,9 @@ const CommandRow* CommandRowOf(int number);
 
 // The node that the command would take; null for none.
 Node* NodeFor(const CommandRow& row, const CommandSituation& situation);
-// Menus and tool bar are greyed by it. Under a modal dialog only bringing the window back is allowed: the
-// code that opened the dialog goes on when it has closed.
+// Menu bar and tool bar are greyed by it: the command makes sense, and nothing forbids it.
 bool IsAllowed(const CommandRow& row, const CommandSituation& situation);
+// The same, and it may begin now: for a menu that opens over whatever is under way.
+bool IsOffered(const CommandRow& row, const CommandSituation& situation);
+// Nothing forbids it for this node, null for none; otherwise the user is told what does.
+bool IsPermitted(const CommandRow& row, const Node* node);

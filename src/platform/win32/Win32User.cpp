@@ -1,10 +1,8 @@
 #include "platform/win32/Win32User.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "platform/Busy.h"
-#include "platform/Guard.h"
 #include "platform/win32/LateFunction.h"
 #include "platform/win32/ModalWindows.h"
 #include "platform/win32/SystemHandles.h"
@@ -28,24 +26,7 @@ unsigned IconStyle(MessageIcon icon) {
     return 0;
 }
 
-// The one whose texts wait for the timer; a timer without a window knows nothing else of its maker.
-Win32User* teller = nullptr;
-
-// A function of its own: the 32-bit compiler turns no lambda into one of the system's calling convention.
-void CALLBACK TimeToTell(HWND, UINT, UINT_PTR timer, DWORD) {
-    // A box would break off what the mouse drags. The timer comes again.
-    if (GetCapture() != nullptr) return;
-    KillTimer(nullptr, timer);
-    Guarded([] {
-        if (teller != nullptr) teller->TellWhatWaits();
-    });
-}
-
 }  // namespace
-
-Win32User::~Win32User() {
-    if (teller == this) teller = nullptr;
-}
 
 int Win32User::ShowBox(const std::wstring& text, const std::wstring& title, unsigned style) {
     const BusyScope open(Busy::Dialog);
@@ -60,20 +41,17 @@ void Win32User::Tell(const std::wstring& text, const std::wstring& title, Messag
 }
 
 void Win32User::TellLater(const std::wstring& text) {
-    if (std::find(waiting_.begin(), waiting_.end(), text) != waiting_.end()) return;
-    waiting_.push_back(text);
-    teller = this;
-    SetTimer(nullptr, 0, USER_TIMER_MINIMUM, &TimeToTell);
+    if (tellLater_)
+        tellLater_(text);
+    else
+        waiting_.push_back(text);
 }
 
-// One box after the other: what comes to wait while one stands is told behind it.
-void Win32User::TellWhatWaits() {
-    if (std::exchange(telling_, true)) return;
-    while (!waiting_.empty()) {
-        Tell(waiting_.front(), {}, MessageIcon::Error);
-        waiting_.pop_front();
-    }
-    telling_ = false;
+void Win32User::SetTeller(std::function<void(const std::wstring& text)> tellLater) {
+    tellLater_ = std::move(tellLater);
+    if (!tellLater_) return;
+    for (const std::wstring& text : std::exchange(waiting_, {}))
+        tellLater_(text);
 }
 
 bool Win32User::Ask(const std::wstring& text, const std::wstring& title, bool noIsDefault) {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <deque>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "platform/Handles.h"
 #include "platform/User.h"
@@ -11,14 +11,9 @@
 class Win32User : public UserPort {
  public:
     explicit Win32User(std::wstring title = L"NXClip") : title_(std::move(title)) {}
-    ~Win32User() override;
-    Win32User(const Win32User&) = delete;
-    Win32User& operator=(const Win32User&) = delete;
 
     void Tell(const std::wstring& text, const std::wstring& title, MessageIcon icon) override;
     void TellLater(const std::wstring& text) override;
-    // Tells it now; the timer's call.
-    void TellWhatWaits();
     bool Ask(const std::wstring& text, const std::wstring& title, bool noIsDefault) override;
     void Status(const std::wstring& text) override;
     PointerShape ShowPointer(PointerShape shape) override;
@@ -29,6 +24,8 @@ class Win32User : public UserPort {
     void SetMainWindow(WindowHandle window) { mainWindow_ = window; }
     // Shows the status text. Empty to forget the texts again: set it no longer than its window lives.
     void SetStatusLine(std::function<void(const std::wstring& text)> show) { showStatus_ = std::move(show); }
+    // Tells the texts that come later. Empty to keep them until there is somebody.
+    void SetTeller(std::function<void(const std::wstring& text)> tellLater);
     // The pointer to show wherever a window has none of its own.
     PointerShape Pointer() const { return pointer_; }
 
@@ -39,6 +36,6 @@ class Win32User : public UserPort {
     WindowHandle mainWindow_ = WindowHandle::None;
     std::function<void(const std::wstring& text)> showStatus_;
     PointerShape pointer_ = PointerShape::Normal;
-    std::deque<std::wstring> waiting_;  // to be told later
-    bool telling_ = false;
+    std::function<void(const std::wstring& text)> tellLater_;
+    std::vector<std::wstring> waiting_;  // while there is nobody to tell it
 };

@@ -10,6 +10,7 @@
 #include "platform/HeldMessages.h"
 #include "windows/controls/Readers.h"
 #include "windows/controls/ScreenBitmap.h"
+#include "windows/controls/WindowObject.h"
 
 namespace {
 
@@ -233,11 +234,7 @@ void PictureBox::ShowBar(int bar, const SCROLLINFO& range) {
 }
 
 LRESULT CALLBACK PictureBox::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_NCCREATE)
-        SetWindowLongPtrW(
-            window, GWLP_USERDATA,
-            reinterpret_cast<LONG_PTR>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams));
-    auto* const box = reinterpret_cast<PictureBox*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    auto* const box = ObjectOf<PictureBox>(window, message, lParam);
     if (box == nullptr) return DefWindowProcW(window, message, wParam, lParam);
     return Guarded<LRESULT>(0, [&] { return box->Handle(window, message, wParam, lParam); });
 }

@@ -24,9 +24,7 @@ constexpr std::chrono::milliseconds kTellAgainAfter(100);
 // While it lives the control draws nothing, and does not look for what it would have to draw.
 class RedrawnAtEnd {
  public:
-    explicit RedrawnAtEnd(HWND window) : window_(window) {
-        SendMessageW(window_, WM_SETREDRAW, FALSE, 0);
-    }
+    explicit RedrawnAtEnd(HWND window) : window_(window) { SendMessageW(window_, WM_SETREDRAW, FALSE, 0); }
     ~RedrawnAtEnd() {
         SendMessageW(window_, WM_SETREDRAW, TRUE, 0);
         InvalidateRect(window_, nullptr, TRUE);
@@ -179,6 +177,8 @@ void TreePane::OnBeginLabelEdit(const Node& node) {
 }
 
 void TreePane::OnEndLabelEdit(Node& node, const wchar_t* text) {
+    // Some controls tell it once more when the edit loses the focus by its end.
+    if (IsRenameWaiting()) return;
     const HWND edit = TreeView_GetEditControl(window_);
     TellLater(Deed::Rename, node, edit != nullptr ? WindowText(edit) : text);
 }
@@ -269,6 +269,11 @@ void TreePane::EditLabel(Node& node) {
     SendMessageW(window_, TVM_EDITLABELW, 0, reinterpret_cast<LPARAM>(ItemOf(node)));
 }
 
+bool TreePane::IsRenameWaiting() const {
+    return std::any_of(waiting_.begin(), waiting_.end(),
+                       [](const Waiting& each) { return each.deed == Deed::Rename; });
+}
+
 bool TreePane::IsEditing() const {
     return TreeView_GetEditControl(window_) != nullptr;
 }
@@ -280,9 +285,7 @@ void TreePane::EndEdit() {
 
 // Its node went: the control does not always say so.
 void TreePane::ForgetEndedEdit() {
-    const bool named = std::any_of(waiting_.begin(), waiting_.end(),
-                                   [](const Waiting& each) { return each.deed == Deed::Rename; });
-    if (!named && !IsEditing()) editing_.reset();
+    if (!IsRenameWaiting() && !IsEditing()) editing_.reset();
 }
 
 void TreePane::ShowDropTarget(Node* node, bool before) {

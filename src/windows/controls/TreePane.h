@@ -118,6 +118,7 @@ class TreePane : public NodeView {
     void TellWaiting();
     void TellWaitingWhenFree();
     void ForgetEndedEdit();
+    bool IsRenameWaiting() const;
     void Rename(Node& node, const std::wstring& text);
 
     NodeCollection& nodes_;

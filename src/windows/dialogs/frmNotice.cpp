@@ -13,9 +13,10 @@ void frmNotice::Add(const std::wstring& text) {
 
 void frmNotice::ShowNext(HWND owner) {
     if (Window() != nullptr || texts_.empty()) return;
+    const std::wstring text = texts_.front();
     if (ShowNotice(owner, IDD_frmNotice) != nullptr) return;
-    ThePlatform().user.Status(texts_.front());
-    texts_.pop_front();
+    std::erase(texts_, text);
+    ThePlatform().user.Status(text);
 }
 
 void frmNotice::OnInit() {

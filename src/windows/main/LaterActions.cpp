@@ -1,33 +1,35 @@
 #include "windows/main/LaterActions.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
-namespace {
-
-constexpr UINT kLookAgainAfter = 100;  // milliseconds
-
-}  // namespace
-
-void LaterActions::Add(HWND window, std::chrono::milliseconds delay, std::function<void()> action) {
-    UINT_PTR number = 1;
-    while (actions_.contains(number))
-        ++number;
-    actions_[number] = std::move(action);
-    if (delay.count() == 0 && PostMessageW(window, kLaterMessage, number, 0)) return;
-    SetTimer(window, number, static_cast<UINT>(std::max<std::int64_t>(delay.count(), USER_TIMER_MINIMUM)),
-             nullptr);
+void LaterActions::Later(std::chrono::milliseconds delay, std::function<void()> action) {
+    if (delay.count() == 0 && window_ != nullptr) {
+        posted_.push_back(std::move(action));
+        if (PostMessageW(window_, kLaterMessage, 0, 0)) return;
+        action = std::move(posted_.back());
+        posted_.pop_back();
+    }
+    delayed_.emplace_back(*this, std::move(action));
+    if (delayed_.back().timer.Start(delay)) return;
+    delayed_.pop_back();
+    throw std::bad_alloc();
 }
 
-void LaterActions::IsDue(HWND window, UINT_PTR number, bool idle) {
-    if (!idle) {
-        SetTimer(window, number, kLookAgainAfter, nullptr);
-        return;
-    }
-    KillTimer(window, number);
-    const auto found = actions_.find(number);
-    if (found == actions_.end()) return;
-    const std::function<void()> action = std::move(found->second);
-    actions_.erase(found);
+void LaterActions::IsDue(const Delayed& delayed) {
+    // It lasts until its action has come back, whatever that does.
+    std::list<Delayed> due;
+    due.splice(due.begin(), delayed_,
+               std::find_if(delayed_.begin(), delayed_.end(),
+                            [&](const Delayed& each) { return &each == &delayed; }));
+    due.front().action();
+}
+
+bool LaterActions::NextIsDue() {
+    if (posted_.empty()) return false;
+    const std::function<void()> action = std::move(posted_.front());
+    posted_.pop_front();
     action();
+    return true;
 }

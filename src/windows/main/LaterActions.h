@@ -4,22 +4,35 @@
 
 #include <chrono>
 #include <functional>
-#include <map>
+#include <list>
+#include <utility>
 
-// Posted to the window for an action without delay; wParam is its number.
+#include "engine/process/Later.h"
+#include "windows/controls/Timer.h"
+
+// Posted to the window for each action without delay.
 inline constexpr UINT kLaterMessage = WM_APP + 1;
 
 // What the main window does later. Timers come when nothing more urgent waits; what has no delay comes as
 // soon as what was posted before it is done.
-class LaterActions {
+class LaterActions : public Scheduler {
  public:
-    void Add(HWND window, std::chrono::milliseconds delay, std::function<void()> action);
-    // The timer or the message of an action has come. While the program is not idle it is looked at again and
-    // again, by the timer.
-    void IsDue(HWND window, UINT_PTR number, bool idle);
+    // The window that gets the messages. Before there is one, and when it takes no more, timers stand in.
+    void SetWindow(HWND window) { window_ = window; }
+    void Later(std::chrono::milliseconds delay, std::function<void()> action) override;
+    // A message of an action has come. False when there is none left.
+    bool NextIsDue();
 
  private:
-    // By their numbers and those of their timers, which are the smallest that are free: the window has timers
-    // of its own.
-    std::map<UINT_PTR, std::function<void()>> actions_;
+    struct Delayed {
+        Delayed(LaterActions& all, std::function<void()> what)
+            : action(std::move(what)), timer([this, &all] { all.IsDue(*this); }) {}
+        std::function<void()> action;
+        Timer timer;
+    };
+    void IsDue(const Delayed& delayed);
+
+    HWND window_ = nullptr;
+    std::list<std::function<void()>> posted_;
+    std::list<Delayed> delayed_;
 };

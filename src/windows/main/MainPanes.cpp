@@ -146,7 +146,7 @@ void MainPanes::ShowStatus(const std::wstring& text) {
     const ULONGLONG now = GetTickCount64();
     if (!statusWaits_) {
         statusWaits_ = now;
-        SetTimer(parent_, kStatusTimer, USER_TIMER_MINIMUM, nullptr);
+        statusTimer_.Start();
     } else if (now - *statusWaits_ >= kLongWork) {
         DrawStatus();
     }
@@ -154,7 +154,7 @@ void MainPanes::ShowStatus(const std::wstring& text) {
 
 void MainPanes::DrawStatus() {
     if (!std::exchange(statusWaits_, std::nullopt)) return;
-    KillTimer(parent_, kStatusTimer);
+    statusTimer_.Stop();
     if (status_ == drawnStatus_) return;
     drawnStatus_ = status_;
     SendMessageW(sbStatusBar_, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(status_.c_str()));

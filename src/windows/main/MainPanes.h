@@ -7,14 +7,12 @@
 
 #include "engine/views/ListUpdate.h"
 #include "windows/controls/SystemFont.h"
+#include "windows/controls/Timer.h"
 #include "windows/controls/TreePane.h"
 #include "windows/main/ListPane.h"
 #include "windows/main/MainToolBar.h"
 #include "windows/main/PreviewPane.h"
 #include "windows/main/Splitter.h"
-
-// The parent's timer by which the status bar draws its text.
-inline constexpr UINT_PTR kStatusTimer = 0x10001;
 
 // The main window's child windows: what each looks like at a resolution, where it stands, and what the list,
 // the label above it, the preview and the status bar show of the open node.
@@ -74,6 +72,7 @@ class MainPanes {
     std::wstring drawnStatus_;
     // Since when a text is not drawn, in milliseconds of the system's clock.
     std::optional<ULONGLONG> statusWaits_;
+    Timer statusTimer_{[this] { DrawStatus(); }};
     std::wstring title_;          // what stands above the list
     double splitterLeft_ = 1900;  // twips
     SIZE laidOut_{};              // the window's inside when it was, pixels; nothing before

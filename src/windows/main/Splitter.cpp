@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "platform/Guard.h"
+#include "windows/controls/WindowObject.h"
 
 namespace {
 constexpr const wchar_t* kClassName = L"NXClipSplitter";
@@ -37,11 +38,7 @@ bool Splitter::Create(HWND parent, int bar, int movingBar, std::function<int(int
 }
 
 LRESULT CALLBACK Splitter::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_NCCREATE)
-        SetWindowLongPtrW(
-            window, GWLP_USERDATA,
-            reinterpret_cast<LONG_PTR>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams));
-    auto* const splitter = reinterpret_cast<Splitter*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    auto* const splitter = ObjectOf<Splitter>(window, message, lParam);
     if (splitter == nullptr) return DefWindowProcW(window, message, wParam, lParam);
     return Guarded<LRESULT>(0, [&] { return splitter->Handle(window, message, wParam, lParam); });
 }

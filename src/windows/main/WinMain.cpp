@@ -82,16 +82,16 @@ class WindowsStartUp : public StartUpHost {
     bool mainWindowStands_ = false;
 };
 
-int RunMessageLoop(frmMain& form) {
+void RunMessageLoop(frmMain& form) {
     MSG message;
-    for (;;) {
+    // A loop of the system's own below which the window went may have taken the message that ends this one.
+    while (form.Stands()) {
         if (!PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE)) Guarded([&] { form.OnIdle(); });
         if (GetMessageW(&message, nullptr, 0, 0) <= 0) break;
         if (TranslateModelessMessage(message) || form.TranslateKey(message)) continue;
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }
-    return static_cast<int>(message.wParam);
 }
 
 }  // namespace
@@ -108,14 +108,13 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, wchar_t* commandLine, int) {
     RegisterApplicationRestart(Arguments(commandLine).c_str(), RESTART_NO_CRASH | RESTART_NO_HANG);
 
     const OleScope ole;
-    int result = 0;
     {
         frmMain form(platform.user);
         WindowsStartUp host(form);
         if (StartUp(host, Arguments(commandLine), ProgramDirectory()) && host.MainWindowStands()) {
             form.FirstStartAction();
-            result = RunMessageLoop(form);
+            RunMessageLoop(form);
         }
     }
-    return result;
+    return 0;
 }

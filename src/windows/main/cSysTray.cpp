@@ -6,7 +6,6 @@
 #include <chrono>
 #include <utility>
 
-#include "platform/Guard.h"
 #include "platform/win32/LateFunction.h"
 
 namespace {
@@ -31,15 +30,17 @@ bool cSysTray::Create(HWND parent, Events events) {
 void cSysTray::SetInTray(bool inTray) {
     if (inTray == inTray_ || window_ == nullptr) return;
     if (inTray) {
-        SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-        before_ = reinterpret_cast<WNDPROC>(
-            SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&cSysTray::Procedure)));
+        ownMessage_.Attach(window_, [this](UINT message, WPARAM id, LPARAM mouse) -> std::optional<LRESULT> {
+            if (message != kTrayCallbackMessage) return std::nullopt;
+            OnMouse(static_cast<std::uint32_t>(mouse), static_cast<std::int32_t>(id));
+            return 0;
+        });
         tries_ = 0;
         AddIcon();
     } else {
         tryAgain_.Stop();
         if (std::exchange(added_, false)) Notify(NIM_DELETE);
-        SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(before_));
+        ownMessage_.Detach();
     }
     inTray_ = inTray;
 }
@@ -84,16 +85,6 @@ bool cSysTray::Notify(DWORD command) {
     static const auto notify =
         LateFunction<decltype(&Shell_NotifyIconA)>(L"shell32.dll", "Shell_NotifyIconA");
     return notify != nullptr && notify(command, &record) != FALSE;
-}
-
-LRESULT CALLBACK cSysTray::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    auto* const tray = reinterpret_cast<cSysTray*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (message != kTrayCallbackMessage)
-        return CallWindowProcW(tray->before_, window, message, wParam, lParam);
-    return Guarded<LRESULT>(0, [&] {
-        tray->OnMouse(static_cast<std::uint32_t>(lParam), static_cast<std::int32_t>(wParam));
-        return 0;
-    });
 }
 
 void cSysTray::OnMouse(std::uint32_t mouseMessage, std::int32_t id) {

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "engine/views/TrayRules.h"
+#include "windows/controls/Subclass.h"
 #include "windows/controls/Timer.h"
 
 // The program's icon in the notification area: an invisible control on the main window that turns the mouse
@@ -45,7 +46,6 @@ class cSysTray {
     void TaskBarCreated();
 
  private:
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void OnMouse(std::uint32_t mouseMessage, std::int32_t id);
     bool Notify(DWORD command);
     void AddIcon();
@@ -53,7 +53,7 @@ class cSysTray {
     static constexpr int kMostTries = 30;
 
     HWND window_ = nullptr;
-    WNDPROC before_ = nullptr;  // the control's procedure while the icon is not in the tray
+    Subclass ownMessage_;  // while the icon is in the tray
     HICON trayIcon_ = nullptr;
     std::wstring trayTip_ = L"NXClip - Zwischenablage";
     Events events_;

@@ -13,6 +13,7 @@
 #include "engine/views/MainLayout.h"
 #include "platform/Busy.h"
 #include "platform/Guard.h"
+#include "platform/HeldMessages.h"
 #include "platform/Platform.h"
 #include "platform/win32/ModalWindows.h"
 #include "platform/win32/SystemHandles.h"
@@ -20,13 +21,8 @@
 #include "windows/controls/Boxes.h"
 #include "windows/controls/Dialog.h"
 #include "windows/controls/Dpi.h"
+#include "windows/controls/WindowObject.h"
 #include "windows/main/MainPlace.h"
-
-namespace {
-
-constexpr UINT_PTR kQuietTimer = 0x10000;
-
-}  // namespace
 
 frmMain::frmMain(Win32User& user) : user_(user) {
     cTV.Bind(&nodes_);
@@ -62,8 +58,10 @@ bool frmMain::Load() {
         PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
         return false;
     }
+    later_.SetWindow(window_);
     user_.SetMainWindow(EngineWindow(window_));
     user_.SetStatusLine([this](const std::wstring& text) { panes_.ShowStatus(text); });
+    user_.SetTeller([this](const std::wstring& text) { notice_.Add(text); });
     keys_ = LoadAcceleratorsW(instance, MAKEINTRESOURCEW(IDA_frmMain));
     Form_Load();
     // The tree would select it with the focus, and the list be filled before the user's eyes.
@@ -74,13 +72,9 @@ bool frmMain::Load() {
 }
 
 LRESULT CALLBACK frmMain::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_NCCREATE) {
-        auto* const form = static_cast<frmMain*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);
-        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(form));
-        form->window_ = window;
-    }
-    auto* const form = reinterpret_cast<frmMain*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    auto* const form = ObjectOf<frmMain>(window, message, lParam);
     if (form == nullptr) return DefWindowProcW(window, message, wParam, lParam);
+    form->window_ = window;
     // What fails while the window is made must not leave half a window.
     const LRESULT failed = message == WM_CREATE ? -1 : 0;
     const LRESULT result = Guarded<LRESULT>(failed, [&] { return form->Handle(message, wParam, lParam); });
@@ -119,7 +113,7 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_ENABLE:
             // Every modal window disables this one, and still stands when it enables it again.
             ShowCaptureState();
-            if (wParam) SetTimer(window_, kQuietTimer, USER_TIMER_MINIMUM, nullptr);
+            if (wParam) quiet_.Start();
             return 0;
         case WM_ACTIVATE:
             if (LOWORD(wParam) == WA_INACTIVE) lastFocus_ = FocusedPane();
@@ -128,7 +122,7 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             SetFocus(FocusedPane());
             return 0;
         case WM_COMMAND:
-            RunCommand(LOWORD(wParam), Situation());
+            OnCommand(LOWORD(wParam));
             return 0;
         case WM_DRAWITEM: {
             const auto& item = *reinterpret_cast<DRAWITEMSTRUCT*>(lParam);
@@ -157,26 +151,15 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_EXITMENULOOP:
             --menuLoops_;
             // The menu's command is posted and must come first. A timer waits until nothing posted is left.
-            SetTimer(window_, kQuietTimer, USER_TIMER_MINIMUM, nullptr);
-            return 0;
-        case WM_TIMER:
-            if (wParam == kQuietTimer)
-                WhenQuiet();
-            else if (wParam == kStatusTimer)
-                panes_.DrawStatus();
-            else
-                later_.IsDue(window_, wParam, MayOpenDialog());
+            quiet_.Start();
             return 0;
         case kLaterMessage:
-            later_.IsDue(window_, wParam, MayOpenDialog());
+            later_.NextIsDue();
             return 0;
         case WM_QUERYENDSESSION:
             return TRUE;
         case WM_ENDSESSION:
-            if (!wParam) return 0;
-            // The system ends the process when this returns.
-            if (Is(Busy::Capture)) snap_.Abandon();
-            DestroyWindow(window_);
+            if (wParam) EndSession();
             return 0;
         case WM_CLOSE:
             Close();
@@ -184,6 +167,7 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_DESTROY:
             if (std::exchange(loaded_, false)) Form_Unload();
             user_.SetStatusLine({});
+            user_.SetTeller({});
             user_.SetMainWindow(WindowHandle::None);
             cSysTray1.SetInTray(false);
             drag_.Stop();
@@ -224,6 +208,7 @@ bool frmMain::CreateTray() {
 
 void frmMain::ShowCaptureState() {
     const CaptureState state = CaptureStateOf(Options().AutoSnap, Options().LockEdit, Is(Busy::Dialog));
+    if (std::exchange(shownState_, state) == state) return;
     UniqueIcon& icon = trayIcons_[static_cast<std::size_t>(state)];
     if (!icon.IsSet()) icon = LoadTrayIcon(state, SystemMetricForDpi(SM_CXSMICON, DpiOfPrimaryMonitor()));
     cSysTray1.SetTrayIcon(icon.Get());
@@ -232,6 +217,7 @@ void frmMain::ShowCaptureState() {
 
 void frmMain::OnTaskBarCreated() {
     const auto before = std::exchange(trayIcons_, {});
+    shownState_.reset();
     ShowCaptureState();
     cSysTray1.TaskBarCreated();
 }
@@ -295,7 +281,7 @@ LRESULT frmMain::OnListNotify(NMHDR& header) {
 bool frmMain::TranslateKey(MSG& message) {
     if (message.hwnd != window_ && !IsChild(window_, message.hwnd)) return false;
     // While a name is edited in place the keys belong to the edit.
-    if (TreeView_GetEditControl(panes_.tvTreeView.Window()) != nullptr) return false;
+    if (panes_.tvTreeView.IsEditing()) return false;
     if (panes_.preview.Wants(message)) return false;
     if (message.message == WM_KEYDOWN && message.wParam == VK_TAB) {
         const bool back = GetKeyState(VK_SHIFT) < 0;
@@ -332,35 +318,27 @@ HWND frmMain::FocusedPane() const {
 }
 
 void frmMain::WhenQuiet() {
-    KillTimer(window_, kQuietTimer);
     if (menuLoops_ == 0) menu_.reset();
     ShowCaptureState();
-    OfferMissedCopy();
+    captures_.OfferMissed();
 }
 
 void frmMain::UpdateClipBoard() {
-    missedCopy_ = Is(Busy::Dialog);
-    if (LockPressed())
-        panes_.ShowStatus(L"Nicht erfasst: Die Erfassung ist gesperrt.");
-    else
-        snap_.UpdateClipBoard();
-}
-
-void frmMain::OfferMissedCopy() {
-    if (missedCopy_ && !Is(Busy::Dialog) && Options().AutoSnap)
-        panes_.ShowStatus(L"Während des Dialogs wurde kopiert: F5 erfasst es.");
+    captures_.UpdateClipBoard();
 }
 
 void frmMain::RefreshOrTakeMissedCopy() {
-    if (std::exchange(missedCopy_, false))
-        snap_.Snap();
-    else
-        UpdateListview();
+    if (!captures_.TakeMissed()) UpdateListview();
+}
+
+// A button that was clicked in vain would stay pressed.
+void frmMain::ShowSwitches() {
+    panes_.tbToolBar.Press(tbbAutoDetect, Options().AutoSnap);
+    panes_.tbToolBar.Press(tbbLock, Options().LockEdit);
 }
 
 void frmMain::SetOptions() {
-    panes_.tbToolBar.Press(tbbAutoDetect, Options().AutoSnap);
-    panes_.tbToolBar.Press(tbbLock, Options().LockEdit);
+    ShowSwitches();
     panes_.tbToolBar.ShowToolTips(Options().ShowTooltips);
     SetTopless(EngineWindow(window_), Options().TopWindow);
     ShowCaptureState();
@@ -380,24 +358,49 @@ void frmMain::Restore() {
     SetForegroundWindow(ModalWindowOver(window_));
 }
 
+bool frmMain::Begins(Who who) {
+    Answer answer = MayBegin(who);
+    if (answer == Answer::EndsIt) {
+        EndWhatIsOpen();
+        answer = MayBegin(who);
+    }
+    return answer == Answer::Now;
+}
+
+void frmMain::EndWhatIsOpen() {
+    EndMenu();
+    // The command that was to come is the one that asks for this.
+    if (menuLoops_ == 0) menu_.reset();
+    if (Is(Busy::Drag)) drag_.Cancel();
+    panes_.tvTreeView.EndEdit();
+}
+
 // The code below an open dialog goes on with the window when the dialog closes.
 void frmMain::Close() {
-    // Sent in while a snap waits for data: posted messages wait until the snap is done.
-    if (Is(Busy::Capture))
-        PostMessageW(window_, WM_CLOSE, 0, 0);
-    else if (Is(Busy::Dialog))
-        Restore();
-    else
+    if (Begins(Who::Closing)) {
         DestroyWindow(window_);
+    } else if (MayBegin(Who::Closing) == Answer::Refused) {
+        Restore();
+    } else if (!panes_.tvTreeView.IsEditing()) {
+        // What is under way ends as soon as this has returned. A name that was refused stays in its edit.
+        closing_.PutOff();
+    }
+}
+
+// The system ends the process when this returns: nobody answers a box any more.
+void frmMain::EndSession() {
+    if (MayBegin(Who::SessionEnd) == Answer::EndsIt) {
+        HeldMessages untold;
+        EndWhatIsOpen();
+        if (Is(Busy::Capture)) captures_.Abandon();
+        untold.Take();
+    }
+    DestroyWindow(window_);
 }
 
 // One that lives in the notification area only stays there: minimising would show it on the task bar.
 void frmMain::Minimise() {
     if (IsWindowVisible(window_)) ShowWindow(window_, SW_MINIMIZE);
-}
-
-bool frmMain::MayOpenDialog() {
-    return IsFree();
 }
 
 void frmMain::BringToFront() {
@@ -413,7 +416,7 @@ bool frmMain::LockPressed() {
 }
 
 void frmMain::Later(std::chrono::milliseconds delay, std::function<void()> action) {
-    later_.Add(window_, delay, std::move(action));
+    later_.Later(delay, std::move(action));
 }
 
 void frmMain::SetProfileChanged(Node& node) {

@@ -7,11 +7,12 @@
 #include <string>
 
 #include "engine/clipboard/CClipBoard.h"
+#include "engine/flows/CaptureWatch.h"
 #include "engine/flows/ClipOperations.h"
 #include "engine/flows/MainWindowHost.h"
 #include "engine/flows/ProfileActions.h"
 #include "engine/flows/SetClipFlow.h"
-#include "engine/flows/SnapFlow.h"
+#include "engine/process/MayBegin.h"
 #include "engine/profiles/ActiveContainer.h"
 #include "engine/tree/CTreeViewEx.h"
 #include "engine/tree/NodeCollection.h"
@@ -21,6 +22,7 @@
 #include "platform/win32/Win32User.h"
 #include "windows/dialogs/frmDiagnose.h"
 #include "windows/dialogs/frmErrorMsg.h"
+#include "windows/dialogs/frmNotice.h"
 #include "windows/main/LaterActions.h"
 #include "windows/main/MainPanes.h"
 #include "windows/main/TreeDrag.h"
@@ -45,6 +47,8 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     // Creates the window and loads it. False when there can be no window.
     bool Load();
     void Show();
+    // From the end of its load to its unload.
+    bool Stands() const { return loaded_; }
     // Shows the first-start dialog when it is due.
     void FirstStartAction();
     // For the moments without a message to handle and without an open dialog.
@@ -80,7 +84,6 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     bool LockPressed() override;
     void Later(std::chrono::milliseconds delay, std::function<void()> action) override;
     void SelectAndShow(Node& node) override;
-    bool MayOpenDialog() override;
     void BringToFront() override;
     void EditClipProperties(Node& node, bool unasked) override;
     void Minimise() override;
@@ -90,6 +93,7 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
     bool CreateControls();
     bool CreateTray();
+    void ShowSwitches();
     // The icon in the notification area says what becomes of the next copy.
     void ShowCaptureState();
     // The task bar is there, or there once more: for another resolution too.
@@ -104,6 +108,12 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     void Close();
     // F6: the keyboard goes to the next of tree, list, preview and tool bar.
     void GoToNextPane(bool back);
+    void EndSession();
+    // True when `who` may begin now: what has to end first has ended.
+    bool Begins(Who who);
+    // Ends the menu, the drag and the rename that are under way. The system's loops of the first two come
+    // back when this has returned.
+    void EndWhatIsOpen();
     // The child that has the keyboard, or had it when the window was last active.
     HWND FocusedPane() const;
 
@@ -119,6 +129,7 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     using Action = void (*)(frmMain& form, Node* node);
     static Action ActionOf(MainCommand command);
     CommandSituation Situation() const;
+    void OnCommand(int number);
     // Runs the command with this number for the node that the situation gives it.
     void RunCommand(int number, const CommandSituation& situation);
     void RefreshCommands();
@@ -166,8 +177,8 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
 
     // Nothing that was posted is left: menus and dialogs have closed, their commands are done.
     void WhenQuiet();
-    void OfferMissedCopy();
     void RefreshOrTakeMissedCopy();
+    void TakeOverFreed();
 
     Win32User& user_;
     HWND window_ = nullptr;
@@ -187,19 +198,23 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
 
     MainState firstState_ = MainState::Normal;
     bool loaded_ = false;
-    bool looksForFreed_ = false;  // a look at whether another program's profile is free is due
     std::optional<BusyScope> menu_;
-    int menuLoops_ = 0;        // of the menus that are open
-    bool missedCopy_ = false;  // a copy came while a dialog was open, and none after it
+    int menuLoops_ = 0;  // of the menus that are open
+    Timer quiet_{[this] { WhenQuiet(); }};
+    LaterActions later_;
+    Once lookForFreed_{*this, [this] { TakeOverFreed(); }};
+    Once closing_{*this, [this] { Close(); }};
+    frmNotice notice_{[this] { telling_.PutOff(); }};
+    Once telling_{*this, [this] { notice_.ShowNext(window_); }, Who::BoxToldLater};
 
     CClipBoard clipBoard_;
-    SnapFlow snap_{*this, clipBoard_};
+    CaptureWatch captures_{*this, clipBoard_};
     SetClipFlow setClip_{*this, clipBoard_};
-    frmDiagnose diagnosis_{clipBoard_, [this] { return snap_.LastUpdate(); }};
+    frmDiagnose diagnosis_{clipBoard_, [this] { return captures_.LastUpdate(); }};
     frmErrorMsg formatQuery_{clipBoard_};
     std::array<UniqueIcon, 4>
         trayIcons_;  // by CaptureState, loaded when first shown; they go behind the tray
+    std::optional<CaptureState> shownState_;
     cSysTray cSysTray1;
     UINT taskBarCreated_ = 0;
-    LaterActions later_;
 };

@@ -34,9 +34,10 @@
 namespace {
 
 // The entries of a menu as they are allowed; entries that are no commands stay as they are.
-void GreyMenu(HMENU menu, const CommandSituation& situation) {
+void GreyMenu(HMENU menu, const CommandSituation& situation,
+              bool (*allowed)(const CommandRow& row, const CommandSituation& situation)) {
     for (const CommandRow& row : MainCommandRows()) {
-        const UINT state = IsAllowed(row, situation) ? MF_ENABLED : MF_GRAYED;
+        const UINT state = allowed(row, situation) ? MF_ENABLED : MF_GRAYED;
         for (const int number : row.numbers)
             EnableMenuItem(menu, static_cast<UINT>(number), MF_BYCOMMAND | state);
     }
@@ -62,11 +63,7 @@ frmMain::Action frmMain::ActionOf(MainCommand command) {
         {C::Delete, [](Form& form, Node* node) { form.Delete(node); }},
         {C::NewFolder, [](Form& form, Node* node) { form.NewFolder(node); }},
         {C::Rename, [](Form& form, Node* node) { form.Rename(node); }},
-        {C::Snap,
-         [](Form& form, Node*) {
-             form.missedCopy_ = false;
-             form.snap_.Snap();
-         }},
+        {C::Snap, [](Form& form, Node*) { form.captures_.Snap(); }},
         {C::ToClipboard, [](Form& form, Node* node) { form.PutOnClipboard(node); }},
         {C::Activate, [](Form& form, Node* node) { form.SetActiveContainer(node); }},
         {C::Properties, [](Form& form, Node* node) { form.ShowProperties(node); }},
@@ -107,7 +104,14 @@ frmMain::Action frmMain::ActionOf(MainCommand command) {
 }
 
 CommandSituation frmMain::Situation() const {
-    return {ChosenNode(), nodes_.Selected(), container_.Get(), Options().LockEdit, ModalDialogOpen()};
+    return {ChosenNode(), nodes_.Selected(), container_.Get(), Options().LockEdit};
+}
+
+void frmMain::OnCommand(int number) {
+    const CommandRow* const row = CommandRowOf(number);
+    // What is chosen, and where the keyboard is, may be another thing when a rename has ended.
+    if (row != nullptr && row->who != Who::Closing && !Begins(row->who)) return ShowSwitches();
+    RunCommand(number, Situation());
 }
 
 void frmMain::RunCommand(int number, const CommandSituation& situation) {
@@ -117,19 +121,19 @@ void frmMain::RunCommand(int number, const CommandSituation& situation) {
         if (number >= mnuFileNew) ThePlatform().user.Tell(L"Noch nicht implementiert");
         return;
     }
-    if (situation.dialogOpen && !IsAllowed(*row, situation)) return;
-    ActionOf(row->command)(*this, NodeFor(*row, situation));
+    Node* const node = NodeFor(*row, situation);
+    if (!IsPermitted(*row, node)) return;
+    ActionOf(row->command)(*this, node);
     // The command may have closed the window.
     if (!loaded_) return;
     RefreshCommands();
 }
 
 void frmMain::RefreshCommands() {
-    // Whatever is open in front of the window, it shows what it would offer without that.
-    CommandSituation situation = Situation();
-    situation.dialogOpen = false;
+    const CommandSituation situation = Situation();
     const HMENU menu = GetMenu(window_);
-    GreyMenu(menu, situation);
+    // Whatever is open in front of the window, it shows what it would offer without that.
+    GreyMenu(menu, situation, &IsAllowed);
     CheckEntry(menu, mnuViewToolbar, panes_.ToolBarShown());
     CheckEntry(menu, mnuViewStatusBar, panes_.StatusBarShown());
     CheckEntry(menu, mnuListViewPreview, panes_.PreviewShown());
@@ -146,6 +150,7 @@ void frmMain::RefreshCommands() {
 }
 
 void frmMain::ShowContextMenu(HWND source, POINT point) {
+    if (!Begins(Who::TreeCommand)) return;
     const bool byKeyboard = point.x == -1 && point.y == -1;
     Node* node = nodes_.Selected();
     Node* chosen = node;
@@ -184,7 +189,7 @@ void frmMain::TrackMenu(int menu, POINT point, Node* chosen) {
     situation.chosen = chosen;
     const HMENU loaded = LoadMenuW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(menu));
     const HMENU popup = GetSubMenu(loaded, 0);
-    GreyMenu(popup, situation);
+    GreyMenu(popup, situation, &IsOffered);
     CheckEntry(popup, m_tray_autosnap, Options().AutoSnap);
     const NodeRef chosenThen(situation.chosen);
     const NodeRef openThen(situation.open);
@@ -197,8 +202,8 @@ void frmMain::TrackMenu(int menu, POINT point, Node* chosen) {
     if (number == 0) return;
     // Nothing else takes the place of a node that is gone.
     if (isGone(situation.chosen, chosenThen) || isGone(situation.open, openThen)) return;
-    situation.dialogOpen = ModalDialogOpen();
-    RunCommand(number, situation);
+    const CommandRow* const row = CommandRowOf(number);
+    if (row == nullptr || row->who == Who::Closing || Begins(row->who)) RunCommand(number, situation);
 }
 
 void frmMain::PrepareClipboard() {
@@ -206,8 +211,7 @@ void frmMain::PrepareClipboard() {
 }
 
 void frmMain::PutOnClipboard(const Node* clip) {
-    // What was missed is not on the clipboard any more.
-    missedCopy_ = false;
+    captures_.ForgetMissed();
     setClip_.SetClip(clip);
 }
 
@@ -233,7 +237,6 @@ void frmMain::ShowNewProfile(Node& profile, bool isFirst) {
 }
 
 void frmMain::NewProfile() {
-    if (!ActionAllowed(TreeAction::NewProfile, nullptr)) return;
     const bool isFirst = container_.Get() == nullptr;
     frmProfileProp dialog(cTV);
     if (!dialog.ShowModal(window_, IDD_frmProfileProp)) return;
@@ -253,7 +256,6 @@ Node* frmMain::BuildNewprofile(const std::wstring& name, const std::wstring& dir
 }
 
 void frmMain::ImportProfile() {
-    if (!ActionAllowed(TreeAction::ImportProfile, nullptr)) return;
     frmFileSel dialog(L"Profil importieren", {{L"nxclip.nxp", L"Profile (nxclip.nxp)"}});
     if (!dialog.ShowModal(window_, IDD_frmFileSel) || dialog.File().empty()) return;
     const bool isFirst = container_.Get() == nullptr;
@@ -266,8 +268,7 @@ Node* frmMain::ImportProfileDirect(const std::wstring& directory) {
 }
 
 void frmMain::UnlinkProfile(Node* profile) {
-    if (ActionAllowed(TreeAction::UnlinkProfile, profile) && profiles_.UnlinkProfile(profile))
-        UpdateListview();
+    if (profiles_.UnlinkProfile(profile)) UpdateListview();
 }
 
 // The question's text does not name the node; the status bar does meanwhile.
@@ -284,7 +285,7 @@ void frmMain::Delete(Node* node) {
 
 void frmMain::NewFolder(Node* container) {
     if (IsNodeOfKind(container, kClipKind)) container = container->Parent();
-    if (container == nullptr || !ActionAllowed(TreeAction::NewFolder, container)) return;
+    if (container == nullptr) return;
     const NodeRef place(container);
     NodeRef folder;
     frmStructProp dialog(L"Neuer Ordner", L"", [&](const std::wstring& name, const std::wstring& info) {

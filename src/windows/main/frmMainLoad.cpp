@@ -71,9 +71,7 @@ void frmMain::JoinViewerChain() {
     TheMainWindowHooks.procedure =
         static_cast<ProcedureAddress>(reinterpret_cast<std::uintptr_t>(&HookThunk));
     TheMainWindowHooks.updateClipBoard = [this] { UpdateClipBoard(); };
-    TheMainWindowHooks.later = [this](std::chrono::milliseconds delay, std::function<void()> action) {
-        Later(delay, std::move(action));
-    };
+    TheMainWindowHooks.scheduler = this;
     TheMainWindowHooks.hotKeyAction = [this](WindowHandle) { Restore(); };
     ConnectViewer(EngineWindow(window_));
 }
@@ -99,11 +97,13 @@ void frmMain::SaveWhatIsLeft() {
 void frmMain::OnIdle() {
     // Not before the first picture: it takes longer than to make the window.
     drag_.Accept();
+    // No message is left; one that was lost on its way takes no action with it.
+    while (later_.NextIsDue())
+        continue;
     FinishSaves();
-    if (looksForFreed_ || !AnyEditedByOther()) return;
-    Later(kPauseBetweenLooks, [this] {
-        looksForFreed_ = false;
-        if (TakeOverFreedProfiles(cTV, container_)) UpdateListview();
-    });
-    looksForFreed_ = true;
+    if (!lookForFreed_.IsDue() && AnyEditedByOther()) lookForFreed_.PutOff(kPauseBetweenLooks);
+}
+
+void frmMain::TakeOverFreed() {
+    if (TakeOverFreedProfiles(cTV, container_)) UpdateListview();
 }

@@ -12,7 +12,7 @@ MessageParameter Parameter(WindowHandle window) {
     return static_cast<MessageParameter>(window);
 }
 
-class ViewerHookTest : public ClipboardTest {
+class ViewerHookTest : public ClipboardTest, private Scheduler {
  protected:
     ViewerHookTest() {
         next = fake.windows.AddWindow(L"Next", [this](auto, std::uint32_t message, auto w, auto l) {
@@ -21,10 +21,12 @@ class ViewerHookTest : public ClipboardTest {
         });
         TheMainWindowHooks.updateClipBoard = [this] { ++updates; };
         TheMainWindowHooks.hotKeyAction = [this](WindowHandle window) { hotKeyWindow = window; };
-        TheMainWindowHooks.later = [this](std::chrono::milliseconds, std::function<void()> action) {
-            later.push_back(std::move(action));
-        };
+        TheMainWindowHooks.scheduler = this;
         Options().AutoSnap = true;
+    }
+    void Later(std::chrono::milliseconds, std::function<void()> action) override {
+        if (std::exchange(laterFails, false)) throw std::bad_alloc();
+        later.push_back(std::move(action));
     }
     MessageParameter Send(std::uint32_t message, MessageParameter w = 0, MessageParameter l = 0) {
         return fake.windows.Deliver(mainWindow, message, w, l);
@@ -41,6 +43,7 @@ class ViewerHookTest : public ClipboardTest {
     int rounds = 0;
     std::vector<Forwarded> forwarded;
     std::vector<std::function<void()>> later;
+    bool laterFails = false;  // the next one does
 };
 
 }  // namespace
@@ -164,9 +167,8 @@ TEST_F(ViewerHookTest, BrokenChain_IsNoticedByTheListenerAndJoinedAnew) {
     EXPECT_TRUE(later.empty());
 
     fake.clipboard.BreakChain();
-    const auto works = std::exchange(TheMainWindowHooks.later, [](auto, auto) { throw std::bad_alloc(); });
+    laterFails = true;
     EXPECT_THROW(copy(), std::bad_alloc);
-    TheMainWindowHooks.later = works;
     copy();
     copy();
     EXPECT_EQ(updates, 4);

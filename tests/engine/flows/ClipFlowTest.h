@@ -39,14 +39,12 @@ class TestMainWindow : public MainWindowHost {
         Note(L"save");
         return ::SaveAllProfiles(tree_);
     }
-    bool MayOpenDialog() override { return mayOpenDialog; }
     void BringToFront() override { Note(L"front"); }
     void EditClipProperties(Node&, bool unasked) override { Note(unasked ? L"show" : L"edit"); }
     void Minimise() override { Note(L"minimise"); }
 
     Node* activeContainer = nullptr;
     bool locked = false;
-    bool mayOpenDialog = true;
     bool laterFails = false;  // the next one does
     std::wstring done;
     // Called at every step.

@@ -1,7 +1,7 @@
 #include "engine/flows/SetClipFlow.h"
 
+#include "engine/flows/CaptureWatch.h"
 #include "engine/flows/ClipFlowTest.h"
-#include "engine/flows/SnapFlow.h"
 
 namespace {
 
@@ -37,7 +37,7 @@ TEST_F(SetClipTest, SetClip_PutsTheSelectedClipOnTheClipboard) {
 }
 
 TEST_F(SetClipTest, SetClip_IsNeverCapturedAgain) {
-    SnapFlow snap(window, clipBoard);
+    CaptureWatch snap(window, clipBoard);
     TheMainWindowHooks.updateClipBoard = [&] { snap.UpdateClipBoard(); };
     Options().AutoSnap = true;
     const int before = nodes.Count();

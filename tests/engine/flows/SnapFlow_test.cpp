@@ -1,5 +1,8 @@
 #include "engine/flows/SnapFlow.h"
 
+#include <optional>
+
+#include "engine/flows/CaptureWatch.h"
 #include "engine/flows/ClipFlowTest.h"
 #include "platform/Busy.h"
 
@@ -42,7 +45,7 @@ class SnapTest : public ClipFlowTest {
         return all;
     }
 
-    SnapFlow flow{window, clipBoard};
+    CaptureWatch flow{window, clipBoard};
 };
 
 }  // namespace
@@ -141,6 +144,7 @@ TEST_F(SnapTest, Snap_DoesEverythingInItsOrder) {
     Options().IconAfterSnap = true;
     CopyText("text");
     PreviousForeground = fake.clipboard.otherProgram;
+    fake.windows.foreground = ClipboardWindow;
     window.atStep = [&](const std::wstring& step) {
         EXPECT_FALSE(fake.clipboard.IsOpen());
         EXPECT_EQ(fake.ledger.Owned(ResourceKind::File), 0);
@@ -279,8 +283,12 @@ TEST_F(SnapTest, UpdateClipBoard_LeavesWhatMayStandOpenForLater) {
     flow.UpdateClipBoard();
     ASSERT_EQ(window.later.size(), 1u);
     window.done.clear();
+    // The user has left the program that copied.
+    PreviousForeground = fake.clipboard.otherProgram;
+    const WindowHandle elsewhere = fake.windows.foreground = fake.windows.AddWindow(L"Elsewhere");
     window.BecomeIdle(fake.clock);
     EXPECT_EQ(window.done, L"select show minimise ");
+    EXPECT_EQ(fake.windows.foreground, elsewhere);
     EXPECT_EQ(nodes.Selected(), LastClip());
     EXPECT_EQ(fake.user.tellings.back(), L"Speichern des Profiles ist fehlgeschlagen !!!");
     EXPECT_TRUE(fake.user.messages.empty());
@@ -297,14 +305,14 @@ TEST_F(SnapTest, UpdateClipBoard_LeavesWhatMayStandOpenForLater) {
 TEST_F(SnapTest, UpdateClipBoard_WaitsForAnOpenMenuAndShowsNothingOfAClipThatIsGone) {
     Options().AutoSnap = true;
     CopyText("text");
-    window.mayOpenDialog = false;
+    std::optional<BusyScope> menu(Busy::Menu);
     window.laterFails = true;
     EXPECT_THROW(flow.UpdateClipBoard(), std::bad_alloc);
     flow.UpdateClipBoard();
     flow.UpdateClipBoard();
     EXPECT_EQ(LastClip(), nullptr);
     ASSERT_EQ(window.later.size(), 1u);
-    window.mayOpenDialog = true;
+    menu.reset();
     window.BecomeIdle(fake.clock);
     ASSERT_NE(LastClip(), nullptr);
     nodes.Remove(*LastClip());

@@ -70,11 +70,11 @@ TEST_F(MainCommandsTest, NodeFor_IsTheChosenRowAndOnlyForSomeTheOpenNode) {
     EXPECT_FALSE(IsAllowed(Row(Delete), situation));
 }
 
-TEST_F(MainCommandsTest, IsAllowed_UnderADialogOnlyToBringTheWindowBack) {
-    situation.dialogOpen = true;
+TEST_F(MainCommandsTest, IsOffered_UnderADialogOnlyToBringTheWindowBack) {
+    const BusyScope dialog(Busy::Dialog);
     situation.chosen = situation.open = &Get(L"Q");
     for (const CommandRow& row : MainCommandRows())
-        EXPECT_EQ(IsAllowed(row, situation), row.command == Restore);
+        EXPECT_EQ(IsOffered(row, situation), row.command == Restore);
 }
 
 TEST_F(MainCommandsTest, Numbers_LeadToOneCommandEach) {

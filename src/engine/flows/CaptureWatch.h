@@ -1,0 +1,49 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <optional>
+
+#include "engine/flows/MainWindowHost.h"
+#include "engine/flows/RestAfterWork.h"
+#include "engine/flows/SnapFlow.h"
+
+// When a snap is taken. What it takes: SnapFlow.
+class CaptureWatch {
+ public:
+    // Neither is owned; both live as long as the watch.
+    CaptureWatch(MainWindowHost& host, CClipBoard& clipBoard);
+
+    // The clipboard changed. Takes what it holds now, unless a snap has looked at it before. Of changes that
+    // come faster than the user could bear only the newest is taken. While another program holds the
+    // clipboard, comes back a few times within two seconds; then the status bar says that a copy was missed.
+    void UpdateClipBoard();
+    // Takes a snap at the user's command, of confidential content after a question.
+    void Snap();
+
+    // Tells of a copy that came while a dialog was open, once that has closed.
+    void OfferMissed();
+    // Takes it at the user's command. False when there is none.
+    bool TakeMissed();
+    // It is not on the clipboard any more.
+    void ForgetMissed() { missed_ = false; }
+
+    // The window goes while a clip is being made: it ends without one.
+    void Abandon() { snap_.Abandon(); }
+    // When a snap last looked at the clipboard; none before the first.
+    std::optional<FileTime> LastUpdate() const { return snap_.LastUpdate(); }
+
+ private:
+    void TakeChange();
+    void ReturnToBusyClipboard();
+
+    MainWindowHost& host_;
+    SnapFlow snap_;
+    RestAfterWork rest_{std::chrono::milliseconds(20)};
+    bool missed_ = false;  // a copy came while a dialog was open, and none after it
+    // How often the newest change was tried again because another program had the clipboard.
+    std::size_t returns_ = 0;
+    Once afterRest_;
+    Once whenFree_;
+    Once showing_;
+};
