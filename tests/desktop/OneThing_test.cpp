@@ -1,5 +1,6 @@
 #include <windows.h>
 
+#include <functional>
 #include <string>
 
 #include "desktop/Input.h"
@@ -25,6 +26,23 @@ class OneThing : public ProgramTest {
     std::size_t Count() { return nxclip_.Tree().Lines().size(); }
     void WaitForFront(Window window) {
         WaitFor("the window in front", [&] { return GetForegroundWindow() == window.Handle(); });
+    }
+    Window NameEdit() {
+        return Window(reinterpret_cast<HWND>(nxclip_.Tree().window().Send(TVM_GETEDITCONTROL)));
+    }
+    // Starts renaming the selected node.
+    Window EditName() {
+        BringToFront(nxclip_.Main());
+        PressKeys({VK_F2});
+        return WaitFor("the name to edit", [&] { return NameEdit(); });
+    }
+    // What `ends` does ends the program, and nothing stays behind.
+    void ExpectEnd(const std::function<void()>& ends) {
+        nxclip_.Program().MayEnd();
+        ends();
+        EXPECT_EQ(nxclip_.Program().WaitForEnd(), 0u);
+        nxclip_.Start();
+        nxclip_.Tree().ExpandAll();
     }
     // A context menu's entry by its access key.
     Window OpenContextMenu(std::wstring_view path) {
@@ -105,6 +123,100 @@ TEST_F(OneThing, Menu_HoldsTheCaptureBackAndItsCommandHitsItsNode) {
     nxclip_.WaitForTree(L"Profil [Camera] open\n  Clip [Clip]\n");
     EXPECT_FALSE(menu.Exists() && menu.Visible());
     EXPECT_EQ(ReadClipFile(ClipFileAt(2)).front().bytes, "unter dem Menü");
+}
+
+TEST_F(OneThing, Rename_HoldsTheCaptureBackUntilTheNameIsWhole) {
+    StartCapturing();
+    nxclip_.Quit();
+    WriteSetting(L"Settings", L"EditPropAfterSnap", L"1");
+    nxclip_.Start();
+    nxclip_.SetAutoDetect(true);
+    nxclip_.Tree().ExpandAll();
+    nxclip_.Tree().Select(L"Profil\\Clip");
+    EditName();
+    Type(L"mein ");
+    OtherProgramCopies("unter dem Namen");
+    Type(L"Name");
+    PressKeys({VK_RETURN});
+    const Window properties = nxclip_.WaitForDialog(L"Clip-Eigenschaften");
+    EXPECT_NE(properties.TextOf(tbName), L"mein Name");
+    properties.Press(cb_cancel);
+    Driver::WaitUntilGone(properties);
+    nxclip_.WaitForTree(L"Profil [Camera] open\n  mein Name [Clip]\n  Clip [Clip]\n");
+    EXPECT_EQ(ReadClipFile(ClipFileAt(2)).front().bytes, "unter dem Namen");
+}
+
+TEST_F(OneThing, RefusedName_DropsTheCommandAndKeepsTheEdit) {
+    StartCapturing();
+    const std::wstring refused = L"\x0416\x05D0";  // in no code page together
+    const Window edit = EditName();
+    edit.Send(WM_SETTEXT, 0, reinterpret_cast<LPARAM>(refused.c_str()));
+    nxclip_.Command(tbbViewProperties);
+    const Notice notice = nxclip_.WaitForNotice();
+    EXPECT_EQ(GetWindow(notice.window.Handle(), GW_OWNER), nxclip_.Main().Handle());
+    Driver::Answer(notice, IDOK);
+    const Window again = WaitFor("the name once more", [&] { return NameEdit(); });
+    EXPECT_EQ(again.Text(), refused);
+    EXPECT_TRUE(nxclip_.Main().Enabled());
+    EXPECT_TRUE(nxclip_.Quiet()) << "the dialog of the options";
+    Type(L"Neu");  // it has the keyboard, and all of it is selected
+    WaitFor("another name", [&] { return again.Text() == L"Neu"; });
+    nxclip_.Command(tbbViewProperties);
+    const Window options = nxclip_.WaitForDialog(L"Optionen");
+    options.Press(cb_cancel);
+    Driver::WaitUntilGone(options);
+    nxclip_.WaitForTree(L"Profil [Camera] open\n  Neu [Clip]\n");
+    EditName();
+}
+
+// The system's own loop goes on below a menu, and below what the mouse drags.
+TEST_F(OneThing, End_EndsTheMenuTheDragAndTheRenameFirst) {
+    StartCapturing();
+    const auto close = [&] { nxclip_.Main().Close(); };
+    const auto endSession = [&] {
+        SendMessageTimeoutW(nxclip_.Main().Handle(), WM_ENDSESSION, TRUE, 0, SMTO_NORMAL, 5000, nullptr);
+    };
+    for (const std::function<void()>& end :
+         {std::function<void()>(close), std::function<void()>(endSession)}) {
+        ExpectEnd([&] {
+            OpenContextMenu(L"Profil\\Clip");
+            end();
+        });
+        ExpectEnd([&] {
+            BringToFront(nxclip_.Main());
+            Drag(nxclip_.Tree().PlaceOf(L"Profil\\Clip"), nxclip_.Tree().PlaceOf(L"Profil"), end);
+        });
+        ExpectEnd([&] {
+            nxclip_.Tree().Select(L"Profil\\Clip");
+            const Window edit = EditName();
+            Type(L"Clip");
+            WaitFor("the name", [&] { return edit.Text() == L"Clip"; });
+            end();
+        });
+    }
+    nxclip_.WaitForTree(L"Profil [Camera] open\n  Clip [Clip]\n");
+}
+
+TEST_F(OneThing, FailureOfACapture_TakesNeitherTheKeyboardNorTheNextCopy) {
+    StartCapturing();
+    const HWND other = CreateWindowExW(0, L"STATIC", L"anderes", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr,
+                                       nullptr, nullptr, nullptr);
+    BringToFront(Window(other));
+    const std::wstring tree = (nxclip_.ProfileDirectory() / L"nxclip.nxp").wstring();
+    const HANDLE held = CreateFileW(tree.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(held, INVALID_HANDLE_VALUE);
+    OtherProgramCopies("eins");
+    const Notice notice = nxclip_.WaitForNotice();
+    CloseHandle(held);
+    EXPECT_TRUE(notice.text.ends_with(L"nxclip.nxp")) << Utf8(notice.text);
+    EXPECT_EQ(GetForegroundWindow(), other);
+    EXPECT_TRUE(nxclip_.Main().Enabled());
+    const std::set<HTREEITEM> before = nxclip_.Items();
+    OtherProgramCopies("zwei");
+    nxclip_.WaitForNewClip(before);
+    EXPECT_TRUE(notice.window.Visible());
+    Driver::Answer(notice, IDOK);
+    DestroyWindow(other);
 }
 
 // Seen from outside while the load waits for an answer: what must have been done by then, and what not yet.
