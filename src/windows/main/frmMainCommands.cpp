@@ -340,8 +340,13 @@ Node* frmMain::SearchForNode(Node* start) {
 void frmMain::ShowOptions() {
     if (!frmOption().ShowModal(window_, IDD_frmOption)) return;
     UnregisterActivationHotKey(EngineWindow(window_));
-    RegisterActivationHotKey(EngineWindow(window_));
+    const bool hasHotKey = RegisterActivationHotKey(EngineWindow(window_));
     SetOptions();
+    if (!hasHotKey) TellHotKeyTaken();
+}
+
+void frmMain::TellHotKeyTaken() {
+    ThePlatform().user.Status(TakenHotKeyText(Options().KeyActivate));
 }
 
 void frmMain::ShowFormatSets() {

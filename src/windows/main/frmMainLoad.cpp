@@ -43,7 +43,7 @@ void InTurn(Steps&&... steps) {
 }  // namespace
 
 void frmMain::Form_Load() {
-    RegisterActivationHotKey(EngineWindow(window_));
+    const bool hasHotKey = RegisterActivationHotKey(EngineWindow(window_));
     JoinViewerChain();
     panes_.ClearContent();
     HideTestMenu();
@@ -57,6 +57,7 @@ void frmMain::Form_Load() {
     container_.Restore();
     cSysTray1.SetInTray(Options().ShowInTray);
     SetOptions();
+    if (!hasHotKey) TellHotKeyTaken();
 }
 
 void frmMain::Form_Unload() {
