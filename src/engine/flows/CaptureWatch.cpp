@@ -45,8 +45,9 @@ void CaptureWatch::Snap() {
     missed_ = false;
     const HourglassScope hourglass(ThePlatform().user);
     SnapFlow::Messages messages;
-    if (snap_.Take(Trigger::Command, messages) == Outcome::Confidential && ConfirmsConfidential())
-        snap_.Take(Trigger::ConfirmedCommand, messages);
+    Outcome outcome = snap_.Take(Trigger::Command, messages);
+    while (outcome == Outcome::Confidential && ConfirmsConfidential())
+        outcome = snap_.Take(Trigger::ConfirmedCommand, messages);
     TellAll(messages);
     snap_.Show(Trigger::Command);
 }
@@ -70,10 +71,10 @@ void CaptureWatch::UpdateClipBoard() {
 void CaptureWatch::TakeChange() {
     if (snap_.HasLookedAtThis()) return;
     const HourglassScope hourglass(ThePlatform().user);
-    const FileTime began = ThePlatform().clock.Now();
+    const milliseconds before = ThePlatform().clock.OwnWork();
     SnapFlow::Messages messages;
     const Outcome outcome = snap_.Take(Trigger::Change, messages);
-    rest_.WorkDone(began, ThePlatform().clock.Now());
+    rest_.WorkDone(ThePlatform().clock.OwnWork() - before, ThePlatform().clock.Now());
     for (const HeldMessages::Message& message : messages)
         ThePlatform().user.TellLater(message.text);
     if (snap_.HasUnshown()) showing_.PutOff();

@@ -39,7 +39,8 @@ class CaptureWatch {
 
     MainWindowHost& host_;
     SnapFlow snap_;
-    RestAfterWork rest_{std::chrono::milliseconds(20)};
+    // A few refreshes of the screen, and less than the time between two copies by hand.
+    RestAfterWork rest_{std::chrono::milliseconds(20), std::chrono::milliseconds(250)};
     bool missed_ = false;  // a copy came while a dialog was open, and none after it
     // How often the newest change was tried again because another program had the clipboard.
     std::size_t returns_ = 0;
