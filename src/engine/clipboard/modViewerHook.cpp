@@ -110,9 +110,13 @@ MessageParameter PassOn(const Parameters& p, std::uint32_t change = 0) {
     return ThePlatform().windows.Deliver(next, p.message, p.w, p.l);
 }
 
+// What this program puts on the clipboard itself is never captured.
+bool IsToBeCaptured(WindowHandle mainWindow) {
+    return Options().AutoSnap && ThePlatform().clipboard.Owner() != mainWindow;
+}
+
 void TakeChange(WindowHandle mainWindow) {
-    // What this program puts on the clipboard itself is never captured.
-    if (!Options().AutoSnap || ThePlatform().clipboard.Owner() == mainWindow) return;
+    if (!IsToBeCaptured(mainWindow)) return;
     NotePreviousForeground(mainWindow);
     if (TheMainWindowHooks.updateClipBoard) TheMainWindowHooks.updateClipBoard();
 }
@@ -160,7 +164,8 @@ void JoinAnew(WindowHandle window) {
 }
 
 void SuspectChain(WindowHandle window, std::uint32_t change) {
-    if (TheMainWindowHooks.scheduler == nullptr || (TheChain.rejoining && TheChain.rejoining->IsDue())) return;
+    if (TheMainWindowHooks.scheduler == nullptr || (TheChain.rejoining && TheChain.rejoining->IsDue()))
+        return;
     TheChain.rejoining = std::make_unique<Once>(*TheMainWindowHooks.scheduler, [window, change] {
         if (IsLater(change, TheChain.brought) && OwnViewer == window) JoinAnew(window);
     });
@@ -173,6 +178,7 @@ MessageParameter ListenerTold(const Parameters& p) {
     if (OwnViewer != p.window) return 0;
     const std::uint32_t change = ChangeNumber();
     const std::uint32_t before = std::exchange(TheChain.updatedTo, change);
+    if (TheMainWindowHooks.copyTold && IsToBeCaptured(p.window)) TheMainWindowHooks.copyTold();
     if (TheChain.brought == change || IsLater(TheChain.brought, before)) return 0;
     TakeChange(p.window);
     SuspectChain(p.window, change);

@@ -28,6 +28,8 @@ struct MainWindowHooks {
     ProcedureAddress procedure = ProcedureAddress::None;
     // Another program changed the clipboard while automatic capture (the option AutoSnap) was on.
     std::function<void()> updateClipBoard;
+    // The same, as the listener was told: once for each change, and maybe some time before or after.
+    std::function<void()> copyTold;
     // Not owned; null while there is none.
     Scheduler* scheduler = nullptr;
     // The hot key was pressed.

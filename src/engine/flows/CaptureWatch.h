@@ -18,6 +18,9 @@ class CaptureWatch {
     // come faster than the user could bear only the newest is taken. While another program holds the
     // clipboard, comes back a few times within two seconds; then the status bar says that a copy was missed.
     void UpdateClipBoard();
+    // Another program has copied, as told once for each copy. Those that no snap has seen when all is quiet
+    // again have gone by, and the status bar says so.
+    void CopyTold();
     // Takes a snap at the user's command, of confidential content after a question.
     void Snap();
 
@@ -36,6 +39,7 @@ class CaptureWatch {
  private:
     void TakeChange();
     void ReturnToBusyClipboard();
+    void TellOfCopiesGoneBy();
 
     MainWindowHost& host_;
     SnapFlow snap_;
@@ -47,4 +51,8 @@ class CaptureWatch {
     Once afterRest_;
     Once whenFree_;
     Once showing_;
+    // Copies since all was quiet last.
+    int told_ = 0, seen_ = 0;
+    int counted_ = 0;  // both together, when they were looked at last
+    Once quiet_;
 };

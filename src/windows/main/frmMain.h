@@ -152,7 +152,6 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     bool ShowPropertiesOf(Node& node);
     void Search(bool again);
     void ShowOptions();
-    // In the status bar.
     void TellHotKeyTaken();
     void ToggleLock();
     void SwitchAutoDetect();

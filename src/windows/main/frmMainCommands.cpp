@@ -346,7 +346,10 @@ void frmMain::ShowOptions() {
 }
 
 void frmMain::TellHotKeyTaken() {
-    ThePlatform().user.Status(TakenHotKeyText(Options().KeyActivate));
+    const std::wstring text = TakenHotKeyText(Options().KeyActivate);
+    ThePlatform().user.Status(text);
+    // Nobody sees the status bar of a window that started in the tray.
+    if (!IsWindowVisible(window_) || IsIconic(window_)) ThePlatform().user.TellLater(text);
 }
 
 void frmMain::ShowFormatSets() {

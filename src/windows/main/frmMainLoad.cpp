@@ -72,6 +72,7 @@ void frmMain::JoinViewerChain() {
     TheMainWindowHooks.procedure =
         static_cast<ProcedureAddress>(reinterpret_cast<std::uintptr_t>(&HookThunk));
     TheMainWindowHooks.updateClipBoard = [this] { UpdateClipBoard(); };
+    TheMainWindowHooks.copyTold = [this] { captures_.CopyTold(); };
     TheMainWindowHooks.scheduler = this;
     TheMainWindowHooks.hotKeyAction = [this](WindowHandle) { Restore(); };
     ConnectViewer(EngineWindow(window_));

@@ -398,6 +398,32 @@ TEST_F(SnapTest, UpdateClipBoard_TakesOnlyTheNewestOfABurst) {
     EXPECT_EQ(StoredData(*LastClip()), std::vector<std::string>{"999\0"s});
 }
 
+// Each copy's own notice comes before it is taken or after.
+TEST_F(SnapTest, CopyTold_SaysHowManyWentBy) {
+    Options().AutoSnap = true;
+    const auto wordOf = [&](int copies, bool toldAfterwards) {
+        fake.clock.Advance(1s);
+        for (int i = 0; i < copies; ++i) {
+            CopyText(std::to_string(i));
+            if (!toldAfterwards) flow.CopyTold();
+            flow.UpdateClipBoard();
+        }
+        for (int i = 0; toldAfterwards && i < copies; ++i)
+            flow.CopyTold();
+        for (int i = 0; i < 6; ++i)
+            window.BecomeIdle(fake.clock);
+        return fake.user.LastStatus();
+    };
+    for (const bool afterwards : {false, true}) {
+        EXPECT_EQ(wordOf(1, afterwards).find(L"vorüber"), std::wstring::npos);
+        EXPECT_EQ(wordOf(2, afterwards).find(L"vorüber"), std::wstring::npos)
+            << "the second is taken after the rest";
+        EXPECT_EQ(wordOf(3, afterwards), L"Eine Kopie ging vorüber");
+        EXPECT_EQ(wordOf(20, afterwards), L"18 Kopien gingen vorüber");
+    }
+    EXPECT_TRUE(window.later.empty());
+}
+
 TEST_F(SnapTest, UpdateClipBoard_ComesBackToABusyClipboard) {
     Options().AutoSnap = true;
     CopyText("text");
