@@ -122,4 +122,53 @@ TEST_F(BadPeers, BoxingViewerBehind_IsWaitedForOnce) {
     EXPECT_LT(Clock::now() - start, std::chrono::seconds(2));
 }
 
+// Six formats of five and a half seconds each would keep the clipboard from everybody for half a minute.
+TEST_F(BadPeers, SlowOwner_HoldsTheClipboardForABoundedTimeAndOwesTheRest) {
+    StartCapturing();
+    const Peer owner(L"owner slow");
+    owner.Copy(1, 5, 5500);
+    const auto bound = std::chrono::seconds(20);
+    WaitFor(
+        "the clip", [&] { return ClipsOf(std::string("Kopie 1\0", 8)) == 1; }, bound);
+    nxclip_.WaitForStatus(
+        L"Der Clip ist unvollständig: nicht geliefert wurden NXClip Peer 2, NXClip Peer 3, NXClip Peer 4, "
+        L"NXClip Peer 5");
+    CopyAndWait("danach");
+}
+
+TEST_F(BadPeers, OwnersThatGiveNothing_LeaveNoClipAndHoldNobody) {
+    StartCapturing();
+    const Peer empty(L"owner empty");
+    empty.Copy(1, 3);
+    nxclip_.WaitForStatus(L"Kein Format gesichert");
+    const Peer dying(L"owner dying");
+    dying.Copy(2, 3);
+    WaitFor("the owner's end", [&] { return !dying.Handle().Exists(); });
+    EXPECT_TRUE(Answers(nxclip_.Main(), milliseconds(2000)));
+    EXPECT_TRUE(ClipFiles().empty());
+    const Peer changing(L"owner changing");
+    changing.Copy(3, 3);
+    WaitFor("what it holds in the end", [&] { return ClipsOf(std::string("Kopie 4\0", 8)) == 1; });
+}
+
+TEST_F(BadPeers, HungOwner_IsAskedOnceAndHoldsNobody) {
+    StartCapturing();
+    Peer owner(L"owner hung");
+    owner.Copy(1, 5);
+    WaitFor(
+        "the program to answer", [&] { return Answers(nxclip_.Main()); }, std::chrono::seconds(20));
+    const auto bound = std::chrono::seconds(20);
+    WaitFor(
+        "the clipboard",
+        [&] {
+            const bool open = OpenClipboard(nullptr) != FALSE;
+            if (open) CloseClipboard();
+            return open;
+        },
+        bound);
+    owner.Die();
+    CopyAndWait("danach");
+    EXPECT_EQ(nxclip_.Quit(), 0u);
+}
+
 }  // namespace

@@ -102,8 +102,11 @@ WindowHandle SuccessorFor(const ChainMessage& message, bool isAgain) {
     return times == 0 ? NextViewer : times == 1 ? TheChain.formerNext : WindowHandle::None;
 }
 
-MessageParameter PassOn(const Parameters& p, std::uint32_t change = 0) {
-    const ChainMessage message{p.message, p.w, p.l, change};
+ChainMessage ChangeMessage(std::uint32_t change) {
+    return {static_cast<std::uint32_t>(Message::DrawClipboard), 0, 0, change};
+}
+
+MessageParameter PassOn(const Parameters& p, const ChainMessage& message) {
     const PassingMessage passing(message);
     const WindowHandle next = SuccessorFor(message, passing.IsAgain());
     if (next == WindowHandle::None || next == p.window) return 0;
@@ -128,14 +131,15 @@ MessageParameter ClipboardChanged(const Parameters& p) {
         TheChain.brought = change;
         TakeChange(p.window);
     }
-    return PassOn(p, ChangeNumber());
+    return PassOn(p, ChangeMessage(ChangeNumber()));
 }
 
-// While it joins nothing is passed on: the successor is not known yet.
+// While it joins nothing is passed on: the successor is not known yet, and knows the content that is there.
 void JoinChain(WindowHandle window) {
     NextViewer = WindowHandle::None;
     TheChain.joinedAt = ChangeNumber();
     NextViewer = ThePlatform().clipboard.JoinChain(window);
+    TheChain.newestChange = {ChangeMessage(TheChain.joinedAt), 1};
 }
 
 // The system itself would wait without end for the first viewer to take note; it has nobody to tell when that
@@ -189,7 +193,7 @@ MessageParameter ListenerTold(const Parameters& p) {
 MessageParameter ChainChanged(const Parameters& p) {
     const WindowHandle leaving = WindowOf(p.w), behindIt = WindowOf(p.l);
     if (leaving == TheChain.formerNext) TheChain.formerNext = behindIt;
-    if (leaving != NextViewer) return PassOn(p);
+    if (leaving != NextViewer) return PassOn(p, {p.message, p.w, p.l});
     NextViewer = behindIt;
     return 0;
 }

@@ -37,7 +37,7 @@ struct MainWindowHooks {
 };
 extern MainWindowHooks TheMainWindowHooks;
 
-// A message of the chain. `change` is the clipboard's sequence number where it tells of a change; else 0.
+// A message of the chain. Where it tells of a change, the clipboard's sequence number alone says which.
 struct ChainMessage {
     std::uint32_t message = 0;
     MessageParameter w = 0;

@@ -240,8 +240,9 @@ TEST_F(ViewerHookTest, Ring_IsLeftAfterOneRoundAndServesThePlaceThatWeHad) {
         return rounds % 10 != 0 ? Send(message, w, l) : MessageParameter{0};
     });
     NextViewer = back;
-    const WindowHandle leaving = fake.windows.AddWindow(L"Leaving");
+    WindowHandle leaving = WindowHandle::None;
     for (const WindowHandle former : {WindowHandle::None, next}) {
+        leaving = fake.windows.AddWindow(L"Leaving");
         TheChain.formerNext = former;
         const std::size_t served = former == next ? 1 : 0;
         rounds = 0;
