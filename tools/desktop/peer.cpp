@@ -12,6 +12,7 @@ namespace {
 
 std::set<std::wstring> kind;
 HWND next = nullptr;
+bool ready = false;
 int told = 0;
 int number = 0;
 int privateFormats = 0;
@@ -34,6 +35,8 @@ void ReadEverything(HWND window) {
 }
 
 LRESULT ChangeTold(HWND window, WPARAM wParam, LPARAM lParam) {
+    // Joining the chain sends one that is none.
+    if (!ready) return 0;
     ++told;
     if (Is(L"mute")) return 0;
     if (Is(L"reading")) ReadEverything(window);
@@ -121,7 +124,7 @@ int wmain(int count, wchar_t** arguments) {
     HWND window =
         CreateWindowExW(0, kPeerClass, L"", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
     if (Is(L"viewer")) next = SetClipboardViewer(window);
-    told = 0;
+    ready = true;
     SetWindowTextW(window, (L"peer " + std::to_wstring(GetCurrentProcessId())).c_str());
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0)

@@ -90,8 +90,10 @@ std::vector<std::wstring> RequestData(const std::vector<CFormat*>& formats) {
     };
     std::vector<Request> requests(formats.begin(), formats.end());
     std::vector<Request*> cheapFirst;
-    for (Request& request : requests)
+    for (Request& request : requests) {
+        request.format->Delivered = DataHandle::None;
         if (!IsGdiObjectFormat(request.format->FormatId)) cheapFirst.push_back(&request);
+    }
     std::stable_sort(cheapFirst.begin(), cheapFirst.end(), [](const Request* a, const Request* b) {
         return CostOf(*a->format) < CostOf(*b->format);
     });

@@ -30,7 +30,11 @@ class OwnerRequestsTest : public ClipboardTest {
         std::vector<CFormat*> formats;
         for (CFormat& format : *all)
             formats.push_back(&format);
-        return RequestData(formats).size();
+        const std::size_t owed = RequestData(formats).size();
+        // Whoever saves them asks no more.
+        for (CFormat* const format : formats)
+            EXPECT_TRUE(format->Delivered.has_value());
+        return owed;
     }
 
     using Numbers = std::vector<FormatNumber>;
