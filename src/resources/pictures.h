@@ -25,10 +25,8 @@ inline constexpr Picture kTrayPictures[] = {
 
 // What stands beside a node of the tree: its kind, or the active container's mark.
 inline constexpr Picture kTreePictures[] = {
-    {L"Profile", L"PIC_PROFILE"},
-    {L"Structure", L"PIC_STRUCTURE"},
-    {L"Clip", L"PIC_CLIP"},
-    {L"Camera", L"PIC_CAMERA"},
+    {L"Profile", L"PIC_PROFILE"}, {L"Structure", L"PIC_STRUCTURE"}, {L"Waiting", L"PIC_WAITING"},
+    {L"Clip", L"PIC_CLIP"},       {L"Camera", L"PIC_CAMERA"},
 };
 
 // What stands beside a format of a clip: the group of its description.

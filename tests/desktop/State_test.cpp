@@ -1,3 +1,4 @@
+#include "desktop/Input.h"
 #include "desktop/ProgramTest.h"
 #include "desktop/TaskBar.h"
 
@@ -69,6 +70,35 @@ TEST_F(State, IconAfterSnap_LeavesAHiddenWindowHidden) {
     SnapOf(PrivateOffers());
     nxclip_.Main().Send(WM_NULL);
     EXPECT_FALSE(nxclip_.Main().Visible());
+}
+
+TEST_F(State, Killed_ForgetsNothingThatLeadsToTheClips) {
+    StartWithProfile();
+    MakeFolder(L"Ordner");
+    nxclip_.Command(m_struct_active);
+    nxclip_.Command(mnuViewOptions);
+    const Window options = nxclip_.WaitForDialog(L"Optionen");
+    options.SetText(tbInfo, L"Merke");
+    options.Press(cb_ok);
+    Driver::WaitUntilGone(options);
+    SetWindowPos(nxclip_.Main().Handle(), nullptr, 120, 80, 640, 480, SWP_NOZORDER);
+    // Both have rested then.
+    WaitFor("the place to be stored", [] { return ReadSetting(L"Settings", L"MainLeft") == L"1800"; });
+    WaitFor("the container to be stored",
+            [] { return ReadSetting(L"Settings", L"ActiveContainer") == L"2"; });
+    nxclip_.Program().Terminate();
+    nxclip_.Start();
+    nxclip_.WaitForTree(L"Profil [Profile] open\n  Ordner [Camera]\n");
+    EXPECT_EQ(ReadSetting(L"Settings", L"UserInfo"), L"Merke");
+}
+
+TEST_F(State, SessionEnd_EndsAnOpenMenuAndTheProcess) {
+    StartWithProfile();
+    BringToFront(nxclip_.Main());
+    RightClick(nxclip_.Tree().PlaceOf(L"Profil"));
+    nxclip_.WaitForPopUpMenu();
+    nxclip_.Main().Post(WM_ENDSESSION, TRUE);
+    EXPECT_EQ(nxclip_.Program().WaitForEnd(), 0u) << "an invisible one would let no other start";
 }
 
 }  // namespace

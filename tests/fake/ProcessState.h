@@ -24,7 +24,6 @@ class ProcessStateScope {
     static void Reset() {
         ClearPendingRenderSet();
         TheMainWindowHooks = {};
-        TheChain = {};
         OriginalWndProc = ProcedureAddress::None;
         HookedWindow = OwnViewer = NextViewer = PreviousForeground = ClipboardWindow = WindowHandle::None;
         OwnMarkerFormat = 0;

@@ -18,9 +18,6 @@ class CaptureWatch {
     // come faster than the user could bear only the newest is taken. While another program holds the
     // clipboard, comes back a few times within two seconds; then the status bar says that a copy was missed.
     void UpdateClipBoard();
-    // Another program has copied, as told once for each copy. Those that no snap has seen when all is quiet
-    // again have gone by, and the status bar says so.
-    void CopyTold();
     // Takes a snap at the user's command, of confidential content after a question.
     void Snap();
 
@@ -28,6 +25,9 @@ class CaptureWatch {
     void OfferMissed();
     // Takes it at the user's command. False when there is none.
     bool TakeMissed();
+    // The container's profile can be changed again: takes the copy that was refused for that, if it is still
+    // on the clipboard.
+    void ReturnToRefused();
     // It is not on the clipboard any more.
     void ForgetMissed() { missed_ = false; }
 
@@ -39,20 +39,15 @@ class CaptureWatch {
  private:
     void TakeChange();
     void ReturnToBusyClipboard();
-    void TellOfCopiesGoneBy();
 
     MainWindowHost& host_;
     SnapFlow snap_;
-    // A few refreshes of the screen, and less than the time between two copies by hand.
-    RestAfterWork rest_{std::chrono::milliseconds(20), std::chrono::milliseconds(250)};
-    bool missed_ = false;  // a copy came while a dialog was open, and none after it
+    RestAfterWork rest_{std::chrono::milliseconds(20)};
+    bool missed_ = false;   // a copy came while a dialog was open, and none after it
+    bool refused_ = false;  // the newest copy, since another program had the container's profile
     // How often the newest change was tried again because another program had the clipboard.
     std::size_t returns_ = 0;
     Once afterRest_;
     Once whenFree_;
     Once showing_;
-    // Copies since all was quiet last.
-    int told_ = 0, seen_ = 0;
-    int counted_ = 0;  // both together, when they were looked at last
-    Once quiet_;
 };

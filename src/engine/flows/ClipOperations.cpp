@@ -123,6 +123,7 @@ Node* ClipOperations::MoveProfile(Node* target, Node& source) {
     CarryContainerOver(source, *copy);
     RemoveNode(source);
     Profiles().OrderAsInTree(*tree_.TreeView());
+    StoreProfileList();
     return copy;
 }
 
@@ -199,6 +200,7 @@ bool ClipOperations::DeleteProfile(Node& profile) {
         return false;
     }
     Profiles().Remove(UpperCase(entry->Directory));
+    StoreProfileList();
     RemoveNode(profile);
     RemoveFiles(clipFiles);
     return true;

@@ -4,6 +4,7 @@
 #include "engine/profiles/ActiveContainer.h"
 #include "engine/profiles/CProfiles.h"
 #include "engine/profiles/ProfileStore.h"
+#include "engine/profiles/StructureLock.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/modTreeEx.h"
 #include "platform/Busy.h"
@@ -48,6 +49,7 @@ ClipProperties ReadClipProperties(const Node& clip) {
 
 bool ApplyClipProperties(CTreeViewEx& tree, Node& clip, const std::wstring& name, const std::wstring& info) {
     const BusyScope operation(Busy::TreeOperation);
+    if (!ChangeAllowed(&clip)) return false;
     const NodeAttributes read = AttributesOf(&clip);
     const std::wstring tag = MakeClipTag(read.clipNumber, read.formatCount, read.timeCaptured, info);
     if (!Accepted(NameRefusal(name)) || !Accepted(InfoRefusal(info, tag))) return false;
@@ -71,6 +73,7 @@ FolderProperties ReadFolderProperties(const Node& folder) {
 bool ApplyFolderProperties(CTreeViewEx& tree, Node& folder, const std::wstring& name,
                            const std::wstring& info) {
     const BusyScope operation(Busy::TreeOperation);
+    if (!ChangeAllowed(&folder)) return false;
     const std::wstring tag = MakeStructureTag(info);
     if (!Accepted(NameRefusal(name)) || !Accepted(InfoRefusal(info, tag))) return false;
     folder.SetText(name);
@@ -81,7 +84,7 @@ bool ApplyFolderProperties(CTreeViewEx& tree, Node& folder, const std::wstring& 
 
 Node* NewFolder(CTreeViewEx& tree, Node* container, const std::wstring& name, const std::wstring& info) {
     const BusyScope operation(Busy::TreeOperation);
-    if (!IsNodeOfKind(container, kProfileKind | kStructureKind)) return nullptr;
+    if (!IsNodeOfKind(container, kProfileKind | kStructureKind) || !ChangeAllowed(container)) return nullptr;
     const std::wstring tag = MakeStructureTag(info);
     if (!Accepted(NameRefusal(name)) || !Accepted(InfoRefusal(info, tag))) return nullptr;
     Node& folder = tree.TreeView()->Add(container, NodeRelation::Child, name, std::wstring(L"Structure"));
@@ -92,10 +95,11 @@ Node* NewFolder(CTreeViewEx& tree, Node* container, const std::wstring& name, co
 
 bool RenameNode(CTreeViewEx& tree, Node& node, const std::wstring& name) {
     const BusyScope operation(Busy::TreeOperation);
-    if (!Accepted(NameRefusal(name))) return false;
+    if (!ChangeAllowed(&node) || !Accepted(NameRefusal(name))) return false;
     node.SetText(name);
     CProfile* const profile = Profiles().ProfileOf(&node);
     if (profile != nullptr) profile->Name = name;
     SaveChange(tree, node);
+    if (profile != nullptr) StoreProfileList();
     return true;
 }

@@ -11,6 +11,7 @@
 #include "engine/profiles/ProfileAttachment.h"
 #include "engine/profiles/ProfileStore.h"
 #include "engine/profiles/StructureLock.h"
+#include "engine/profiles/WaitingProfiles.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/TreeWalk.h"
 #include "engine/tree/modTreeEx.h"
@@ -23,7 +24,6 @@
 
 namespace {
 
-constexpr const wchar_t* kAlreadyAttached = L"Das Profil ist schon eingebunden !!!";
 constexpr const wchar_t* kOtherDirectory = L"\r\nWählen Sie bitte ein anderes Verzeichnis.";
 
 void Tell(const std::wstring& text, const std::wstring& title = {}) {
@@ -80,6 +80,14 @@ bool MayForgetChanges(CTreeViewEx& tree, Node& profile) {
         L"Profil ausblenden", true);
 }
 
+// The tag has to hold the text one day with the longest counter, and in another directory.
+std::wstring ProfileInfoRefusal(const std::wstring& info, const std::wstring& directory) {
+    constexpr std::int32_t kLongestCounter = std::numeric_limits<std::int32_t>::max();
+    constexpr std::size_t kLongDirectory = 1000;
+    const std::wstring longest(std::max(directory.size(), kLongDirectory), L'x');
+    return InfoRefusal(info, MakeProfileTag(kLongestCounter, longest, true, info));
+}
+
 bool CopyTemplate(const std::wstring& templateFile, const std::wstring& treeFile) {
     FilePort& files = ThePlatform().files;
     if (files.Copy(templateFile, treeFile, false)) return true;
@@ -122,7 +130,10 @@ Node* ProfileActions::BuildNewprofile(const std::wstring& name, const std::wstri
     EnterProfile(*profile, directory, std::move(lock));
     if (container_.Get() == nullptr) container_.SetActiveContainer(profile);
     // Not left to the next save: until then a crash would leave nothing of it.
-    if (SaveProfile(tree_, *profile)) return profile;
+    if (SaveProfile(tree_, *profile)) {
+        StoreProfileList();
+        return profile;
+    }
     TakeOut(*profile);
     RemoveSafeFile(TreeDataFilePath(directory));
     return nullptr;
@@ -168,18 +179,21 @@ Node* ProfileActions::ImportProfileDirect(const std::wstring& directory) {
         TellNotLoaded(directory);
         return nullptr;
     }
+    StoreProfileList();
     if (container_.Get() == nullptr) container_.SetActiveContainer(profile);
     return profile;
 }
 
 void ProfileActions::TakeOut(Node& profile) {
-    Profiles().Remove(GetProfileDirectory(&profile));
+    Profiles().Remove(Profiles().ProfileOf(&profile)->Directory);
     container_.LeaveSubtree(profile);
     tree_.TreeView()->Remove(profile);
 }
 
 bool ProfileActions::UnlinkProfile(Node* profile) {
-    if (!IsProfileNode(profile) || !ActionAllowed(TreeAction::UnlinkProfile, profile)) return false;
+    if ((!IsProfileNode(profile) && WaitingAs(profile) == nullptr) ||
+        !ActionAllowed(TreeAction::UnlinkProfile, profile))
+        return false;
     const BusyScope operation(Busy::TreeOperation);
     const NodeRef asked(profile);
     if (!ThePlatform().user.Ask(L"Wollen Sie wirklich das Profil ausblenden (nicht löschen) ?",
@@ -187,13 +201,21 @@ bool ProfileActions::UnlinkProfile(Node* profile) {
         asked.Get() == nullptr) {
         return false;
     }
-    const std::wstring directory = GetProfileDirectory(profile);
-    if (Profiles().SearchDir(directory) == 0) {
-        Tell(L"Fataler Fehler (UnlinkProfile)\r\n" + directory + L" nicht in der Profilliste gefunden !!!");
+    if (const CProfile* const waiting = WaitingAs(profile)) {
+        Profiles().Remove(waiting->Directory);
+        tree_.TreeView()->Remove(*profile);
+        StoreProfileList();
+        return true;
+    }
+    // Below another profile, in a damaged file, stands none of the list, whatever directory it names.
+    if (Profiles().ProfileOf(profile) == nullptr) {
+        Tell(L"Fataler Fehler (UnlinkProfile)\r\n" + GetProfileDirectory(profile) +
+             L" nicht in der Profilliste gefunden !!!");
         return false;
     }
     if (!MayForgetChanges(tree_, *profile)) return false;
     TakeOut(*profile);
+    StoreProfileList();
     return true;
 }
 
@@ -210,9 +232,7 @@ std::wstring NewProfileRefusal(const std::wstring& name, const std::wstring& dir
 
 bool ConfirmNewProfile(const std::wstring& name, const std::wstring& directory, const std::wstring& info) {
     std::wstring refusal = NewProfileRefusal(name, directory);
-    // With the longest counter: the tag has to hold it one day.
-    constexpr std::int32_t kLongest = std::numeric_limits<std::int32_t>::max();
-    if (refusal.empty()) refusal = InfoRefusal(info, MakeProfileTag(kLongest, directory, false, info));
+    if (refusal.empty()) refusal = ProfileInfoRefusal(info, directory);
     if (!refusal.empty()) {
         Tell(refusal);
         return false;
@@ -248,11 +268,16 @@ ProfileProperties ReadProfileProperties(const Node& profile) {
 
 bool ApplyProfileProperties(CTreeViewEx& tree, Node& profile, const ProfileProperties& properties) {
     const BusyScope operation(Busy::TreeOperation);
+    if (!ChangeAllowed(&profile)) return false;
     const NodeAttributes read = AttributesOf(&profile);
     const std::wstring tag =
         MakeProfileTag(read.counter, read.directory, properties.globalFree, properties.info);
     const std::wstring nameRefusal = NameRefusal(properties.name);
-    const std::wstring refusal = nameRefusal.empty() ? InfoRefusal(properties.info, tag) : nameRefusal;
+    // A text that is too long by now is no reason to refuse another name.
+    const bool newInfo = properties.info != read.info;
+    const std::wstring infoRefusal =
+        newInfo ? ProfileInfoRefusal(properties.info, read.directory) : InfoRefusal(properties.info, tag);
+    const std::wstring refusal = nameRefusal.empty() ? infoRefusal : nameRefusal;
     if (!refusal.empty()) {
         Tell(refusal);
         return false;

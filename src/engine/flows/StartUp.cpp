@@ -36,11 +36,20 @@ void StartLog(const std::wstring& commandLine) {
     WriteLog(L"Main: Programm aktiviert");
 }
 
+// The first instance has no window while it starts, asks something about its profiles, or ends.
+constexpr std::chrono::milliseconds kPauseBetweenLooks{100};
+constexpr int kMostLooks = 80;
+
 // True when this instance has to end because it brought the first one to the front.
 bool FirstInstanceTakesOver(StartUpHost& host) {
     if (!host.OtherInstanceRuns()) return false;
     LogDebug(L"Main: Mehr als eine Instance erkannt");
-    const WindowHandle first = host.FindTopLevelWindow(AppName);
+    WindowHandle first = host.FindTopLevelWindow(AppName);
+    for (int look = 1; first == WindowHandle::None && look < kMostLooks; ++look) {
+        host.Wait(kPauseBetweenLooks);
+        if (!host.OtherInstanceRuns()) return false;
+        first = host.FindTopLevelWindow(AppName);
+    }
     if (first == WindowHandle::None) {
         ThePlatform().user.Tell(std::wstring(L"Window-Handle konnte für \r\n") + AppName +
                                 L"\r\nnicht ermittelt werden");

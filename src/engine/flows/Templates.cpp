@@ -1,6 +1,7 @@
 #include "engine/flows/Templates.h"
 
 #include "engine/process/modMain.h"
+#include "engine/process/modOption.h"
 #include "engine/profiles/ProfileStore.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/modTreeEx.h"
@@ -35,6 +36,28 @@ Node* InstallTemplate(ProfileActions& actions, const std::wstring& name, const s
     Node* const profile = actions.BuildNewprofile(name, directory, templateFile);
     if (profile == nullptr) user.Tell(L"Profil '" + name + L"' konnte nicht angelegt werden.");
     return profile;
+}
+
+// The first of those that were attached, or null.
+Node* InstallTemplates(CTreeViewEx& tree, ActiveContainer& container,
+                       const std::array<bool, kFirstStartTemplateCount>& checked) {
+    if (checked == std::array<bool, kFirstStartTemplateCount>{}) return nullptr;
+    const std::wstring dataDirectory = WithBackslash(AppPath) + L"Daten";
+    if (!HasDirectory(dataDirectory)) {
+        ThePlatform().user.Tell(L"Es wurden keine Vorlagen angelegt.");
+        return nullptr;
+    }
+
+    ProfileActions actions(tree, container);
+    Node* first = nullptr;
+    for (std::size_t i = 0; i < checked.size(); ++i) {
+        if (!checked[i]) continue;
+        const FirstStartTemplate& offer = kFirstStartTemplates[i];
+        Node* const profile = InstallTemplate(actions, offer.name, JoinDirectory(dataDirectory, offer.name),
+                                              TemplateDirectory() + offer.file);
+        if (first == nullptr) first = profile;
+    }
+    return first;
 }
 
 }  // namespace
@@ -81,25 +104,13 @@ bool FirstStartBoxChecked() {
 
 Node* InstallFirstStartTemplates(CTreeViewEx& tree, ActiveContainer& container,
                                  const std::array<bool, kFirstStartTemplateCount>& checked, bool boxChecked) {
+    SaveOptions();
+    Node* const first = InstallTemplates(tree, container, checked);
+    // Last: an end on the way must not leave a program that neither has a profile nor offers one.
     ThePlatform().settings.Write(kSection, kDialogKey, boxChecked ? L"1" : L"0");
-    if (checked == std::array<bool, kFirstStartTemplateCount>{}) return nullptr;
-    const std::wstring dataDirectory = WithBackslash(AppPath) + L"Daten";
-    if (!HasDirectory(dataDirectory)) {
-        ThePlatform().user.Tell(L"Es wurden keine Vorlagen angelegt.");
-        return nullptr;
-    }
-
-    ProfileActions actions(tree, container);
-    Node* first = nullptr;
-    for (std::size_t i = 0; i < checked.size(); ++i) {
-        if (!checked[i]) continue;
-        const FirstStartTemplate& offer = kFirstStartTemplates[i];
-        Node* const profile = InstallTemplate(actions, offer.name, JoinDirectory(dataDirectory, offer.name),
-                                              TemplateDirectory() + offer.file);
-        if (first == nullptr) first = profile;
-    }
     if (first == nullptr) return nullptr;
     SaveAllProfiles(tree);
     container.SetActiveContainer(first);
+    container.Store();
     return first;
 }

@@ -20,7 +20,10 @@ void Read(const OptionRow& row) {
 bool Write(const OptionRow& row) {
     if (row.key == nullptr) return true;
     const wchar_t* const key = row.writeKey != nullptr ? row.writeKey : row.key;
-    return ThePlatform().settings.Write(kSection, key, OptionText(row, Options()));
+    const std::wstring text = OptionText(row, Options());
+    SettingsPort& settings = ThePlatform().settings;
+    const wchar_t* const absent = L"\x1";  // no option's text
+    return settings.Read(kSection, key, absent) == text || settings.Write(kSection, key, text);
 }
 
 void TellLoadError(const std::wstring& description) {

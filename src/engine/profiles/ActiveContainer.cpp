@@ -4,7 +4,7 @@
 
 #include "engine/profiles/CProfiles.h"
 #include "engine/profiles/modProfile.h"
-#include "engine/tree/TreeWalk.h"
+#include "engine/tree/NodePlace.h"
 #include "engine/tree/modTreeEx.h"
 #include "platform/Platform.h"
 #include "platform/Text.h"
@@ -13,55 +13,70 @@ namespace {
 
 constexpr const wchar_t* kSection = L"Settings";
 constexpr const wchar_t* kKey = L"ActiveContainer";
-// The position again, the place below the profile's node, and the profile's directory: what tells whether the
-// position still names the same node, for a profile in front of it may be gone or damaged at the next start.
+// The position again, the steps to the profile's node, the profile's directory and the names on the way down:
+// what tells which node it was. The position alone goes wrong with every change in front of it, and a profile
+// there may be missing at the next start. "12,3,C:\Daten|Briefe\Post"; no directory has a "|".
 constexpr const wchar_t* kPlaceKey = L"ActiveContainerPlace";
 
-struct Place {
-    std::int32_t inProfile = 0;  // steps in tree order from the profile's node
+struct StoredPlace {
     std::wstring directory;
+    std::int32_t steps = 0;
+    std::optional<std::wstring> path;  // none in what an older version stored
 };
 
-std::wstring PlaceText(std::int32_t position, const Place& place) {
-    return NumberText(position) + L"," + NumberText(place.inProfile) + L"," + place.directory;
-}
-
-Place PlaceOf(const Node* node) {
-    const Node* const profile = GetTopNode(node);
-    Place place;
-    place.directory = GetProfileDirectory(profile);
-    for (TreeWalk walk(profile); walk.Current() != node; walk.Step())
-        ++place.inProfile;
-    return place;
+std::wstring PlaceText(std::int32_t position, const Node& node) {
+    const Node& profile = *GetTopNode(&node);
+    const NodePlace place = PlaceBelow(profile, node);
+    return NumberText(position) + L"," + NumberText(place.steps) + L"," + GetProfileDirectory(&profile) +
+           L"|" + place.path;
 }
 
 // None when it was stored for another position: by another version of this program.
-std::optional<Place> StoredPlace(std::int32_t position) {
+std::optional<StoredPlace> StoredPlaceFor(std::int32_t position) {
     const std::wstring text = ThePlatform().settings.Read(kSection, kPlaceKey, L"");
     const std::size_t first = text.find(L',');
     const std::size_t second = first != std::wstring::npos ? text.find(L',', first + 1) : first;
     if (second == std::wstring::npos || ParseInt32(text.substr(0, first)) != position) return std::nullopt;
-    const auto inProfile = ParseInt32(text.substr(first + 1, second - first - 1));
-    if (!inProfile) return std::nullopt;
-    return Place{*inProfile, text.substr(second + 1)};
+    const auto steps = ParseInt32(text.substr(first + 1, second - first - 1));
+    if (!steps) return std::nullopt;
+    const std::size_t bar = text.find(L'|', second);
+    StoredPlace place{text.substr(second + 1, bar - second - 1), *steps, std::nullopt};
+    if (bar != std::wstring::npos) place.path = text.substr(bar + 1);
+    return place;
 }
 
-// Null when the profile is not there, or no longer that large.
-Node* NodeAt(const Place& place) {
+// Null when the profile is not there, or no longer has such a node.
+Node* NodeAt(const StoredPlace& place) {
     const CProfile* const profile = Profiles().GetProfile(place.directory);
-    if (profile == nullptr) return nullptr;
-    TreeWalk walk(profile->Node);
-    for (std::int32_t i = 0; i < place.inProfile && walk.InSubtree(); ++i)
-        walk.Step();
-    return walk.InSubtree() ? walk.Current() : nullptr;
+    if (profile == nullptr || profile->Node == nullptr) return nullptr;
+    if (!place.path) return NodeBehind(*profile->Node, place.steps);
+    const wchar_t kind = place.path->empty() ? L'P' : L'S';
+    return NodeAtPlace(*profile->Node, {place.steps, kind, *place.path});
+}
+
+void Write(const wchar_t* key, const std::wstring& text) {
+    SettingsPort& settings = ThePlatform().settings;
+    const wchar_t* const absent = L"\x1";  // neither a number nor a place
+    if (settings.Read(kSection, key, absent) != text) settings.Write(kSection, key, text);
 }
 
 bool MayBeActive(const Node* node) {
     return node == nullptr || IsNodeOfKind(node, kProfileKind | kStructureKind);
 }
 
+// From here on at the root level: one that waits for its drive cannot be it.
+Node* NextProfile(Node* root) {
+    while (root != nullptr && !IsProfileNode(root))
+        root = root->Next();
+    return root;
+}
+
 Node* Neighbour(const Node& node) {
-    return node.Next() != nullptr ? node.Next() : node.Previous();
+    if (Node* const next = NextProfile(node.Next())) return next;
+    Node* previous = node.Previous();
+    while (previous != nullptr && !IsProfileNode(previous))
+        previous = previous->Previous();
+    return previous;
 }
 
 }  // namespace
@@ -99,10 +114,10 @@ void ActiveContainer::Restore() {
     node_.Follow(nullptr);
     const auto stored = ParseInt32(ThePlatform().settings.Read(kSection, kKey, L"-1"));
     tree_.SetActiveContainer(stored.value_or(-1));
-    const std::optional<Place> place = StoredPlace(tree_.ActiveContainer());
+    const std::optional<StoredPlace> place = StoredPlaceFor(tree_.ActiveContainer());
     Node* const last = place ? NodeAt(*place) : tree_.NodeAtPosition(tree_.ActiveContainer());
     const bool found = last != nullptr && MayBeActive(last);
-    SetActiveContainer(found ? last : tree_.TreeView()->Root());
+    SetActiveContainer(found ? last : NextProfile(tree_.TreeView()->Root()));
     if (place && !found && Get() != nullptr) {
         ThePlatform().user.Tell(
             L"Die letzte aktive Ablage ist nicht vorhanden.\r\nNeue Clips kommen in das Profil \"" + Title() +
@@ -112,8 +127,7 @@ void ActiveContainer::Restore() {
 
 void ActiveContainer::Store() const {
     tree_.SetActiveContainer(tree_.PositionOf(Get()));
-    SettingsPort& settings = ThePlatform().settings;
     const std::int32_t position = tree_.ActiveContainer();
-    settings.Write(kSection, kKey, NumberText(position));
-    settings.Write(kSection, kPlaceKey, Get() != nullptr ? PlaceText(position, PlaceOf(Get())) : L"");
+    Write(kKey, NumberText(position));
+    Write(kPlaceKey, Get() != nullptr ? PlaceText(position, *Get()) : L"");
 }

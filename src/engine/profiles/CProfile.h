@@ -3,7 +3,7 @@
 #include <string>
 
 #include "engine/profiles/ProfileLock.h"
-#include "engine/tree/Node.h"
+#include "engine/tree/NodeRef.h"
 #include "platform/SafeFile.h"
 
 // One attached profile: a directory with a tree data file and clip data files.
@@ -19,6 +19,8 @@ class CProfile {
     bool Unfinished = false;
     // The profile's top node; null while the profile is not in the tree. Not owned.
     ::Node* Node = nullptr;
+    // What stands in the tree for it while its drive or server does not answer: a node of no kind.
+    NodeRef Waiting;
     // Keeps the directory for this program.
     ProfileLock Lock;
     // The tree data file as this program last read or wrote it.

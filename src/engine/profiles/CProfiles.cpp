@@ -11,43 +11,14 @@
 
 namespace {
 
-constexpr const wchar_t* kSection = L"Profiles";
-
-// What the store says is not trusted further than this.
-constexpr std::int32_t kMostListed = 0x7FFF;
-
-std::wstring NameKey(int position) {
-    return L"Name" + NumberText(position);
+std::wstring UpToZero(const std::wstring& text) {
+    return text.substr(0, text.find(L'\0'));
 }
 
-std::wstring FileKey(int position) {
-    return L"File" + NumberText(position);
-}
-
-// The number of entries in the store. Where it cannot be read, the entries that are there without a gap are
-// counted: the list is written back at the end of the run, and profiles must not get lost by that.
-std::int32_t StoredCount(SettingsPort& settings) {
-    const auto count = ParseInt32(settings.Read(kSection, L"Count", L"0"));
-    if (count) return std::min(*count, kMostListed);
-    std::int32_t found = 0;
-    while (found < kMostListed && !settings.Read(kSection, FileKey(found + 1), L"").empty())
-        ++found;
-    return found;
-}
-
-bool IsThere(SettingsPort& settings, const std::wstring& key) {
-    const wchar_t* const absent = L"\x1";  // no name and no directory
-    return settings.Read(kSection, key, absent) != absent;
-}
-
-// The last one first: one that stays must not hide those behind it from the next time.
-void RemoveEntriesFrom(SettingsPort& settings, int first) {
-    int end = first;
-    while (IsThere(settings, NameKey(end)) || IsThere(settings, FileKey(end)))
-        ++end;
-    while (--end >= first)
-        if (!settings.DeleteValue(kSection, FileKey(end)) || !settings.DeleteValue(kSection, NameKey(end)))
-            return;
+bool Names(const std::vector<StoredProfile>& list, const std::wstring& directory) {
+    const std::wstring key = UpperCase(directory);
+    return std::any_of(list.begin(), list.end(),
+                       [&](const StoredProfile& entry) { return UpperCase(entry.directory) == key; });
 }
 
 }  // namespace
@@ -93,46 +64,21 @@ std::vector<CProfile*> CProfiles::NewEnum() const {
 
 void CProfiles::LoadRegistry() {
     Clear();
-    SettingsPort& settings = ThePlatform().settings;
-    const std::int32_t count = StoredCount(settings);
-    for (int i = 1; i <= count; ++i) {
-        const std::wstring name = settings.Read(kSection, NameKey(i), L"");
-        const std::wstring directory = settings.Read(kSection, FileKey(i), L"");
-        if (SearchDir(directory) == 0) Add(name, directory, false, nullptr);
-    }
+    lastStored_ = ReadStoredProfiles();
+    for (const StoredProfile& entry : lastStored_)
+        if (SearchDir(entry.directory) == 0) Add(entry.name, entry.directory, false, nullptr);
 }
 
-// The end of the process at any moment leaves every profile in the store that is in the old list and in the
-// new one: the new list is first written behind the old one, then over it, and what is too much goes last.
-void CProfiles::SaveRegistry() const {
-    SettingsPort& settings = ThePlatform().settings;
-    const std::int32_t stored = std::max(StoredCount(settings), 0);
-    const int behind = std::max(stored, Count());
-    if (!IsStored(settings, stored) && behind <= kMostListed - Count()) WriteFrom(settings, behind + 1);
-    if (WriteFrom(settings, 1)) RemoveEntriesFrom(settings, Count() + 1);
-}
-
-bool CProfiles::IsStored(SettingsPort& settings, std::int32_t stored) const {
-    int position = 0;
-    const auto stands = [&](const auto& entry) {
-        ++position;
-        return settings.Read(kSection, NameKey(position), L"") == entry->Name &&
-               settings.Read(kSection, FileKey(position), L"") == entry->Directory;
-    };
-    return stored == Count() && std::all_of(entries_.begin(), entries_.end(), stands);
-}
-
-// Writes the entries as those from `first` on, and then that the list ends with them. A write that fails
-// skips only itself, but what stands behind stays in the list then, and the result is false.
-bool CProfiles::WriteFrom(SettingsPort& settings, int first) const {
-    bool whole = true;
-    int position = first;
-    for (const auto& entry : entries_) {
-        whole &= settings.Write(kSection, NameKey(position), entry->Name);
-        whole &= settings.Write(kSection, FileKey(position), entry->Directory);
-        ++position;
-    }
-    return whole && settings.Write(kSection, L"Count", NumberText(position - 1));
+bool CProfiles::SaveRegistry() {
+    std::vector<StoredProfile> list;
+    for (const auto& entry : entries_)
+        list.push_back({UpToZero(entry->Name), UpToZero(entry->Directory)});
+    // What another instance has entered meanwhile leads to clips as well.
+    for (const StoredProfile& entry : ReadStoredProfiles())
+        if (!Names(lastStored_, entry.directory) && !Names(list, entry.directory)) list.push_back(entry);
+    if (!WriteStoredProfiles(list)) return false;
+    lastStored_ = std::move(list);
+    return true;
 }
 
 int CProfiles::SearchDir(const std::wstring& directory) const {
@@ -172,7 +118,7 @@ void CProfiles::OrderAsInTree(const NodeCollection& nodes) {
         places.emplace(node, static_cast<int>(places.size()));
     }
     const auto placeOf = [&](const std::unique_ptr<CProfile>& entry) {
-        const auto place = places.find(entry->Node);
+        const auto place = places.find(entry->Node != nullptr ? entry->Node : entry->Waiting.Get());
         return place != places.end() ? place->second : static_cast<int>(places.size());
     };
     std::stable_sort(entries_.begin(), entries_.end(),
@@ -182,4 +128,9 @@ void CProfiles::OrderAsInTree(const NodeCollection& nodes) {
 CProfiles& Profiles() {
     static CProfiles list;
     return list;
+}
+
+void StoreProfileList() {
+    if (!Profiles().SaveRegistry())
+        ThePlatform().user.TellLater(L"Die Profilliste konnte nicht gespeichert werden !!!");
 }

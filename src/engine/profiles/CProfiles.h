@@ -1,14 +1,12 @@
 #pragma once
 
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "engine/profiles/CProfile.h"
+#include "engine/profiles/StoredProfileList.h"
 #include "engine/tree/NodeCollection.h"
-
-class SettingsPort;
 
 // The attached profiles in their order. Positions count from 1; the key of an entry is its directory in upper
 // case, so that a directory is attached only once.
@@ -31,9 +29,9 @@ class CProfiles {
     // Fills the list from the settings store. Nothing is checked there, but a directory that the store names
     // twice is taken once.
     void LoadRegistry();
-    // Writes the list to the settings store. A write that fails skips only itself; no profile is lost by
-    // that.
-    void SaveRegistry() const;
+    // Writes the list to the settings store, with what another instance has entered there since this one last
+    // read or wrote it. False when the store keeps its old list.
+    bool SaveRegistry();
 
     // The position of the first entry with this directory, written the same but for its case; 0 for none.
     int SearchDir(const std::wstring& directory) const;
@@ -49,11 +47,12 @@ class CProfiles {
     void OrderAsInTree(const NodeCollection& nodes);
 
  private:
-    bool IsStored(SettingsPort& settings, std::int32_t stored) const;
-    bool WriteFrom(SettingsPort& settings, int first) const;
-
     std::vector<std::unique_ptr<CProfile>> entries_;
+    std::vector<StoredProfile> lastStored_;  // as this program last read or wrote it
 };
 
 // The one list of the process.
 CProfiles& Profiles();
+
+// Stores the one list: whoever has changed it calls this. A failure is told later.
+void StoreProfileList();

@@ -1,13 +1,17 @@
 #include "engine/profiles/FoundClips.h"
 
 #include <algorithm>
+#include <array>
 
 #include "engine/clipboard/CFormat.h"
-#include "engine/clipboard/modFileIO.h"
+#include "engine/clipboard/ClipFileLayout.h"
 #include "engine/profiles/ProfileStore.h"
+#include "engine/profiles/RefusedClips.h"
+#include "engine/profiles/StructureLock.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/TreeWalk.h"
 #include "engine/tree/modTreeEx.h"
+#include "platform/ByteBuffer.h"
 #include "platform/FileBytes.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
@@ -17,15 +21,13 @@ namespace {
 
 constexpr const wchar_t* kFolder = L"Wiedergefunden";
 
-// The highest number that was offered and not wanted, by directory.
-constexpr const wchar_t* kSection = L"FoundClips";
-
 // The number in the name of a clip data file, written as the program writes it; 0 for any other name.
 std::int32_t NumberInName(const std::wstring& name) {
     const std::wstring upper = UpperCase(name);
     if (!upper.starts_with(L"C") || !upper.ends_with(L".NXC")) return 0;
     const std::int32_t number = ParseInt32(upper.substr(1, upper.size() - 5)).value_or(0);
-    return number > 0 && upper == L"C" + NumberText(number) + L".NXC" ? number : 0;
+    return number > 0 && IsTrustedClipNumber(number) && upper == L"C" + NumberText(number) + L".NXC" ? number
+                                                                                                     : 0;
 }
 
 // A copy takes its name when it is complete; until then it bears this one.
@@ -36,14 +38,55 @@ bool IsHalfCopy(const std::wstring& name) {
     return NumberInName(target) != 0 || UpperCase(target).starts_with(L"NXCLIP");
 }
 
-std::int16_t WholeRecords(const std::wstring& file) {
-    const FileOwner scope(ThePlatform().files.Open(file, FileUse::Read));
-    std::int16_t count = 0;
-    if (!scope.IsSet()) return count;
+enum class Content { Records, Beginning, Unknown };
+
+struct ClipFile {
+    Content content = Content::Unknown;
+    std::int16_t records = 0;  // whole ones
+};
+
+// The system allows names of formats no longer than this, of two bytes a letter at most.
+constexpr std::size_t kLongestFormatName = 2 * 255;
+constexpr std::size_t kFixedFront = kRecordIdSize + kRecordNameLengthSize;
+constexpr std::size_t kLongestHeader = kFixedFront + kLongestFormatName + kRecordDataSizeSize;
+
+// A record whose header is right as far as it is there, and that reaches behind the end of the file.
+bool IsBrokenOff(const std::uint8_t* front, std::size_t frontSize, std::int64_t fileSize) {
+    if (frontSize < kFixedFront) return true;
+    ByteReader header(front, frontSize);
+    const std::int32_t id = header.Int32();
+    const std::int16_t nameLength = header.Int16();
+    if (id == 0 || nameLength < 0 || static_cast<std::size_t>(nameLength) > kLongestFormatName) return false;
+    const auto nameSize = static_cast<std::size_t>(nameLength);
+    const std::uint8_t* const name = front + kFixedFront;
+    const auto isControl = [](std::uint8_t letter) { return letter < ' '; };
+    if (std::any_of(name, name + std::min(nameSize, header.Remaining()), isControl)) return false;
+    if (header.Remaining() < nameSize + kRecordDataSizeSize) return true;
+    header.Skip(nameSize);
+    const std::int32_t dataSize = header.Int32();
+    const auto dataAt = static_cast<std::int64_t>(kFixedFront + nameSize + kRecordDataSizeSize);
+    return dataSize >= 0 && dataAt + dataSize > fileSize;
+}
+
+ClipFile LookAt(const std::wstring& path) {
+    FilePort& files = ThePlatform().files;
+    const FileOwner file(files.Open(path, FileUse::Read));
+    const auto size = file.IsSet() ? files.Size(file.Get()) : std::nullopt;
+    std::array<std::uint8_t, kLongestHeader> front;
+    const auto read = size ? files.Read(file.Get(), front.data(), front.size()) : std::nullopt;
+    const bool readWhole =
+        read && *read == std::min<std::int64_t>(*size, static_cast<std::int64_t>(front.size()));
+    if (!readWhole) return {};
+    if (IsBrokenOff(front.data(), *read, *size)) return {Content::Beginning};
+    ClipFile found;
     CFormat format;
-    while (count < INT16_MAX && format.LoadFromFile(scope.Get(), false))
-        ++count;
-    return count;
+    if (!files.Seek(file.Get(), 0)) return {};
+    // Zeros are what the loss of the current leaves of a file.
+    const auto isFormat = [&] { return format.FormatId != 0 || !format.FormatName.empty(); };
+    while (found.records < INT16_MAX && format.LoadFromFile(file.Get(), false) && isFormat())
+        ++found.records;
+    if (found.records > 0) found.content = Content::Records;
+    return found;
 }
 
 // In their order.
@@ -55,10 +98,6 @@ std::vector<std::int32_t> NumbersOf(const Node* profile) {
     return numbers;
 }
 
-std::wstring OfferKey(const std::wstring& directory) {
-    return UpperCase(WithoutBackslash(directory));
-}
-
 Node& FolderForFound(NodeCollection& nodes, Node& profile) {
     for (Node* child = profile.FirstChild(); child != nullptr; child = child->Next())
         if (IsStructureNode(child) && child->Text() == kFolder) return *child;
@@ -67,22 +106,44 @@ Node& FolderForFound(NodeCollection& nodes, Node& profile) {
     return folder;
 }
 
+void RemoveHalfCopies(const std::wstring& directory) {
+    FilePort& files = ThePlatform().files;
+    for (const wchar_t* const pattern : {L"C*.nxc.~*", L"nxclip*.~*"}) {
+        for (const std::wstring& name : files.List(JoinDirectory(directory, pattern)))
+            if (IsHalfCopy(name)) files.Remove(JoinDirectory(directory, name));
+    }
+}
+
+// True when they were taken.
+bool Offer(CTreeViewEx& tree, Node& profile, const std::vector<FoundClip>& clips) {
+    const NodeRef asked(&profile);
+    const bool wanted = ThePlatform().user.Ask(NumberText(static_cast<int>(clips.size())) +
+                                                   L" Clips ohne Eintrag gefunden. Sollen sie in den Ordner "
+                                                   L"'Wiedergefunden' aufgenommen werden ?",
+                                               profile.Text(), false);
+    if (!wanted || asked.Get() == nullptr) return false;
+    AddFoundClips(*tree.TreeView(), FolderForFound(*tree.TreeView(), profile), clips);
+    RaiseClipCounter(profile, clips.back().number);
+    SetProfileChanged(&profile);
+    SaveAllProfiles(tree);
+    return true;
+}
+
 }  // namespace
 
 std::vector<FoundClip> FindClips(const std::wstring& directory, const Node* profile) {
     FilePort& files = ThePlatform().files;
+    RemoveHalfCopies(directory);
     const std::vector<std::int32_t> known = NumbersOf(profile);
     std::vector<FoundClip> found;
-    for (const std::wstring& name : files.List(JoinDirectory(directory, L"*"))) {
-        if (IsHalfCopy(name)) files.Remove(JoinDirectory(directory, name));
+    for (const std::wstring& name : files.List(JoinDirectory(directory, L"C*.nxc"))) {
         const std::int32_t number = NumberInName(name);
         if (number == 0 || std::binary_search(known.begin(), known.end(), number)) continue;
         const std::wstring file = JoinDirectory(directory, name);
-        const auto readable = FileOwner(files.Open(file, FileUse::Read)).IsSet();
-        const std::int16_t records = WholeRecords(file);
-        if (records > 0)
-            found.push_back({number, records});
-        else if (readable && profile != nullptr)
+        const ClipFile clip = LookAt(file);
+        if (clip.content == Content::Records)
+            found.push_back({number, clip.records, files.ChangeTime(file).value_or(0)});
+        else if (clip.content == Content::Beginning && profile != nullptr)
             files.Remove(file);
     }
     std::sort(found.begin(), found.end(),
@@ -90,35 +151,30 @@ std::vector<FoundClip> FindClips(const std::wstring& directory, const Node* prof
     return found;
 }
 
-void AddFoundClips(NodeCollection& nodes, Node& container, const std::vector<FoundClip>& clips,
-                   const std::wstring& directory) {
+void AddFoundClips(NodeCollection& nodes, Node& container, const std::vector<FoundClip>& clips) {
     const BulkChangeScope bulk(nodes);
     for (const FoundClip& clip : clips) {
-        const auto captured = ThePlatform().files.ChangeTime(ClipFilePath(directory, clip.number));
         Node& node = nodes.Add(&container, NodeRelation::Child, L"Clip " + NumberText(clip.number),
                                std::wstring(L"Clip"));
-        node.SetTag(MakeClipTag(clip.number, clip.formatCount,
-                                ThePlatform().clock.DateText(captured.value_or(0)), {}));
+        node.SetTag(
+            MakeClipTag(clip.number, clip.formatCount, ThePlatform().clock.DateText(clip.changed), {}));
     }
 }
 
 void OfferFoundClips(CTreeViewEx& tree, Node& profile) {
-    SettingsPort& settings = ThePlatform().settings;
     const std::wstring directory = GetProfileDirectory(&profile);
-    std::vector<FoundClip> clips = FindClips(directory, &profile);
-    const std::int32_t offered = ParseInt32(settings.Read(kSection, OfferKey(directory), L"0")).value_or(0);
-    std::erase_if(clips, [&](const FoundClip& clip) { return clip.number <= offered; });
-    if (clips.empty()) return;
-    if (!ThePlatform().user.Ask(
-            NumberText(static_cast<int>(clips.size())) +
-                L" Clips ohne Eintrag gefunden. Sollen sie in den Ordner 'Wiedergefunden' "
-                L"aufgenommen werden ?",
-            profile.Text(), false)) {
-        settings.Write(kSection, OfferKey(directory), NumberText(clips.back().number));
-        return;
-    }
-    AddFoundClips(*tree.TreeView(), FolderForFound(*tree.TreeView(), profile), clips, directory);
-    RaiseClipCounter(profile, clips.back().number);
-    SetProfileChanged(&profile);
-    SaveAllProfiles(tree);
+    const std::vector<FoundClip> all = FindClips(directory, &profile);
+    std::vector<FoundClip> clips = all;
+    LeaveOutRefused(clips, directory);
+    if (!clips.empty() && !Offer(tree, profile, clips)) KeepRefusal(all, directory);
+}
+
+void SearchLostClips(CTreeViewEx& tree, Node& profile) {
+    if (!ActionAllowed(TreeAction::NewFolder, &profile)) return;
+    const std::wstring directory = GetProfileDirectory(&profile);
+    const std::vector<FoundClip> clips = FindClips(directory, &profile);
+    if (clips.empty())
+        ThePlatform().user.Tell(L"Es wurden keine verlorenen Clips gefunden.", profile.Text());
+    else
+        Offer(tree, profile, clips);
 }

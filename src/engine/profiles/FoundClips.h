@@ -5,23 +5,27 @@
 #include <vector>
 
 #include "engine/tree/CTreeViewEx.h"
+#include "platform/Files.h"
 
 // Clip data files that no node leads to: the end of the process between the writing of the file and that of
 // the tree leaves one.
 struct FoundClip {
     std::int32_t number = 0;
     std::int16_t formatCount = 0;  // 1 or more: its whole records
+    FileTime changed = 0;
 };
 
-// Those in a directory, by number. What a broken-off copy left is removed, and what holds no whole record
-// too. `profile` is the top node over the directory; null when there is none: every file is found then, half
-// ones stay.
+// Those in a directory, by number. What a broken-off copy left is removed, and what an interrupted capture
+// did: a file that is empty, or that ends before its first record does. One that cannot be read, or makes no
+// sense, stays. `profile` is the top node over the directory; null when there is none: every file is found
+// then, half ones stay.
 std::vector<FoundClip> FindClips(const std::wstring& directory, const Node* profile);
 
 // Makes a node for each in a profile or folder, as its last ones.
-void AddFoundClips(NodeCollection& nodes, Node& container, const std::vector<FoundClip>& clips,
-                   const std::wstring& directory);
+void AddFoundClips(NodeCollection& nodes, Node& container, const std::vector<FoundClip>& clips);
 
-// Asks once whether the clips that are found are to be taken into the folder "Wiedergefunden" of the attached
-// profile, and does that. What the user does not want is not offered again.
+// At a start and a take-over: asks whether the clips that are found are to be taken into the folder
+// "Wiedergefunden" of the attached profile, and does that. What the user does not want is not offered again.
 void OfferFoundClips(CTreeViewEx& tree, Node& profile);
+// The user's own wish: offers those as well that were refused, and says when there are none.
+void SearchLostClips(CTreeViewEx& tree, Node& profile);

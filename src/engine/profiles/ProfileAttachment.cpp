@@ -7,7 +7,9 @@
 #include "engine/profiles/CProfiles.h"
 #include "engine/profiles/FoundClips.h"
 #include "engine/profiles/ProfileStore.h"
+#include "engine/profiles/WaitingProfiles.h"
 #include "engine/profiles/modProfile.h"
+#include "engine/tree/NodePlace.h"
 #include "engine/tree/TreeFile.h"
 #include "engine/tree/modTreeEx.h"
 #include "platform/Busy.h"
@@ -26,11 +28,15 @@ bool IsGone(const std::wstring& directory) {
     return !files.IsDirectory(directory) && files.IsDirectory(DirectoryAbove(directory));
 }
 
+bool SameSpelling(const std::wstring& a, const std::wstring& b) {
+    return UpperCase(WithoutBackslash(a)) == UpperCase(WithoutBackslash(b));
+}
+
 bool IsProfileImage(const std::vector<std::uint8_t>& image) {
     try {
         bool any = false, isProfile = false;
         ReadTreeImage(image, [&](const KeptRecord& record) {
-            if (!std::exchange(any, true)) isProfile = record.tag.starts_with('P');
+            if (!std::exchange(any, true)) isProfile = record.tag.starts_with('P') && record.depth == 0;
             return true;
         });
         return isProfile;
@@ -54,6 +60,10 @@ bool IsBeyondReading(const std::wstring& directory) {
     if (!SafeFileExists(file)) return ThePlatform().files.IsDirectory(directory);
     const auto bytes = BytesOf(file);
     return bytes && !IsProfileImage(*bytes);
+}
+
+std::wstring NotLoaded(const std::wstring& name) {
+    return L"Profil \"" + name + L"\" konnte nicht geladen werden";
 }
 
 std::wstring CannotBeRead(const std::wstring& directory) {
@@ -102,7 +112,7 @@ Node* BuildFromClips(CTreeViewEx& tree, const std::wstring& name, const std::wst
     const BulkChangeScope bulk(nodes);
     Node& profile = nodes.Add(nullptr, NodeRelation::Last, name, std::wstring(L"Profile"));
     profile.SetTag(MakeProfileTag(clips.back().number, directory, false, L""));
-    AddFoundClips(nodes, profile, clips, directory);
+    AddFoundClips(nodes, profile, clips);
     const bool saved = SaveProfile(tree, profile);
     // Nobody waits here, and the entry that would remember it is not made yet.
     FinishSave(TreeDataFilePath(directory));
@@ -127,22 +137,95 @@ CProfile& EntryFor(const Node& profile, const std::wstring& directory) {
     return *waiting;
 }
 
-// Takes the place of `old` in tree and list. Null when it cannot be loaded; `old` stays then.
-Node* LoadAgain(CTreeViewEx& tree, CProfile& entry, ActiveContainer& container) {
+// The node of the entry gives way to `loaded`, which moves to its place. Selection and active container
+// follow by their place below the profile.
+Node& TakePlace(CTreeViewEx& tree, CProfile& entry, Node& loaded, ActiveContainer& container) {
     NodeCollection& nodes = *tree.TreeView();
     const BulkChangeScope bulk(nodes);
-    Node* const loaded = LoadProfileDirectory(tree, entry.Directory);
-    if (loaded == nullptr) return nullptr;
     Node& old = *entry.Node;
-    Node* const profile = tree.CopyNode(&old, loaded, false, false, true);
-    nodes.Remove(*loaded);
-    const bool wasSelected = tree.IsSubNode(nodes.Selected(), &old);
-    if (tree.IsSubNode(container.Get(), &old)) container.SetActiveContainer(profile);
-    if (wasSelected) nodes.Select(profile);
+    Node& profile = *tree.CopyNode(&old, &loaded, false, false, true);
+    nodes.Remove(loaded);
+    if (tree.IsSubNode(container.Get(), &old)) {
+        const NodePlace place = PlaceBelow(old, *container.Get());
+        container.SetActiveContainer(&NearestToPlace(profile, place));
+        if (PlaceBelow(profile, *container.Get()).path != place.path)
+            ThePlatform().user.TellLater(
+                L"Die aktive Ablage ist nicht mehr vorhanden.\r\nNeue Clips kommen in \"" +
+                container.Title() + L"\".");
+    }
+    if (tree.IsSubNode(nodes.Selected(), &old))
+        nodes.Select(&NearestToPlace(profile, PlaceBelow(old, *nodes.Selected())));
     nodes.Remove(old);
-    entry.Node = profile;
-    entry.Name = profile->Text();
+    entry.Node = &profile;
+    entry.Name = profile.Text();
     return profile;
+}
+
+// It stays in the list, and the user knows why it is gone from the tree.
+void TakeOutOfTree(CTreeViewEx& tree, CProfile& entry, ActiveContainer& container) {
+    container.LeaveSubtree(*entry.Node);
+    tree.TreeView()->Remove(*std::exchange(entry.Node, nullptr));
+    entry.Lock = {};
+    ThePlatform().user.TellLater(NotLoaded(entry.Name));
+}
+
+// The same directory under another spelling. The number that tells directories apart is not trusted alone:
+// where it is wrong, the lock of the one does not stand in the other.
+bool IsListedTwice(const CProfile& entry) {
+    const std::wstring identity = ThePlatform().files.Identity(entry.Directory);
+    for (const CProfile* first : Profiles().NewEnum()) {
+        if (first == &entry) return false;
+        if (SameSpelling(first->Directory, entry.Directory)) return true;
+        const bool locked = first->Lock.Held() || first->Lock.HeldByOther();
+        if (locked && !identity.empty() && first->Identity == identity &&
+            ProfileLock(entry.Directory).HeldByOther())
+            return true;
+    }
+    return false;
+}
+
+// Until the profile is found or the user has decided. False when it is to leave the list.
+bool AskWhereItIs(CTreeViewEx& tree, CProfile& entry, const AskForMissingProfile& ask) {
+    for (;;) {
+        const MissingProfileAnswer answer = ask(entry.Name, entry.Directory);
+        if (answer.choice != MissingProfileAnswer::Choice::Moved)
+            return answer.choice == MissingProfileAnswer::Choice::Keep;
+        const CProfile* const there = Profiles().ProfileInDirectory(answer.directory);
+        const std::wstring before = entry.Directory;
+        if (there != nullptr && there != &entry) {
+            ThePlatform().user.Tell(kAlreadyAttached);
+            continue;
+        }
+        entry.Directory = answer.directory;
+        if (AttachProfileDirectory(tree, answer.directory) != nullptr) return true;
+        entry.Directory = before;
+        ThePlatform().user.Tell(NotLoaded(entry.Name));
+    }
+}
+
+// False when it is to leave the list.
+bool LoadListed(CTreeViewEx& tree, CProfile& entry, const AskForMissingProfile& ask) {
+    if (IsSilent(entry)) {
+        ShowWaiting(*tree.TreeView(), entry);
+        return true;
+    }
+    if (IsListedTwice(entry)) return false;
+    if (!entry.Directory.empty() && IsGone(entry.Directory)) return AskWhereItIs(tree, entry, ask);
+    if (AttachProfileDirectory(tree, entry.Directory) != nullptr) return true;
+    ThePlatform().user.Tell(NotLoaded(entry.Name));
+    return !entry.Directory.empty();
+}
+
+bool IsListed(const CProfile* entry) {
+    const std::vector<CProfile*> entries = Profiles().NewEnum();
+    return std::find(entries.begin(), entries.end(), entry) != entries.end();
+}
+
+// Null when there is nothing in the directory that could be loaded, or made anew.
+Node* LoadOrRecover(CTreeViewEx& tree, const std::wstring& directory) {
+    FinishSave(TreeDataFilePath(directory));
+    Node* const profile = LoadProfileDirectory(tree, directory);
+    return profile != nullptr ? profile : RecoverProfile(tree, directory);
 }
 
 }  // namespace
@@ -152,9 +235,8 @@ Node* AttachProfileDirectory(CTreeViewEx& tree, const std::wstring& directory) {
     const BusyScope operation(Busy::TreeOperation);
     ProfileLock lock(directory);
     const bool editedByOther = lock.HeldByOther();
-    if (!editedByOther) FinishSave(TreeDataFilePath(directory));
-    Node* profile = LoadProfileDirectory(tree, directory);
-    if (profile == nullptr && !editedByOther) profile = RecoverProfile(tree, directory);
+    Node* const profile =
+        editedByOther ? LoadProfileDirectory(tree, directory) : LoadOrRecover(tree, directory);
     if (profile == nullptr) return nullptr;
     EnterProfile(*profile, directory, std::move(lock));
     if (editedByOther)
@@ -172,28 +254,17 @@ void EnterProfile(Node& profile, const std::wstring& directory, ProfileLock lock
     entry.Identity = ThePlatform().files.Identity(directory);
 }
 
-void LoadListedProfiles(CTreeViewEx& tree) {
+void LoadListedProfiles(CTreeViewEx& tree, const AskForMissingProfile& ask) {
     const BusyScope operation(Busy::TreeOperation);
     const HourglassScope hourglass(ThePlatform().user);
-    UserPort& user = ThePlatform().user;
     tree.TreeView()->Clear();
-    CProfiles listed;
-    listed.LoadRegistry();
-    Profiles().Clear();
-    for (const CProfile* entry : listed.NewEnum()) {
-        // The same directory under another spelling.
-        if (Profiles().ProfileInDirectory(entry->Directory) != nullptr) continue;
-        CProfile& waiting = Profiles().Add(entry->Name, entry->Directory, false, nullptr);
-        if (AttachProfileDirectory(tree, entry->Directory) != nullptr) continue;
-        user.Tell(L"Profil \"" + entry->Name + L"\" konnte nicht geladen werden");
-        const bool leftOut =
-            entry->Directory.empty() ||
-            (IsGone(entry->Directory) &&
-             !user.Ask(L"Das Verzeichnis\r\n" + entry->Directory +
-                           L"\r\nexistiert nicht. Soll das Profil in der Profilliste bleiben ?",
-                       L"Profil \"" + entry->Name + L"\"", false));
-        if (leftOut) Profiles().Remove(waiting.Directory);
+    Profiles().LoadRegistry();
+    AskAllDirectories();
+    for (CProfile* entry : Profiles().NewEnum()) {
+        const bool nothing = entry->Name.empty() && entry->Directory.empty();
+        if (nothing || !LoadListed(tree, *entry, ask)) Profiles().Remove(entry->Directory);
     }
+    StoreProfileList();
 }
 
 bool AnyEditedByOther() {
@@ -209,12 +280,19 @@ bool TakeOverFreedProfiles(CTreeViewEx& tree, ActiveContainer& container) {
         if (entry->Node == nullptr || !entry->Lock.HeldByOther()) continue;
         ProfileLock lock(entry->Directory);
         if (!lock.Held()) continue;
-        FinishSave(TreeDataFilePath(entry->Directory));
-        Node* const profile = LoadAgain(tree, *entry, container);
-        if (profile == nullptr) continue;
+        const NodeRef loaded(LoadOrRecover(tree, entry->Directory));
+        // While something was asked, everything may have come to its end.
+        if (!IsListed(entry)) return any;
         any = true;
-        EnterProfile(*profile, entry->Directory, std::move(lock));
-        ThePlatform().user.Status(L"Das Profil \"" + profile->Text() + L"\" kann wieder bearbeitet werden.");
+        if (loaded.Get() == nullptr) {
+            TakeOutOfTree(tree, *entry, container);
+            continue;
+        }
+        Node& profile = TakePlace(tree, *entry, *loaded.Get(), container);
+        EnterProfile(profile, entry->Directory, std::move(lock));
+        ThePlatform().user.Status(L"Das Profil \"" + profile.Text() + L"\" kann wieder bearbeitet werden.");
+        OfferFoundClips(tree, profile);
     }
+    if (any) StoreProfileList();
     return any;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "engine/profiles/ActiveContainer.h"
@@ -17,15 +18,25 @@ Node* AttachProfileDirectory(CTreeViewEx& tree, const std::wstring& directory);
 // Enters a profile that stands in the tree and whose directory was taken beforehand.
 void EnterProfile(Node& profile, const std::wstring& directory, ProfileLock lock);
 
+// What the user says of a listed profile whose directory is gone.
+struct MissingProfileAnswer {
+    enum class Choice { Keep, TakeOut, Moved };
+    Choice choice = Choice::Keep;
+    std::wstring directory;  // where it lies now, when it was moved
+};
+using AskForMissingProfile =
+    std::function<MissingProfileAnswer(const std::wstring& name, const std::wstring& directory)>;
+
 // At the window's load: empties the tree, reads the profile list from the settings store and attaches every
 // profile of it. One that cannot be loaded is reported and stays in the list without a node, for the reason
-// may be gone at the next start; only when its directory is gone is it offered to be left out.
-void LoadListedProfiles(CTreeViewEx& tree);
+// may be gone at the next start; only of one whose directory is gone is asked what became of it.
+void LoadListedProfiles(CTreeViewEx& tree, const AskForMissingProfile& ask);
 
 // True while one of the attached profiles can only be read because another program has it.
 bool AnyEditedByOther();
 
 // Takes over the profiles that another program had and has left meanwhile. Each is loaded again, for it may
-// have been changed: references to its nodes are dead then; selection and active container follow. True when
-// there was one.
+// have been changed: references to its nodes are dead then; selection and active container follow. What a
+// start would offer is offered; one that cannot be loaded all the same leaves the tree and stays in the list.
+// True when there was one.
 bool TakeOverFreedProfiles(CTreeViewEx& tree, ActiveContainer& container);

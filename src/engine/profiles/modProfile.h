@@ -55,6 +55,7 @@ void SetDirtyProfile(const std::wstring& directory);
 // True when another program has the profile that holds `node`: what is below it may only be read.
 bool IsEditedByOther(const Node* node);
 // Said when something is to be changed there.
+inline constexpr const wchar_t* kAlreadyAttached = L"Das Profil ist schon eingebunden !!!";
 inline constexpr const wchar_t* kEditedByOther = L"Das Profil wird von einem anderen Programm bearbeitet.";
 
 // What a node's tag says. Which fields mean something depends on its kind.

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "engine/profiles/StructureLock.h"
+#include "engine/profiles/WaitingProfiles.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/modTreeEx.h"
 #include "resources/controls.h"
@@ -18,6 +19,11 @@ bool Always(const Situation&, const Node*) {
 
 bool IsProfile(const Situation&, const Node* node) {
     return IsProfileNode(node);
+}
+
+// One that waits for its drive may go as well.
+bool IsListedProfile(const Situation&, const Node* node) {
+    return IsProfileNode(node) || WaitingAs(node) != nullptr;
 }
 
 bool IsKnown(const Situation&, const Node* node) {
@@ -61,8 +67,10 @@ constexpr std::array<CommandRow, kMainCommandCount> kRows{{
      Who::TreeCommand, Always, Does<TreeAction::NewProfile>},
     {ImportProfile, kNumbers<m_importProfil, m_pNN_insert_profile, m_PP_ImportProfil, tbbImport>,
      ActsOn::Nothing, Who::TreeCommand, Always, Does<TreeAction::ImportProfile>},
-    {UnlinkProfile, kNumbers<m_PP_UnlinkProfil>, ActsOn::ChosenOrOpen, Who::TreeCommand, IsProfile,
+    {UnlinkProfile, kNumbers<m_PP_UnlinkProfil>, ActsOn::ChosenOrOpen, Who::TreeCommand, IsListedProfile,
      Does<TreeAction::UnlinkProfile>},
+    {SearchLostClips, kNumbers<m_PP_lostClips>, ActsOn::ChosenOrOpen, Who::TreeCommand, IsProfile,
+     Does<TreeAction::NewFolder>},
     {Delete, kNumbers<m_edit_delete, m_del_profile, m_structDelete, m_delnode, tbbDelete>, ActsOn::Chosen,
      Who::TreeCommand, IsKnown, Deletes},
     // A clip stands for the container that it lies in.

@@ -13,6 +13,7 @@ enum class MainCommand {
     NewProfile,
     ImportProfile,
     UnlinkProfile,
+    SearchLostClips,
     Delete,
     NewFolder,
     Rename,

@@ -23,7 +23,9 @@ double StoredNumber(const wchar_t* key, double absent) {
 }
 
 void StoreNumber(const wchar_t* key, double number) {
-    ThePlatform().settings.Write(kSection, key, NumberText(std::llround(number)));
+    SettingsPort& settings = ThePlatform().settings;
+    const std::wstring text = NumberText(std::llround(number));
+    if (settings.Read(kSection, key, L"") != text) settings.Write(kSection, key, text);
 }
 
 }  // namespace

@@ -44,9 +44,10 @@ DataHandle Win32Clipboard::Data(FormatNumber format) {
 }
 
 bool Win32Clipboard::Announce(FormatNumber format) {
-    // The empty handle is also what a success returns, and a success may leave any error code.
+    // The empty handle is also what a success returns; only the error code tells.
+    SetLastError(ERROR_SUCCESS);
     SetClipboardData(static_cast<UINT>(format), nullptr);
-    return Noted(Holds(format));
+    return Noted(GetLastError() == ERROR_SUCCESS);
 }
 
 bool Win32Clipboard::Put(FormatNumber format, DataHandle data) {

@@ -45,6 +45,12 @@ bool Win32Settings::Write(const std::wstring& section, const std::wstring& key, 
 }
 
 bool Win32Settings::DeleteValue(const std::wstring& section, const std::wstring& key) {
-    const LSTATUS status = RegDeleteKeyValueW(HKEY_CURRENT_USER, PathOf(section).c_str(), key.c_str());
+    HKEY opened = nullptr;
+    const LSTATUS found = RegOpenKeyExW(HKEY_CURRENT_USER, PathOf(section).c_str(), 0,
+                                        KEY_SET_VALUE | KEY_QUERY_VALUE, &opened);
+    if (found != ERROR_SUCCESS) return found == ERROR_FILE_NOT_FOUND;
+    const UniqueRegistryKey registryKey(opened);
+    const LSTATUS status = RegDeleteValueW(opened, key.c_str());
+    if (status == ERROR_SUCCESS) RegFlushKey(opened);
     return status == ERROR_SUCCESS || status == ERROR_FILE_NOT_FOUND;
 }

@@ -13,6 +13,8 @@ class Win32Settings : public SettingsPort {
     std::wstring Read(const std::wstring& section, const std::wstring& key,
                       const std::wstring& absent) override;
     bool Write(const std::wstring& section, const std::wstring& key, const std::wstring& value) override;
+    // Ends a change, and seldom happens: what was written before survives the loss of the current from here
+    // on.
     bool DeleteValue(const std::wstring& section, const std::wstring& key) override;
 
  private:

@@ -2,6 +2,7 @@
 // The common controls' header needs <windows.h> in front of it.
 #include <commctrl.h>
 
+#include <chrono>
 #include <string>
 
 #include "engine/flows/StartUp.h"
@@ -10,6 +11,7 @@
 #include "platform/Guard.h"
 #include "platform/Platform.h"
 #include "platform/win32/SystemHandles.h"
+#include "platform/win32/Win32DirectoryAnswers.h"
 #include "platform/win32/Win32Platform.h"
 #include "resources/controls.h"
 #include "windows/controls/Dialog.h"
@@ -46,12 +48,15 @@ class WindowsStartUp : public StartUpHost {
     bool MainWindowStands() const { return mainWindowStands_; }
 
     bool OtherInstanceRuns() override {
-        // Held until the process ends.
         const HANDLE mutex = CreateMutexW(nullptr, FALSE, L"Local\\NXClip.Instance");
         const DWORD error = GetLastError();
         // The one of an instance with more rights may not even be opened.
-        return mutex != nullptr ? error == ERROR_ALREADY_EXISTS : error == ERROR_ACCESS_DENIED;
+        if (mutex == nullptr) return error == ERROR_ACCESS_DENIED;
+        // Its own one is held until the process ends; another's is not kept from going with that.
+        if (error == ERROR_ALREADY_EXISTS) CloseHandle(mutex);
+        return error == ERROR_ALREADY_EXISTS;
     }
+    void Wait(std::chrono::milliseconds time) override { Sleep(static_cast<DWORD>(time.count())); }
 
     WindowHandle FindTopLevelWindow(const std::wstring& title) override {
         // By the class as well: a window of the file manager bears the name of its folder.
@@ -101,6 +106,8 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, wchar_t* commandLine, int) {
     UsePlatform(&platform.platform);
     WindowsHelpPages helpPages;
     UseHelpPages(&helpPages);
+    Win32DirectoryAnswers answers;
+    UseDirectoryAnswers(&answers);
 
     INITCOMMONCONTROLSEX controls{sizeof controls, ICC_WIN95_CLASSES | ICC_STANDARD_CLASSES};
     InitCommonControlsEx(&controls);

@@ -89,6 +89,10 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             return CreateControls() ? 0 : -1;
         case WM_SIZE:
             Form_Resize(wParam);
+            StorePlacesSoon();
+            return 0;
+        case WM_MOVE:
+            StorePlacesSoon();
             return 0;
         case WM_GETMINMAXINFO: {
             auto& limits = *reinterpret_cast<MINMAXINFO*>(lParam);
@@ -389,6 +393,8 @@ void frmMain::Close() {
 
 // The system ends the process when this returns: nobody answers a box any more.
 void frmMain::EndSession() {
+    // The system ends the process when this returns, and perhaps before.
+    if (loaded_) StoreEverything();
     if (MayBegin(Who::SessionEnd) == Answer::EndsIt) {
         HeldMessages untold;
         EndWhatIsOpen();

@@ -122,7 +122,9 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     void Form_Unload();
     void JoinViewerChain();
     void HideTestMenu();
-    void SaveWhatIsLeft();
+    void StorePlaces();
+    void StorePlacesSoon();
+    void StoreEverything();
     void ExitHook();
 
     // frmMainCommands.cpp
@@ -142,6 +144,7 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     void NewProfile();
     void ImportProfile();
     void UnlinkProfile(Node* profile);
+    void SearchLostClips(Node* profile);
     void Delete(Node* node);
     void NewFolder(Node* container);
     void Rename(Node* node);
@@ -152,7 +155,6 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     bool ShowPropertiesOf(Node& node);
     void Search(bool again);
     void ShowOptions();
-    void TellHotKeyTaken();
     void ToggleLock();
     void SwitchAutoDetect();
     void ShowFormatSets();
@@ -203,6 +205,8 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     int menuLoops_ = 0;  // of the menus that are open
     Timer quiet_{[this] { WhenQuiet(); }};
     LaterActions later_;
+    double storedSplitter_ = 0;
+    Once placesRested_{*this, [this] { StorePlaces(); }};
     Once lookForFreed_{*this, [this] { TakeOverFreed(); }};
     Once closing_{*this, [this] { Close(); }};
     frmNotice notice_{[this] { telling_.PutOff(); }};

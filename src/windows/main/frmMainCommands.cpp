@@ -11,7 +11,9 @@
 #include "engine/process/modHelp.h"
 #include "engine/process/modMain.h"
 #include "engine/process/modOption.h"
+#include "engine/profiles/FoundClips.h"
 #include "engine/profiles/StructureLock.h"
+#include "engine/profiles/WaitingProfiles.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/modTreeEx.h"
 #include "engine/views/ChooserRules.h"
@@ -60,6 +62,7 @@ frmMain::Action frmMain::ActionOf(MainCommand command) {
         {C::NewProfile, [](Form& form, Node*) { form.NewProfile(); }},
         {C::ImportProfile, [](Form& form, Node*) { form.ImportProfile(); }},
         {C::UnlinkProfile, [](Form& form, Node* node) { form.UnlinkProfile(node); }},
+        {C::SearchLostClips, [](Form& form, Node* node) { form.SearchLostClips(node); }},
         {C::Delete, [](Form& form, Node* node) { form.Delete(node); }},
         {C::NewFolder, [](Form& form, Node* node) { form.NewFolder(node); }},
         {C::Rename, [](Form& form, Node* node) { form.Rename(node); }},
@@ -168,10 +171,10 @@ void frmMain::ShowContextMenu(HWND source, POINT point) {
         node = chosen = panes_.tvTreeView.NodeAt(inTree);
         if (node != nullptr) nodes_.Select(node);
     }
-    const int menu = IsProfileNode(node)     ? m_popProfile
-                     : IsStructureNode(node) ? m_popStruct
-                     : IsClipNode(node)      ? m_poptree
-                                             : m_popNoNode;
+    const int menu = IsProfileNode(node) || WaitingAs(node) != nullptr ? m_popProfile
+                     : IsStructureNode(node)                           ? m_popStruct
+                     : IsClipNode(node)                                ? m_poptree
+                                                                       : m_popNoNode;
     TrackMenu(menu, point, chosen);
 }
 
@@ -217,6 +220,7 @@ void frmMain::PutOnClipboard(const Node* clip) {
 
 void frmMain::ToggleLock() {
     Options().LockEdit = panes_.tbToolBar.Pressed(tbbLock);
+    SaveOptions();
     SetOptions();
 }
 
@@ -271,6 +275,12 @@ void frmMain::UnlinkProfile(Node* profile) {
     if (profiles_.UnlinkProfile(profile)) UpdateListview();
 }
 
+void frmMain::SearchLostClips(Node* profile) {
+    if (!IsProfileNode(profile)) return;
+    ::SearchLostClips(cTV, *profile);
+    UpdateListview();
+}
+
 // The question's text does not name the node; the status bar does meanwhile.
 void frmMain::Delete(Node* node) {
     if (node == nullptr) return;
@@ -302,8 +312,9 @@ void frmMain::Rename(Node* node) {
 }
 
 void frmMain::ShowProperties(Node* node) {
-    if (IsNodeOfKind(node, kProfileKind | kStructureKind | kClipKind) && ShowPropertiesOf(*node))
-        UpdateListview();
+    if (!IsNodeOfKind(node, kProfileKind | kStructureKind | kClipKind) || !ShowPropertiesOf(*node)) return;
+    UpdateListview();
+    StorePlacesSoon();
 }
 
 // Locked, they are there to be read.
@@ -339,17 +350,10 @@ Node* frmMain::SearchForNode(Node* start) {
 
 void frmMain::ShowOptions() {
     if (!frmOption().ShowModal(window_, IDD_frmOption)) return;
+    if (!SaveOptions()) ThePlatform().user.TellLater(L"Die Optionen konnten nicht gespeichert werden !!!");
     UnregisterActivationHotKey(EngineWindow(window_));
-    const bool hasHotKey = RegisterActivationHotKey(EngineWindow(window_));
+    RegisterActivationHotKey(EngineWindow(window_));
     SetOptions();
-    if (!hasHotKey) TellHotKeyTaken();
-}
-
-void frmMain::TellHotKeyTaken() {
-    const std::wstring text = TakenHotKeyText(Options().KeyActivate);
-    ThePlatform().user.Status(text);
-    // Nobody sees the status bar of a window that started in the tray.
-    if (!IsWindowVisible(window_) || IsIconic(window_)) ThePlatform().user.TellLater(text);
 }
 
 void frmMain::ShowFormatSets() {

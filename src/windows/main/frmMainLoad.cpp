@@ -1,6 +1,7 @@
 // The main window's load and unload, each in its order. It matters: a clipboard change may arrive as soon as
-// the window stands in the viewer chain, and what the program promised on the clipboard must be real before
-// it leaves the chain.
+// the window stands in the viewer chain; what the user would miss is stored before anybody else is waited
+// for, who may never answer; and what the program promised on the clipboard must be real before it leaves the
+// chain.
 
 #include <chrono>
 #include <utility>
@@ -15,11 +16,13 @@
 #include "engine/profiles/CProfiles.h"
 #include "engine/profiles/ProfileAttachment.h"
 #include "engine/profiles/ProfileStore.h"
+#include "engine/profiles/WaitingProfiles.h"
 #include "platform/Guard.h"
 #include "platform/RuntimeError.h"
 #include "platform/win32/SystemHandles.h"
 #include "resources/controls.h"
 #include "windows/controls/Dialog.h"
+#include "windows/dialogs/frmMissingProfile.h"
 #include "windows/main/MainPlace.h"
 #include "windows/main/frmMain.h"
 
@@ -27,6 +30,8 @@ namespace {
 
 // How often it is looked at whether a profile that another program has is free.
 constexpr std::chrono::milliseconds kPauseBetweenLooks{3000};
+// The window's place and the active container are stored when they have rested for so long.
+constexpr std::chrono::milliseconds kRestOfPlaces{2000};
 
 LRESULT CALLBACK HookThunk(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     return Guarded<LRESULT>(0, [&] {
@@ -43,7 +48,7 @@ void InTurn(Steps&&... steps) {
 }  // namespace
 
 void frmMain::Form_Load() {
-    const bool hasHotKey = RegisterActivationHotKey(EngineWindow(window_));
+    RegisterActivationHotKey(EngineWindow(window_));
     JoinViewerChain();
     panes_.ClearContent();
     HideTestMenu();
@@ -53,26 +58,43 @@ void frmMain::Form_Load() {
     FillFormatDescriptions();
     LoadFormatSets();
     nodes_.Clear();
-    LoadListedProfiles(cTV);
+    LoadListedProfiles(cTV, [this](const std::wstring& name, const std::wstring& directory) {
+        frmMissingProfile dialog(name, directory);
+        dialog.ShowModal(window_, IDD_frmMissingProfile);
+        return dialog.Answer();
+    });
     container_.Restore();
     cSysTray1.SetInTray(Options().ShowInTray);
     SetOptions();
-    if (!hasHotKey) TellHotKeyTaken();
 }
 
 void frmMain::Form_Unload() {
-    InTurn([&] { DestroyWindow(formatQuery_.Window()); }, RenderAllFormats, ClearPendingRenderSet,
-           [&] { panes_.ClearContent(); }, [&] { UnregisterActivationHotKey(EngineWindow(window_)); },
-           [&] { ExitHook(); }, [&] { StoreMainPlace(window_); },
-           [&] { StoreSplitterPlace(panes_.SplitterLeft()); }, SaveOptions, [&] { container_.Store(); },
-           [&] { Profiles().SaveRegistry(); }, SaveFormatSets, [&] { SaveWhatIsLeft(); });
+    InTurn([&] { DestroyWindow(formatQuery_.Window()); }, [&] { StoreEverything(); }, RenderAllFormats,
+           ClearPendingRenderSet, [&] { panes_.ClearContent(); },
+           [&] { UnregisterActivationHotKey(EngineWindow(window_)); }, [&] { ExitHook(); },
+           // A last copy may have come until here. Other programs get the directories from here on.
+           [&] { ::SaveAllProfiles(cTV); }, FinishSaves, [&] { Profiles().Clear(); });
+}
+
+void frmMain::StorePlaces() {
+    storedSplitter_ = panes_.SplitterLeft();
+    InTurn([&] { StoreMainPlace(window_); }, [&] { StoreSplitterPlace(storedSplitter_); },
+           [&] { container_.Store(); });
+}
+
+void frmMain::StorePlacesSoon() {
+    if (loaded_) placesRested_.PutOff(kRestOfPlaces);
+}
+
+void frmMain::StoreEverything() {
+    InTurn([&] { StorePlaces(); }, SaveOptions, [&] { Profiles().SaveRegistry(); }, SaveFormatSets,
+           [&] { ::SaveAllProfiles(cTV); }, FinishSaves);
 }
 
 void frmMain::JoinViewerChain() {
     TheMainWindowHooks.procedure =
         static_cast<ProcedureAddress>(reinterpret_cast<std::uintptr_t>(&HookThunk));
     TheMainWindowHooks.updateClipBoard = [this] { UpdateClipBoard(); };
-    TheMainWindowHooks.copyTold = [this] { captures_.CopyTold(); };
     TheMainWindowHooks.scheduler = this;
     TheMainWindowHooks.hotKeyAction = [this](WindowHandle) { Restore(); };
     ConnectViewer(EngineWindow(window_));
@@ -89,13 +111,6 @@ void frmMain::ExitHook() {
     TheMainWindowHooks = {};
 }
 
-void frmMain::SaveWhatIsLeft() {
-    ::SaveAllProfiles(cTV);
-    FinishSaves();
-    // The directories are free for other programs from here on.
-    Profiles().Clear();
-}
-
 void frmMain::OnIdle() {
     // Not before the first picture: it takes longer than to make the window.
     drag_.Accept();
@@ -103,9 +118,14 @@ void frmMain::OnIdle() {
     while (later_.NextIsDue())
         continue;
     FinishSaves();
-    if (!lookForFreed_.IsDue() && AnyEditedByOther()) lookForFreed_.PutOff(kPauseBetweenLooks);
+    if (panes_.SplitterLeft() != storedSplitter_) StorePlacesSoon();
+    if (!lookForFreed_.IsDue() && (AnyEditedByOther() || AnyWaiting()))
+        lookForFreed_.PutOff(kPauseBetweenLooks);
 }
 
 void frmMain::TakeOverFreed() {
-    if (TakeOverFreedProfiles(cTV, container_)) UpdateListview();
+    const bool answered = AttachAnswering(cTV);
+    if (!TakeOverFreedProfiles(cTV, container_) && !answered) return;
+    UpdateListview();
+    captures_.ReturnToRefused();
 }

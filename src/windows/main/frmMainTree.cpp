@@ -87,6 +87,7 @@ void frmMain::SetActiveContainer(Node* node) {
 
 // An open node's own title stays; the tree's picture and the status bar say which the container is.
 void frmMain::ShowContainer() {
+    StorePlacesSoon();
     if (panes_.Content().title.empty())
         panes_.ShowTitle(container_.Title());
     else if (container_.Get() != nullptr)
@@ -101,6 +102,7 @@ bool frmMain::MayEditLabel(Node& node) {
 
 bool frmMain::LabelEdited(Node& node, const std::wstring& text) {
     if (!RenameNode(cTV, node, text)) return false;
+    StorePlacesSoon();
     UpdateListview();
     return true;
 }

@@ -1,6 +1,7 @@
 #include "engine/flows/ProfileActions.h"
 
 #include "engine/profiles/WorldFaults.h"
+#include "platform/ByteBuffer.h"
 
 namespace {
 
@@ -155,6 +156,28 @@ TEST_F(ProfileActionsTest, UnlinkProfile_TouchesNoFile) {
     EXPECT_EQ(container.Title(), L"Q");
 }
 
+TEST_F(ProfileActionsTest, UnlinkProfile_OfAProfileInsideAProfileTouchesNeither) {
+    Fill();
+    Node& inner = nodes.Add(&Get(L"S"), NodeRelation::Child, L"innen", std::wstring(L"Profile"));
+    inner.SetTag(L"P&7&C:\\P&0&");
+    fake.user.answers = {true};
+    EXPECT_FALSE(actions.UnlinkProfile(&inner));
+    EXPECT_EQ(ListOutline(), L"P=C:\\P Q=C:\\Q ");
+    EXPECT_EQ(inner.Text(), L"innen");
+}
+
+TEST_F(ProfileActionsTest, ProfileProperties_LeaveRoomForALongerCounterAndDirectory) {
+    Fill();
+    ProfileProperties properties = ReadProfileProperties(Get(L"P"));
+    const std::size_t taken = MakeProfileTag(3, L"C:\\P", false, L"").size();
+    properties.info = std::wstring(kLongestStoredText - taken, L'x');
+    EXPECT_FALSE(ApplyProfileProperties(tree, Get(L"P"), properties));
+    // What an older version has let in is no reason to refuse another name.
+    Get(L"P").SetTag(MakeProfileTag(3, L"C:\\P", false, properties.info));
+    properties.name = L"R";
+    EXPECT_TRUE(ApplyProfileProperties(tree, Get(L"P"), properties));
+}
+
 TEST_F(ProfileActionsTest, ProfileProperties_AreReadAndTakenOver) {
     Fill();
     ProfileProperties properties = ReadProfileProperties(Get(L"P"));
@@ -200,11 +223,17 @@ TEST(ProfileActionsFaults, NewProfileAndImport_WithAnyCallFailing_AreDoneWholeOr
             EXPECT_EQ(world.container.Title(), L"T");
         };
     };
+    const std::vector<std::wstring> all = {L"c1", L"c2", L"c3"};
+    EXPECT_EQ(KillInEveryStep(prepare, building(kTemplate), all), 44);
+    EXPECT_EQ(KillInEveryStep(prepareImport, import, all), 24);
+    EXPECT_EQ(KillInEveryStep(
+                  prepare, [](World& world) { return world.actions.UnlinkProfile(&world.Get(L"Q")); }, all),
+              8);
     for (const WriteFailure mode : {WriteFailure::Nothing, WriteFailure::DiskFullWithPart}) {
         const auto withNew = expecting(L"P=C:\\P Q=C:\\Q Neu=C:\\Neu ");
-        EXPECT_EQ(FailEveryStep(mode, prepare, building(L""), withNew), 23);
-        EXPECT_EQ(FailEveryStep(mode, prepare, building(kTemplate), withNew), 35);
-        EXPECT_EQ(FailEveryStep(mode, prepareImport, import, expecting(L"P=C:\\P Q=C:\\Q ")), 15);
+        EXPECT_EQ(FailEveryStep(mode, prepare, building(L""), withNew), 32);
+        EXPECT_EQ(FailEveryStep(mode, prepare, building(kTemplate), withNew), 44);
+        EXPECT_EQ(FailEveryStep(mode, prepareImport, import, expecting(L"P=C:\\P Q=C:\\Q ")), 24);
     }
 }
 

@@ -13,8 +13,10 @@ namespace {
 // The machine and the screen: notes what start-up does with them.
 class Host : public StartUpHost {
  public:
-    bool OtherInstanceRuns() override { return otherRuns; }
+    bool OtherInstanceRuns() override { return otherRuns && waits < endsAfter; }
+    void Wait(std::chrono::milliseconds) override { ++waits; }
     WindowHandle FindTopLevelWindow(const std::wstring& title) override {
+        if (waits < windowAfter) return WindowHandle::None;
         steps.push_back(L"find " + title);
         return firstWindow;
     }
@@ -31,6 +33,9 @@ class Host : public StartUpHost {
     }
 
     bool otherRuns = false;
+    int waits = 0;
+    int windowAfter = 0;
+    int endsAfter = 1'000'000;
     bool minimised = false;
     WindowHandle firstWindow = WindowHandle::None;
     std::vector<std::wstring> steps;
@@ -92,6 +97,25 @@ TEST_F(StartUpTest, StartUp_SecondInstance_ActivatesTheFirstAndEnds) {
     EXPECT_FALSE(StartUp(host, L"", L"C:\\NXClip"));
     EXPECT_EQ(host.steps, (Steps{L"find NXClip", L"activate NXClip"}));
     EXPECT_TRUE(fake.user.messages.empty());
+}
+
+TEST_F(StartUpTest, StartUp_SecondInstance_WaitsForAFirstOneThatHasNoWindowYet) {
+    host.otherRuns = true;
+    host.firstWindow = static_cast<WindowHandle>(0x4711);
+    host.windowAfter = 5;
+    EXPECT_FALSE(StartUp(host, L"", L"C:\\NXClip"));
+    EXPECT_EQ(host.steps, (Steps{L"find NXClip", L"activate NXClip"}));
+    // It ends without a window: this one takes its place in silence.
+    host.waits = 0;
+    host.endsAfter = 3;
+    EXPECT_TRUE(StartUp(host, L"", L"C:\\NXClip"));
+    EXPECT_TRUE(fake.user.messages.empty());
+    // It hangs: that is told, after some seconds.
+    host.waits = 0;
+    host.windowAfter = host.endsAfter = 1'000'000;
+    EXPECT_TRUE(StartUp(host, L"", L"C:\\NXClip"));
+    EXPECT_GT(host.waits, 20);
+    EXPECT_EQ(fake.user.messages.size(), 1u);
 }
 
 TEST_F(StartUpTest, StartUp_FirstStartIsPendingOnlyWhileDialogReadsAsZero) {

@@ -34,8 +34,8 @@ TEST_F(ActiveContainerTest, StoreAndRestore_FindTheSameNodeAfterANewStart) {
     for (const wchar_t* name : {L"U", L"T", L"P", L"Q", L"S"}) {
         container.SetActiveContainer(&Get(name));
         container.Store();
-        Profiles().SaveRegistry();
-        LoadListedProfiles(tree);
+        StoreProfileList();
+        LoadListedProfiles(tree, askForMissing);
         container.Restore();
         ASSERT_NE(container.Get(), nullptr);
         EXPECT_EQ(container.Title(), name);
@@ -44,15 +44,15 @@ TEST_F(ActiveContainerTest, StoreAndRestore_FindTheSameNodeAfterANewStart) {
 }
 
 TEST_F(ActiveContainerTest, Restore_AProfileThatIsMissingShiftsNothing) {
-    Profiles().SaveRegistry();
+    StoreProfileList();
     for (const auto& [name, missing, expected, told] :
          {std::tuple{L"U", L"C:\\P", L"U", 0u}, {L"T", L"C:\\P", L"Q", 1u}, {L"T", L"C:\\Q", L"T", 0u}}) {
-        LoadListedProfiles(tree);
+        LoadListedProfiles(tree, askForMissing);
         container.Restore();
         container.SetActiveContainer(&Get(name));
         container.Store();
         fake.files.LockByOther(missing + std::wstring(L"\\nxclip.nxp"));
-        LoadListedProfiles(tree);
+        LoadListedProfiles(tree, askForMissing);
         fake.user.messages.clear();
         container.Restore();
         EXPECT_EQ(container.Title(), expected);

@@ -65,13 +65,21 @@ TEST_F(CProfilesTest, SaveRegistry_LeavesNothingOfAListThatShrank) {
     EXPECT_EQ(Loaded(), L"eins=C:\\1 drei=C:\\3 ");
 }
 
-// A failing call, or the end of the process in it, costs no profile that is to stay, whatever the change.
-TEST(CProfilesSave, SaveRegistry_FailingOrKilledInAnyCall_KeepsEveryProfile) {
+// A failing call, or the end of the process in it, leaves one list or the other, whatever the change.
+TEST(CProfilesSave, SaveRegistry_FailingOrKilledInAnyCall_LeavesTheOldListOrTheNewOne) {
     const std::vector<std::pair<std::wstring, std::wstring>> changes = {
         {L"ABC", L"AC"}, {L"ABC", L"CAB"}, {L"AB", L"BXA"}, {L"", L"A"}, {L"ABC", L""}, {L"AB", L"AB"}};
     const auto fill = [](CProfiles& profiles, const std::wstring& names) {
         for (const wchar_t name : names)
             profiles.Add(std::wstring(1, name), std::wstring(L"C:\\") + name, false, nullptr);
+    };
+    const auto stored = [] {
+        CProfiles loaded;
+        loaded.LoadRegistry();
+        std::wstring names;
+        for (const CProfile* entry : loaded.NewEnum())
+            names += entry->Directory == L"C:\\" + entry->Name ? entry->Name : L"?";
+        return names;
     };
     for (const auto& [before, after] : changes) {
         for (const bool killed : {false, true}) {
@@ -79,26 +87,41 @@ TEST(CProfilesSave, SaveRegistry_FailingOrKilledInAnyCall_KeepsEveryProfile) {
             for (int n = 1; fired; ++n) {
                 SCOPED_TRACE(AnsiFromText(before + L" to " + after) + ", call " + std::to_string(n));
                 FakePlatform machine;
-                CProfiles old, changed, loaded;
+                CProfiles old, changed;
                 fill(old, before);
                 old.SaveRegistry();
+                changed.LoadRegistry();
+                changed.Clear();
                 fill(changed, after);
                 killed ? machine.failures.KillInNthOfAny(n) : machine.failures.FailNthOfAny(n);
-                changed.SaveRegistry();
+                const bool saved = changed.SaveRegistry();
                 fired = machine.Fired();
                 machine.failures.FailNone();
-                loaded.LoadRegistry();
-                for (const wchar_t name : after) {
-                    const bool stays = before.find(name) != std::wstring::npos || !fired;
-                    if (stays) {
-                        EXPECT_NE(loaded.SearchDir(std::wstring(L"C:\\") + name), 0);
-                    }
+                const std::wstring left = stored();
+                EXPECT_TRUE(left == before || left == after) << AnsiFromText(left);
+                if (!killed || !fired) {
+                    EXPECT_EQ(left, saved ? after : before);
                 }
+                EXPECT_TRUE(saved || fired);
                 changed.SaveRegistry();
+                EXPECT_EQ(stored(), after);
                 EXPECT_EQ(machine.settings.KeyCount(L"Profiles"), 1 + 2 * after.size());
             }
         }
     }
+}
+
+TEST_F(CProfilesTest, SaveRegistry_KeepsWhatAnotherInstanceHasEntered) {
+    list.Add(L"eins", L"C:\\1", false, nullptr);
+    list.Add(L"zwei", L"C:\\2", false, nullptr);
+    list.SaveRegistry();
+    CProfiles other;
+    other.LoadRegistry();
+    other.Add(L"drei", L"C:\\3", false, nullptr);
+    other.SaveRegistry();
+    list.Remove(1);
+    list.SaveRegistry();
+    EXPECT_EQ(Loaded(), L"zwei=C:\\2 drei=C:\\3 ");
 }
 
 TEST_F(CProfilesTest, SearchDir_IgnoresCaseAndNothingElse) {

@@ -1,17 +1,36 @@
 #include "engine/profiles/ProfileAttachment.h"
 
+#include "engine/flows/NodeProperties.h"
+#include "engine/profiles/FoundClips.h"
 #include "engine/profiles/ProfileWorldTest.h"
 #include "engine/profiles/StructureLock.h"
+#include "engine/profiles/WaitingProfiles.h"
+#include "platform/DirectoryAnswers.h"
 
 namespace {
 
 using namespace std::string_literals;
 
+// Directories that do not answer, and how long that was waited for in all.
+class SilentDrives : public DirectoryAnswersPort {
+ public:
+    SilentDrives() { UseDirectoryAnswers(this); }
+    ~SilentDrives() override { UseDirectoryAnswers(nullptr); }
+    bool Answers(const std::wstring& directory, std::chrono::milliseconds patience) override {
+        if (!silent.contains(directory)) return true;
+        waited += patience;
+        return false;
+    }
+
+    std::set<std::wstring> silent;
+    std::chrono::milliseconds waited{0};
+};
+
 class ProfileAttachmentTest : public ProfileWorldTest {
  protected:
     void SetUp() override {
         Fill();
-        Profiles().SaveRegistry();
+        StoreProfileList();
     }
     void List(int position, const std::wstring& name, const std::wstring& directory) {
         const std::wstring number = std::to_wstring(position);
@@ -22,7 +41,7 @@ class ProfileAttachmentTest : public ProfileWorldTest {
     void Start() {
         fake.user.messages.clear();
         fake.user.questions.clear();
-        LoadListedProfiles(tree);
+        LoadListedProfiles(tree, askForMissing);
         container.Restore();
     }
     void OtherProgramTakes(const std::wstring& directory) {
@@ -46,15 +65,52 @@ TEST_F(ProfileAttachmentTest, LoadListedProfiles_KeepsTheirOrderAndWhatCannotBeL
     List(5, L"", L"");
     List(6, L"Weg", L"C:\\Weg");
     List(7, L"Auch weg", L"C:\\Auch");
-    fake.user.answers = {true, false};
+    using Choice = MissingProfileAnswer::Choice;
+    missingAnswers = {{Choice::Keep, {}}, {Choice::TakeOut, {}}};
     Start();
     EXPECT_EQ(MemoryOutline(), L"P(S(c1 T(c2)) c3) Q(U(c4))");
     EXPECT_EQ(ListOutline(), L"P=C:\\P Q=C:\\Q Stick=E:\\Stick Weg=C:\\Weg ");
-    EXPECT_EQ(fake.user.messages.size(), 4u);
-    EXPECT_EQ(fake.user.questions.size(), 2u) << "only where the directory itself is gone";
+    EXPECT_EQ(StoredList(), ListOutline());
+    EXPECT_EQ(fake.user.messages.size(), 1u);
+    EXPECT_EQ(askedForMissing, 2) << "only where the directory itself is gone";
     Write(L"E:\\Stick", {{L"P&0&x&0&", L"Stick", 0}});
     EXPECT_NE(actions.ImportProfileDirect(L"E:\\Stick"), nullptr) << "the entry waits for it";
     EXPECT_EQ(Profiles().Count(), 4);
+}
+
+TEST_F(ProfileAttachmentTest, LoadListedProfiles_FindsAProfileThatWasMoved) {
+    List(3, L"Alt", L"C:\\Alt");
+    Write(L"D:\\Neu", {{L"P&0&C:\\Alt&0&", L"Alt", 0, L"Profile"}});
+    using Choice = MissingProfileAnswer::Choice;
+    missingAnswers = {{Choice::Moved, L"C:\\Q"}, {Choice::Moved, L"D:\\"}, {Choice::Moved, L"D:\\Neu"}};
+    Start();
+    EXPECT_EQ(StoredList(), L"P=C:\\P Q=C:\\Q Alt=D:\\Neu ");
+    EXPECT_EQ(fake.user.messages.size(), 2u) << "attached already, and no profile there";
+    EXPECT_EQ(Damage(), std::vector<std::wstring>());
+}
+
+TEST_F(ProfileAttachmentTest, Profile_WhoseDirectoryDoesNotAnswer_WaitsInItsPlace) {
+    List(3, L"R", L"E:\\R");
+    Write(L"E:\\R", {{L"P&0&E:\\R&0&", L"R", 0, L"Profile"}});
+    SilentDrives drives;
+    drives.silent = {L"C:\\P", L"E:\\R"};
+    Start();
+    EXPECT_EQ(MemoryOutline(), L"P (antwortet nicht) Q(U(c4)) R (antwortet nicht)");
+    EXPECT_TRUE(fake.user.messages.empty());
+    EXPECT_EQ(drives.waited, std::chrono::seconds(2)) << "for all of them together";
+    EXPECT_EQ(container.Title(), L"Q");
+    EXPECT_FALSE(AttachAnswering(tree));
+    EXPECT_FALSE(operations.Delete(nodes.Root()));
+
+    drives.silent = {L"E:\\R"};
+    EXPECT_TRUE(AttachAnswering(tree));
+    EXPECT_EQ(MemoryOutline(), L"P(S(c1 T(c2)) c3) Q(U(c4)) R (antwortet nicht)");
+    EXPECT_EQ(StoredList(), L"P=C:\\P Q=C:\\Q R=E:\\R ");
+    fake.user.answers = {true};
+    EXPECT_TRUE(actions.UnlinkProfile(&Get(L"R (antwortet nicht)")));
+    EXPECT_FALSE(AnyWaiting());
+    EXPECT_EQ(StoredList(), L"P=C:\\P Q=C:\\Q ");
+    EXPECT_EQ(Damage(), std::vector<std::wstring>());
 }
 
 TEST_F(ProfileAttachmentTest, Import_TheSameDirectoryByAnotherSpellingIsAttachedAlready) {
@@ -134,6 +190,96 @@ TEST_F(ProfileAttachmentTest, Start_OffersClipsWithoutANodeOnceAndClearsHalfOnes
     EXPECT_EQ(DiskOutline(), MemoryOutline());
     EXPECT_TRUE(Get(L"Clip 20").Tag().starts_with(L"C&20,2&"));
     EXPECT_TRUE(Get(L"P").Tag().starts_with(L"P&20&"));
+}
+
+TEST_F(ProfileAttachmentTest, Start_RemovesNoFileThatMayHoldAClip) {
+    const std::string record = RecordOf("ein Text");
+    const std::string nameTooLong = std::string(record).replace(4, 2, "\x7F\x7F");
+    const std::string damaged[] = {std::string(record).replace(10, 4, "\xFF\xFF\xFF\xFF"), nameTooLong,
+                                   std::string(4000, '\0')};
+    const std::wstring files[] = {L"C:\\P\\C5.nxc", L"C:\\P\\C6.nxc", L"C:\\P\\C7.nxc", L"C:\\P\\C8.nxc",
+                                  L"C:\\P\\C2147483647.nxc"};
+    for (int i = 0; i < 3; ++i)
+        fake.files.SetBytes(files[i], damaged[i]);
+    for (int i = 3; i < 5; ++i)
+        fake.files.SetBytes(files[i], record);
+    // Each call of the search fails once: nothing is taken for empty because it could not be read.
+    bool fired = true;
+    for (int n = 1; fired; ++n) {
+        fake.failures.readFailure = n % 2 == 0 ? ReadFailure::Short : ReadFailure::Error;
+        fake.FailNthOfAny(n);
+        FindClips(L"C:\\P", &Get(L"P"));
+        fired = fake.Fired();
+        fake.failures.FailNone();
+        for (const std::wstring& file : files)
+            EXPECT_TRUE(fake.files.Has(file)) << AnsiFromText(file) << ", call " << n;
+    }
+    const std::vector<FoundClip> found = FindClips(L"C:\\P", &Get(L"P"));
+    ASSERT_EQ(found.size(), 1u) << "a number that ends the counter is none";
+    EXPECT_EQ(found[0].number, 8);
+}
+
+TEST_F(ProfileAttachmentTest, Start_ANoHidesNothingThatCameAfterIt) {
+    fake.files.SetBytes(L"C:\\P\\C50.nxc", RecordOf("eins"));
+    Start();
+    fake.clock.Advance(std::chrono::seconds(5));
+    fake.files.SetBytes(L"C:\\P\\C20.nxc", RecordOf("zwei"));
+    Start();
+    ASSERT_EQ(fake.user.questions.size(), 1u);
+    EXPECT_TRUE(fake.user.questions[0].text.starts_with(L"1 Clips ohne Eintrag"));
+    Start();
+    EXPECT_TRUE(fake.user.questions.empty());
+    fake.clock.Advance(std::chrono::seconds(5));
+    fake.files.SetBytes(L"C:\\P\\C50.nxc", RecordOf("another one"));
+    Start();
+    EXPECT_EQ(fake.user.questions.size(), 1u);
+
+    fake.user.answers = {true};
+    SearchLostClips(tree, Get(L"P"));
+    EXPECT_EQ(MemoryOutline(), L"P(S(c1 T(c2)) c3 Wiedergefunden(Clip 20 Clip 50)) Q(U(c4))");
+    SearchLostClips(tree, Get(L"P"));
+    EXPECT_EQ(fake.user.LastMessage(), L"Es wurden keine verlorenen Clips gefunden.");
+}
+
+TEST_F(ProfileAttachmentTest, TakeOver_CarriesTheContainerOverAndOffersWhatAStartDoes) {
+    OtherProgramTakes(L"C:\\P");
+    Start();
+    container.SetActiveContainer(&Get(L"T"));
+    nodes.Select(&Get(L"c2"));
+    EXPECT_FALSE(RenameNode(tree, Get(L"S"), L"anders"));
+    EXPECT_EQ(fake.user.messages.size(), 2u) << "at the start and for the change, once";
+    // The other one puts a folder in front and is killed while it takes a clip.
+    Write(L"C:\\P", {{L"P&3&C:\\P&0&", L"P", 0, L"Profile"},
+                     {L"S&", L"davor", 1, L"Structure"},
+                     {L"S&", L"T", 2, L"Structure"},
+                     {L"S&", L"S", 1, L"Structure"},
+                     {L"S&", L"T", 2, L"Structure"},
+                     {L"C&2,2&t&", L"c2", 3}});
+    fake.files.SetBytes(L"C:\\P\\C9.nxc", RecordOf("neun"));
+    OtherProgramLeaves(L"C:\\P");
+    fake.user.answers = {true};
+    EXPECT_TRUE(TakeOverFreedProfiles(tree, container));
+    EXPECT_EQ(container.Get()->FullPath(), L"P\\S\\T");
+    EXPECT_EQ(nodes.Selected(), &Get(L"c2"));
+    EXPECT_NE(MemoryOutline().find(L"Wiedergefunden(Clip 9)"), std::wstring::npos);
+}
+
+TEST_F(ProfileAttachmentTest, TakeOver_OfAProfileThatCannotBeRead_IsToldOnce) {
+    OtherProgramTakes(L"C:\\P");
+    Start();
+    container.SetActiveContainer(&Get(L"T"));
+    fake.user.messages.clear();
+    fake.files.SetBytes(L"C:\\P\\nxclip.nxp", "torn");
+    fake.files.SetBytes(L"C:\\P\\C1.nxc", RecordOf("eins"));
+    OtherProgramLeaves(L"C:\\P");
+    TakeOverFreedProfiles(tree, container);
+    const std::size_t told = fake.user.messages.size();
+    EXPECT_EQ(fake.user.questions.size(), 1u) << "it can be made anew from its clips";
+    EXPECT_FALSE(TakeOverFreedProfiles(tree, container));
+    EXPECT_EQ(fake.user.messages.size(), told);
+    EXPECT_EQ(MemoryOutline(), L"Q(U(c4))");
+    EXPECT_EQ(container.Title(), L"Q");
+    EXPECT_EQ(ListOutline(), L"P=C:\\P Q=C:\\Q ") << "it stays in the list";
 }
 
 TEST_F(ProfileAttachmentTest, Start_OffersToMakeADamagedProfileAnew) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <deque>
 #include <set>
 #include <string>
 #include <vector>
@@ -40,6 +41,16 @@ class ProfileWorld {
     ActiveContainer container{tree};
     ClipOperations operations{tree, container};
     ProfileActions actions{tree, container};
+    // What the user will say of profiles whose directory is gone; kept when there is nothing left.
+    std::deque<MissingProfileAnswer> missingAnswers;
+    int askedForMissing = 0;
+    AskForMissingProfile askForMissing = [this](const std::wstring&, const std::wstring&) {
+        ++askedForMissing;
+        if (missingAnswers.empty()) return MissingProfileAnswer();
+        const MissingProfileAnswer answer = missingAnswers.front();
+        missingAnswers.pop_front();
+        return answer;
+    };
 
     // A saved profile in "C:\<name>".
     Node& AddProfile(const std::wstring& name) {
@@ -109,6 +120,13 @@ class ProfileWorld {
         std::wstring outline;
         for (const CProfile* entry : Profiles().NewEnum())
             outline += entry->Name + L"=" + entry->Directory + L" ";
+        return outline;
+    }
+    // The list as a start would find it.
+    static std::wstring StoredList() {
+        std::wstring outline;
+        for (const StoredProfile& entry : ReadStoredProfiles())
+            outline += entry.name + L"=" + entry.directory + L" ";
         return outline;
     }
     // What must never be, of tree and disk: clips without their data, two with the same file, a tree that

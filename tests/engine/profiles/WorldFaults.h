@@ -36,15 +36,21 @@ inline int FailEveryStep(WriteFailure mode, const std::function<void(ProfileWorl
         prepare(world);
         const WorldState before = StateOf(world);
         world.fake.user.messages.clear();
+        world.fake.user.tellings.clear();
         world.fake.failures.writeFailure = mode;
         world.fake.FailNthOfAny(n);
         const bool done = operation(world);
         const bool fired = world.fake.Fired();
         world.fake.failures.FailNone();
-        const bool told = !world.fake.user.messages.empty();
+        const bool told = !world.fake.user.messages.empty() || !world.fake.user.tellings.empty();
         EXPECT_EQ(world.Damage(), std::vector<std::wstring>());
         EXPECT_EQ(world.MemoryOutline(), world.DiskOutline());
         EXPECT_EQ(world.fake.user.pointer, PointerShape::Normal);
+        // The operation's own list, or the old one, of which the user was told.
+        if (world.StoredList() != world.ListOutline()) {
+            EXPECT_EQ(world.StoredList(), before.list);
+            EXPECT_TRUE(told);
+        }
         if (done) {
             after(world);
         } else {
@@ -87,8 +93,8 @@ inline int FailEveryPair(WriteFailure mode, const std::function<void(ProfileWorl
 }
 
 // The process ends inside each call of the operation, one after the other. What the next start finds on disk
-// is whole: every node has its data, and every clip whose name is in `keeps` is there. Returns the number of
-// kills.
+// is whole: the list of before or the new one, every node has its data, and every clip whose name is in
+// `keeps` is there. Returns the number of kills.
 inline int KillInEveryStep(const std::function<void(ProfileWorld&)>& prepare,
                            const std::function<bool(ProfileWorld&)>& operation,
                            const std::vector<std::wstring>& keeps) {
@@ -98,10 +104,14 @@ inline int KillInEveryStep(const std::function<void(ProfileWorld&)>& prepare,
         SCOPED_TRACE("killed in call " + std::to_string(++n));
         ProfileWorld world;
         prepare(world);
+        const std::wstring before = world.StoredList();
         world.fake.failures.KillInNthOfAny(n);
         operation(world);
         fired = world.fake.Fired();
         world.fake.failures.FailNone();
+        const std::wstring left = world.StoredList();
+        EXPECT_TRUE(left == before || left == world.ListOutline()) << AnsiFromText(left);
+        Profiles().LoadRegistry();
         EXPECT_EQ(world.DiskDamage(), std::vector<std::wstring>());
         const std::wstring disk = world.DiskOutline();
         for (const std::wstring& clip : keeps)
