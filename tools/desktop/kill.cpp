@@ -1,10 +1,10 @@
-// Kills NXClip at random moments while it captures, moves and saves, and looks at what is left: kill TIMES
-// [SEED].
+// Kills NXClip at random moments while it captures, moves, saves, gets and loses profiles and options, and
+// looks at what is left: kill TIMES [SEED].
 //
 // After each kill the program is started anew. Every clip that stood before must be there with its data, the
-// two profiles must be in the list, and nothing may be told to be damaged. Prints what was lost, and in the
-// end how many kills came before and how many after the change stood; the exit code is 1 when anything was
-// lost.
+// list of profiles and the options as they were or as they were to be, and nothing may be told to be damaged.
+// Prints what was lost, and in the end how many kills came before and how many after the change stood; the
+// exit code is 1 when anything was lost.
 
 #include <windows.h>
 
@@ -13,12 +13,14 @@
 #include <map>
 #include <memory>
 #include <random>
+#include <set>
 #include <string>
 #include <vector>
 
 #include "desktop/ClipFile.h"
 #include "desktop/ClipboardData.h"
 #include "desktop/Driver.h"
+#include "desktop/HungViewer.h"
 #include "desktop/Input.h"
 #include "desktop/Settings.h"
 #include "desktop/Utf8.h"
@@ -81,16 +83,33 @@ std::vector<std::uint8_t> BytesOf(const fs::path& path) {
     return {bytes.begin(), bytes.end()};
 }
 
-// Two profiles, "Profil" and "Zweites", and the clips that were seen to stand.
+using ProfileList = std::map<std::wstring, std::wstring>;  // names and directories
+
+// As the store has it, without what stands between.
+ProfileList StoredList() {
+    ProfileList list;
+    const std::wstring count = ReadSetting(L"Profiles", L"Count").value_or(L"");
+    for (int i = 1; i <= std::stoi(L"0" + count); ++i) {
+        const std::wstring name = ReadSetting(L"Profiles", L"Name" + std::to_wstring(i)).value_or(L"");
+        const std::wstring directory = ReadSetting(L"Profiles", L"File" + std::to_wstring(i)).value_or(L"");
+        if (name.empty() || directory.empty()) Lost("an entry of the list has no name or no directory");
+        list[name] = directory;
+    }
+    return list;
+}
+
+// Two profiles, "Profil" and "Zweites", further ones that come and go, and the clips that were seen to stand.
 class World {
  public:
     World() {
         WriteSetting(L"Settings", L"NewTextMode", L"1");
         nxclip_.Start();
         nxclip_.MakeProfile(L"Profil");
-        MakeSecond();
-        // The list of profiles is written when the program ends.
-        nxclip_.Restart();
+        MakeProfile(L"Zweites");
+        WaitFor("the second profile", [&] { return nxclip_.Tree().Lines().size() == 2; });
+        MakeTemplate();
+        list_ = StoredList();
+        if (list_.size() != 2) Lost("a profile that was just made is not in the list");
     }
 
     void KillOnce() {
@@ -99,34 +118,113 @@ class World {
         WaitMicroseconds(Random(Random(3) == 0 ? kLongestDelay : kLongestDelay / 5));
         const bool ended = !nxclip_.Running();
         nxclip_.Program().Terminate();
+        viewer_.reset();
         LookAtTheDisk();
         StartAnew();
+        const bool stands = LookAtTheLeads();
         LookAtTheClips();
         auto& [before, after] = killed[change];
-        ++(ended || Stands() ? after : before);
+        ++(ended || stands || Stands() ? after : before);
         wanted_ = 0;
         wantedProfile_.clear();
     }
 
  private:
-    void MakeSecond() {
-        const fs::path directory = nxclip_.Directory() / L"Zweites";
+    void MakeProfile(const std::wstring& name) {
+        const fs::path directory = nxclip_.Directory() / name;
         fs::create_directories(directory);
+        wantedList_ = list_;
+        wantedList_[name] = directory.wstring();
         nxclip_.Command(mnuFileNew);
         const Window dialog = nxclip_.WaitForDialog(L"Neue Profil");
-        dialog.SetText(tbName, L"Zweites");
+        dialog.SetText(tbName, name);
         dialog.SetText(tbDir, directory.wstring());
         dialog.Press(cb_ok);
-        Driver::WaitUntilGone(dialog);
-        WaitFor("the second profile", [&] { return nxclip_.Tree().Lines().size() == 2; });
     }
+    // For the first start's "Office", whose directories are there.
+    void MakeTemplate() {
+        const fs::path templates = nxclip_.Directory() / L"Templates";
+        fs::create_directories(templates);
+        fs::copy_file(nxclip_.Directory() / L"Zweites" / L"nxclip.nxp", templates / L"Office.nxp");
+        fs::create_directories(OfficeDirectory());
+    }
+    fs::path OfficeDirectory() const { return nxclip_.Directory() / L"Daten" / L"Office"; }
 
     // Begins a change and returns its kind; whether it ever ends is the killer's affair.
     std::string Change() {
-        const int kind = Random(10);
+        const int kind = Random(16);
         if (kind < 6 || standing_.empty()) return Capture();
         if (kind < 8) return Move();
-        return End(kind == 9);
+        if (kind < 11) return End(kind == 9, kind == 10);
+        if (kind < 12) return ChangeOptions();
+        return ChangeList();
+    }
+    std::string ChangeOptions() {
+        wantedInfo_ = L"Info " + std::to_wstring(++lastInfo_);
+        nxclip_.Command(mnuViewOptions);
+        const Window options = nxclip_.WaitForDialog(L"Optionen");
+        options.SetText(tbInfo, wantedInfo_);
+        options.Press(cb_ok);
+        if (Random(3) == 0) {
+            Driver::WaitUntilGone(options);
+            nxclip_.Main().Send(WM_NULL);
+            info_ = wantedInfo_;  // has to stand from here on
+        }
+        return "options";
+    }
+    // A profile more or one less. When the tree was seen to follow, the list has to.
+    std::string ChangeList() {
+        std::string change;
+        const bool office = list_.contains(L"Office");
+        if (list_.size() < 4 && Random(2) == 0) {
+            MakeProfile(L"Weiteres " + std::to_wstring(++lastProfile_));
+            change = "new profile";
+        } else if (!office) {
+            change = AttachOffice() ? "import" : "first start";
+        } else {
+            Unlink();
+            change = "unlink";
+        }
+        if (Random(3) == 0) {
+            WaitFor("the tree to follow the list", [&] { return TopNames() == NamesOf(wantedList_); });
+            list_ = wantedList_;
+        }
+        return change;
+    }
+    // By the first start's dialog; what lies in the directory already is imported then.
+    bool AttachOffice() {
+        wantedList_ = list_;
+        wantedList_[L"Office"] = OfficeDirectory().wstring();
+        const bool there = fs::exists(OfficeDirectory() / L"nxclip.nxp");
+        nxclip_.Command(m_quickstart);
+        const Window dialog = nxclip_.WaitForDialog(L"Norvale - Der Manger für die Zwischenablage");
+        for (const int box : {int{chkTemplate} + 1, int{chkRecommended}})
+            if (dialog.Checked(box) != (box != chkRecommended)) dialog.Press(box);
+        dialog.Press(cb_ok);
+        if (there) nxclip_.AnswerNotice(IDYES);
+        return there;
+    }
+    void Unlink() {
+        auto gone = list_.find(L"Office");
+        for (auto entry = list_.begin(); entry != list_.end(); ++entry)
+            if (entry->first.starts_with(L"Weiteres") && Random(2) == 0) gone = entry;
+        wantedList_ = list_;
+        wantedList_.erase(gone->first);
+        nxclip_.Tree().Select(gone->first);
+        nxclip_.Command(m_PP_UnlinkProfil);
+        nxclip_.AnswerNotice(IDYES);
+    }
+    std::set<std::wstring> TopNames() const {
+        std::set<std::wstring> names;
+        for (const TreeLine& line : nxclip_.Tree().Lines())
+            if (line.depth == 0) names.insert(line.text);
+        return names;
+    }
+    static std::set<std::wstring> NamesOf(const ProfileList& list) {
+        std::set<std::wstring> names;
+        for (const auto& entry : list)
+            names.insert(entry.first);
+        return names;
     }
     std::string Capture() {
         wanted_ = ++lastClip_;
@@ -146,8 +244,12 @@ class World {
         Drag(nxclip_.Tree().PlaceOf(profile + L"\\" + NameOf(clip)), nxclip_.Tree().PlaceOf(target));
         return "move";
     }
-    // The options, the profile list and, once changed, the format sets are saved at the end.
-    std::string End(bool withFormatSets) {
+    // Another viewer that hangs must not keep the program from storing everything first.
+    std::string End(bool withFormatSets, bool withHungViewer) {
+        if (withHungViewer) {
+            viewer_ = std::make_unique<HungViewer>();
+            viewer_->Hang();
+        }
         if (withFormatSets) {
             PutFormats({{FormatNumber(L"Format " + std::to_wstring(++lastFormat_)), "x"}});
             nxclip_.Command(m_extra_fs);
@@ -162,7 +264,7 @@ class World {
         }
         nxclip_.Program().MayEnd();
         nxclip_.Command(mnuFileClose);
-        return withFormatSets ? "end with format sets" : "end";
+        return withFormatSets ? "end with format sets" : withHungViewer ? "end, viewer hangs" : "end";
     }
 
     // What a power cut would leave, before any program has mended it.
@@ -203,9 +305,30 @@ class World {
         Driver::Answer(notice, offer ? IDYES : IDOK);
     }
 
+    // The list of profiles and the options are as they were or as they were to be. True when what was to be
+    // stands.
+    bool LookAtTheLeads() {
+        const ProfileList list = StoredList();
+        const bool changes = !wantedList_.empty() && wantedList_ != list_;
+        if (list != list_ && !(changes && list == wantedList_)) {
+            for (const auto& [name, directory] : list_)
+                if (!list.contains(name)) Lost("forgotten: the profile " + Utf8(name));
+            for (const auto& [name, directory] : list)
+                if (!list_.contains(name)) Lost("nobody wanted the profile " + Utf8(name));
+        }
+        if (TopNames() != NamesOf(list)) Lost("the tree does not show the profiles of the list");
+        const std::wstring info = ReadSetting(L"Settings", L"UserInfo").value_or(L"");
+        if (info != info_ && info != wantedInfo_) Lost("the option " + Utf8(info_) + " reads " + Utf8(info));
+        const bool stands = (changes && list == wantedList_) || (!wantedInfo_.empty() && info == wantedInfo_);
+        list_ = list;
+        info_ = info;
+        wantedList_.clear();
+        wantedInfo_.clear();
+        return stands;
+    }
+
     // Reads both profiles from the disk: which clip stands where, and whether its data is whole.
     void LookAtTheClips() {
-        if (ReadSetting(L"Profiles", L"Count") != L"2") Lost("a profile is gone from the list");
         const fs::path sets = nxclip_.Directory() / L"NXClip.nxf";
         if (fs::exists(sets)) {
             try {
@@ -261,6 +384,13 @@ class World {
     std::map<int, std::wstring> standing_;  // each clip's profile
     int lastClip_ = 0;
     int lastFormat_ = 0;
+    ProfileList list_;
+    ProfileList wantedList_;  // empty when the change under way is another one
+    int lastProfile_ = 0;
+    std::wstring info_;
+    std::wstring wantedInfo_;
+    int lastInfo_ = 0;
+    std::unique_ptr<HungViewer> viewer_;
     int wanted_ = 0;  // the clip that the change under way brings, and where; 0 for none
     std::wstring wantedProfile_;
 };
