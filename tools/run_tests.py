@@ -13,6 +13,7 @@ import subprocess
 import sys
 import threading
 import time
+import xml.etree.ElementTree as xml
 from pathlib import Path
 
 REPO = Path(__file__).resolve().parent.parent
@@ -34,7 +35,7 @@ class Step:
     def __init__(self, name, work, needs=(), after=(), builds=False):
         self.name, self.work, self.needs, self.after, self.builds = name, work, needs, after, builds
         self.log = LOGS / (re.sub(r"[^A-Za-z0-9]+", "-", name).strip("-") + ".log")
-        self.result = None
+        self.result, self.seconds = None, 0.0
 
     def ok(self):
         return self.result is not None and self.result.failed == 0
@@ -113,6 +114,14 @@ def lint(step):
         return Result(failed=1, notes=tail(step.log))
     found = json.loads(counts.read_text())
     return Result(found["passed"], found["failed"], 0, tail(step.log, 30)[1:] if code else ())
+
+
+def tidy(step):
+    """What clang-tidy says of the natively built sources; its own absence is told and is no failure."""
+    if shutil.which("clang-tidy") is None:
+        return Result(skipped=1, notes=["clang-tidy is not there"])
+    code = run(["nice", REPO / "tools/tidy"], step.log, TEST_LIMIT)
+    return Result(passed=1) if code == 0 else Result(failed=1, notes=[said(code, TEST_LIMIT)] + tail(step.log, 30)[1:])
 
 
 def build(preset):
@@ -283,6 +292,7 @@ def all_steps():
         fuzzing = Step("build fuzz", build("fuzz"), builds=True)
         steps.append(fuzzing)
         builds.append(fuzzing)
+    steps.append(Step("tidy", tidy, [native]))
     sanitizers = {"ASAN_OPTIONS": "detect_leaks=1:strict_string_checks=1:detect_stack_use_after_return=1",
                   "UBSAN_OPTIONS": "print_stacktrace=1"}
     steps.append(Step("tests native", googletest([REPO / "build/native/nxclip_tests"], REPO / "build/native",
@@ -352,9 +362,9 @@ class Schedule:
             began = time.monotonic()
             result = self.perform(step)
             with self.changed:
-                step.result = result
+                step.result, step.seconds = result, time.monotonic() - began
                 self.running.discard(step)
-                tell(step, time.monotonic() - began)
+                tell(step)
                 self.changed.notify_all()
 
     @staticmethod
@@ -376,16 +386,31 @@ class Schedule:
             thread.join()
 
 
-def tell(step, seconds):
+def tell(step):
     result = step.result
     numbers = ", ".join(f"{count} {word}" for count, word in
                         ((result.passed, "passed"), (result.failed, "failed"), (result.skipped, "skipped")) if count)
     word = "FAILED" if result.failed else "ok"
-    print(f"{word:6} {step.name:34} {numbers or 'built':32} {seconds:6.1f} s", flush=True)
+    print(f"{word:6} {step.name:34} {numbers or 'built':32} {step.seconds:6.1f} s", flush=True)
     for note in result.notes:
         print(f"         {note}")
     if result.failed:
         print(f"         log: {step.log.relative_to(REPO)}", flush=True)
+
+
+def write_junit(steps, path):
+    """The same for machines: a case for each step, with its notes where it failed."""
+    suites = xml.Element("testsuites")
+    suite = xml.SubElement(suites, "testsuite", name="nxclip", tests=str(len(steps)),
+                           failures=str(sum(bool(step.result.failed) for step in steps)))
+    for step in steps:
+        case = xml.SubElement(suite, "testcase", name=step.name, time=f"{step.seconds:.1f}")
+        notes = "\n".join(re.sub(r"[^\t\n\x20-\uFFFD]", "?", note) for note in step.result.notes)
+        if step.result.failed:
+            xml.SubElement(case, "failure", message=f"{step.result.failed} failed").text = notes
+        elif step.result.skipped and not step.result.passed:
+            xml.SubElement(case, "skipped", message=notes)
+    xml.ElementTree(suites).write(path, encoding="utf-8", xml_declaration=True)
 
 
 def stop(number, _):
@@ -409,6 +434,7 @@ def main(words):
         print(f"there is no step called {' '.join(words)}", file=sys.stderr)
         return 2
     Schedule(steps).run()
+    write_junit(steps, LOGS / "junit.xml")
     failed = [step for step in steps if step.result.failed]
     if failed:
         print("failed: " + ", ".join(f"{step.name} ({step.log.relative_to(REPO)})" for step in failed))

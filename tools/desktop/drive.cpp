@@ -25,7 +25,7 @@
 //   run COMMANDLINE             starts another program
 //   copyall CLASS               waits for the other program's control of a class, selects all in it, copies
 //   close                       closes the other program, or ends it
-//   outline                     every visible window
+//   outline                     answers every visible window
 
 #include <algorithm>
 #include <iostream>
