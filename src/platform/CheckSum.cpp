@@ -66,7 +66,7 @@ std::uint32_t CheckSum(const void* bytes, std::size_t size, std::uint32_t before
     return ~sum;
 }
 
-// What stands in front counts as if zeros stood behind it: multiplied by x for each of their bits.
+// The first part counts as if zeros followed it: its sum is multiplied by x for each bit of the second part.
 std::uint32_t JoinedCheckSum(std::uint32_t first, std::uint32_t second, std::size_t secondSize) {
     std::uint32_t square = 0x00800000;  // x to the 8
     for (; secondSize > 0; secondSize >>= 1, square = Product(square, square))

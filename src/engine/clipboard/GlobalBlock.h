@@ -8,7 +8,7 @@
 // A global memory block of ours, locked as long as we hold it: freed at the end unless it was handed over.
 class GlobalBlock {
  public:
-    // Without memory there is no block: Address() is null then.
+    // Address() is null when there was no memory for the block.
     explicit GlobalBlock(std::size_t size);
     ~GlobalBlock();
     GlobalBlock(const GlobalBlock&) = delete;

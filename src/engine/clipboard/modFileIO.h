@@ -14,8 +14,8 @@
 
 // None without a word when the file must exist and does not; else like CreateClipFile.
 FileHandle OpenClipFile(const std::wstring& name, bool forWrite, bool mustExist);
-// For writing the file must not exist yet: another program may have made it meanwhile. For reading it must. A
-// failure is told to the user with the system's code, and the result is None.
+// Opens a clip's file. For writing it must not exist yet, since another program may have made it meanwhile;
+// for reading it must. A failure is told to the user with the system's code, and the result is None.
 FileHandle CreateClipFile(const std::wstring& name, bool forWrite);
 // Closes the file and clears the caller's handle. None is no harm.
 void CloseClipFile(FileHandle& file);

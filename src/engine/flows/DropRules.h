@@ -15,7 +15,8 @@ bool DropPermitted(const CTreeViewEx& tree, const Node* source, const Node* targ
 // `ownTree` (its 32 significant bits), or names a node that is no more.
 Node* DraggedNodeIn(const NodeCollection& nodes, const DraggedNode& payload, std::int32_t ownTree);
 
-// What a drop at this height of a node's row means: in the upper third in front of it, else into it. Where
-// only one of the two is permitted, that one. `offset` is measured from the row's top.
+// True when a drop at this height of a node's row goes into the node, false when it goes in front of it, as
+// in the upper third. Where only one of the two is permitted, it is that one. `offset` is measured in pixels
+// from the row's top.
 bool DropsAsChild(const CTreeViewEx& tree, const Node* source, const Node* target, bool move, int offset,
                   int rowHeight);

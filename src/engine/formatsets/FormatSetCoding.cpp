@@ -9,7 +9,7 @@ namespace {
 constexpr std::size_t kLeastSet = 6;
 constexpr std::size_t kLeastEntry = 4;
 
-// What stands before the elements of a stored array. An array that was never dimensioned has none.
+// The head of a stored array, before its elements. An array that was never dimensioned has no head.
 struct ArrayHead {
     std::size_t elements = 0;
     std::int32_t lowerBound = 0;

@@ -13,14 +13,14 @@ struct OptionRow {
     using Member = std::variant<bool OptionValues::*, std::int16_t OptionValues::*,
                                 std::int32_t OptionValues::*, std::wstring OptionValues::*>;
 
-    // Its name in the store; null for an option that is not stored.
+    // The name in the store; null for an option that is not stored.
     const wchar_t* key;
-    // What counts when the store does not have it.
+    // The value when the store does not have the option.
     const wchar_t* whenAbsent;
     Member member;
     // The check box or text box of the dialog that shows it; 0 when the dialog has a rule of its own for it.
     int control = 0;
-    // Its name when it is written, where that is spelled differently.
+    // The name for writing, where it is spelled differently.
     const wchar_t* writeKey = nullptr;
 };
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-// What the program's files keep of a text is its letters in the system's code page.
+// The program's files keep a text's letters in the system's code page, and no others.
 
 // Names the first letter of `text` that cannot be kept, and where it stands ("in einem Namen"); empty when
 // all can.

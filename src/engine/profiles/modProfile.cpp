@@ -15,7 +15,7 @@ namespace {
 
 NodeAttributes sharedAttributes;
 
-// What is read into; of many nodes the next one uses the memory again.
+// The memory that a tag is read into, so that the next of many nodes can use it again.
 struct TagMemory {
     std::wstring text;
     ClipTag clip;

@@ -16,7 +16,7 @@ std::wstring_view Between(std::wstring_view text, std::size_t first, std::size_t
     return text.substr(first, end - first);
 }
 
-// What follows `position`, nothing when the text does not reach that far.
+// The text from `position` on; empty when the text does not reach that far.
 std::wstring_view From(std::wstring_view text, std::size_t position) {
     return position < text.size() ? text.substr(position) : std::wstring_view();
 }
@@ -27,8 +27,8 @@ Number Required(const std::optional<Number>& number) {
     return *number;
 }
 
-// Of a clip's tag as the program writes it, "C&12,5&...": it is asked for of all nodes of a profile at once.
-// None for any other tag, right or wrong.
+// The number in a clip's tag as the program writes it, "C&12,5&...", without a copy: a load asks for it of
+// every node of a profile. None for any other tag, right or wrong.
 std::optional<std::int32_t> NumberInUsualTag(const KeptText& tag) {
     constexpr std::size_t kMostDigits = 4;  // of the count
     if (!tag.IsAnsi() || !tag.Bytes().starts_with("C&")) return std::nullopt;

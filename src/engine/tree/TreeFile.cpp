@@ -35,7 +35,7 @@ void WriteVariant(ByteWriter& writer, const ImageValue& value) {
     }
 }
 
-// What stands behind a record's depth.
+// The fields of a record behind its depth.
 struct RecordEnd {
     ImageValue key;
     ImageValue image;

@@ -5,7 +5,7 @@
 
 #include "engine/clipboard/modFormatDesc.h"
 
-// What the list of a clip's formats says about each.
+// The texts about each format in the list of a clip's formats.
 
 // The described table's row of a format; of one that has none, what is known about it besides, and for all
 // others row 0. Programs of other systems name a format by its kind and parameters

@@ -8,7 +8,7 @@
 
 // The rules of the options dialog. The form only moves texts and check marks between its controls and these.
 
-// What the dialog's controls show, by their numbers (resources/controls.h).
+// The contents of the dialog's controls, by their numbers (resources/controls.h).
 struct OptionControls {
     std::map<int, bool> marks;          // check boxes and option buttons
     std::map<int, std::wstring> texts;  // text boxes
@@ -32,7 +32,7 @@ bool ClipLenKeyPasses(wchar_t key);
 bool TextLenKeyPasses(wchar_t key, std::size_t length);
 bool UnknownFormatSetKeyPasses(wchar_t key);
 
-// What a text box holds after it was left; `stored` are the options in force.
+// The text of a text box after the user has left it; `stored` are the options in force.
 std::wstring TextAfterLeave(int textBox, const std::wstring& text, const OptionValues& stored);
 
 // tbKeyActivate: every key press is swallowed; a letter from A to Z becomes the whole text.

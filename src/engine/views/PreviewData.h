@@ -11,7 +11,7 @@
 
 // Bytes of a format's data. Not filled with zeros first, unlike a vector's.
 struct PreviewBytes {
-    // Without memory there are none.
+    // The bytes are none when there is no memory for them.
     explicit PreviewBytes(std::size_t count = 0);
     std::span<const std::uint8_t> All() const { return {bytes.get(), size}; }
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-// What the icon in the notification area goes by, apart from the window that stands behind it.
+// The rules of the icon in the notification area, which do not need the window behind it.
 
 // The message by which the system tells the window of the mouse over the icon.
 inline constexpr std::uint32_t kTrayCallbackMessage = 1125;

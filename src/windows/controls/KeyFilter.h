@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <functional>
 
-// What a text box does with the keys typed into it, beside what the rules of its form say.
+// How a text box treats the keys that are typed into it, apart from the rules of its form.
 struct KeyFilter {
     // Decides on a typed character (Backspace is 8); false swallows it. `length` counts the characters that
     // stay in the box when the selection is replaced; of a pasted text, those in front of `key` too.
@@ -14,6 +14,6 @@ struct KeyFilter {
     std::function<void()> released;
 };
 
-// Puts the filter in front of a text box; it goes with the box. Pasting asks the filter for every character
-// and is refused as a whole when one does not pass.
+// Puts the filter in front of a text box, until the box is destroyed. Pasting asks the filter for every
+// character and is refused as a whole when one does not pass.
 void FilterKeys(HWND textBox, KeyFilter filter);

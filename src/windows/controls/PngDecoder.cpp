@@ -20,7 +20,7 @@ struct ComRelease {
 template <typename Interface>
 using ComPointer = std::unique_ptr<Interface, ComRelease>;
 
-// What a call hands out through its last argument; null when it fails.
+// The interface that a call hands out through its last argument; null when the call fails.
 template <typename Interface, typename Call>
 ComPointer<Interface> Made(Call call) {
     Interface* made = nullptr;

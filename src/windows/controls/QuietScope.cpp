@@ -1,6 +1,7 @@
 #include "windows/controls/QuietScope.h"
 
-// To the system's own procedure the message takes away the visible style: nothing is drawn in such a window.
+// The system's own procedure takes the visible style away for this message, and nothing is drawn in a window
+// without that style.
 QuietScope::QuietScope(HWND window) {
     const bool shown = (GetWindowLongPtrW(window, GWL_STYLE) & WS_VISIBLE) != 0;
     window_ = shown ? window : nullptr;

@@ -24,7 +24,8 @@ LRESULT CALLBACK Subclass::Procedure(HWND window, UINT message, WPARAM wParam, L
     if (message == WM_NCDESTROY) {
         self->Detach();
     } else {
-        // What fails keeps no message from the control: one that is never drawn is asked to draw for ever.
+        // The control gets the message although the handler failed: a control that is never drawn is asked to
+        // draw for ever.
         const auto result = Guarded<std::optional<LRESULT>>(
             std::nullopt, [&] { return self->handler_(message, wParam, lParam); });
         if (result) return *result;

@@ -6,8 +6,8 @@
 #include <optional>
 
 // Stands in front of a window's own procedure while both live. The common controls offer the same, but look
-// up a property of the window for every message, which may be a call to another process: far too dear for a
-// control that gets thousands of them. Takes the window's user data; one for each window.
+// up a property of the window for every message, which may be a call to another process: too costly for a
+// control that gets thousands of messages. Takes the window's user data; one for each window.
 class Subclass {
  public:
     // The result of a message that goes no further; none passes it on to the window's own procedure.

@@ -10,5 +10,5 @@ struct ControlTip {
 };
 
 // Shows a text while the mouse rests on a control of a dialog, unless the user turned tool tips off. The
-// texts must be literals; everything goes with the dialog.
+// texts must be literals; the tips are destroyed with the dialog.
 void ShowToolTips(HWND dialog, std::initializer_list<ControlTip> tips);

@@ -7,7 +7,7 @@ class frmChangeAlias : public Dialog {
  public:
     explicit frmChangeAlias(std::wstring oldName) : oldName_(std::move(oldName)) {}
 
-    // What was confirmed.
+    // The name that was confirmed.
     const std::wstring& NewName() const { return newName_; }
 
  private:

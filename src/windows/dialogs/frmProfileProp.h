@@ -7,10 +7,10 @@
 // the directory stands fixed and its contents are counted.
 class frmProfileProp : public Dialog {
  public:
-    // For a new profile. The members below hold what was confirmed.
+    // The dialog for a new profile. The members below hold what was confirmed.
     explicit frmProfileProp(CTreeViewEx& tree) : tree_(tree), profile_(nullptr) {}
-    // For an existing one; OK changes and saves it, unless the lock makes it a dialog to read. Neither is
-    // owned; both outlive the dialog.
+    // The dialog for an existing profile; OK changes and saves it, unless the lock makes the dialog
+    // read-only. Neither is owned; both outlive the dialog.
     frmProfileProp(CTreeViewEx& tree, Node& profile) : tree_(tree), profile_(&profile) {}
 
     const std::wstring& Name() const { return name_; }

@@ -7,7 +7,7 @@
 // Asks for the name of a new directory. Enter confirms it, Escape leaves it empty.
 class frmTextInput : public Dialog {
  public:
-    // What was confirmed; empty when it was cancelled.
+    // The text that was confirmed; empty when the dialog was cancelled.
     const std::wstring& Text() const { return text_; }
 
  private:

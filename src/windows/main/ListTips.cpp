@@ -51,7 +51,8 @@ void ListTips::OnMouse(UINT message, WPARAM wParam, LPARAM place) {
     SendMessageW(tip_, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&relayed));
 }
 
-// What the mouse does is relayed to it: the tip's own way of listening is the common controls' subclassing.
+// Mouse messages are relayed to the tip by hand, because its own way of listening is the common controls'
+// subclassing.
 void ListTips::MakeTip() {
     tip_ = CreateWindowExW(0, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0, 0, 0,
                            list_, nullptr, GetModuleHandleW(nullptr), nullptr);

@@ -13,7 +13,7 @@
 // outlive the list.
 class ListTips {
  public:
-    // What to tell of a cell, counted from 0; empty for nothing.
+    // The tip for a cell, counted from 0; empty for no tip.
     using Text = std::function<std::wstring(int row, int column)>;
 
     void Attach(HWND list, Text text);
