@@ -116,14 +116,6 @@ def lint(step):
     return Result(found["passed"], found["failed"], 0, tail(step.log, 30)[1:] if code else ())
 
 
-def tidy(step):
-    """What clang-tidy says of the natively built sources; its own absence is told and is no failure."""
-    if shutil.which("clang-tidy") is None:
-        return Result(skipped=1, notes=["clang-tidy is not there"])
-    code = run(["nice", REPO / "tools/tidy"], step.log, TEST_LIMIT)
-    return Result(passed=1) if code == 0 else Result(failed=1, notes=[said(code, TEST_LIMIT)] + tail(step.log, 30)[1:])
-
-
 def build(preset):
     def work(step):
         for command in (["cmake", "--preset", preset], ["cmake", "--build", "--preset", preset, "-j2"]):
@@ -292,7 +284,6 @@ def all_steps():
         fuzzing = Step("build fuzz", build("fuzz"), builds=True)
         steps.append(fuzzing)
         builds.append(fuzzing)
-    steps.append(Step("tidy", tidy, [native]))
     sanitizers = {"ASAN_OPTIONS": "detect_leaks=1:strict_string_checks=1:detect_stack_use_after_return=1",
                   "UBSAN_OPTIONS": "print_stacktrace=1"}
     steps.append(Step("tests native", googletest([REPO / "build/native/nxclip_tests"], REPO / "build/native",
