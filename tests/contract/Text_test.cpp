@@ -64,6 +64,7 @@ TEST_F(TextContract, PlainLetters_LoseTheirMarksAndStandApart) {
               L"uber e");
     EXPECT_EQ(PlainLetters(std::wstring(L"\xDF\0\xFC\0z 1\x20AC\x0416", 9)),
               std::wstring(L"ss\0u\0z 1\x20AC\x0416", 10));
+    EXPECT_EQ(PlainLetters(L"\xE4\xFDD0\xFC"), L"a\xFDD0u") << "one of them is no character";
     EXPECT_EQ(PlainLetters(L""), L"");
 }
 

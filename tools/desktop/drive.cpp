@@ -35,6 +35,7 @@
 #include <vector>
 
 #include "desktop/Driver.h"
+#include "desktop/Input.h"
 #include "desktop/Outline.h"
 #include "desktop/Settings.h"
 #include "desktop/Utf8.h"
@@ -160,6 +161,16 @@ std::wstring Do(const Fields& fields) {
     if (verb == L"tab") return Program().FormatTab().Select(std::stoi(Field(fields, 1))), L"";
     if (verb == L"put") return Program().PutOnClipboard(), L"";
     if (verb == L"command") return Program().Command(std::stoi(Field(fields, 1))), L"";
+    // search <text> <row>: waits for the end of the search and chooses that row of its hits.
+    if (verb == L"search") {
+        Program().Main().SetText(tbFilter, Field(fields, 1));
+        WaitFor("the end of the search", [] {
+            const std::wstring status = Program().StatusBar().Text();
+            return status.find(L" Treffer") != std::wstring::npos && !status.ends_with(L"...");
+        });
+        Click(Program().List().PlaceOf(std::stoi(Field(fields, 2))));
+        return Program().StatusBar().Text();
+    }
     if (verb == L"main") return PlaceOf(Program().Main());
     if (verb == L"dialog") return PlaceOf(Program().WaitForDialog(Field(fields, 1)));
     if (verb == L"press") {

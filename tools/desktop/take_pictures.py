@@ -42,6 +42,10 @@ def shoot_dialog(drive, name, title):
     shoot(name, drive("dialog", title))
 
 
+MEETING = "Besprechung vom Montag\n\n" + "Anwesend waren alle, die gefragt worden waren.\n" * 30 + \
+    "Ab Mai gelten die neuen Öffnungszeiten: mittwochs bis 20 Uhr.\n" + "Es folgt der Rest der Sitzung.\n" * 10
+
+
 def content(drive):
     """A profile with folders and clips, among them one of each kind that the preview shows."""
     drive("profile", "Notizen")
@@ -49,7 +53,8 @@ def content(drive):
     for type_, data in (("UTF8_STRING", "Öffnungszeiten: Mo–Fr 9–18 Uhr\nSa 10–14 Uhr".encode()),
                         ("text/rtf", rb"{\rtf1\ansi\deff0 {\b Fett} und {\i kursiv}: \'e4\'f6\'fc}"),
                         ("image/bmp", picture("BMP3")), ("image/png", picture("PNG", "-alpha", "set", "-channel", "A",
-                                                                              "-evaluate", "multiply", "0.5"))):
+                                                                              "-evaluate", "multiply", "0.5")),
+                        ("UTF8_STRING", MEETING.encode()), ("text/html", b"<p>Die <b>&Ouml;ffnungszeiten</b> im Mai</p>")):
         drive("watch")
         subprocess.run(["xclip", "-selection", "clipboard", "-t", type_, "-i"], input=data, check=True)
         drive("select", drive("newclip", 10))
@@ -117,6 +122,8 @@ def main():
             drive("select", clip)
             drive("tab", tab)
             shoot(name, drive("main"))
+        drive("search", "öffnungszeiten", 1)
+        shoot("frmMainHits", drive("main"))
         dialogs(drive)
         drive("quit")
     finally:

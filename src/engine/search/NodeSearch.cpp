@@ -48,20 +48,26 @@ NodeSearch::Outcome NodeSearch::LookAt(const Node& node) {
     Copy(node.TextAsKept(), name_);
     ReadNodeAttributes(&node);
     info_ = Utf16FromText(ReadAttributes().info);
+    target_.number = 0;
     target_.found = words_.FindIn(name_, words_.Anywhere() | words_.OfName());
     if ((words_.OfName() & ~target_.found) != 0) return Outcome::FitsNot;
     target_.found |= words_.FindIn(info_, words_.Anywhere() & ~target_.found);
+    const bool hasFile = isClip && ReadTarget(node);
     if (target_.found == words_.All() && !needsFile_) return Outcome::Fits;
-    return isClip && ReadTarget(node) ? Outcome::MayFit : Outcome::FitsNot;
+    return hasFile ? Outcome::MayFit : Outcome::FitsNot;
 }
 
 bool NodeSearch::ReadTarget(const Node& clip) {
     const NodeAttributes& attributes = ReadAttributes();
     target_.number = attributes.clipNumber;
     target_.formats = attributes.formatCount;
-    if (target_.number < 1 || target_.formats < 1) return false;
+    if (target_.number < 1 || target_.formats < 1) {
+        target_.number = 0;
+        return false;
+    }
     target_.directory = DirectoryOf(clip);
-    return !plan_.directories[target_.directory].empty();
+    if (plan_.directories[target_.directory].empty()) target_.number = 0;
+    return target_.number != 0;
 }
 
 std::uint32_t NodeSearch::DirectoryOf(const Node& clip) {
@@ -93,7 +99,8 @@ SearchedTree SearchTree(Node* below, const NodeCollection& nodes, const SearchQu
     while (walk.Current() != nullptr && (below == nullptr || walk.InSubtree())) {
         Node& node = *walk.Current();
         const NodeSearch::Outcome outcome = search.LookAt(node);
-        if (outcome == NodeSearch::Outcome::Fits) searched.found.push_back({&node, search.Hit()});
+        if (outcome == NodeSearch::Outcome::Fits)
+            searched.found.push_back({&node, search.Hit(), search.Target()});
         if (outcome == NodeSearch::Outcome::MayFit) {
             search.Plan().clips.push_back(search.Target());
             searched.clips.push_back(&node);

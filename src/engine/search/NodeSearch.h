@@ -32,7 +32,7 @@ class NodeSearch {
         FitsNot,
     };
     Outcome LookAt(const Node& node);
-    // The clip that was looked at last.
+    // The clip that was looked at last; its number is 0 for a node without a file.
     const ClipTarget& Target() const { return target_; }
     // Where the node that was looked at last shows its hit.
     NodeHit Hit();
@@ -61,6 +61,7 @@ class NodeSearch {
 struct FoundByName {
     Node* node;
     NodeHit hit;
+    ClipTarget clip;  // its number is 0 for a node without a file
 };
 struct SearchedTree {
     std::vector<FoundByName> found;

@@ -12,8 +12,6 @@ namespace {
 
 constexpr FormatNumber kTiffFormat = 6;
 constexpr FormatNumber kOemTextFormat = 7;
-constexpr FormatNumber kFilesFormat = 15;
-constexpr FormatNumber kDib5Format = 17;
 
 struct NamedContent {
     std::string_view name;
@@ -155,7 +153,7 @@ FormatContent ContentOfNumber(FormatNumber id) {
         case kTiffFormat:
         case kDibFormat:
         case kEnhancedMetafileFormat:
-        case kDib5Format:
+        case kDibV5Format:
             return {TextForm::None, kPictureContent};
         default:
             return {};

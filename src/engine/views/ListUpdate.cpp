@@ -7,6 +7,7 @@
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/modTreeEx.h"
 #include "engine/views/FormatTexts.h"
+#include "engine/views/HitList.h"
 #include "platform/Text.h"
 
 namespace {
@@ -106,6 +107,7 @@ ListContent BuildListContent(const Node* selected, CClipBoard& clipBoard) {
 }
 
 std::wstring ListText(const ListContent& content, int row, int column) {
+    if (content.hits != nullptr) return content.hits->Text(row, column);
     if (const Node* const node = NodeOfRow(content, row)) return NodeText(*node, column);
     if (const CFormat* const format = FormatOfRow(content, row)) return FormatText(*format, column);
     return {};
@@ -124,6 +126,7 @@ std::wstring ListTip(const ListContent& content, int row, int column) {
 }
 
 bool IsNumberColumn(const ListContent& content, int column) {
+    if (content.hits != nullptr) return column == HitList::kSizeColumn;
     return content.formats != nullptr ? column == 2 : column >= 1 && column <= 3;
 }
 

@@ -8,6 +8,8 @@
 #include "engine/clipboard/CClipBoard.h"
 #include "engine/tree/NodeCollection.h"
 
+class HitList;
+
 // One row of the list beside the tree. What it shows is asked for when it is drawn.
 struct ListEntry {
     // The node's index in the tree; 0 for a format, whose place in `formats` is the row's.
@@ -28,6 +30,8 @@ struct ListContent {
     std::wstring clipFile;
     // The nodes that the entries name; null when there are none. Not owned.
     const NodeCollection* nodes = nullptr;
+    // What a search found, when the rows are its hits; null otherwise. Not owned.
+    const HitList* hits = nullptr;
 };
 
 // Reads what belongs to `selected` (null: nothing is selected). A clip's headers are read from its file, and

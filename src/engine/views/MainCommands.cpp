@@ -40,6 +40,10 @@ bool IsClip(const Situation&, const Node* node) {
     return IsClipNode(node);
 }
 
+bool IsHit(const Situation& situation, const Node* node) {
+    return situation.showsHits && node != nullptr;
+}
+
 bool MayBecomeActive(const Situation& situation, const Node* node) {
     return IsNodeOfKind(node, kProfileKind | kStructureKind) && node != situation.activeContainer;
 }
@@ -86,6 +90,8 @@ constexpr std::array<CommandRow, kMainCommandCount> kRows{{
      ActsOn::ChosenOrOpen, Who::TreeCommand, IsKnown, Does<TreeAction::ShowProperties>},
     {Search, kNumbers<m_search>, ActsOn::Nothing, Who::TreeCommand, Always},
     {SearchAgain, kNumbers<m_searcg_again>, ActsOn::Nothing, Who::TreeCommand, Always},
+    {Filter, kNumbers<m_filter>, ActsOn::Nothing, Who::TreeCommand, Always},
+    {ShowInTree, kNumbers<m_show_in_tree>, ActsOn::Chosen, Who::TreeCommand, IsHit},
     {ShowToolBar, kNumbers<mnuViewToolbar>, ActsOn::Nothing, Who::TreeCommand, Always},
     {ShowStatusBar, kNumbers<mnuViewStatusBar>, ActsOn::Nothing, Who::TreeCommand, Always},
     {LargeIcons, kNumbers<mnuListViewLarge, tbbViewLarge>, ActsOn::Nothing, Who::TreeCommand, Always},

@@ -23,6 +23,8 @@ enum class MainCommand {
     Properties,
     Search,
     SearchAgain,
+    Filter,
+    ShowInTree,
     ShowToolBar,
     ShowStatusBar,
     LargeIcons,
@@ -63,6 +65,7 @@ struct CommandSituation {
     Node* open = nullptr;    // selected in the tree
     const Node* activeContainer = nullptr;
     bool lockEdit = false;
+    bool showsHits = false;  // the list shows what a search found
 };
 
 struct CommandRow {

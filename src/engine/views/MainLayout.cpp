@@ -30,7 +30,9 @@ LayoutResult LayOutMainWindow(const LayoutInput& input) {
     const int left = result.splitter.Right();
     const int width = Positive(input.width - left);
     const int titleHeight = std::min(input.titleHeight, bottom - top);
-    result.title = {left, top, width, titleHeight};
+    const int searchWidth = std::min(input.searchWidth, width / 2);
+    result.title = {left, top, width - searchWidth, titleHeight};
+    result.search = {result.title.Right(), top, searchWidth, titleHeight};
     const int listTop = top + titleHeight;
     const int right = bottom - listTop;
     const int listHeight = input.previewShown ? right * kListShareOfTen / 10 : right;

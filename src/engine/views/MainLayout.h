@@ -20,6 +20,7 @@ struct LayoutInput {
     int toolBarHeight = 0;    // 0 while the tool bar is hidden
     int statusBarHeight = 0;  // 0 while the status bar is hidden
     int titleHeight = 0;      // of the label above the list
+    int searchWidth = 0;      // of the field beside it, which takes no more than half of the room
     int splitterLeft = 0;     // the splitter's left edge
     int splitterWidth = 0;
     bool previewShown = false;
@@ -31,6 +32,7 @@ struct LayoutResult {
     Box tree;
     Box splitter;
     Box title;
+    Box search;
     Box list;
     Box formatTab;  // empty while the preview is hidden; the preview stands inside it
 };

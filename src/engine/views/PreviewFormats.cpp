@@ -25,9 +25,8 @@ const CFormat* FirstOf(std::initializer_list<const CFormat*> candidates) {
     return found != candidates.end() ? *found : nullptr;
 }
 
-}  // namespace
-
-const CFormat* PreviewFormat(const CFormats& formats, PreviewTab tab) {
+// Without what only stands in for a missing text.
+const CFormat* OwnFormat(const CFormats& formats, PreviewTab tab) {
     switch (tab) {
         case PreviewTab::Text:
             // Plain text has lost the letters that the code page cannot hold.
@@ -40,10 +39,19 @@ const CFormat* PreviewFormat(const CFormats& formats, PreviewTab tab) {
     }
 }
 
+}  // namespace
+
+const CFormat* PreviewFormat(const CFormats& formats, PreviewTab tab) {
+    const CFormat* const own = OwnFormat(formats, tab);
+    if (own != nullptr || tab != PreviewTab::Text) return own;
+    return FirstOf({FindByName(formats, L"HTML Format"), FindById(formats, kFilesFormat)});
+}
+
 PreviewTab TabToShow(const CFormats& formats, PreviewTab chosen) {
     for (const PreviewTab tab : {chosen, PreviewTab::Text, PreviewTab::RichText, PreviewTab::Picture})
-        if (PreviewFormat(formats, tab) != nullptr) return tab;
-    return chosen;
+        if (OwnFormat(formats, tab) != nullptr) return tab;
+    // A browser's picture has HTML beside it that shows nothing.
+    return PreviewFormat(formats, PreviewTab::Text) != nullptr ? PreviewTab::Text : chosen;
 }
 
 bool IsPng(const CFormat& format) {

@@ -71,23 +71,48 @@ std::size_t PieceEnd(const Characters& piece) {
 PreviewTextReader::PreviewTextReader(std::wstring clipFile, const CFormat& format)
     : data_(std::move(clipFile), format),
       characterSize_(format.FormatId == kUnicodeFormat ? 2 : 1),
-      hasMore_(true) {}
+      hasMore_(true) {
+    if (format.FormatId != kUnicodeFormat && format.FormatId != kTextFormat)
+        visible_ = VisibleText::Of(ContentOfFormat(format.FormatId, AnsiFromText(format.FormatName)).form);
+}
+
+PreviewTextReader::PreviewTextReader(std::wstring clipFile, const CFormat& format, std::size_t begin)
+    : PreviewTextReader(std::move(clipFile), format) {
+    if (visible_ == nullptr)
+        begin_ = offset_ = std::min(begin, data_.Size() / characterSize_) * characterSize_;
+}
 
 std::optional<std::wstring> PreviewTextReader::Next(std::size_t size) {
     if (!std::exchange(hasMore_, false)) return std::nullopt;
+    if (visible_ != nullptr) return NextVisible(size);
+    const std::wstring cut = begin_ > 0 && offset_ == begin_ ? L"[...]\r\n" : L"";
     const std::size_t whole = data_.Size() / characterSize_ * characterSize_;
-    const std::size_t wanted = std::min(size, kMostPreviewBytes - offset_) / characterSize_ * characterSize_;
+    const std::size_t most = begin_ + kMostPreviewBytes;
+    const std::size_t wanted = std::min(size, most - offset_) / characterSize_ * characterSize_;
     const auto read = data_.Read(offset_, wanted);
     if (!read) return std::nullopt;
     const Characters piece(read->All(), characterSize_);
     const Characters text = UpToZero(piece);
     const std::size_t next = offset_ + read->size;
-    if (text.Count() < piece.Count() || next >= whole) return WithBoxLineEnds(text.Text());
-    if (next == kMostPreviewBytes) return WithBoxLineEnds(text.Text()) + L"\r\n[...]";
+    if (text.Count() < piece.Count() || next >= whole) return cut + WithBoxLineEnds(text.Text());
+    if (next == most) return cut + WithBoxLineEnds(text.Text()) + L"\r\n[...]";
     const Characters shown = text.First(PieceEnd(text));
     offset_ += shown.Bytes();
     hasMore_ = true;
-    return WithBoxLineEnds(shown.Text());
+    return cut + WithBoxLineEnds(shown.Text());
+}
+
+std::optional<std::wstring> PreviewTextReader::NextVisible(std::size_t size) {
+    const std::size_t end = std::min(data_.Size(), kMostPreviewBytes);
+    const auto read = data_.Read(offset_, std::min(size, end - offset_));
+    if (!read) return std::nullopt;
+    offset_ += read->size;
+    std::u16string text;
+    visible_->Take({reinterpret_cast<const char*>(read->bytes.get()), read->size}, text);
+    hasMore_ = offset_ < end && !visible_->Ended();
+    if (!hasMore_) visible_->End(text);
+    const bool cut = !hasMore_ && !visible_->Ended() && end < data_.Size();
+    return WithBoxLineEnds(TextFromUtf16(std::u16string_view(text))) + (cut ? L"\r\n[...]" : L"");
 }
 
 std::span<const std::uint8_t> RichTextOf(std::span<const std::uint8_t> bytes) {

@@ -52,15 +52,17 @@ std::wstring TextFrom(UINT codePage, std::string_view bytes) {
     return text;
 }
 
-// As it was where the system refuses.
+// The system refuses a whole text for one unit that is no character; that one stays as it is.
 std::wstring Folded(DWORD way, std::wstring_view text) {
     if (text.empty()) return {};
     const int length = LengthOf(text.size());
     const int needed = FoldStringW(way, text.data(), length, nullptr, 0);
     std::wstring folded(static_cast<std::size_t>(needed), L'\0');
-    if (needed == 0 || FoldStringW(way, text.data(), length, folded.data(), needed) == 0)
-        return std::wstring(text);
-    return folded;
+    if (needed != 0 && FoldStringW(way, text.data(), length, folded.data(), needed) != 0) return folded;
+    if (text.size() == 1) return std::wstring(text);
+    std::size_t middle = text.size() / 2;
+    if (text.size() > 2 && IS_LOW_SURROGATE(text[middle])) ++middle;
+    return Folded(way, text.substr(0, middle)) + Folded(way, text.substr(middle));
 }
 
 std::wstring WithCase(std::wstring_view text, DWORD change) {
@@ -107,8 +109,9 @@ std::wstring PlainLetters(std::wstring_view text) {
     std::vector<WORD> kinds(plain.size());
     if (!GetStringTypeW(CT_CTYPE3, plain.data(), LengthOf(plain.size()), kinds.data())) return plain;
     std::size_t kept = 0;
+    // A letter that could not be taken apart counts as one with a mark.
     for (std::size_t i = 0; i < plain.size(); ++i)
-        if ((kinds[i] & C3_NONSPACING) == 0) plain[kept++] = plain[i];
+        if ((kinds[i] & C3_NONSPACING) == 0 || (kinds[i] & C3_ALPHA) != 0) plain[kept++] = plain[i];
     plain.resize(kept);
     return plain;
 }

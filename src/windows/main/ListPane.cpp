@@ -4,8 +4,10 @@
 #include <utility>
 
 #include "engine/views/ColumnWidths.h"
+#include "engine/views/HitList.h"
 #include "windows/controls/Dpi.h"
 #include "windows/controls/QuietScope.h"
+#include "windows/main/HitLineDrawing.h"
 
 namespace {
 
@@ -76,6 +78,45 @@ void ListPane::ShowContent(const ListContent& content) {
     FillColumns();
     if (count > 0) ListView_SetItemCountEx(window_, count, 0);
     SendMessageW(window_, WM_SETREDRAW, TRUE, 0);
+}
+
+void ListPane::ContentGrew() {
+    const auto count = static_cast<int>(content_->entries.size());
+    if (ListView_GetItemCount(window_) == 0) {
+        // The columns were measured without a row.
+        ShowContent(*content_);
+        return;
+    }
+    ListView_SetItemCountEx(window_, count, LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
+    const int top = TopRow();
+    ListView_RedrawItems(window_, top, std::min(count - 1, top + ListView_GetCountPerPage(window_)));
+}
+
+int ListPane::TopRow() const {
+    return ListView_GetTopIndex(window_);
+}
+
+void ListPane::ScrollTo(int topRow) {
+    const int count = ListView_GetItemCount(window_);
+    if (topRow < 0 || topRow >= count) return;
+    ListView_EnsureVisible(window_, count - 1, FALSE);
+    ListView_EnsureVisible(window_, topRow, FALSE);
+}
+
+LRESULT ListPane::OnCustomDraw(NMLVCUSTOMDRAW& draw) const {
+    if (content_ == nullptr || content_->hits == nullptr || mode_ != ListMode::Details) return CDRF_DODEFAULT;
+    switch (draw.nmcd.dwDrawStage) {
+        case CDDS_PREPAINT:
+            return CDRF_NOTIFYITEMDRAW;
+        case CDDS_ITEMPREPAINT:
+            return CDRF_NOTIFYSUBITEMDRAW;
+        case CDDS_ITEMPREPAINT | CDDS_SUBITEM:
+            return draw.iSubItem == HitList::kPlaceColumn && DrawHitLine(window_, draw, *content_->hits)
+                       ? CDRF_SKIPDEFAULT
+                       : CDRF_DODEFAULT;
+        default:
+            return CDRF_DODEFAULT;
+    }
 }
 
 void ListPane::FillColumns() {

@@ -29,6 +29,11 @@ class ListPane {
     // Shows `content`, which must stay as it is until the next call. The columns are as wide as what they
     // show and the window want, or as the user made them for the same headings.
     void ShowContent(const ListContent& content);
+    // The shown content has more rows at its end than before, or says more in those that it has.
+    void ContentGrew();
+    // The first row that is seen, to be seen there again.
+    int TopRow() const;
+    void ScrollTo(int topRow);
     // The row that is chosen, or -1.
     int FocusedRow() const;
     // Chooses a row as a click does.
@@ -38,6 +43,8 @@ class ListPane {
 
     // The row that typing leads to; -1 for none.
     int OnFindItem(const NMLVFINDITEMW& find) const;
+    // Draws what is marked in a cell; the control draws the others.
+    LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw) const;
     // Fills in what the control asks for while it draws.
     void OnGetDisplayInfo(NMLVDISPINFOW& info) const;
 

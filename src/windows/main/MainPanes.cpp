@@ -18,8 +18,11 @@ constexpr double kSplitterWidthTwips = 75;
 bool MainPanes::Create(HWND parent) {
     parent_ = parent;
     const HINSTANCE instance = GetModuleHandleW(nullptr);
-    if (!tbToolBar.Create(parent, ::tbToolBar) || !tvTreeView.Create(parent, ::tvTreeView)) return false;
+    if (!tbToolBar.Create(parent, ::tbToolBar) || !tvTreeView.Create(parent, ::tvTreeView) ||
+        !tbFilter.Create(parent, ::tbFilter))
+        return false;
     NameByHiddenText(tvTreeView.Window(), L"Profile und Clips");
+    NameByHiddenText(tbFilter.Window(), L"In Namen und Inhalten suchen");
     // Directly before the list, whose name it is.
     lblTitle_ = CreateWindowExW(0, L"STATIC", L"",
                                 WS_CHILD | WS_VISIBLE | SS_LEFTNOWORDWRAP | SS_NOPREFIX | SS_CENTERIMAGE, 0,
@@ -51,6 +54,7 @@ void MainPanes::SetDpi(UINT dpi) {
         SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font.Get()), redraw);
     SendMessageW(lblTitle_, WM_SETFONT, reinterpret_cast<WPARAM>(titleFont.Get()), redraw);
     preview.SetFont(font.Get());
+    tbFilter.SetFont(font.Get());
     font_ = std::move(font);
     titleFont_ = std::move(titleFont);
 
@@ -86,6 +90,8 @@ void MainPanes::SizeControls(double splitterLeft) {
     LOGFONTW font{};
     GetObjectW(titleFont_.Get(), sizeof font, &font);
     input.titleHeight = std::abs(font.lfHeight) + Scaled(9, dpi_);
+    constexpr int kSearchWidth = 300;
+    input.searchWidth = Scaled(kSearchWidth, dpi_);
     input.splitterLeft = PixelsFromTwips(splitterLeft, dpi_);
     input.splitterWidth = PixelsFromTwips(kSplitterWidthTwips, dpi_);
     input.previewShown = previewShown_;
@@ -94,6 +100,7 @@ void MainPanes::SizeControls(double splitterLeft) {
     PlaceWindow(tvTreeView.Window(), layout.tree);
     PlaceWindow(imgSplitter_.Window(), layout.splitter);
     PlaceWindow(lblTitle_, layout.title);
+    tbFilter.Place(layout.search);
     PlaceWindow(lvListView.Window(), layout.list);
     preview.Place(layout.formatTab);
 }
@@ -131,6 +138,11 @@ void MainPanes::ShowContent(ListContent content, const std::wstring& containerTi
     lvListView.ShowContent(content_);
     ShowStatus(content_.status);
     preview.Show(content_);
+}
+
+void MainPanes::GrowContent(const std::vector<ListEntry>& more) {
+    content_.entries.insert(content_.entries.end(), more.begin(), more.end());
+    lvListView.ContentGrew();
 }
 
 void MainPanes::ShowTitle(const std::wstring& title) {

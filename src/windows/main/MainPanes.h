@@ -12,6 +12,7 @@
 #include "windows/main/ListPane.h"
 #include "windows/main/MainToolBar.h"
 #include "windows/main/PreviewPane.h"
+#include "windows/main/SearchField.h"
 #include "windows/main/Splitter.h"
 
 // The main window's child windows: what each looks like at a resolution, where it stands, and what the list,
@@ -47,6 +48,8 @@ class MainPanes {
     // Shows what belongs to the open node; `containerTitle` stands above an empty list without a title.
     void ShowContent(ListContent content, const std::wstring& containerTitle);
     const ListContent& Content() const { return content_; }
+    // More rows at the end of the list; the chosen one stays chosen, and nothing scrolls.
+    void GrowContent(const std::vector<ListEntry>& more);
     void ShowTitle(const std::wstring& title);
     // In the status bar, soon: when the program is done with what it does, or while that goes on for long.
     void ShowStatus(const std::wstring& text);
@@ -57,6 +60,7 @@ class MainPanes {
     ListPane lvListView;
     MainToolBar tbToolBar;
     PreviewPane preview;
+    SearchField tbFilter;
 
  private:
     HWND parent_ = nullptr;

@@ -11,7 +11,9 @@
 #include <utility>
 
 #include "engine/clipboard/FormatNames.h"
+#include "engine/search/WordSearch.h"
 #include "platform/Platform.h"
+#include "platform/Text.h"
 #include "resources/controls.h"
 #include "windows/controls/Dpi.h"
 #include "windows/controls/PngDecoder.h"
@@ -70,7 +72,7 @@ DWORD CALLBACK FeedRichText(DWORD_PTR cookie, LPBYTE buffer, LONG wanted, LONG* 
 }
 
 constexpr DWORD kTextStyle =
-    WS_VSCROLL | WS_HSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL | ES_AUTOHSCROLL;
+    WS_VSCROLL | WS_HSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL | ES_AUTOHSCROLL | ES_NOHIDESEL;
 
 HWND MakeBox(HWND parent, DWORD exStyle, const wchar_t* name, DWORD style, int control) {
     return CreateWindowExW(exStyle, name, L"", WS_CHILD | WS_TABSTOP | style, 0, 0, 0, 0, parent,
@@ -86,16 +88,6 @@ struct TextExtent {
 LRESULT LengthOfLine(HWND box, LRESULT line) {
     const LRESULT begin = SendMessageW(box, EM_LINEINDEX, static_cast<WPARAM>(line), 0);
     return SendMessageW(box, EM_LINELENGTH, static_cast<WPARAM>(begin), 0);
-}
-
-std::wstring TextOfLine(HWND box, LRESULT line) {
-    constexpr LRESULT kMostCharacters = 1000;  // more than any window is wide
-    std::wstring text(
-        static_cast<std::size_t>(std::clamp<LRESULT>(LengthOfLine(box, line), 2, kMostCharacters)), 0);
-    text[0] = static_cast<wchar_t>(text.size());
-    text.resize(static_cast<std::size_t>(
-        SendMessageW(box, EM_GETLINE, static_cast<WPARAM>(line), reinterpret_cast<LPARAM>(text.data()))));
-    return text;
 }
 
 // How much room the text of an edit box takes, in pixels. Of many lines the first count, of those the one
@@ -118,12 +110,50 @@ TextExtent ExtentOf(HWND box) {
     return {LOWORD(size) + 2 * metrics.tmAveCharWidth, static_cast<int>(lines * metrics.tmHeight)};
 }
 
+std::wstring TextOfBox(HWND box) {
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(box)), L'\0');
+    // With the zero behind it, which the text has room for.
+    text.resize(
+        static_cast<std::size_t>(GetWindowTextW(box, text.data(), static_cast<int>(text.size()) + 1)));
+    return text;
+}
+
+// With one character for each line's end: so the box counts.
+std::wstring TextOfRichBox(HWND box) {
+    constexpr UINT kUtf16 = 1200;
+    GETTEXTLENGTHEX length{GTL_NUMCHARS | GTL_PRECISE, kUtf16};
+    const LRESULT count = SendMessageW(box, EM_GETTEXTLENGTHEX, reinterpret_cast<WPARAM>(&length), 0);
+    std::wstring text(static_cast<std::size_t>(std::max<LRESULT>(count, 0)), L'\0');
+    GETTEXTEX how{};
+    how.cb = static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t));
+    how.flags = GT_DEFAULT;
+    how.codepage = kUtf16;
+    text.resize(static_cast<std::size_t>(SendMessageW(box, EM_GETTEXTEX, reinterpret_cast<WPARAM>(&how),
+                                                      reinterpret_cast<LPARAM>(text.data()))));
+    return text;
+}
+
 constexpr const wchar_t* kCaptions[] = {L"Text", L"RTF", L"Bild"};
 // Whoever walks through the clips has gone on by then; after that, between any two messages.
 constexpr std::chrono::milliseconds kBeforeRest(250);
 constexpr std::chrono::milliseconds kBetweenPieces(10);
 
 }  // namespace
+
+void PreviewPane::MarkHits() {
+    hitIsDue_ = false;
+    const bool plain = hit_ && InFront() == PreviewTab::Text && textFilled_;
+    marks_.SetWords(plain ? std::optional(WordSearch(hit_->query, hit_->likeness)) : std::nullopt);
+    if (hit_ && InFront() == PreviewTab::RichText && richTextFilled_) {
+        WordSearch words(hit_->query, hit_->likeness);
+        const QuietScope quiet(richText_);
+        SendMessageW(richText_, WM_SETREDRAW, FALSE, 0);
+        MarkRichText(richText_, TextOfRichBox(richText_), words);
+        SendMessageW(richText_, WM_SETREDRAW, TRUE, 0);
+        InvalidateRect(richText_, nullptr, TRUE);
+    }
+    ShowHitFrom(0);
+}
 
 bool PreviewPane::Create(HWND parent) {
     tab_ =
@@ -133,6 +163,7 @@ bool PreviewPane::Create(HWND parent) {
     NameByHiddenText(tab_, L"Vorschau");
     PutOverTab(text_, L"Vorschau als Text");
     SendMessageW(text_, EM_SETLIMITTEXT, 0, 0);
+    marks_.Attach(text_);
     // Made with them, it can have them; without a text there is nothing to scroll with them.
     SetWindowLongPtrW(text_, GWL_STYLE,
                       GetWindowLongPtrW(text_, GWL_STYLE) & ~static_cast<LONG_PTR>(WS_VSCROLL | WS_HSCROLL));
@@ -272,15 +303,64 @@ void PreviewPane::TabChanged() {
 }
 
 void PreviewPane::Clear() {
+    hit_.reset();
     formats_ = nullptr;
     Fill();
 }
 
 void PreviewPane::Show(const ListContent& content) {
+    hit_.reset();
     formats_ = content.formats;
     clipFile_ = content.clipFile;
     if (formats_ != nullptr) BringToFront(TabToShow(*formats_, wanted_));
     Fill();
+}
+
+void PreviewPane::Show(const ListContent& content, PreviewHit hit) {
+    formats_ = content.formats;
+    clipFile_ = content.clipFile;
+    hit_ = std::move(hit);
+    if (formats_ != nullptr) BringToFront(TabOfHit());
+    Fill();
+}
+
+// The tab that shows the record of the hit, if one does.
+PreviewTab PreviewPane::TabOfHit() const {
+    if (hit_->record >= 0 && hit_->record < formats_->Count()) {
+        const CFormat* const format = &formats_->Item(hit_->record + 1);
+        for (const PreviewTab tab : {PreviewTab::Text, PreviewTab::RichText})
+            if (PreviewFormat(*formats_, tab) == format) return tab;
+    }
+    return TabToShow(*formats_, wanted_);
+}
+
+// A hit far behind is shown with what stands around it.
+std::size_t PreviewPane::BeginOfText(const CFormat& format) const {
+    constexpr std::size_t kBeforeHit = 2000;
+    const bool here = hit_ && hit_->record >= 0 && hit_->record < formats_->Count() &&
+                      &formats_->Item(hit_->record + 1) == &format;
+    return here && hit_->begin > kFirstPreviewBytes / 4 ? hit_->begin - kBeforeHit : 0;
+}
+
+void PreviewPane::ShowNextHit() {
+    if (!hit_) return;
+    DWORD begin = 0, end = 0;
+    SendMessageW(ChosenBox(), EM_GETSEL, reinterpret_cast<WPARAM>(&begin), reinterpret_cast<LPARAM>(&end));
+    ShowHitFrom(end);
+}
+
+void PreviewPane::ShowHitFrom(std::size_t place) {
+    const bool rich = InFront() == PreviewTab::RichText;
+    if (!hit_ || (rich ? !richTextFilled_ : InFront() != PreviewTab::Text || !textFilled_)) return;
+    const HWND box = ChosenBox();
+    const std::u16string text = Utf16FromText(rich ? TextOfRichBox(box) : TextOfBox(box));
+    WordSearch words(hit_->query, hit_->likeness);
+    auto found = words.Next(text, place);
+    if (!found && place > 0) found = words.Next(text, 0);
+    hitIsDue_ = !found;
+    if (!found) return;
+    SendMessageW(box, EM_SETSEL, found->begin, static_cast<LPARAM>(found->End()));
+    SendMessageW(box, EM_SCROLLCARET, 0, 0);
 }
 
 void PreviewPane::Fill() {
@@ -293,6 +373,7 @@ void PreviewPane::Fill() {
     if (tab != PreviewTab::RichText || !something || !ShowRichText()) EmptyRichText();
     if (tab != PreviewTab::Picture || !something || !ShowPicture()) picture_.Clear();
     FitBars();
+    MarkHits();
     MarkEmptyTabs();
 }
 
@@ -306,7 +387,7 @@ void PreviewPane::EmptyRichText() {
 
 bool PreviewPane::ShowText() {
     const CFormat* const format = FormatFor(PreviewTab::Text);
-    restOfText_ = PreviewTextReader(clipFile_, *format);
+    restOfText_ = PreviewTextReader(clipFile_, *format, BeginOfText(*format));
     const auto text = restOfText_.Next(kFirstPreviewBytes);
     if (text && SetWindowTextW(text_, text->c_str())) {
         textFilled_ = true;
@@ -379,7 +460,9 @@ void PreviewPane::ShowRest() {
         if (restOfText_.HasMore()) rest_.Start(kBetweenPieces);
     } else if (const CFormat* const format = std::exchange(restOfRichText_, nullptr)) {
         StreamRichText(*format, kMostPreviewBytes);
+        MarkHits();
     }
+    if (hitIsDue_) ShowHitFrom(0);
 }
 
 // What is selected and shown stays so.

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "engine/search/ContentSearch.h"
 #include "engine/views/ListUpdate.h"
 #include "engine/views/MainLayout.h"
 #include "engine/views/PreviewFormats.h"
@@ -13,6 +14,15 @@
 #include "engine/views/PreviewText.h"
 #include "platform/win32/SystemHandles.h"
 #include "windows/controls/PictureBox.h"
+#include "windows/main/PreviewMarks.h"
+
+// What a search found in the clip that is shown.
+struct PreviewHit {
+    SearchQuery query;
+    Likeness likeness = Likeness::Marks;
+    int record = -1;  // of the clip's file, from 0; -1 for one in its name
+    std::size_t begin = 0;
+};
 
 // The preview below the list: a tab (tabFormat) with a text box, a rich-text box and a picture box. It shows
 // one format of the selected clip, read from the clip's file when its tab is looked at: of a long text what
@@ -29,6 +39,10 @@ class PreviewPane {
     // Shows a format of a clip: that of the tab that the user chose last or, when it has none, of the first
     // that has one. Empties what shows something else.
     void Show(const ListContent& content);
+    // The same, with the place of a hit in sight and chosen.
+    void Show(const ListContent& content, PreviewHit hit);
+    // Chooses the next place of a word that was searched for, behind the last one the first again.
+    void ShowNextHit();
     void SetStretch(bool stretch) { picture_.SetStretch(stretch); }
 
     bool IsTab(HWND window) const { return window == tab_; }
@@ -45,6 +59,10 @@ class PreviewPane {
 
  private:
     PreviewTab InFront() const;
+    PreviewTab TabOfHit() const;
+    std::size_t BeginOfText(const CFormat& format) const;
+    void MarkHits();
+    void ShowHitFrom(std::size_t place);
     void BringToFront(PreviewTab tab);
     const CFormat* FormatFor(PreviewTab tab) const;
     // Fills the box of the chosen tab and empties the others.
@@ -80,6 +98,9 @@ class PreviewPane {
     PictureBox picture_;
     std::shared_ptr<CFormats> formats_;
     std::wstring clipFile_;
+    std::optional<PreviewHit> hit_;
+    PreviewMarks marks_;
+    bool hitIsDue_ = false;  // what is shown so far did not hold it
     PreviewTextReader restOfText_;
     const CFormat* restOfRichText_ = nullptr;
     bool markedEmpty_[kTabs] = {};

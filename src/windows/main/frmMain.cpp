@@ -10,6 +10,7 @@
 #include "engine/process/modOption.h"
 #include "engine/profiles/ProfileStore.h"
 #include "engine/profiles/modProfile.h"
+#include "engine/tree/modTreeEx.h"
 #include "engine/views/MainLayout.h"
 #include "platform/Busy.h"
 #include "platform/Guard.h"
@@ -23,6 +24,12 @@
 #include "windows/controls/Dpi.h"
 #include "windows/controls/WindowObject.h"
 #include "windows/main/MainPlace.h"
+
+namespace {
+
+constexpr UINT kSearchNews = WM_APP + 2;
+
+}  // namespace
 
 frmMain::frmMain(Win32User& user) : user_(user) {
     cTV.Bind(&nodes_);
@@ -126,6 +133,10 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             SetFocus(FocusedPane());
             return 0;
         case WM_COMMAND:
+            if (reinterpret_cast<HWND>(lParam) == panes_.tbFilter.Window() && lParam != 0) {
+                if (HIWORD(wParam) == EN_CHANGE && loaded_) FilterChanged();
+                return 0;
+            }
             OnCommand(LOWORD(wParam));
             return 0;
         case WM_DRAWITEM: {
@@ -157,6 +168,9 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             // The menu's command is posted and must come first. A timer waits until nothing posted is left.
             quiet_.Start();
             return 0;
+        case kSearchNews:
+            TakeSearchNews();
+            return 0;
         case kLaterMessage:
             later_.NextIsDue();
             return 0;
@@ -169,6 +183,7 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             Close();
             return 0;
         case WM_DESTROY:
+            searchWorker_.Stop();
             if (std::exchange(loaded_, false)) Form_Unload();
             user_.SetStatusLine({});
             user_.SetTeller({});
@@ -186,6 +201,7 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
 
 bool frmMain::CreateControls() {
     if (!panes_.Create(window_)) return false;
+    searchWorker_.SetListener(window_, kSearchNews);
     return CreateTray();
 }
 
@@ -265,17 +281,23 @@ LRESULT frmMain::OnNotify(NMHDR& header) {
 LRESULT frmMain::OnListNotify(NMHDR& header) {
     switch (header.code) {
         case LVN_ODFINDITEMW:
-            return panes_.lvListView.OnFindItem(reinterpret_cast<NMLVFINDITEMW&>(header));
+            return FindListRow(reinterpret_cast<NMLVFINDITEMW&>(header));
         case LVN_GETDISPINFOW:
             panes_.lvListView.OnGetDisplayInfo(reinterpret_cast<NMLVDISPINFOW&>(header));
             return 0;
+        case NM_CUSTOMDRAW:
+            return panes_.lvListView.OnCustomDraw(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
         case LVN_ITEMCHANGED:
         case LVN_ODSTATECHANGED:
             ListRowChosen();
             return 0;
         case NM_DBLCLK:
         case NM_RETURN:
-            OpenListRow(panes_.lvListView.FocusedRow());
+            // What holds others is opened where it stands.
+            if (hits_.IsActive() && (GetKeyState(VK_CONTROL) < 0 || !IsClipNode(listNode_.Get())))
+                ShowInTree(listNode_.Get());
+            else
+                OpenListRow(panes_.lvListView.FocusedRow());
             return 0;
         default:
             return 0;
@@ -287,6 +309,8 @@ bool frmMain::TranslateKey(MSG& message) {
     // While a name is edited in place the keys belong to the edit.
     if (panes_.tvTreeView.IsEditing()) return false;
     if (panes_.preview.Wants(message)) return false;
+    if (TranslateSearchKey(message)) return true;
+    if (panes_.tbFilter.Wants(message)) return false;
     if (message.message == WM_KEYDOWN && message.wParam == VK_TAB) {
         const bool back = GetKeyState(VK_SHIFT) < 0;
         SetFocus(GetNextDlgTabItem(window_, GetFocus(), back));

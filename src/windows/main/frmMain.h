@@ -16,15 +16,18 @@
 #include "engine/profiles/ActiveContainer.h"
 #include "engine/tree/CTreeViewEx.h"
 #include "engine/tree/NodeCollection.h"
+#include "engine/views/HitList.h"
 #include "engine/views/MainCommands.h"
 #include "engine/views/StoredWindow.h"
 #include "platform/Busy.h"
+#include "platform/Platform.h"
 #include "platform/win32/Win32User.h"
 #include "windows/dialogs/frmDiagnose.h"
 #include "windows/dialogs/frmErrorMsg.h"
 #include "windows/dialogs/frmNotice.h"
 #include "windows/main/LaterActions.h"
 #include "windows/main/MainPanes.h"
+#include "windows/main/SearchWorker.h"
 #include "windows/main/TreeDrag.h"
 #include "windows/main/cSysTray.h"
 
@@ -178,6 +181,32 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     void KeepListRow(int row);
     void ShowContainer();
 
+    // frmMainSearch.cpp: the search over the list.
+    // The node below which is searched; null for everywhere.
+    Node* SearchScope() const;
+    void ShowSearchHint();
+    void BeginSearch();
+    void FilterChanged();
+    void SearchFor(Node* below);
+    // For the end of the search: the list as it was.
+    void RememberList();
+    void EndSearch();
+    bool LeavesSearch() const;
+    void ShowHits();
+    // After a change of the tree.
+    void UpdateHits();
+    void ReadContents();
+    void ContentsAreRead();
+    void TakeSearchNews();
+    void LookAtDrive();
+    void ShowInTree(Node* node);
+    PreviewHit HitOfRow(int row) const;
+    void PreviewHitSoon();
+    // Letters typed in the list lead to a row or, where none begins with them, begin a search.
+    int FindListRow(const NMLVFINDITEMW& find);
+    // True for a key of the search that was used.
+    bool TranslateSearchKey(const MSG& message);
+
     // Nothing that was posted is left: menus and dialogs have closed, their commands are done.
     void WhenQuiet();
     void RefreshOrTakeMissedCopy();
@@ -198,6 +227,17 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     NodeRef shownNode_;  // whose content the list shows
     NodeRef listNode_;   // of the chosen row
     bool filling_ = false;
+
+    HitList hits_{nodes_, ThePlatform().clock};
+    SearchWorker searchWorker_;
+    NodeRef searchedOpen_;  // below which the search began
+    NodeRef openBefore_;    // the tree's selection before it, and the list's row and place
+    int rowBefore_ = -1;
+    int topRowBefore_ = 0;
+    bool searchesEverywhere_ = false;
+    bool keepsSearch_ = false;   // what is selected in the tree is not the user's choice
+    bool looksAtDrive_ = false;  // a look at whether it answers is due
+    bool previewsHit_ = false;   // the preview of the chosen hit is due
 
     MainState firstState_ = MainState::Normal;
     bool loaded_ = false;

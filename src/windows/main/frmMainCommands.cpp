@@ -72,6 +72,8 @@ frmMain::Action frmMain::ActionOf(MainCommand command) {
         {C::Properties, [](Form& form, Node* node) { form.ShowProperties(node); }},
         {C::Search, [](Form& form, Node*) { form.Search(false); }},
         {C::SearchAgain, [](Form& form, Node*) { form.Search(true); }},
+        {C::Filter, [](Form& form, Node*) { form.BeginSearch(); }},
+        {C::ShowInTree, [](Form& form, Node* node) { form.ShowInTree(node); }},
         {C::ShowToolBar, [](Form& form, Node*) { form.panes_.ToggleToolBar(); }},
         {C::ShowStatusBar, [](Form& form, Node*) { form.panes_.ToggleStatusBar(); }},
         {C::LargeIcons, [](Form& form, Node*) { form.panes_.lvListView.SetMode(ListMode::Large); }},
@@ -107,7 +109,7 @@ frmMain::Action frmMain::ActionOf(MainCommand command) {
 }
 
 CommandSituation frmMain::Situation() const {
-    return {ChosenNode(), nodes_.Selected(), container_.Get(), Options().LockEdit};
+    return {ChosenNode(), nodes_.Selected(), container_.Get(), Options().LockEdit, hits_.IsActive()};
 }
 
 void frmMain::OnCommand(int number) {
@@ -288,7 +290,7 @@ void frmMain::Delete(Node* node) {
     panes_.DrawStatus();
     if (!operations_.Delete(node))
         panes_.ShowStatus(panes_.Content().status);
-    else if (shownNode_.Get() != nodes_.Selected() || !IsClipNode(nodes_.Selected()))
+    else if (hits_.IsActive() || shownNode_.Get() != nodes_.Selected() || !IsClipNode(nodes_.Selected()))
         UpdateListview();
     // Else the neighbour is shown already, and a damaged one is told of only once.
 }
@@ -339,6 +341,10 @@ void frmMain::EditClipProperties(Node& node, bool unasked) {
 }
 
 void frmMain::Search(bool again) {
+    if (again && hits_.IsActive()) {
+        panes_.preview.ShowNextHit();
+        return;
+    }
     SearchCommand(
         cTV, again, [this] { return frmSearch().ShowModal(window_, IDD_frmSearch); },
         [this](Node& found) { SelectAndShow(found); });

@@ -1,6 +1,8 @@
 // What the user does in the tree and the list, and what they show.
 
 #include <algorithm>
+#include <chrono>
+#include <utility>
 
 #include "engine/flows/NodeProperties.h"
 #include "engine/process/modOption.h"
@@ -12,7 +14,11 @@
 #include "windows/main/frmMain.h"
 
 void frmMain::TreeSelectionChanged(Node*) {
-    if (loaded_) UpdateListview();
+    if (!loaded_) return;
+    if (LeavesSearch())
+        EndSearch();
+    else
+        UpdateListview();
 }
 
 void frmMain::NodeActivated(Node& node) {
@@ -33,16 +39,34 @@ void frmMain::OpenListRow(int row) {
 }
 
 Node* frmMain::ChosenNode() const {
-    return FocusedPane() == panes_.lvListView.Window() ? listNode_.Get() : nodes_.Selected();
+    const HWND pane = FocusedPane();
+    const bool inList =
+        pane == panes_.lvListView.Window() || (hits_.IsActive() && pane != panes_.tvTreeView.Window());
+    return inList ? listNode_.Get() : nodes_.Selected();
 }
 
 void frmMain::ListRowChosen() {
     if (filling_) return;
     listNode_.Follow(NodeOfListRow(panes_.lvListView.FocusedRow()));
     RefreshCommands();
+    if (hits_.IsActive()) PreviewHitSoon();
+}
+
+// Not for each row that the user passes with a key held down.
+void frmMain::PreviewHitSoon() {
+    if (previewsHit_) return;
+    Later(std::chrono::milliseconds(0), [this] {
+        previewsHit_ = false;
+        const Node* const chosen = listNode_.Get();
+        if (!hits_.IsActive() || !IsClipNode(chosen)) return;
+        panes_.preview.Show(BuildListContent(chosen, clipBoard_), HitOfRow(panes_.lvListView.FocusedRow()));
+    });
+    previewsHit_ = true;
 }
 
 void frmMain::UpdateListview() {
+    ShowSearchHint();
+    if (hits_.IsActive()) return UpdateHits();
     const bool sameNode = shownNode_.Get() != nullptr && shownNode_.Get() == nodes_.Selected();
     const int row = sameNode ? panes_.lvListView.FocusedRow() : -1;
     shownNode_.Follow(nodes_.Selected());
@@ -74,11 +98,14 @@ void frmMain::KeepListRow(int row) {
 }
 
 void frmMain::SelectAndShow(Node& node) {
+    // The user's hits stay, whatever is selected for him.
+    const bool before = std::exchange(keepsSearch_, true);
     panes_.tvTreeView.EnsureVisible(node);
     if (nodes_.Selected() == &node)
         UpdateListview();
     else
         nodes_.Select(&node);
+    keepsSearch_ = before;
 }
 
 void frmMain::SetActiveContainer(Node* node) {

@@ -30,6 +30,8 @@ TEST(PreviewFormats, TabToShow_KeepsTheChosenOneWhileItHasSomething) {
         {{{0xC004, L"Rich Text Format"}, {8, L"DIB"}}, kText, kRich},
         {{{0xC005, L"PNG"}}, kText, kPicture},
         {{{0xC006, L"image/png"}}, kRich, kPicture},
+        {{{0xC008, L"HTML Format"}, {8, L"DIB"}}, kText, kPicture},
+        {{{0xC008, L"HTML Format"}, {15, L"Files"}}, kPicture, kText},
         {{{0xC007, L"Private"}}, kRich, kRich},
         {{}, kPicture, kPicture},
     };

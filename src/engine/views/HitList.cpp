@@ -1,0 +1,214 @@
+#include "engine/views/HitList.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "engine/profiles/modProfile.h"
+#include "engine/views/FormatTexts.h"
+#include "platform/Text.h"
+
+void HitList::Search(Node* below, const std::wstring& text) {
+    SearchQuery query = ParseSearchQuery(text);
+    active_ = true;
+    everywhere_ = below == nullptr;
+    below_.Follow(below);
+    query_ = std::move(query);
+    likeness_ = Likeness::Marks;
+    hits_.clear();
+    read_.clear();
+    silent_.clear();
+    LookAgain();
+}
+
+void HitList::End() {
+    active_ = false;
+    below_.Follow(nullptr);
+    query_ = {};
+    rows_ = {};
+    plan_ = std::make_shared<SearchPlan>();
+    planned_ = {};
+    namedRows_ = {};
+    hits_ = {};
+    read_ = {};
+    silent_ = {};
+    contents_ = readNow_ = unreadable_ = 0;
+}
+
+void HitList::LookAgain() {
+    nodesThen_ = nodes_.Count();
+    outdated_ = false;
+    rows_.clear();
+    planned_.clear();
+    namedRows_.clear();
+    readNow_ = unreadable_ = 0;
+    SearchedTree searched;
+    // Nothing lies below a node that is gone.
+    if (everywhere_ || below_.Get() != nullptr)
+        searched = SearchTree(below_.Get(), nodes_, query_, likeness_, clock_.Now());
+    SearchPlan plan = std::move(searched.plan);
+    const std::vector<ClipTarget> clips = std::exchange(plan.clips, {});
+    for (FoundByName& one : searched.found)
+        AddRowByName(plan, one);
+    std::sort(read_.begin(), read_.end());
+    for (std::size_t i = 0; i < clips.size(); ++i)
+        PlanOrAddRow(plan, clips[i], *searched.clips[i]);
+    contents_ = plan.clips.size();
+    PlanSizes(plan, searched.found);
+    plan_ = std::make_shared<SearchPlan>(std::move(plan));
+}
+
+HitList::FileKey HitList::KeyOf(const SearchPlan& plan, const ClipTarget& clip) {
+    const std::wstring& directory = plan.directories[clip.directory];
+    const auto known = directories_.try_emplace(directory, static_cast<std::uint32_t>(directories_.size()));
+    return FileKey{known.first->second} << 32 | static_cast<std::uint32_t>(clip.number);
+}
+
+void HitList::AddRowByName(const SearchPlan& plan, FoundByName& found) {
+    Row row;
+    row.treeIndex = found.node->Index();
+    row.line = std::move(found.hit.line);
+    if (found.clip.number != 0) {
+        row.file = KeyOf(plan, found.clip);
+        if (const auto read = hits_.find(row.file); read != hits_.end()) row.size = read->second.fileSize;
+    }
+    rows_.push_back(std::move(row));
+}
+
+// A clip whose contents are known already is a row or none; of the others the plan is made.
+void HitList::PlanOrAddRow(SearchPlan& plan, const ClipTarget& clip, const Node& node) {
+    const FileKey key = KeyOf(plan, clip);
+    if (const auto hit = hits_.find(key); hit != hits_.end()) {
+        rows_.push_back({node.Index(), key, true, {}, hit->second.fileSize});
+        return;
+    }
+    if (std::binary_search(read_.begin(), read_.end(), key) || IsSilent(plan, clip)) return;
+    plan.clips.push_back(clip);
+    planned_.push_back(node.Index());
+}
+
+// Behind all that may fit comes what only the size is missing of.
+void HitList::PlanSizes(SearchPlan& plan, const std::vector<FoundByName>& found) {
+    for (std::size_t row = 0; row < found.size(); ++row) {
+        const ClipTarget& clip = found[row].clip;
+        if (clip.number == 0 || rows_[row].size >= 0 || IsSilent(plan, clip)) continue;
+        plan.clips.push_back(clip);
+        planned_.push_back(rows_[row].treeIndex);
+        namedRows_.push_back(row);
+    }
+}
+
+bool HitList::IsSilent(const SearchPlan& plan, const ClipTarget& clip) const {
+    return std::find(silent_.begin(), silent_.end(), plan.directories[clip.directory]) != silent_.end();
+}
+
+bool HitList::Add(std::size_t clip, ContentHit hit) {
+    if (clip >= plan_->clips.size()) return false;
+    const FileKey key = KeyOf(*plan_, plan_->clips[clip]);
+    const std::int64_t size = hit.fileSize;
+    hits_.insert_or_assign(key, std::move(hit));
+    // Another node may stand there since.
+    if (ClipNumberOf(nodes_.Item(planned_[clip])) != plan_->clips[clip].number) {
+        outdated_ = true;
+        return false;
+    }
+    if (clip >= contents_) {
+        rows_[namedRows_[clip - contents_]].size = size;
+        return false;
+    }
+    rows_.push_back({planned_[clip], key, true, {}, size});
+    return true;
+}
+
+void HitList::SetRead(std::size_t clips) {
+    for (; readNow_ < std::min(clips, plan_->clips.size()); ++readNow_) {
+        const FileKey key = KeyOf(*plan_, plan_->clips[readNow_]);
+        if (readNow_ < contents_ && !hits_.contains(key)) read_.push_back(key);
+    }
+}
+
+void HitList::LeaveOut(std::size_t directory) {
+    if (directory >= plan_->directories.size()) return;
+    silent_.push_back(plan_->directories[directory]);
+    LookAgain();
+}
+
+bool HitList::GoesOn() {
+    const bool tryLetters =
+        rows_.empty() && likeness_ == Likeness::Marks && NodeSearch::MayBeTriedByLetters(query_);
+    if (!tryLetters) return false;
+    likeness_ = Likeness::Letters;
+    read_.clear();
+    LookAgain();
+    return true;
+}
+
+std::wstring HitList::ScopeTitle() const {
+    if (everywhere_) return L"Treffer in allen Profilen";
+    return below_.Get() != nullptr ? L"Treffer in \"" + below_.Get()->FullPath() + L"\"" : L"Treffer";
+}
+
+ListContent HitList::Content() const {
+    ListContent content;
+    content.title = ScopeTitle();
+    content.columns = {L"Name", L"Ort", L"Erfasst", L"Größe", L"Fundstelle"};
+    content.entries.reserve(rows_.size());
+    for (const Row& row : rows_)
+        content.entries.push_back({row.treeIndex});
+    content.status = Status();
+    content.nodes = &nodes_;
+    content.hits = this;
+    return content;
+}
+
+std::wstring HitList::Status() const {
+    if (!query_.problem.empty()) return query_.problem;
+    std::wstring status = NumberText(static_cast<std::int64_t>(rows_.size())) + L" Treffer";
+    if (likeness_ == Likeness::Letters && !rows_.empty())
+        status += L", nur in anderer Schreibweise (ä wie a, ß wie ss)";
+    if (readNow_ < contents_)
+        status += L", " + NumberText(static_cast<std::int64_t>(readNow_)) + L" von " +
+                  NumberText(static_cast<std::int64_t>(contents_)) + L" Clips gelesen ...";
+    if (unreadable_ > 0) status += L", nicht lesbar: " + NumberText(static_cast<std::int64_t>(unreadable_));
+    for (const std::wstring& directory : silent_)
+        status += L", " + directory + L" antwortet nicht";
+    return status;
+}
+
+const HitList::Row* HitList::RowAt(int row) const {
+    const bool shown = row >= 0 && row < static_cast<int>(rows_.size());
+    return shown ? &rows_[static_cast<std::size_t>(row)] : nullptr;
+}
+
+std::wstring HitList::Text(int row, int column) const {
+    const Row* const shown = RowAt(row);
+    const Node* const node = shown != nullptr ? nodes_.Item(shown->treeIndex) : nullptr;
+    if (node == nullptr) return {};
+    switch (column) {
+        case 0:
+            return node->Text();
+        case 1:
+            return node->Parent() != nullptr ? node->Parent()->FullPath() : std::wstring();
+        case 2:
+            return AttributesOf(node).timeCaptured;
+        case kSizeColumn:
+            return shown->size >= 0 ? SizeText(shown->size) : std::wstring();
+        case kPlaceColumn:
+            return LineOf(row)->text;
+        default:
+            return {};
+    }
+}
+
+const HitLine* HitList::LineOf(int row) const {
+    const Row* const shown = RowAt(row);
+    if (shown == nullptr) return nullptr;
+    const ContentHit* const content = ContentOf(row);
+    return content != nullptr ? &content->line : &shown->line;
+}
+
+const ContentHit* HitList::ContentOf(int row) const {
+    const Row* const shown = RowAt(row);
+    if (shown == nullptr || !shown->byContent) return nullptr;
+    const auto hit = hits_.find(shown->file);
+    return hit != hits_.end() ? &hit->second : nullptr;
+}

@@ -1,0 +1,211 @@
+// The search over the list: what its field, its hits and the reading of contents do.
+
+#include <chrono>
+#include <utility>
+
+#include "engine/profiles/modProfile.h"
+#include "engine/tree/modTreeEx.h"
+#include "platform/Text.h"
+#include "windows/main/frmMain.h"
+
+namespace {
+
+// How often it is looked at whether a drive still answers.
+constexpr std::chrono::milliseconds kBetweenLooksAtDrive{1000};
+
+}  // namespace
+
+// A clip's search is that of the folder that it lies in.
+Node* frmMain::SearchScope() const {
+    if (hits_.IsActive()) return hits_.Below();
+    Node* const open = nodes_.Selected();
+    return IsClipNode(open) ? open->Parent() : open;
+}
+
+void frmMain::ShowSearchHint() {
+    const Node* const scope = searchesEverywhere_ ? nullptr : SearchScope();
+    panes_.tbFilter.SetHint(L"Suchen in " +
+                            (scope != nullptr ? L"\"" + scope->Text() + L"\"" : L"allen Profilen"));
+}
+
+// Once more, it searches in all profiles, and then below the open node again.
+void frmMain::BeginSearch() {
+    const bool again = GetFocus() == panes_.tbFilter.Window();
+    if (again) {
+        searchesEverywhere_ = !searchesEverywhere_;
+        ShowSearchHint();
+        if (hits_.IsActive()) SearchFor(searchesEverywhere_ ? nullptr : searchedOpen_.Get());
+    }
+    panes_.tbFilter.Begin(L"");
+}
+
+void frmMain::FilterChanged() {
+    if (Trim(panes_.tbFilter.Text()).empty())
+        EndSearch();
+    else
+        SearchFor(searchesEverywhere_ ? nullptr : SearchScope());
+}
+
+void frmMain::SearchFor(Node* below) {
+    searchWorker_.Stop();
+    if (!hits_.IsActive()) RememberList();
+    hits_.Search(below, panes_.tbFilter.Text());
+    ShowHits();
+    ReadContents();
+}
+
+void frmMain::RememberList() {
+    Node* const scope = SearchScope();
+    searchedOpen_.Follow(scope);
+    openBefore_.Follow(nodes_.Selected());
+    rowBefore_ = panes_.lvListView.FocusedRow();
+    topRowBefore_ = panes_.lvListView.TopRow();
+}
+
+void frmMain::EndSearch() {
+    if (!hits_.IsActive()) return;
+    searchWorker_.Stop();
+    hits_.End();
+    searchesEverywhere_ = false;
+    panes_.tbFilter.Clear();
+    if (GetFocus() == panes_.tbFilter.Window()) SetFocus(panes_.lvListView.Window());
+    shownNode_.Follow(nullptr);
+    UpdateListview();
+    if (nodes_.Selected() == nullptr || nodes_.Selected() != openBefore_.Get()) return;
+    panes_.lvListView.ScrollTo(topRowBefore_);
+    if (rowBefore_ >= 0 && rowBefore_ < static_cast<int>(panes_.Content().entries.size()))
+        panes_.lvListView.ChooseRow(rowBefore_);
+}
+
+// The rows as they are now; the chosen one stays chosen as long as it is a hit.
+void frmMain::ShowHits() {
+    Node* const chosen = listNode_.Get();
+    filling_ = true;
+    panes_.ShowContent(hits_.Content(), container_.Title());
+    filling_ = false;
+    const std::vector<ListEntry>& entries = panes_.Content().entries;
+    int row = -1;
+    for (std::size_t i = 0; chosen != nullptr && row < 0 && i < entries.size(); ++i)
+        if (entries[i].treeIndex == chosen->Index()) row = static_cast<int>(i);
+    if (row >= 0)
+        panes_.lvListView.ChooseRow(row);
+    else
+        listNode_.Follow(nullptr);
+    RefreshCommands();
+}
+
+void frmMain::UpdateHits() {
+    const int row = panes_.lvListView.FocusedRow();
+    const int top = panes_.lvListView.TopRow();
+    searchWorker_.Stop();
+    hits_.LookAgain();
+    ShowHits();
+    panes_.lvListView.ScrollTo(top);
+    KeepListRow(row);
+    ReadContents();
+}
+
+void frmMain::ReadContents() {
+    if (hits_.Plan()->clips.empty() || !searchWorker_.Start(hits_.Plan())) {
+        ContentsAreRead();
+        return;
+    }
+    if (std::exchange(looksAtDrive_, true)) return;
+    Later(kBetweenLooksAtDrive, [this] { LookAtDrive(); });
+}
+
+void frmMain::ContentsAreRead() {
+    if (hits_.GoesOn()) {
+        ShowHits();
+        ReadContents();
+    } else {
+        panes_.ShowStatus(hits_.Status());
+    }
+}
+
+void frmMain::TakeSearchNews() {
+    SearchWorker::News news = searchWorker_.Take();
+    if (!hits_.IsActive()) return;
+    std::vector<ListEntry> more;
+    const bool any = !news.hits.empty();
+    for (auto& [clip, hit] : news.hits)
+        if (hits_.Add(clip, std::move(hit))) more.push_back(hits_.LastEntry());
+    hits_.SetRead(news.read);
+    hits_.SetUnreadable(news.unreadable);
+    if (hits_.IsOutdated()) {
+        UpdateListview();
+        return;
+    }
+    if (any) panes_.GrowContent(more);
+    panes_.ShowStatus(hits_.Status());
+    if (news.finished) ContentsAreRead();
+}
+
+void frmMain::LookAtDrive() {
+    looksAtDrive_ = false;
+    if (!searchWorker_.IsAtWork()) return;
+    std::size_t directory = 0;
+    if (searchWorker_.IsStuck(directory)) {
+        searchWorker_.Stop();
+        hits_.LeaveOut(directory);
+        ShowHits();
+        ReadContents();
+    } else {
+        looksAtDrive_ = true;
+        Later(kBetweenLooksAtDrive, [this] { LookAtDrive(); });
+    }
+}
+
+// Where the user goes in the tree himself, the search has ended; what the program selects for him leaves it.
+bool frmMain::LeavesSearch() const {
+    return hits_.IsActive() && !keepsSearch_ && GetFocus() == panes_.tvTreeView.Window();
+}
+
+void frmMain::ShowInTree(Node* node) {
+    const NodeRef shown(node);
+    openBefore_.Follow(nullptr);
+    EndSearch();
+    if (shown.Get() == nullptr) return;
+    SelectAndShow(*shown.Get());
+    SetFocus(panes_.tvTreeView.Window());
+}
+
+int frmMain::FindListRow(const NMLVFINDITEMW& find) {
+    const int row = panes_.lvListView.OnFindItem(find);
+    const bool typed = (find.lvfi.flags & LVFI_PARTIAL) != 0 && find.lvfi.psz != nullptr &&
+                       GetFocus() == panes_.lvListView.Window();
+    if (row >= 0 || !typed || panes_.Content().nodes == nullptr) return row;
+    // Not while the control looks for it.
+    Later(std::chrono::milliseconds(0),
+          [this, text = std::wstring(find.lvfi.psz)] { panes_.tbFilter.Begin(text); });
+    return row;
+}
+
+PreviewHit frmMain::HitOfRow(int row) const {
+    PreviewHit hit;
+    hit.query = hits_.Query();
+    hit.likeness = hits_.How();
+    if (const ContentHit* const content = hits_.ContentOf(row); content != nullptr) {
+        hit.record = content->record;
+        hit.begin = content->begin;
+    }
+    return hit;
+}
+
+bool frmMain::TranslateSearchKey(const MSG& message) {
+    if (message.message != WM_KEYDOWN) return false;
+    const bool inField = message.hwnd == panes_.tbFilter.Window();
+    const bool inTree = message.hwnd == panes_.tvTreeView.Window();
+    if (message.wParam == VK_ESCAPE && (inField || (hits_.IsActive() && !inTree))) {
+        if (hits_.IsActive())
+            EndSearch();
+        else
+            SetFocus(panes_.lvListView.Window());
+        return true;
+    }
+    if (!inField || (message.wParam != VK_DOWN && message.wParam != VK_RETURN)) return false;
+    SetFocus(panes_.lvListView.Window());
+    if (panes_.lvListView.FocusedRow() < 0 && !panes_.Content().entries.empty())
+        panes_.lvListView.ChooseRow(0);
+    return true;
+}

@@ -1,0 +1,106 @@
+#include "engine/views/HitList.h"
+
+#include "engine/profiles/ProfileWorldTest.h"
+#include "platform/ByteBuffer.h"
+
+namespace {
+
+class HitListTest : public ProfileWorldTest {
+ protected:
+    void SetUp() override { profile = &AddProfile(L"P"); }
+
+    Node& Clip(const std::wstring& name, const std::string& text) {
+        Node& clip = AddClip(*profile, name);
+        clip.SetTag(MakeClipTag(ClipNumberOf(&clip), 1, L"15.11.1999 13:10:00", L""));
+        ByteWriter writer;
+        writer.Int32(1);
+        writer.Int16(0);
+        writer.Int32(static_cast<std::int32_t>(text.size()));
+        writer.Bytes(text.data(), text.size());
+        fake.files.SetBytes(ClipFileOf(&clip),
+                            {reinterpret_cast<const char*>(writer.Image().data()), writer.Image().size()});
+        return clip;
+    }
+
+    // Reads what the plan says, from one clip on, up to another.
+    void Read(std::size_t from = 0, std::size_t most = 100) {
+        struct Sink : SearchSink {
+            bool GoesOn(std::size_t clip) override { return (read = clip) < most; }
+            void Found(std::size_t clip, ContentHit hit) override { hits.emplace_back(clip, std::move(hit)); }
+            void Unreadable(std::size_t) override {}
+            std::size_t most = 0;
+            std::size_t read = 0;
+            std::vector<std::pair<std::size_t, ContentHit>> hits;
+        } sink;
+        sink.most = most;
+        const auto plan = list.Plan();
+        ContentSearch(fake.files, *plan).Run(sink, from);
+        reads += std::min(most, plan->clips.size()) - from;
+        for (auto& [clip, hit] : sink.hits)
+            list.Add(clip, std::move(hit));
+        list.SetRead(std::min(most, plan->clips.size()));
+    }
+    std::wstring Rows() const {
+        std::wstring rows;
+        for (int row = 0; row < static_cast<int>(list.Content().entries.size()); ++row)
+            rows += list.Text(row, 0) + L"=" + list.Text(row, HitList::kPlaceColumn) + L" ";
+        return rows;
+    }
+
+    HitList list{nodes, fake.clock};
+    Node* profile = nullptr;
+    std::size_t reads = 0;
+};
+
+}  // namespace
+
+TEST_F(HitListTest, LookAgain_KeepsWhatWasReadAndFollowsTheTree) {
+    Clip(L"eins", "der Hut");
+    Node& second = Clip(L"zwei", "die Hand");
+    Clip(L"Hut", "nichts");
+    Clip(L"vier", "ein hut");
+    list.Search(nullptr, L"hut");
+    EXPECT_EQ(Rows(), L"Hut=Hut ") << "names at once";
+    Read(0, 2);
+    EXPECT_EQ(Rows(), L"Hut=Hut eins=der Hut ");
+    EXPECT_EQ(list.Status(), L"2 Treffer, 2 von 3 Clips gelesen ...");
+
+    nodes.Remove(second);
+    Clip(L"neu", "Hutschachtel");
+    Read(2);
+    EXPECT_TRUE(list.IsOutdated());
+    EXPECT_EQ(list.Content().entries.size(), 2u) << "no new row names another node";
+    list.LookAgain();
+    EXPECT_EQ(Rows(), L"Hut=Hut eins=der Hut vier=ein hut ");
+    reads = 0;
+    Read();
+    EXPECT_EQ(Rows(), L"Hut=Hut eins=der Hut vier=ein hut neu=Hutschachtel ");
+    EXPECT_EQ(reads, 1u);
+    EXPECT_EQ(list.Text(0, HitList::kSizeColumn), L"16 Bytes");
+    EXPECT_EQ(list.Status(), L"4 Treffer");
+    EXPECT_FALSE(list.GoesOn());
+    // In the order of the tree from then on, and nothing is read twice.
+    list.LookAgain();
+    EXPECT_TRUE(list.Plan()->clips.empty());
+    EXPECT_EQ(Rows(), L"Hut=Hut eins=der Hut vier=ein hut neu=Hutschachtel ");
+    nodes.Clear();
+    list.LookAgain();
+    EXPECT_EQ(Rows(), L"");
+}
+
+TEST_F(HitListTest, GoesOn_TriesOtherMarksWhenNothingFits) {
+    Clip(L"eins",
+         "die Stra\xDF"
+         "e");
+    fake.files.AddDirectory(L"C:\\Q");
+    list.Search(profile, L"strasse");
+    Read();
+    EXPECT_EQ(Rows(), L"");
+    EXPECT_TRUE(list.GoesOn());
+    Read();
+    EXPECT_EQ(Rows(), L"eins=die Straße ");
+    EXPECT_FALSE(list.GoesOn());
+    list.LeaveOut(0);
+    EXPECT_EQ(Rows(), L"eins=die Straße ") << "it has been read";
+    EXPECT_NE(list.Status().find(L"antwortet nicht"), std::wstring::npos);
+}
