@@ -45,7 +45,9 @@ class ClipboardPort {
 
     virtual WindowHandle FirstViewer() = 0;
     // Puts `window` in front of the viewer chain; the result is the window behind it, None for the end.
+    // The window is sent a change message at once, whatever the content.
     virtual WindowHandle JoinChain(WindowHandle window) = 0;
+    // Takes the first viewer out. Any other one is waited for without end: it is sent the message 0x030D.
     virtual void LeaveChain(WindowHandle window, WindowHandle next) = 0;
     // From now on a change posts the message 0x031D to the window, whatever becomes of the chain.
     virtual void Listen(WindowHandle window) = 0;

@@ -18,8 +18,14 @@ class WindowPort {
     virtual MessageParameter CallProcedure(ProcedureAddress procedure, WindowHandle window,
                                            std::uint32_t message, MessageParameter wParam,
                                            MessageParameter lParam) = 0;
+    // Sends a message to a window of any program and returns what it answers: 0 when it does not answer
+    // within two seconds. One that has let that time pass is not waited for again in the next few seconds.
     virtual MessageParameter Deliver(WindowHandle window, std::uint32_t message, MessageParameter wParam,
                                      MessageParameter lParam) = 0;
+    // True when the window's program takes messages, as seen within a fraction of a second.
+    virtual bool Answers(WindowHandle window) = 0;
+    // The system has found that the window's program takes no messages any more; that takes it some seconds.
+    virtual bool Hangs(WindowHandle window) = 0;
 
     virtual WindowHandle Foreground() = 0;
     virtual void BringToFront(WindowHandle window) = 0;

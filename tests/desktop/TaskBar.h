@@ -35,11 +35,21 @@ class TaskBar {
  private:
     static constexpr const wchar_t* kClass = L"Shell_TrayWnd";
 
-    // What the system's library sends on; the icon and what belongs to later versions follow.
+    // What the system's library sends on; what belongs to later versions follows. A newer library has the
+    // icon's measures in front of the tip, an older one at the end.
     struct Notification {
         LONG window;
         UINT number, flags, callbackMessage;
-        WCHAR tip[128];
+        union {
+            WCHAR tip[128];
+            struct {
+                UINT width, height, planes, bits;
+                WCHAR tip[128];
+            } behindIcon;
+        };
+
+        // The first two letters of a tip, read as one number, are far more than an icon is wide.
+        const WCHAR* Tip() const { return behindIcon.width < 0x10000 ? behindIcon.tip : tip; }
     };
 
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -48,7 +58,7 @@ class TaskBar {
         const auto& told =
             *static_cast<const Notification*>(reinterpret_cast<COPYDATASTRUCT*>(lParam)->lpData);
         if (!bar.takes) return ++bar.refused, FALSE;
-        if ((told.flags & NIF_TIP) != 0) bar.tip = told.tip;
+        if ((told.flags & NIF_TIP) != 0) bar.tip = told.Tip();
         return TRUE;
     }
 

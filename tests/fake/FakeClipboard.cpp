@@ -165,6 +165,8 @@ void FakeClipboard::LeaveChain(WindowHandle window, WindowHandle next) {
     if (firstViewer_ == window) {
         firstViewer_ = next;
     } else if (firstViewer_ != WindowHandle::None) {
+        if (!windows_.Answers(firstViewer_))
+            ledger_.Complain("the viewer chain: a viewer that hangs is waited for without end");
         windows_.Deliver(firstViewer_, kChangeChainMessage, ParameterOf(window), ParameterOf(next));
     }
 }
@@ -178,10 +180,10 @@ FakeClipboard::Offer FakeClipboard::Bytes(FormatNumber format, std::string bytes
 }
 
 FakeClipboard::Offer FakeClipboard::Picture(std::string bits, std::int32_t mode, std::int32_t xExtent,
-                                            std::int32_t yExtent) {
+                                            std::int32_t yExtent, std::size_t surplus) {
     return {kPicture, [=](FakeClipboard& clipboard) {
                 MetafilePicture picture{mode, xExtent, yExtent, clipboard.metafiles_.MakeForClipboard(bits)};
-                std::string block(clipboard.metafiles_.PictureBlockSize(), '\0');
+                std::string block(clipboard.metafiles_.PictureBlockSize() + surplus, '\0');
                 clipboard.metafiles_.WritePicture(picture, block.data());
                 return clipboard.memory_.MakeForClipboard(block);
             }};
@@ -337,8 +339,13 @@ void FakeClipboard::FreeContent() {
 }
 
 void FakeClipboard::TellViewers() {
+    if (listenersFirst) TellListeners();
     if (firstViewer_ != WindowHandle::None)
         windows_.Deliver(firstViewer_, kDrawClipboardMessage, ParameterOf(owner_), 0);
+    if (!listenersFirst) TellListeners();
+}
+
+void FakeClipboard::TellListeners() {
     for (const WindowHandle listener : std::vector(listeners_))
         windows_.Deliver(listener, kClipboardUpdateMessage, 0, 0);
 }

@@ -48,8 +48,9 @@ class FakeClipboard : public ClipboardPort {
     };
     // A text (1, 7, 13) loses its last character to the zero that the system ends it with.
     static Offer Bytes(FormatNumber format, std::string bytes);
+    // Its block may be larger than it has to be.
     static Offer Picture(std::string bits, std::int32_t mode = 8, std::int32_t xExtent = 100,
-                         std::int32_t yExtent = 100);
+                         std::int32_t yExtent = 100, std::size_t surplus = 0);
     static Offer Enhanced(std::string bits);
     static Offer GdiObject(FormatNumber format);
     static Offer Late(Offer offer);
@@ -65,6 +66,8 @@ class FakeClipboard : public ClipboardPort {
     void OtherProgramHolds(int opens) { busyOpens_ = opens; }
 
     WindowHandle otherProgram = WindowHandle::None;
+    // The system promises no order of the chain's message and the listener's.
+    bool listenersFirst = false;
     // Every format that was rendered by its owner, in order.
     std::vector<FormatNumber> rendered;
 
@@ -99,6 +102,7 @@ class FakeClipboard : public ClipboardPort {
     void FreeData(const Entry& entry);
     void FreeContent();
     void TellViewers();
+    void TellListeners();
     bool Fail(std::uint32_t error);
 
     Ledger& ledger_;

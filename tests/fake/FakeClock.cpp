@@ -32,6 +32,7 @@ std::wstring FakeClock::DateText(FileTime time) {
 void FakeClock::Pause(std::chrono::milliseconds duration) {
     pauses.push_back(duration);
     Advance(duration);
+    if (duringPause) duringPause();
 }
 
 void FakeClock::Advance(std::chrono::milliseconds duration) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -11,12 +12,16 @@ class FakeClock : public ClockPort {
  public:
     FileTime Now() override { return now; }
     std::wstring DateText(FileTime time) override;
+    std::chrono::milliseconds OwnWork() override { return ownWork; }
     void Pause(std::chrono::milliseconds duration) override;
 
     void Advance(std::chrono::milliseconds duration);
 
     FileTime now;
+    std::chrono::milliseconds ownWork{0};
     std::vector<std::chrono::milliseconds> pauses;
+    // What other programs do meanwhile.
+    std::function<void()> duringPause;
 
     FakeClock();
 };

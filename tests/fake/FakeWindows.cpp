@@ -34,6 +34,7 @@ MessageParameter FakeWindows::CallProcedure(ProcedureAddress procedure, WindowHa
 
 MessageParameter FakeWindows::Deliver(WindowHandle window, std::uint32_t message, MessageParameter wParam,
                                       MessageParameter lParam) {
+    if (window == hung) return 0;
     return CallProcedure(ProcedureOf(window), window, message, wParam, lParam);
 }
 

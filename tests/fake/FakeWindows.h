@@ -35,6 +35,8 @@ class FakeWindows : public WindowPort {
                                    MessageParameter wParam, MessageParameter lParam) override;
     MessageParameter Deliver(WindowHandle window, std::uint32_t message, MessageParameter wParam,
                              MessageParameter lParam) override;
+    bool Answers(WindowHandle window) override { return windows_.contains(window) && window != hung; }
+    bool Hangs(WindowHandle window) override { return window == hung && window != WindowHandle::None; }
     WindowHandle Foreground() override { return foreground; }
     void BringToFront(WindowHandle window) override;
     std::wstring Title(WindowHandle window, int most) override;
@@ -66,6 +68,8 @@ class FakeWindows : public WindowPort {
     const std::vector<HotKey>& HotKeys() const { return hotKeys_; }
 
     WindowHandle foreground = WindowHandle::None;
+    // This window's program takes no messages.
+    WindowHandle hung = WindowHandle::None;
     std::vector<Help> helps;
     // The characters of the user's keyboard.
     std::map<wchar_t, std::wstring> altGr;

@@ -24,6 +24,7 @@ class ProcessStateScope {
     static void Reset() {
         ClearPendingRenderSet();
         TheMainWindowHooks = {};
+        TheChain = {};
         OriginalWndProc = ProcedureAddress::None;
         HookedWindow = OwnViewer = NextViewer = PreviousForeground = ClipboardWindow = WindowHandle::None;
         OwnMarkerFormat = 0;

@@ -16,6 +16,7 @@
 #include <random>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "desktop/ClipboardData.h"
@@ -183,9 +184,12 @@ class Monkey {
                                 &answer);
         else
             nxclip_.Main().Close();
-        WaitFor("the end or what is in its way",
-                [&] { return !nxclip_.Running() || (!session && TopDialog()); });
-        if (!nxclip_.Running()) nxclip_.Start();
+        // A window that is not modal keeps nobody from closing.
+        WaitFor("the end or what is in its way", [&] {
+            return !nxclip_.Running() || (!session && nxclip_.Main().Exists() && !nxclip_.Main().Enabled());
+        });
+        wantsToClose_ = nxclip_.Running();
+        if (!wantsToClose_) nxclip_.Start();
     }
     void AnswerSomehow(Window dialog) {
         std::vector<Window> buttons, edits;
@@ -218,6 +222,7 @@ class Monkey {
     }
 
     void MustAnswer() {
+        if (!nxclip_.Running() && std::exchange(wantsToClose_, false)) nxclip_.Start();
         if (!nxclip_.Running()) throw std::runtime_error("the program has ended");
         DWORD_PTR answer = 0;
         const ULONGLONG asked = GetTickCount64();
@@ -280,6 +285,7 @@ class Monkey {
     std::mt19937 random_;
     Driver nxclip_;
     std::deque<std::string> way_;
+    bool wantsToClose_ = false;  // once what was in its way has gone
     int copies_ = 0;
     int steps_ = 0;
 };

@@ -46,6 +46,14 @@ std::size_t StoredTextSize(const void* text, std::size_t blockSize) {
     return zero ? *zero + 1 : blockSize;
 }
 
+bool IsEmptyText(FormatNumber format, const void* text, std::size_t size) {
+    const bool narrow = format == kTextFormat || format == kOemTextFormat;
+    const std::size_t character = narrow ? 1 : format == kUnicodeFormat ? 2 : 0;
+    const char* const bytes = static_cast<const char*>(text);
+    return character > 0 &&
+           std::all_of(bytes, bytes + std::min(size, character), [](char c) { return c == 0; });
+}
+
 // As many characters as are asked for (all of them when that is below 1), of those that the program's files
 // can keep.
 std::wstring BeginningOfUnicode(std::string_view bytes, std::int16_t maxLen) {
@@ -291,7 +299,8 @@ bool CFormat::LoadAndSaveFormat(FileHandle file) {
 
 bool CFormat::SaveFromClipboard(FileHandle file) {
     if (IsGdiObjectFormat(FormatId)) return false;
-    const DataHandle data = ThePlatform().clipboard.Data(FormatId);
+    const DataHandle data = Delivered ? *Delivered : ThePlatform().clipboard.Data(FormatId);
+    HasContent = FormatId != kLocaleFormat;
     if (data == DataHandle::None || file == FileHandle::None) return false;
     switch (FormatId) {
         case kMetafilePictureFormat:
@@ -308,6 +317,7 @@ bool CFormat::WriteBlock(FileHandle file, DataHandle block) {
     if (!MayBeStored(size)) return false;
     const BlockLock lock(block);
     if (lock.Address() == nullptr) return false;
+    if (IsEmptyText(FormatId, lock.Address(), size)) HasContent = false;
     if (FormatId == kTextFormat) {
         size = StoredTextSize(lock.Address(), size);
         if (Options().NewtextMode == 1) {
@@ -324,7 +334,8 @@ bool CFormat::WriteBlock(FileHandle file, DataHandle block) {
 
 bool CFormat::WriteMetafilePicture(FileHandle file, DataHandle block) {
     MetafilePort& metafiles = ThePlatform().metafiles;
-    if (ThePlatform().memory.Size(block) != metafiles.PictureBlockSize()) return false;
+    // Blocks may be larger than what was asked of the system for them.
+    if (ThePlatform().memory.Size(block) < metafiles.PictureBlockSize()) return false;
     const BlockLock lock(block);
     if (lock.Address() == nullptr) return false;
     MetaFilePict = metafiles.ReadPicture(lock.Address());
@@ -395,6 +406,8 @@ bool CFormat::WriteBytes(FileHandle file, const void* bytes, std::size_t size) {
 
 void CFormat::Reset() {
     ReleaseGlobalData(false);
+    Delivered.reset();
+    HasContent = false;
     FormatId = 0;
     FormatName.clear();
     DataSize = 0;

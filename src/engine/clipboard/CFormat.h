@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "platform/Clipboard.h"
@@ -35,6 +36,11 @@ class CFormat {
     // when it is saved in the naming mode 1. May hold line breaks and zero bytes.
     std::wstring PreviewText;
     bool Loaded = false;
+    // What the clipboard gave for this format when it was asked beforehand; it owns it. Unset when it was
+    // not.
+    std::optional<DataHandle> Delivered;
+    // The last save stored something to read or to see: no empty text, and not only a text's language.
+    bool HasContent = false;
     // The number under which the clipboard took the last announcement of PrepareClipboard; 0 when it took
     // none.
     FormatNumber AnnouncedAs = 0;
@@ -75,9 +81,10 @@ class CFormat {
     bool SetToClipboard();
     // Answers a request for this format: reads its data from the clip data file and puts it on the clipboard.
     bool SetClipboardFromFile(const std::wstring& fileName);
-    // Takes this format's data from the open clipboard and appends its record at the file's position. False
-    // when it was not stored: the object is in its initial state then, but for WriteError, and the file may
-    // hold the beginning of the record. Errors beyond the platform's refusals are told to the user.
+    // Takes this format's data, as delivered or from the open clipboard, and appends its record at the file's
+    // position. False when it was not stored: the object is in its initial state then, but for WriteError,
+    // and the file may hold the beginning of the record. Errors beyond the platform's refusals are told to
+    // the user.
     bool LoadAndSaveFormat(FileHandle file);
 
     // Takes over a format number and finds its name. Always true.

@@ -11,11 +11,14 @@
 inline constexpr FormatNumber kTextFormat = 1;
 inline constexpr FormatNumber kBitmapFormat = 2;
 inline constexpr FormatNumber kMetafilePictureFormat = 3;
+inline constexpr FormatNumber kTiffFormat = 6;
+inline constexpr FormatNumber kOemTextFormat = 7;
 inline constexpr FormatNumber kDibFormat = 8;
 inline constexpr FormatNumber kPaletteFormat = 9;
 inline constexpr FormatNumber kUnicodeFormat = 13;
 inline constexpr FormatNumber kEnhancedMetafileFormat = 14;
 inline constexpr FormatNumber kFilesFormat = 15;
+inline constexpr FormatNumber kLocaleFormat = 16;
 inline constexpr FormatNumber kDibV5Format = 17;
 inline constexpr FormatNumber kDisplayBitmapFormat = 130;
 inline constexpr FormatNumber kDisplayMetafilePictureFormat = 131;

@@ -72,6 +72,10 @@ CFormat* AnnouncedUnder(const CFormats& formats, FormatNumber id) {
     return nullptr;
 }
 
+bool OwnsClipboard() {
+    return ClipboardWindow != WindowHandle::None && ThePlatform().clipboard.Owner() == ClipboardWindow;
+}
+
 // Asking for an announced format makes the system ask us for it. Where no such question comes, because the
 // window is on its way out, the data is handed over as it is.
 bool RenderNow(CFormat& format, const std::wstring& fileName) {
@@ -104,14 +108,15 @@ void ClearPendingRenderSet() {
 }
 
 bool RenderAllFormats() {
-    if (ClipboardWindow == WindowHandle::None || ThePlatform().clipboard.Owner() != ClipboardWindow)
-        return true;
+    if (!OwnsClipboard()) return true;
     // A command that comes in meanwhile may replace the pending clip: this keeps the one at hand alive.
     const std::shared_ptr<CFormats> formats = RenderFormats;
     if (formats == nullptr) return true;
     const QuietScope quiet;
     const OpenClipboardScope opened(ClipboardWindow, Patience::Long);
     if (!opened.IsOpen()) return false;
+    // Whoever had it open meanwhile may have put something else there.
+    if (!OwnsClipboard()) return true;
     bool all = true;
     for (CFormat& format : *formats)
         if (format.AnnouncedAs != 0) all = RenderNow(format, RenderFileName) && all;

@@ -1,6 +1,5 @@
 #include "engine/clipboard/modViewerHook.h"
 
-#include <optional>
 #include <utility>
 
 #include "engine/clipboard/modClipboard.h"
@@ -14,6 +13,7 @@ WindowHandle OwnViewer = WindowHandle::None;
 WindowHandle NextViewer = WindowHandle::None;
 WindowHandle PreviousForeground = WindowHandle::None;
 MainWindowHooks TheMainWindowHooks;
+ViewerChain TheChain;
 
 namespace {
 
@@ -28,16 +28,6 @@ enum class Message : std::uint32_t {
 
 // A viewer in front of us may be slow with its message.
 constexpr std::chrono::seconds kChainsDelay(2);
-
-// The messages that came along the chain.
-std::uint32_t chainMessages = 0;
-// Of them, those that had come at the last change that the listener was told of.
-std::uint32_t chainMessagesBefore = 0;
-// The chain is to be joined anew, unless messages have come along it until then.
-std::optional<Once> rejoining;
-std::uint32_t chainMessagesAtSuspicion = 0;
-// The change that is being passed on.
-std::optional<std::uint32_t> passing;
 
 struct Parameters {
     WindowHandle window;
@@ -56,58 +46,155 @@ void NotePreviousForeground(WindowHandle mainWindow) {
     if (front != mainWindow) PreviousForeground = front;
 }
 
-MessageParameter PassOn(const Parameters& p) {
-    // A chain that names us as our own successor would go round for ever.
-    if (NextViewer == WindowHandle::None || NextViewer == p.window) return 0;
-    return ThePlatform().windows.Deliver(NextViewer, p.message, p.w, p.l);
+std::uint32_t ChangeNumber() {
+    return ThePlatform().clipboard.SequenceNumber();
 }
 
-// A viewer that did not hear of our leaving makes a ring of the chain when we join it anew: the same change
-// comes back while we pass it on.
-MessageParameter PassChangeOn(const Parameters& p) {
-    const std::uint32_t change = ThePlatform().clipboard.SequenceNumber();
-    if (change != 0 && passing == change) return 0;
-    const auto before = std::exchange(passing, change);
-    const MessageParameter result = PassOn(p);
-    passing = before;
-    return result;
+// The numbers begin again when the highest is reached.
+bool IsLater(std::uint32_t number, std::uint32_t than) {
+    return static_cast<std::int32_t>(number - than) > 0;
+}
+
+}  // namespace
+
+// A message on its way along the chain. Those that are under way stand on the stack, the newest first.
+class PassingMessage {
+ public:
+    explicit PassingMessage(const ChainMessage& message) : message_(message), outer_(TheChain.passing) {
+        TheChain.passing = this;
+    }
+    ~PassingMessage() { TheChain.passing = outer_; }
+    PassingMessage(const PassingMessage&) = delete;
+    PassingMessage& operator=(const PassingMessage&) = delete;
+
+    // The same message is under way already.
+    bool IsAgain() const {
+        for (const PassingMessage* other = outer_; other != nullptr; other = other->outer_)
+            if (other->message_ == message_) return true;
+        return false;
+    }
+
+ private:
+    ChainMessage message_;
+    const PassingMessage* outer_;
+};
+
+namespace {
+
+// Viewers that post what they pass on make a ring of which the stack knows nothing. More copies than these
+// are not told of at once.
+constexpr int kMostRepeats = 50;
+
+// How often the same message came before, one after the other.
+int TimesBefore(const ChainMessage& message) {
+    auto& [newest, times] = message.change != 0 ? TheChain.newestChange : TheChain.newestLeaving;
+    if (std::exchange(newest, message) != message) times = 0;
+    return times++;
+}
+
+// What comes again while it is passed on has gone round. When we have joined anew, a viewer that did not hear
+// of our leaving still takes us for its successor: its message, perhaps a late one, means the place that we
+// had, and gets served there, once.
+WindowHandle SuccessorFor(const ChainMessage& message, bool isAgain) {
+    const int times = TimesBefore(message);
+    if (TheChain.formerNext == WindowHandle::None)
+        return isAgain || times > kMostRepeats ? WindowHandle::None : NextViewer;
+    return times == 0 ? NextViewer : times == 1 ? TheChain.formerNext : WindowHandle::None;
+}
+
+ChainMessage ChangeMessage(std::uint32_t change) {
+    return {static_cast<std::uint32_t>(Message::DrawClipboard), 0, 0, change};
+}
+
+MessageParameter PassOn(const Parameters& p, const ChainMessage& message) {
+    const PassingMessage passing(message);
+    const WindowHandle next = SuccessorFor(message, passing.IsAgain());
+    if (next == WindowHandle::None || next == p.window) return 0;
+    return ThePlatform().windows.Deliver(next, p.message, p.w, p.l);
+}
+
+// What this program puts on the clipboard itself is never captured.
+bool IsToBeCaptured(WindowHandle mainWindow) {
+    return Options().AutoSnap && ThePlatform().clipboard.Owner() != mainWindow;
 }
 
 void TakeChange(WindowHandle mainWindow) {
-    // What this program puts on the clipboard itself is never captured.
-    if (!Options().AutoSnap || ThePlatform().clipboard.Owner() == mainWindow) return;
+    if (!IsToBeCaptured(mainWindow)) return;
     NotePreviousForeground(mainWindow);
     if (TheMainWindowHooks.updateClipBoard) TheMainWindowHooks.updateClipBoard();
 }
 
 MessageParameter ClipboardChanged(const Parameters& p) {
-    ++chainMessages;
-    TakeChange(p.window);
-    return PassChangeOn(p);
+    const std::uint32_t change = ChangeNumber();
+    // What stood there when we joined is no change; the system tells of it all the same.
+    if (change != TheChain.joinedAt) {
+        TheChain.brought = change;
+        TakeChange(p.window);
+    }
+    return PassOn(p, ChangeMessage(ChangeNumber()));
 }
 
-void JoinAnew(WindowHandle window) {
-    LogDebug(L"Clipboard viewer chain joined anew");
-    ThePlatform().clipboard.LeaveChain(window, NextViewer);
+// While it joins nothing is passed on: the successor is not known yet, and knows the content that is there.
+void JoinChain(WindowHandle window) {
+    NextViewer = WindowHandle::None;
+    TheChain.joinedAt = ChangeNumber();
     NextViewer = ThePlatform().clipboard.JoinChain(window);
+    TheChain.newestChange = {ChangeMessage(TheChain.joinedAt), 1};
 }
 
-// Of a whole chain the message has come already, or comes soon.
-MessageParameter ListenerTold(const Parameters& p) {
-    if (std::exchange(chainMessagesBefore, chainMessages) != chainMessages || OwnViewer != p.window) return 0;
-    TakeChange(p.window);
-    if (TheMainWindowHooks.scheduler == nullptr || (rejoining && rejoining->IsDue())) return 0;
-    chainMessagesAtSuspicion = chainMessages;
-    rejoining.emplace(*TheMainWindowHooks.scheduler, [window = p.window] {
-        if (chainMessages == chainMessagesAtSuspicion && OwnViewer == window) JoinAnew(window);
+// The system itself would wait without end for the first viewer to take note; it has nobody to tell when that
+// is the one that leaves.
+void LeaveChain(WindowHandle window) {
+    const WindowHandle first = ThePlatform().clipboard.FirstViewer();
+    if (first == window) {
+        ThePlatform().clipboard.LeaveChain(window, NextViewer);
+    } else if (first != WindowHandle::None) {
+        ThePlatform().windows.Deliver(first, static_cast<std::uint32_t>(Message::ChangeChain),
+                                      static_cast<MessageParameter>(window),
+                                      static_cast<MessageParameter>(NextViewer));
+    }
+}
+
+// Whoever is first has nobody in front who could fail him. In front of a viewer that hangs each message would
+// have to wait for it: where we are now only this one knows, and the listener tells of the changes.
+void JoinAnew(WindowHandle window) {
+    const WindowHandle first = ThePlatform().clipboard.FirstViewer();
+    if (first == window || (first != WindowHandle::None && !ThePlatform().windows.Answers(first))) return;
+    LogDebug(L"Clipboard viewer chain joined anew");
+    LeaveChain(window);
+    const WindowHandle former = NextViewer;
+    JoinChain(window);
+    TheChain.formerNext = former;
+}
+
+void SuspectChain(WindowHandle window, std::uint32_t change) {
+    if (TheMainWindowHooks.scheduler == nullptr || (TheChain.rejoining && TheChain.rejoining->IsDue()))
+        return;
+    TheChain.rejoining = std::make_unique<Once>(*TheMainWindowHooks.scheduler, [window, change] {
+        if (IsLater(change, TheChain.brought) && OwnViewer == window) JoinAnew(window);
     });
-    rejoining->PutOff(kChainsDelay);
+    TheChain.rejoining->PutOff(kChainsDelay);
+}
+
+// The chain's message of the same change comes before this one or after it. The number of a change moves on
+// when another program has its data rendered, so a message that came since the last update was of this one.
+MessageParameter ListenerTold(const Parameters& p) {
+    if (OwnViewer != p.window) return 0;
+    const std::uint32_t change = ChangeNumber();
+    const std::uint32_t before = std::exchange(TheChain.updatedTo, change);
+    if (TheMainWindowHooks.copyTold && IsToBeCaptured(p.window)) TheMainWindowHooks.copyTold();
+    if (TheChain.brought == change || IsLater(TheChain.brought, before)) return 0;
+    TakeChange(p.window);
+    SuspectChain(p.window, change);
     return 0;
 }
 
+// Of both places that we may have in the chain.
 MessageParameter ChainChanged(const Parameters& p) {
-    if (WindowOf(p.w) != NextViewer) return PassOn(p);
-    NextViewer = WindowOf(p.l);
+    const WindowHandle leaving = WindowOf(p.w), behindIt = WindowOf(p.l);
+    if (leaving == TheChain.formerNext) TheChain.formerNext = behindIt;
+    if (leaving != NextViewer) return PassOn(p, {p.message, p.w, p.l});
+    NextViewer = behindIt;
     return 0;
 }
 
@@ -135,20 +222,22 @@ WindowHandle ConnectViewer(WindowHandle window) {
     SubclassWindow(window);
     DisconnectViewer();
     ClipboardWindow = window;
-    NextViewer = ThePlatform().clipboard.JoinChain(window);
     OwnViewer = window;
+    JoinChain(window);
+    TheChain.brought = TheChain.updatedTo = TheChain.joinedAt;
     ThePlatform().clipboard.Listen(window);
     return NextViewer;
 }
 
 void DisconnectViewer() {
-    rejoining.reset();
+    TheChain.rejoining.reset();
     if (OwnViewer != WindowHandle::None) {
         ThePlatform().clipboard.StopListening(OwnViewer);
-        ThePlatform().clipboard.LeaveChain(OwnViewer, NextViewer);
+        LeaveChain(OwnViewer);
     }
     OwnViewer = WindowHandle::None;
     NextViewer = WindowHandle::None;
+    TheChain.formerNext = WindowHandle::None;
 }
 
 void RestoreForeground() {

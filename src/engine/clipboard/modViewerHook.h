@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 
 #include "engine/process/Later.h"
 #include "platform/Handles.h"
@@ -27,12 +28,44 @@ struct MainWindowHooks {
     ProcedureAddress procedure = ProcedureAddress::None;
     // Another program changed the clipboard while automatic capture (the option AutoSnap) was on.
     std::function<void()> updateClipBoard;
+    // The same, as the listener was told: once for each change, and maybe some time before or after.
+    std::function<void()> copyTold;
     // Not owned; null while there is none.
     Scheduler* scheduler = nullptr;
     // The hot key was pressed.
     std::function<void(WindowHandle mainWindow)> hotKeyAction;
 };
 extern MainWindowHooks TheMainWindowHooks;
+
+// A message of the chain. Where it tells of a change, the clipboard's sequence number alone says which.
+struct ChainMessage {
+    std::uint32_t message = 0;
+    MessageParameter w = 0;
+    MessageParameter l = 0;
+    std::uint32_t change = 0;
+    friend bool operator==(const ChainMessage&, const ChainMessage&) = default;
+};
+
+// What is known of the chain. Changes are told apart by the clipboard's sequence number: messages cannot be
+// counted, since the chain's and the listener's come in either order, and joining sends one of its own.
+struct ViewerChain {
+    std::uint32_t brought = 0;    // the newest change that a message of the chain told of
+    std::uint32_t updatedTo = 0;  // the newest change that the listener was told of
+    std::uint32_t joinedAt = 0;   // the change that stood there when we joined last
+    // Due when the listener was told of a change that the chain has not brought.
+    std::unique_ptr<Once> rejoining;
+    // What was behind us before we joined anew.
+    WindowHandle formerNext = WindowHandle::None;
+    // The newest of the messages that are being passed on; null for none.
+    const class PassingMessage* passing = nullptr;
+    // What was passed on last, and how often one after the other.
+    struct Repeated {
+        ChainMessage message;
+        int times = 0;
+    };
+    Repeated newestChange, newestLeaving;
+};
+extern ViewerChain TheChain;
 
 void SubclassWindow(WindowHandle window);
 void UnsubclassWindow();

@@ -6,6 +6,7 @@
 #include "engine/process/MayBegin.h"
 #include "engine/process/modOption.h"
 #include "platform/Platform.h"
+#include "platform/Text.h"
 
 using std::chrono::milliseconds;
 
@@ -14,6 +15,9 @@ namespace {
 // Together nearly two seconds: whoever holds the clipboard longer holds it from everybody.
 constexpr std::array kPausesBetweenReturns = {milliseconds(100), milliseconds(300), milliseconds(600),
                                               milliseconds(900)};
+
+// Longer than a notice of a copy may lie before it is read.
+constexpr milliseconds kQuiet(200);
 
 bool ConfirmsConfidential() {
     return ThePlatform().user.Ask(
@@ -38,15 +42,18 @@ CaptureWatch::CaptureWatch(MainWindowHost& host, CClipBoard& clipBoard)
                 [this] {
                     if (Options().AutoSnap) TakeChange();
                 }),
-      showing_(host, [this] { snap_.Show(Trigger::Change); }) {}
+      showing_(host, [this] { snap_.Show(Trigger::Change); }),
+      quiet_(host, [this] { TellOfCopiesGoneBy(); }) {}
 
 void CaptureWatch::Snap() {
     if (MayBegin(Who::CaptureCommand) != Answer::Now) return;
     missed_ = false;
     const HourglassScope hourglass(ThePlatform().user);
     SnapFlow::Messages messages;
-    if (snap_.Take(Trigger::Command, messages) == Outcome::Confidential && ConfirmsConfidential())
-        snap_.Take(Trigger::ConfirmedCommand, messages);
+    if (quiet_.IsDue() && !snap_.HasLookedAtThis()) ++seen_;
+    Outcome outcome = snap_.Take(Trigger::Command, messages);
+    while (outcome == Outcome::Confidential && ConfirmsConfidential())
+        outcome = snap_.Take(Trigger::ConfirmedCommand, messages);
     TellAll(messages);
     snap_.Show(Trigger::Command);
 }
@@ -70,24 +77,46 @@ void CaptureWatch::UpdateClipBoard() {
 void CaptureWatch::TakeChange() {
     if (snap_.HasLookedAtThis()) return;
     const HourglassScope hourglass(ThePlatform().user);
-    const FileTime began = ThePlatform().clock.Now();
+    const milliseconds before = ThePlatform().clock.OwnWork();
     SnapFlow::Messages messages;
     const Outcome outcome = snap_.Take(Trigger::Change, messages);
     refused_ = outcome == Outcome::Refused;
-    rest_.WorkDone(began, ThePlatform().clock.Now());
+    rest_.WorkDone(ThePlatform().clock.OwnWork() - before, ThePlatform().clock.Now());
     for (const HeldMessages::Message& message : messages)
         ThePlatform().user.TellLater(message.text);
     if (snap_.HasUnshown()) showing_.PutOff();
     if (outcome == Outcome::Confidential) ThePlatform().user.Status(L"Vertraulicher Inhalt nicht erfasst");
-    if (outcome == Outcome::ClipboardBusy) ReturnToBusyClipboard();
+    if (outcome == Outcome::ClipboardBusy)
+        ReturnToBusyClipboard();
+    else
+        ++seen_;
+}
+
+void CaptureWatch::CopyTold() {
+    if (MayBegin(Who::AutomaticCapture) == Answer::Missed || host_.LockPressed()) return;
+    quiet_.PutOff(kQuiet);
+    ++told_;
+}
+
+// The notices of copies come in their own time, so nothing can be said before all have come.
+void CaptureWatch::TellOfCopiesGoneBy() {
+    const int together = told_ + seen_;
+    const bool isQuiet = std::exchange(counted_, together) == together;
+    if (!isQuiet || afterRest_.IsDue() || whenFree_.IsDue()) return quiet_.PutOff(kQuiet);
+    const int goneBy = told_ - seen_;
+    told_ = seen_ = counted_ = 0;
+    if (goneBy == 1) ThePlatform().user.Status(L"Eine Kopie ging vorüber");
+    if (goneBy > 1) ThePlatform().user.Status(NumberText(goneBy) + L" Kopien gingen vorüber");
 }
 
 void CaptureWatch::ReturnToBusyClipboard() {
-    if (returns_ == kPausesBetweenReturns.size())
+    if (returns_ == kPausesBetweenReturns.size()) {
         ThePlatform().user.Status(
             L"Eine Kopie wurde nicht erfasst: Ein anderes Programm gibt die Zwischenablage nicht frei.");
-    else if (!whenFree_.IsDue())
+        ++seen_;
+    } else if (!whenFree_.IsDue()) {
         whenFree_.PutOff(kPausesBetweenReturns[returns_++]);
+    }
 }
 
 void CaptureWatch::OfferMissed() {

@@ -18,6 +18,9 @@ class CaptureWatch {
     // come faster than the user could bear only the newest is taken. While another program holds the
     // clipboard, comes back a few times within two seconds; then the status bar says that a copy was missed.
     void UpdateClipBoard();
+    // Another program has copied, as told once for each copy. Those that no snap has seen when all is quiet
+    // again have gone by, and the status bar says so.
+    void CopyTold();
     // Takes a snap at the user's command, of confidential content after a question.
     void Snap();
 
@@ -39,10 +42,12 @@ class CaptureWatch {
  private:
     void TakeChange();
     void ReturnToBusyClipboard();
+    void TellOfCopiesGoneBy();
 
     MainWindowHost& host_;
     SnapFlow snap_;
-    RestAfterWork rest_{std::chrono::milliseconds(20)};
+    // A few refreshes of the screen, and less than the time between two copies by hand.
+    RestAfterWork rest_{std::chrono::milliseconds(20), std::chrono::milliseconds(250)};
     bool missed_ = false;   // a copy came while a dialog was open, and none after it
     bool refused_ = false;  // the newest copy, since another program had the container's profile
     // How often the newest change was tried again because another program had the clipboard.
@@ -50,4 +55,8 @@ class CaptureWatch {
     Once afterRest_;
     Once whenFree_;
     Once showing_;
+    // Copies since all was quiet last.
+    int told_ = 0, seen_ = 0;
+    int counted_ = 0;  // both together, when they were looked at last
+    Once quiet_;
 };

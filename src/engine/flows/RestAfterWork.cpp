@@ -6,10 +6,10 @@ namespace {
 constexpr FileTime kPerMillisecond = 10'000;
 }
 
-void RestAfterWork::WorkDone(FileTime began, FileTime ended) {
-    const FileTime worked = ended > began ? ended - began : 0;
+void RestAfterWork::WorkDone(std::chrono::milliseconds worked, FileTime ended) {
+    const std::chrono::milliseconds rest = std::clamp(worked, shortest_, longest_);
     begins_ = ended;
-    ends_ = ended + std::max(worked, static_cast<FileTime>(shortest_.count()) * kPerMillisecond);
+    ends_ = ended + static_cast<FileTime>(rest.count()) * kPerMillisecond;
 }
 
 std::chrono::milliseconds RestAfterWork::Left(FileTime now) const {

@@ -4,18 +4,19 @@
 
 #include "platform/Clock.h"
 
-// Keeps half of the time free: after a piece of work comes a rest as long as it was, and never shorter than a
-// few screen refreshes.
+// Leaves time to others: after a piece of work comes a rest as long as the work took, within bounds.
 class RestAfterWork {
  public:
-    explicit RestAfterWork(std::chrono::milliseconds shortest) : shortest_(shortest) {}
+    RestAfterWork(std::chrono::milliseconds shortest, std::chrono::milliseconds longest)
+        : shortest_(shortest), longest_(longest) {}
 
-    void WorkDone(FileTime began, FileTime ended);
+    // `worked` is the time that the work itself took, without what was waited for.
+    void WorkDone(std::chrono::milliseconds worked, FileTime ended);
     // How long the rest still lasts; 0 when it is over.
     std::chrono::milliseconds Left(FileTime now) const;
 
  private:
-    std::chrono::milliseconds shortest_;
+    std::chrono::milliseconds shortest_, longest_;
     FileTime begins_ = 0;
     FileTime ends_ = 0;
 };

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "engine/clipboard/FormatNames.h"
+#include "engine/clipboard/OwnerRequests.h"
 #include "engine/clipboard/PrivateContent.h"
 #include "engine/clipboard/modClipboard.h"
 #include "engine/clipboard/modFileIO.h"
@@ -27,8 +28,18 @@ constexpr std::chrono::milliseconds kPatienceWithADrive{1000};
 // As many characters as the options dialog lets the user ask for.
 constexpr std::size_t kLongestClipName = 999;
 
+// What a program leaves that has cleared the clipboard: an empty text, or the language of none.
+constexpr const wchar_t* kEmptyContent = L"Kein Format gesichert: Der Inhalt ist leer.";
+
 bool IsControlCharacter(wchar_t character) {
     return character < 0x20 || (character >= 0x7F && character <= 0x9F);
+}
+
+std::wstring JoinedNames(const std::vector<std::wstring>& names) {
+    std::wstring joined;
+    for (const std::wstring& name : names)
+        joined += (joined.empty() ? L"" : L", ") + name;
+    return joined;
 }
 
 void PlaySnapSound() {
@@ -56,6 +67,8 @@ struct SnapFlow::Content {
     bool namedAfterUnicode = false;
     std::int16_t count = 0;
     bool hadKeptFormat = false;
+    bool hasContent = false;       // more than an empty text and its language
+    std::wstring undelivered;      // the names of what the owner owes
     std::uint32_t writeError = 0;  // the system's code of the first record that could not be written
 
     // Its plain text may have lost the letters that "Unicode" still has.
@@ -67,10 +80,15 @@ struct SnapFlow::Content {
     }
     const std::wstring& Name() const { return textName.empty() ? setName : textName; }
 
+    // What the clip lacks because its owner did not give it; empty when it lacks nothing.
+    std::wstring Shortfall() const {
+        return undelivered.empty() ? L""
+                                   : L"Der Clip ist unvollständig: nicht geliefert wurden " + undelivered;
+    }
     // What the user is to know of it; empty when all is well.
     std::wstring LastWord(const std::wstring& path) const {
         const std::wstring error = writeError != 0 ? FileErrorOf(writeError, path).Description() : L"";
-        if (count > 0) return error.empty() ? L"" : L"Der Clip ist unvollständig: " + error;
+        if (count > 0) return error.empty() ? Shortfall() : L"Der Clip ist unvollständig: " + error;
         if (!error.empty()) return L"Kein Format gesichert: " + error;
         return hadKeptFormat
                    ? L"Kein Format gesichert: Die Daten wurden nicht geliefert oder sind zu groß."
@@ -120,8 +138,9 @@ SnapFlow::Outcome SnapFlow::TakeSnap(Trigger trigger) {
     if (!content || abandoned_) return outcome;
 
     const std::wstring lastWord = content->LastWord(file.Path());
-    if (content->count == 0 && trigger == Trigger::Change) {
-        ThePlatform().user.Status(lastWord);
+    const bool holdsSomething = content->count > 0 && content->hasContent;
+    if (!holdsSomething && trigger == Trigger::Change) {
+        ThePlatform().user.Status(content->count > 0 ? kEmptyContent : lastWord);
         return outcome;
     }
     if (trigger == Trigger::Change && IsTakenAlready(file, *content)) return outcome;
@@ -142,7 +161,9 @@ SnapFlow::Outcome SnapFlow::ReadClipboard(Trigger trigger, const NewClipFile& fi
     const OpenClipboardScope clipboard(host_.Window(), patience);
     if (!clipboard.IsOpen()) return Outcome::ClipboardBusy;
     const std::shared_ptr<CFormats> formats = clipBoard_.GetClipboardFormats();
-    const bool asked = trigger == Trigger::ConfirmedCommand;
+    // The question was about what was there when it was asked.
+    const bool asked =
+        trigger == Trigger::ConfirmedCommand && lookedAt_ == ThePlatform().clipboard.SequenceNumber();
     const bool confidential = !asked && Options().SkipPrivate && IsPrivateContent(*formats);
     const bool takes = formats->Count() > 0 && !confidential;
     const std::optional<Choice> choice = takes ? ChooseFormats(*formats) : std::nullopt;
@@ -162,17 +183,21 @@ std::optional<SnapFlow::Choice> SnapFlow::ChooseFormats(const CFormats& formats)
 SnapFlow::Content SnapFlow::SaveFormats(CFormats& formats, const Choice& choice, FileHandle file) {
     Content content;
     content.setName = choice.name;
-    for (CFormat& format : formats) {
-        if (!choice.Keeps(format.FormatName)) continue;
-        content.hadKeptFormat = true;
-        ThePlatform().user.Status(L"Sichern Format '" + format.FormatName + L"'");
+    std::vector<CFormat*> kept;
+    for (CFormat& format : formats)
+        if (choice.Keeps(format.FormatName)) kept.push_back(&format);
+    content.hadKeptFormat = !kept.empty();
+    content.undelivered = JoinedNames(RequestData(kept));
+    for (CFormat* const format : kept) {
+        ThePlatform().user.Status(L"Sichern Format '" + format->FormatName + L"'");
         const auto start = TellClipFile(file);
-        if (format.LoadAndSaveFormat(file)) {
+        if (format->LoadAndSaveFormat(file)) {
             ++content.count;
-            if (Options().NewtextMode == 1) content.NameAfter(format);
+            content.hasContent = content.hasContent || format->HasContent;
+            if (Options().NewtextMode == 1) content.NameAfter(*format);
             continue;
         }
-        if (content.writeError == 0) content.writeError = format.WriteError;
+        if (content.writeError == 0) content.writeError = format->WriteError;
         // What was written of the failed record must not stand in front of the next one.
         if (!start || !SeekClipFile(file, *start)) break;
     }
@@ -200,7 +225,8 @@ Node* SnapFlow::MakeNode(const NewClipFile& file, const Content& content) {
     }
     ClockPort& clock = ThePlatform().clock;
     const FileTime captured = ThePlatform().files.ChangeTime(file.Path()).value_or(clock.Now());
-    const std::wstring tag = MakeClipTag(file.Number(), content.count, clock.DateText(captured), {});
+    const std::wstring tag =
+        MakeClipTag(file.Number(), content.count, clock.DateText(captured), content.Shortfall());
     NodeCollection& nodes = host_.Nodes();
     Node& node = nodes.Add(container, NodeRelation::Child, content.Name(), std::wstring(L"Clip"));
     try {

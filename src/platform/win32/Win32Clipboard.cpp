@@ -44,10 +44,9 @@ DataHandle Win32Clipboard::Data(FormatNumber format) {
 }
 
 bool Win32Clipboard::Announce(FormatNumber format) {
-    // The empty handle is also what a success returns; only the error code tells.
-    SetLastError(ERROR_SUCCESS);
+    // The empty handle is also what a success returns, and a success may leave any error code.
     SetClipboardData(static_cast<UINT>(format), nullptr);
-    return Noted(GetLastError() == ERROR_SUCCESS);
+    return Noted(Holds(format));
 }
 
 bool Win32Clipboard::Put(FormatNumber format, DataHandle data) {

@@ -20,6 +20,10 @@ wchar_t Storable(wchar_t c) {
     return thinOrFixedBlank ? L' ' : c;
 }
 
+FileTime Joined(const FILETIME& time) {
+    return static_cast<FileTime>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
+}
+
 bool IsDirectionMark(wchar_t c) {
     return c == 0x200E || c == 0x200F;
 }
@@ -29,7 +33,7 @@ bool IsDirectionMark(wchar_t c) {
 FileTime Win32Clock::Now() {
     FILETIME now;
     GetSystemTimeAsFileTime(&now);
-    return static_cast<FileTime>(now.dwHighDateTime) << 32 | now.dwLowDateTime;
+    return Joined(now);
 }
 
 std::wstring Win32Clock::DateText(FileTime time) {
@@ -44,6 +48,14 @@ std::wstring Win32Clock::DateText(FileTime time) {
     for (const wchar_t c : text)
         if (!IsDirectionMark(c)) storable += Storable(c);
     return storable;
+}
+
+std::chrono::milliseconds Win32Clock::OwnWork() {
+    FILETIME created, ended, inKernel, inProgram;
+    if (!GetThreadTimes(GetCurrentThread(), &created, &ended, &inKernel, &inProgram))
+        return std::chrono::milliseconds(0);
+    constexpr FileTime kPerMillisecond = 10'000;
+    return std::chrono::milliseconds((Joined(inKernel) + Joined(inProgram)) / kPerMillisecond);
 }
 
 void Win32Clock::Pause(std::chrono::milliseconds duration) {

@@ -7,8 +7,11 @@
 
 namespace {
 
-// How long a window may leave a message unanswered before it counts as hung, in milliseconds.
-constexpr UINT kHungAfter = 2000;
+// How long a window may leave a message unanswered, in milliseconds.
+constexpr UINT kLongestWait = 2000;
+constexpr UINT kLongestProbe = 200;
+// After this time without a message taken, the system itself knows that a window hangs.
+constexpr ULONGLONG kHungAfter = 5000;
 
 }  // namespace
 
@@ -26,11 +29,29 @@ MessageParameter Win32Windows::CallProcedure(ProcedureAddress procedure, WindowH
 
 MessageParameter Win32Windows::Deliver(WindowHandle window, std::uint32_t message, MessageParameter wParam,
                                        MessageParameter lParam) {
-    // A hung viewer of another program must not take this one with it.
+    // A viewer of another program that hangs, or shows a box in the middle of the message, must not take this
+    // one with it: it is waited for once, and then left to itself.
+    const HWND target = SystemWindow(window);
+    if (window == silent_ && GetTickCount64() - silentSince_ < kHungAfter) {
+        SendNotifyMessageW(target, message, static_cast<WPARAM>(wParam), lParam);
+        return 0;
+    }
     DWORD_PTR result = 0;
-    SendMessageTimeoutW(SystemWindow(window), message, static_cast<WPARAM>(wParam), lParam,
-                        SMTO_ABORTIFHUNG | SMTO_NOTIMEOUTIFNOTHUNG, kHungAfter, &result);
-    return static_cast<MessageParameter>(result);
+    const bool answered = SendMessageTimeoutW(target, message, static_cast<WPARAM>(wParam), lParam,
+                                              SMTO_ABORTIFHUNG, kLongestWait, &result) != 0;
+    if (answered || !IsWindow(target)) return static_cast<MessageParameter>(result);
+    silent_ = window;
+    silentSince_ = GetTickCount64();
+    return 0;
+}
+
+bool Win32Windows::Answers(WindowHandle window) {
+    return SendMessageTimeoutW(SystemWindow(window), WM_NULL, 0, 0, SMTO_ABORTIFHUNG, kLongestProbe,
+                               nullptr) != 0;
+}
+
+bool Win32Windows::Hangs(WindowHandle window) {
+    return IsHungAppWindow(SystemWindow(window)) != FALSE;
 }
 
 WindowHandle Win32Windows::Foreground() {

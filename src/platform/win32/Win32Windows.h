@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "platform/Windows.h"
 
 class Win32Windows : public WindowPort {
@@ -9,6 +11,8 @@ class Win32Windows : public WindowPort {
                                    MessageParameter wParam, MessageParameter lParam) override;
     MessageParameter Deliver(WindowHandle window, std::uint32_t message, MessageParameter wParam,
                              MessageParameter lParam) override;
+    bool Answers(WindowHandle window) override;
+    bool Hangs(WindowHandle window) override;
     WindowHandle Foreground() override;
     void BringToFront(WindowHandle window) override;
     std::wstring Title(WindowHandle window, int most) override;
@@ -21,4 +25,9 @@ class Win32Windows : public WindowPort {
     void RemoveHotKey(WindowHandle window, std::int32_t identifier) override;
     bool OpenHelp(WindowHandle window, const std::wstring& file, std::uint32_t command,
                   std::uintptr_t data) override;
+
+ private:
+    // The window that let a message pass unanswered, and when that was, in milliseconds of the system's run.
+    WindowHandle silent_ = WindowHandle::None;
+    std::uint64_t silentSince_ = 0;
 };

@@ -158,6 +158,7 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     bool ShowPropertiesOf(Node& node);
     void Search(bool again);
     void ShowOptions();
+    void TellHotKeyTaken();
     void ToggleLock();
     void SwitchAutoDetect();
     void ShowFormatSets();

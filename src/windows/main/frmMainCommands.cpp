@@ -358,8 +358,16 @@ void frmMain::ShowOptions() {
     if (!frmOption().ShowModal(window_, IDD_frmOption)) return;
     if (!SaveOptions()) ThePlatform().user.TellLater(L"Die Optionen konnten nicht gespeichert werden !!!");
     UnregisterActivationHotKey(EngineWindow(window_));
-    RegisterActivationHotKey(EngineWindow(window_));
+    const bool hasHotKey = RegisterActivationHotKey(EngineWindow(window_));
     SetOptions();
+    if (!hasHotKey) TellHotKeyTaken();
+}
+
+void frmMain::TellHotKeyTaken() {
+    const std::wstring text = TakenHotKeyText(Options().KeyActivate);
+    ThePlatform().user.Status(text);
+    // Nobody sees the status bar of a window that started in the tray.
+    if (!IsWindowVisible(window_) || IsIconic(window_)) ThePlatform().user.TellLater(text);
 }
 
 void frmMain::ShowFormatSets() {

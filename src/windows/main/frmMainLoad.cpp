@@ -48,7 +48,7 @@ void InTurn(Steps&&... steps) {
 }  // namespace
 
 void frmMain::Form_Load() {
-    RegisterActivationHotKey(EngineWindow(window_));
+    const bool hasHotKey = RegisterActivationHotKey(EngineWindow(window_));
     JoinViewerChain();
     panes_.ClearContent();
     HideTestMenu();
@@ -66,6 +66,7 @@ void frmMain::Form_Load() {
     container_.Restore();
     cSysTray1.SetInTray(Options().ShowInTray);
     SetOptions();
+    if (!hasHotKey) TellHotKeyTaken();
 }
 
 void frmMain::Form_Unload() {
@@ -95,6 +96,7 @@ void frmMain::JoinViewerChain() {
     TheMainWindowHooks.procedure =
         static_cast<ProcedureAddress>(reinterpret_cast<std::uintptr_t>(&HookThunk));
     TheMainWindowHooks.updateClipBoard = [this] { UpdateClipBoard(); };
+    TheMainWindowHooks.copyTold = [this] { captures_.CopyTold(); };
     TheMainWindowHooks.scheduler = this;
     TheMainWindowHooks.hotKeyAction = [this](WindowHandle) { Restore(); };
     ConnectViewer(EngineWindow(window_));

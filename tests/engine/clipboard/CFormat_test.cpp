@@ -90,8 +90,8 @@ TEST_F(FormatTest, LoadAndSaveFormat_NeverAsksForObjectsThatCannotBeStored) {
     EXPECT_TRUE(fake.user.messages.empty());
 }
 
-TEST_F(FormatTest, LoadAndSaveFormat_AcceptsAMetafilePictureOfTheRightSizeOnly) {
-    EXPECT_EQ(Capture({FakeClipboard::Picture(PictureOf(100), 7, -300, 400)}), 1);
+TEST_F(FormatTest, LoadAndSaveFormat_RefusesAMetafilePictureThatIsTooSmall) {
+    EXPECT_EQ(Capture({FakeClipboard::Picture(PictureOf(100), 7, -300, 400, 8)}), 1);
     const std::string stored = ClipBytes();
     ASSERT_EQ(stored.size(), 10u + 8 + 16 + 100);
     EXPECT_EQ(stored.substr(14, 4), std::string("\x74\0\0\0", 4));

@@ -16,7 +16,7 @@ class PrivateContentTest : public ClipboardTest {
     }
 };
 
-TEST_F(PrivateContentTest, IsPrivateContent_KnowsTheThreeMarks) {
+TEST_F(PrivateContentTest, IsPrivateContent_KnowsTheMarks) {
     const std::string zero(4, '\0'), one("\1\0\0\0", 4);
     EXPECT_TRUE(IsPrivate("ExcludeClipboardContentFromMonitorProcessing", "x"));
     EXPECT_TRUE(IsPrivate("clipboard viewer ignore", "x"));
@@ -27,6 +27,8 @@ TEST_F(PrivateContentTest, IsPrivateContent_KnowsTheThreeMarks) {
     EXPECT_FALSE(IsPrivate("CanIncludeInClipboardHistory", "\0"));
     EXPECT_FALSE(IsPrivate(FakeClipboard::Refused(Registered("CanIncludeInClipboardHistory"))));
     EXPECT_FALSE(IsPrivate("Rich Text Format", zero));
+    EXPECT_TRUE(IsPrivate("x-kde-passwordManagerHint", "secret"));
+    EXPECT_FALSE(IsPrivate("x-kde-passwordManagerHint", "public"));
 }
 
 }  // namespace

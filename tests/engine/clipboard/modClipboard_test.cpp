@@ -145,8 +145,15 @@ TEST_F(ClipboardUnitTest, RenderAllFormats_MakesEveryAnnouncementRealForTheOwner
     EXPECT_EQ(fake.clipboard.Content(1), std::string("abc\0", 4));
     EXPECT_EQ(fake.clipboard.Content(Registered("Rich Text Format")), "{\\rtf1}");
 
-    fake.clipboard.OtherProgramCopies({FakeClipboard::Late(FakeClipboard::Bytes(1, "x"))});
+    // Another program replaces the content while the clipboard is waited for.
+    StoreClip();
+    ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 2));
+    fake.clipboard.OtherProgramHolds(1);
+    fake.clock.duringPause = [this] {
+        fake.clipboard.OtherProgramCopies({FakeClipboard::Late(FakeClipboard::Bytes(1, "x"))});
+    };
     EXPECT_TRUE(RenderAllFormats());
     EXPECT_TRUE(fake.clipboard.IsPending(1));
+    EXPECT_EQ(fake.clipboard.Formats().size(), 1u);
     EXPECT_EQ(fake.user.messages.size(), 0u);
 }

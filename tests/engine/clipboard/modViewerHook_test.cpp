@@ -36,11 +36,21 @@ class ViewerHookTest : public ClipboardTest, private Scheduler {
         ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 1));
     }
 
+    void Copy() { fake.clipboard.OtherProgramCopies({FakeClipboard::Bytes(1, "x")}); }
+    void RunLater() {
+        for (const auto& action : std::exchange(later, {})) {
+            const WindowHandle first = fake.clipboard.FirstViewer();
+            action();
+            if (fake.clipboard.FirstViewer() != first) ++joins;
+        }
+    }
+
     using Forwarded = std::tuple<std::uint32_t, MessageParameter, MessageParameter>;
     WindowHandle next;
     WindowHandle hotKeyWindow = WindowHandle::None;
     int updates = 0;
     int rounds = 0;
+    int joins = 0;
     std::vector<Forwarded> forwarded;
     std::vector<std::function<void()>> later;
     bool laterFails = false;  // the next one does
@@ -160,50 +170,101 @@ TEST_F(ViewerHookTest, ClipboardWndProc_SaysInTheStatusBarWhyARequestFails) {
 }
 
 // Any program in the chain can break it, and nobody is told.
-TEST_F(ViewerHookTest, BrokenChain_IsNoticedByTheListenerAndJoinedAnew) {
-    const auto copy = [&] { fake.clipboard.OtherProgramCopies({FakeClipboard::Bytes(1, "x")}); };
-    copy();
-    EXPECT_EQ(updates, 1);
-    EXPECT_TRUE(later.empty());
+TEST_F(ViewerHookTest, BrokenChain_LosesNoCopyInEitherOrderAndIsJoinedAnew) {
+    for (const bool listenersFirst : {false, true}) {
+        SCOPED_TRACE(listenersFirst);
+        fake.clipboard.listenersFirst = listenersFirst;
+        updates = 0;
+        for (int copies = 1; copies <= 4; ++copies)
+            Copy();
+        EXPECT_GE(updates, 4);
+        RunLater();
+        EXPECT_EQ(joins, 0) << "the chain was whole";
 
-    fake.clipboard.BreakChain();
-    laterFails = true;
-    EXPECT_THROW(copy(), std::bad_alloc);
-    copy();
-    copy();
-    EXPECT_EQ(updates, 4);
-    ASSERT_EQ(later.size(), 1u);
-    std::exchange(later, {})[0]();
-    EXPECT_EQ(fake.clipboard.FirstViewer(), mainWindow);
-    updates = 0;
-    copy();
-    EXPECT_EQ(updates, 1);
-    EXPECT_TRUE(later.empty());
-
-    // A viewer in front of us that was only slow: nothing is joined.
-    fake.clipboard.BreakChain();
-    copy();
-    Send(kDrawClipboard);
-    ASSERT_EQ(later.size(), 1u);
-    std::exchange(later, {})[0]();
-    EXPECT_EQ(fake.clipboard.FirstViewer(), WindowHandle::None);
-
+        fake.clipboard.BreakChain();
+        fake.clipboard.JoinChain(next);
+        laterFails = true;
+        updates = 0;
+        EXPECT_THROW(Copy(), std::bad_alloc);
+        EXPECT_EQ(updates, 1) << "the very first one";
+        Copy();
+        Copy();
+        EXPECT_EQ(updates, 3);
+        ASSERT_EQ(later.size(), 1u);
+        // In front of a viewer that hangs nothing is gained.
+        fake.windows.hung = next;
+        RunLater();
+        EXPECT_EQ(fake.clipboard.FirstViewer(), next);
+        fake.windows.hung = WindowHandle::None;
+        Copy();
+        RunLater();
+        EXPECT_EQ(fake.clipboard.FirstViewer(), mainWindow);
+        EXPECT_EQ(updates, 4) << "what stood there already was taken once";
+        ASSERT_EQ(forwarded.size(), 5u);
+        EXPECT_EQ(forwarded.back(), (Forwarded{kChangeChain, Parameter(mainWindow), 0}));
+        NextViewer = WindowHandle::None;
+        forwarded.clear();
+    }
     DisconnectViewer();
     updates = 0;
-    copy();
+    Copy();
     EXPECT_EQ(updates, 0);
 }
 
-TEST_F(ViewerHookTest, Ring_IsLeftAfterOneRound) {
-    // The next viewer leads back to us.
-    NextViewer = fake.windows.AddWindow(L"Back", [this](auto, auto, auto, auto) {
-        ++rounds;
-        return rounds < 5 ? Send(kDrawClipboard) : MessageParameter{0};
+// Data rendered for somebody else moves the clipboard's number on.
+TEST_F(ViewerHookTest, WholeChain_IsNotSuspectedBecauseAViewerBehindAskedForData) {
+    NextViewer = fake.windows.AddWindow(L"Reader", [this](auto, auto, auto, auto) {
+        fake.clipboard.OtherProgramReads(1);
+        return MessageParameter{0};
     });
-    Send(kDrawClipboard);
-    EXPECT_EQ(rounds, 1);
-    fake.clipboard.OtherProgramCopies({FakeClipboard::Bytes(1, "x")});
-    EXPECT_EQ(rounds, 2);
+    for (int copies = 1; copies <= 3; ++copies)
+        fake.clipboard.OtherProgramCopies({FakeClipboard::Late(FakeClipboard::Bytes(1, "x"))});
+    EXPECT_EQ(updates, 3);
+    EXPECT_TRUE(later.empty());
+}
+
+TEST_F(ViewerHookTest, DisconnectViewer_WaitsForNobodyInFront) {
+    fake.clipboard.JoinChain(next);
+    fake.windows.hung = next;
+    DisconnectViewer();
+    fake.windows.hung = WindowHandle::None;
+    ConnectViewer(mainWindow);
+    DisconnectViewer();
+    EXPECT_EQ(fake.clipboard.FirstViewer(), next);
+}
+
+// A viewer that does not hear of our leaving, or passes everything on without a look, leads back to us.
+TEST_F(ViewerHookTest, Ring_IsLeftAfterOneRoundAndServesThePlaceThatWeHad) {
+    const WindowHandle back = fake.windows.AddWindow(L"Back", [this](auto, auto message, auto w, auto l) {
+        ++rounds;
+        return rounds % 10 != 0 ? Send(message, w, l) : MessageParameter{0};
+    });
+    NextViewer = back;
+    WindowHandle leaving = WindowHandle::None;
+    for (const WindowHandle former : {WindowHandle::None, next}) {
+        leaving = fake.windows.AddWindow(L"Leaving");
+        TheChain.formerNext = former;
+        const std::size_t served = former == next ? 1 : 0;
+        rounds = 0;
+        forwarded.clear();
+        Copy();
+        EXPECT_EQ(rounds, 1);
+        EXPECT_EQ(forwarded.size(), served);
+        Send(kChangeChain, Parameter(leaving), 0);
+        EXPECT_EQ(rounds, 2);
+        EXPECT_EQ(forwarded.size(), 2 * served);
+    }
+    Send(kChangeChain, Parameter(next), Parameter(leaving));
+    EXPECT_EQ(TheChain.formerNext, leaving);
+
+    // It may also post, so that each round begins anew.
+    TheChain.formerNext = WindowHandle::None;
+    NextViewer = next;
+    forwarded.clear();
+    Copy();
+    for (int i = 0; i < 1000; ++i)
+        Send(kDrawClipboard, 1, 2);
+    EXPECT_LT(forwarded.size(), 100u);
 }
 
 // Private numbers have no name, and a name that somebody registered first may be written another way.

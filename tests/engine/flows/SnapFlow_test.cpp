@@ -222,6 +222,16 @@ TEST_F(SnapTest, Snap_OfConfidentialContent_AsksOnCommandAndIsNotTakenUnasked) {
     EXPECT_EQ(StoredData(*LastClip()), std::vector<std::string>{"geheim\0"s});
     EXPECT_EQ(fake.user.questions.size(), 2u) << "one question each";
 
+    // Another secret under the question is asked about by itself.
+    fake.user.answers = {true, false};
+    fake.user.duringMessage = [&] {
+        fake.user.duringMessage = nullptr;
+        copySecret();
+    };
+    flow.Snap();
+    EXPECT_EQ(folder->Children(), 1);
+    EXPECT_EQ(fake.user.questions.size(), 4u);
+
     Options().SkipPrivate = false;
     copySecret();
     flow.UpdateClipBoard();
@@ -262,9 +272,36 @@ TEST_F(SnapTest, Snap_SaysWhyNoFormatWasKept) {
     EXPECT_TRUE(fake.files.AllFiles().empty());
     EXPECT_TRUE(window.later.empty());
 
+    // A program that has cleared the clipboard.
+    for (const Offers& nothing : {Offers{FakeClipboard::Bytes(16, "\7\4\0\0"s)},
+                                  Offers{FakeClipboard::Bytes(1, "\0"s), FakeClipboard::Bytes(7, "\0"s)}})
+        EXPECT_EQ(kept(nothing, true), L"Kein Format gesichert: Der Inhalt ist leer.");
+    EXPECT_EQ(LastClip(), nullptr);
+
     EXPECT_EQ(kept({FakeClipboard::Refused(1)}, false), refused);
-    EXPECT_EQ(LastClip()->Tag(), L"C&4,0&15.11.1999 13:10:04&");
-    EXPECT_EQ(FileBytes(L"C:\\CLIPS\\C4.nxc"), "");
+    EXPECT_EQ(LastClip()->Tag(), L"C&6,0&15.11.1999 13:10:06&");
+    EXPECT_EQ(FileBytes(L"C:\\CLIPS\\C6.nxc"), "");
+}
+
+TEST_F(SnapTest, UpdateClipBoard_SaysWhatTheOwnerOwes) {
+    const FormatNumber html = Registered("HTML Format");
+    const auto owed = [&](FormatNumber format) {
+        return FakeClipboard::Offer{format,
+                                    [&](FakeClipboard&) {
+                                        fake.clock.Advance(500ms);
+                                        return DataHandle::None;
+                                    },
+                                    true};
+    };
+    Copy({owed(html), FakeClipboard::Bytes(8, "dib"), owed(Registered("PNG")),
+          FakeClipboard::Bytes(1, "text\0"s), FakeClipboard::Refused(Registered("Refused"))});
+    Options().UnknownFormats = 255;
+    flow.UpdateClipBoard();
+    window.BecomeIdle(fake.clock);
+    constexpr auto kShortfall = L"Der Clip ist unvollständig: nicht geliefert wurden HTML Format, PNG";
+    EXPECT_EQ(fake.user.LastStatus(), kShortfall);
+    EXPECT_EQ(AttributesOf(LastClip()).info, kShortfall);
+    EXPECT_EQ(StoredData(*LastClip()), (std::vector<std::string>{"dib", "text\0"s}));
 }
 
 // What a change asked for is made inside its message, while the next viewer waits; the rest comes later.
@@ -335,7 +372,7 @@ TEST_F(SnapTest, UpdateClipBoard_TakesOnlyTheNewestOfABurst) {
     EXPECT_EQ(clips(), 2);
     EXPECT_EQ(window.later.size(), 2u) << "to show it and to look again";
 
-    // A hundred changes a second for ten seconds; each snap takes 30 ms.
+    // A hundred changes a second for ten seconds; each snap takes 30 ms, all of them its own work.
     fake.user.statuses.clear();
     int most = 0;
     for (int i = 0; i < 1000; ++i) {
@@ -343,7 +380,9 @@ TEST_F(SnapTest, UpdateClipBoard_TakesOnlyTheNewestOfABurst) {
         CopyText(std::to_string(i));
         const int before = clips();
         window.atStep = [&](const std::wstring& step) {
-            if (step == L"save") fake.clock.Advance(30ms);
+            if (step != L"save") return;
+            fake.clock.Advance(30ms);
+            fake.clock.ownWork += 30ms;
         };
         flow.UpdateClipBoard();
         most = std::max(most, static_cast<int>(window.later.size()));
@@ -357,6 +396,32 @@ TEST_F(SnapTest, UpdateClipBoard_TakesOnlyTheNewestOfABurst) {
     window.BecomeIdle(fake.clock);
     EXPECT_LE(clips(), taken + 1);
     EXPECT_EQ(StoredData(*LastClip()), std::vector<std::string>{"999\0"s});
+}
+
+// Each copy's own notice comes before it is taken or after.
+TEST_F(SnapTest, CopyTold_SaysHowManyWentBy) {
+    Options().AutoSnap = true;
+    const auto wordOf = [&](int copies, bool toldAfterwards) {
+        fake.clock.Advance(1s);
+        for (int i = 0; i < copies; ++i) {
+            CopyText(std::to_string(i));
+            if (!toldAfterwards) flow.CopyTold();
+            flow.UpdateClipBoard();
+        }
+        for (int i = 0; toldAfterwards && i < copies; ++i)
+            flow.CopyTold();
+        for (int i = 0; i < 6; ++i)
+            window.BecomeIdle(fake.clock);
+        return fake.user.LastStatus();
+    };
+    for (const bool afterwards : {false, true}) {
+        EXPECT_EQ(wordOf(1, afterwards).find(L"vorüber"), std::wstring::npos);
+        EXPECT_EQ(wordOf(2, afterwards).find(L"vorüber"), std::wstring::npos)
+            << "the second is taken after the rest";
+        EXPECT_EQ(wordOf(3, afterwards), L"Eine Kopie ging vorüber");
+        EXPECT_EQ(wordOf(20, afterwards), L"18 Kopien gingen vorüber");
+    }
+    EXPECT_TRUE(window.later.empty());
 }
 
 TEST_F(SnapTest, UpdateClipBoard_ComesBackToABusyClipboard) {

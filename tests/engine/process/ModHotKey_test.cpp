@@ -52,9 +52,10 @@ TEST_F(ModHotKeyTest, Register_RefusedIdentifier_TriesOneOfTheApplicationRange) 
     EXPECT_TRUE(fake.windows.HotKeys().empty());
 }
 
-TEST_F(ModHotKeyTest, Register_TakenCombinationOrNoAtom_StaysSilent) {
+TEST_F(ModHotKeyTest, Register_TakenCombinationOrNoAtom_OpensNoBox) {
+    Options().KeyActivate = L"C";
     fake.windows.TakeHotKey(3, 'C');
-    RegisterActivationHotKey(window);
+    EXPECT_FALSE(RegisterActivationHotKey(window));
     EXPECT_EQ(fake.failures.Calls(Operation::WindowsAddHotKey), 2);
     EXPECT_EQ(fake.windows.HotKeys().size(), 1u);
     EXPECT_EQ(fake.windows.AtomUses("CLIPATOM"), 1);
@@ -62,12 +63,20 @@ TEST_F(ModHotKeyTest, Register_TakenCombinationOrNoAtom_StaysSilent) {
 
     Options().KeyActivate = L"D";
     fake.FailNth(Operation::WindowsAddAtom, 1);
-    RegisterActivationHotKey(window);
+    EXPECT_TRUE(RegisterActivationHotKey(window));
     EXPECT_TRUE(fake.windows.PressHotKey(3, 'D'));
     EXPECT_TRUE(fake.user.messages.empty());
 }
 
-TEST_F(ModHotKeyTest, HotKeyHint_NamesTheCharacterThatTheUserLoses) {
+TEST_F(ModHotKeyTest, HotKeyHint_NamesTheCharacterThatTheUserLosesAndWhatAnotherProgramHas) {
+    Options().KeyActivate = L"L";
+    RegisterActivationHotKey(window);
+    for (const wchar_t letter : {L'X', L'Z'})
+        fake.windows.TakeHotKey(3, letter);
+    fake.windows.altGr[L'Y'] = L"y";
+    fake.windows.altGr[L'A'] = L"a";
+    EXPECT_EQ(HotKeyHint(L"X"), L"ALT+CTRL+X benutzt schon ein anderes Programm. Frei ist ALT+CTRL+B.");
+    EXPECT_EQ(fake.windows.HotKeys().size(), 3u) << "nothing stays of the trial";
     fake.windows.altGr[L'Q'] = L"@";
     EXPECT_NE(HotKeyHint(L"Q").find(L"AltGr+Q das Zeichen \"@\""), std::wstring::npos);
     EXPECT_EQ(HotKeyHint(L"L") + HotKeyHint(L""), L"");

@@ -59,6 +59,18 @@ TEST_F(MainCommandsTest, IsAllowed_FollowsTheChosenNodeAndTheLock) {
     EXPECT_FALSE(IsAllowed(Row(Snap), situation));
 }
 
+TEST_F(MainCommandsTest, IsAllowed_ChangesNothingInAProfileThatAnotherProgramHas) {
+    ProfileLock& lock = Profiles().ProfileOf(&Get(L"P"))->Lock;
+    lock = {};
+    fake.files.SetBytes(L"C:\\P\\nxclip.lck", "");
+    fake.files.LockByOther(L"C:\\P\\nxclip.lck");
+    lock = ProfileLock(L"C:\\P");
+    ASSERT_TRUE(lock.HeldByOther());
+    EXPECT_EQ(AllowedFor(&Get(L"c1")), (Commands{NewProfile, ImportProfile, QuickStart, ToClipboard}));
+    EXPECT_FALSE(IsPermitted(Row(Properties), &Get(L"c1")));
+    EXPECT_EQ(fake.user.LastMessage(), kEditedByOther);
+}
+
 TEST_F(MainCommandsTest, NodeFor_IsTheChosenRowAndOnlyForSomeTheOpenNode) {
     situation.open = &Get(L"S");
     situation.chosen = &Get(L"c1");

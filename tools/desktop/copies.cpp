@@ -1,0 +1,132 @@
+// Prints what becomes of quick copies: 1 to 20 of them, with pauses between, for NXClip alone in the viewer
+// chain, with a viewer in front, behind, and both. Of each row: how many copies became clips, how many went
+// by, how many the status bar told of, and how often the chain was joined anew.
+
+#include <windows.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <tuple>
+
+#include "desktop/ClipboardData.h"
+#include "desktop/Driver.h"
+#include "desktop/Peers.h"
+#include "desktop/WholeFile.h"
+
+namespace {
+
+using std::chrono::milliseconds;
+using Clock = std::chrono::steady_clock;
+
+constexpr int kMostCopies = 20;
+constexpr int kPauses[] = {0, 10, 40, 200};
+
+struct Row {
+    int copies = 0;
+    int taken = 0;
+    int said = 0;
+    int lostInSilence = 0;
+};
+
+void PauseFor(milliseconds duration) {
+    for (const auto end = Clock::now() + duration; Clock::now() < end; Pause())
+        continue;
+}
+
+class Trial {
+ public:
+    Trial(bool inFront, bool behind) {
+        if (behind) behind_ = std::make_unique<Peer>(L"viewer");
+        nxclip_.Start(L"DEBUG");
+        nxclip_.MakeProfile(L"Profil");
+        nxclip_.SetAutoDetect(true);
+        if (inFront) inFront_ = std::make_unique<Peer>(L"viewer");
+    }
+
+    Row Copies(int pause) {
+        Row row;
+        for (int copies = 1; copies <= kMostCopies; ++copies) {
+            const int before = Clips();
+            for (int i = 0; i < copies; ++i) {
+                PutFormats({{kFormat, "Kopie " + std::to_string(++number_)}});
+                if (i + 1 < copies) PauseFor(milliseconds(pause));
+            }
+            WaitUntilQuiet();
+            const int taken = Clips() - before;
+            const int said = std::min(copies - taken, ToldOf());
+            row.copies += copies;
+            row.taken += taken;
+            row.said += said;
+            row.lostInSilence += copies - taken - said;
+        }
+        return row;
+    }
+    int Rejoins() const {
+        const std::string log = ReadWholeFile(nxclip_.Directory() / L"protokol.txt");
+        int times = 0;
+        for (std::size_t at = 0; (at = log.find("joined anew", at)) != std::string::npos; ++at)
+            ++times;
+        return times;
+    }
+
+ private:
+    int Clips() const {
+        int clips = 0;
+        for (const auto& file : std::filesystem::directory_iterator(nxclip_.ProfileDirectory()))
+            if (file.path().extension() == L".nxc") ++clips;
+        return clips;
+    }
+    // Nothing has been taken and said for a while.
+    void WaitUntilQuiet() const {
+        std::wstring status;
+        int clips = -1;
+        auto since = Clock::now();
+        while (Clock::now() - since < milliseconds(800)) {
+            Pause();
+            const std::wstring newStatus = nxclip_.StatusBar().Text();
+            const int newClips = Clips();
+            if (newStatus != status || newClips != clips) since = Clock::now();
+            status = newStatus;
+            clips = newClips;
+        }
+    }
+    int ToldOf() const {
+        const std::wstring status = nxclip_.StatusBar().Text();
+        if (status.starts_with(L"Eine Kopie ging vorüber")) return 1;
+        return status.find(L"Kopien gingen vorüber") != std::wstring::npos ? std::stoi(status) : 0;
+    }
+
+    const UINT kFormat = FormatNumber(L"NXClip Copies");
+    std::unique_ptr<Peer> behind_, inFront_;
+    Driver nxclip_;
+    int number_ = 0;
+};
+
+}  // namespace
+
+int wmain() {
+    try {
+        std::printf("%-18s %6s %7s %6s %6s %16s %8s\n", "other viewers", "pause", "copies", "taken", "said",
+                    "lost in silence", "rejoins");
+        for (const auto& [name, inFront, behind] : {std::tuple{"none", false, false},
+                                                    {"one in front", true, false},
+                                                    {"one behind", false, true},
+                                                    {"in front and behind", true, true}}) {
+            Trial trial(inFront, behind);
+            for (const int pause : kPauses) {
+                const Row row = trial.Copies(pause);
+                std::printf("%-18s %3d ms %7d %6d %6d %16d %8d\n", name, pause, row.copies, row.taken,
+                            row.said, row.lostInSilence, trial.Rejoins());
+                std::fflush(stdout);
+            }
+        }
+    } catch (const std::exception& error) {
+        std::printf("%s\n", error.what());
+        return 1;
+    }
+    return 0;
+}
