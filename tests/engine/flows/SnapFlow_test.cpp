@@ -273,6 +273,7 @@ TEST_F(SnapTest, Snap_SaysWhyNoFormatWasKept) {
     EXPECT_TRUE(window.later.empty());
 
     // A program that has cleared the clipboard.
+    Options().UnknownFormats = 255;
     for (const Offers& nothing : {Offers{FakeClipboard::Bytes(16, "\7\4\0\0"s)},
                                   Offers{FakeClipboard::Bytes(1, "\0"s), FakeClipboard::Bytes(7, "\0"s)}})
         EXPECT_EQ(kept(nothing, true), L"Kein Format gesichert: Der Inhalt ist leer.");
