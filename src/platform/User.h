@@ -14,7 +14,11 @@ class UserPort {
     // A message box with an OK button. An empty title shows the application's.
     virtual void Tell(const std::wstring& text, const std::wstring& title = {},
                       MessageIcon icon = MessageIcon::None) = 0;
-    // The same for what the user did not ask for, and without waiting for him: the text comes when the
+    // What is no failure: a hint, or why something is not done.
+    void Inform(const std::wstring& text, const std::wstring& title = {}) {
+        Tell(text, title, MessageIcon::Information);
+    }
+    // Tell for what the user did not ask for, and without waiting for him: the text comes when the
     // program is back in its message loop and free for it, never inside another program's call, and leaves
     // the keyboard where it is. A text that waits already is told once.
     virtual void TellLater(const std::wstring& text) = 0;

@@ -54,7 +54,7 @@ Node* ClipOperations::Drop(Node* target, Node* source, bool asChild, bool move) 
     if (source == nullptr) return nullptr;
     const BusyScope operation(Busy::TreeOperation);
     if (!DropPermitted(tree_, source, target, asChild, move)) {
-        ThePlatform().user.Tell(L"Ablage auf diesem Eintrag ist nicht erlaubt !!!");
+        ThePlatform().user.Inform(L"Ablage auf diesem Eintrag ist nicht erlaubt !!!");
         return nullptr;
     }
     if (!ActionAllowed(TreeAction::DragAndDrop, source)) return nullptr;

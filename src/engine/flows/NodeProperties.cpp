@@ -16,7 +16,7 @@ namespace {
 
 // True when there is nothing to refuse; else the user is told.
 bool Accepted(const std::wstring& refusal) {
-    if (!refusal.empty()) ThePlatform().user.Tell(refusal);
+    if (!refusal.empty()) ThePlatform().user.Inform(refusal);
     return refusal.empty();
 }
 

@@ -30,6 +30,10 @@ void Tell(const std::wstring& text, const std::wstring& title = {}) {
     ThePlatform().user.Tell(text, title);
 }
 
+void Inform(const std::wstring& text) {
+    ThePlatform().user.Inform(text);
+}
+
 void TellNotLoaded(const std::wstring& directory) {
     Tell(L"Profilverzeichnis " + directory + L" konnte nicht geladen werden");
 }
@@ -115,12 +119,12 @@ Node* ProfileActions::BuildNewprofile(const std::wstring& name, const std::wstri
     const BusyScope operation(Busy::TreeOperation);
     const std::wstring refusal = NewProfileRefusal(name, directory);
     if (!refusal.empty()) {
-        Tell(refusal);
+        Inform(refusal);
         return nullptr;
     }
     ProfileLock lock(directory);
     if (lock.HeldByOther()) {
-        Tell(kEditedByOther);
+        Inform(kEditedByOther);
         return nullptr;
     }
     Node* const profile = templateFile.empty() ? BuildEmptyProfile(name, directory)
@@ -171,7 +175,7 @@ Node* ProfileActions::ImportProfileDirect(const std::wstring& directory) {
     const BusyScope operation(Busy::TreeOperation);
     const std::wstring refusal = DirectoryRefusal(directory);
     if (!refusal.empty()) {
-        Tell(refusal);
+        Inform(refusal);
         return nullptr;
     }
     Node* const profile = AttachProfileDirectory(tree_, directory);
@@ -234,7 +238,7 @@ bool ConfirmNewProfile(const std::wstring& name, const std::wstring& directory, 
     std::wstring refusal = NewProfileRefusal(name, directory);
     if (refusal.empty()) refusal = ProfileInfoRefusal(info, directory);
     if (!refusal.empty()) {
-        Tell(refusal);
+        Inform(refusal);
         return false;
     }
     if (ThePlatform().files.IsDirectory(directory)) return true;
@@ -279,7 +283,7 @@ bool ApplyProfileProperties(CTreeViewEx& tree, Node& profile, const ProfilePrope
         newInfo ? ProfileInfoRefusal(properties.info, read.directory) : InfoRefusal(properties.info, tag);
     const std::wstring refusal = nameRefusal.empty() ? infoRefusal : nameRefusal;
     if (!refusal.empty()) {
-        Tell(refusal);
+        Inform(refusal);
         return false;
     }
     profile.SetTag(tag);

@@ -55,7 +55,7 @@ void SearchCommand(CTreeViewEx& tree, bool again, const std::function<bool()>& s
     if (hit != nullptr) {
         show(*hit);
     } else {
-        ThePlatform().user.Tell(L"Suchtext nicht gefunden.");
+        ThePlatform().user.Inform(L"Suchtext nicht gefunden.");
     }
 }
 

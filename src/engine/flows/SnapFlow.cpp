@@ -115,7 +115,7 @@ SnapFlow::Outcome SnapFlow::TakeSnap(Trigger trigger) {
     lastUpdate_ = ThePlatform().clock.Now();
     Node* const container = host_.ActiveContainer();
     if (container == nullptr) {
-        ThePlatform().user.Tell(L"Aktivieren Sie bitte erst ein Profil oder einen Ordner.");
+        ThePlatform().user.Inform(L"Aktivieren Sie bitte erst ein Profil oder einen Ordner.");
         return Outcome::Finished;
     }
     if (HoldsOwnMarker()) return Outcome::Finished;

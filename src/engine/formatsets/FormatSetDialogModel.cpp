@@ -10,8 +10,8 @@
 
 namespace {
 
-void Tell(const std::wstring& text) {
-    ThePlatform().user.Tell(text);
+void Inform(const std::wstring& text) {
+    ThePlatform().user.Inform(text);
 }
 
 // Every text of the set can be stored: its key is the longest that its formats give.
@@ -50,17 +50,17 @@ void FormatSetDialogModel::SetEntrySave(std::size_t entry, bool save) {
 
 bool FormatSetDialogModel::AddFromClipboard(const CFormats* formats) {
     if (formats == nullptr || formats->Count() == 0) {
-        Tell(L"Keine Einträge im Clipboard abgelegt.");
+        Inform(L"Keine Einträge im Clipboard abgelegt.");
         return false;
     }
     if (const int known = FindFormatSet(copy_, formats); known != 0) {
-        Tell(L"Der im Clipboard gefundene Formatsatz ist schon unter dem Namen\r\n\r\n" +
-             copy_.Item(known).Name + L"\r\n\r\nverzeichnet.");
+        Inform(L"Der im Clipboard gefundene Formatsatz ist schon unter dem Namen\r\n\r\n" +
+               copy_.Item(known).Name + L"\r\n\r\nverzeichnet.");
         return false;
     }
     const int added = CanBeStored(*formats) ? AddFormatSet(copy_, formats, L"<unbekannt>") : -1;
     if (added < 0) {
-        Tell(L"Der im Clipboard gefundene Formatsatz kann nicht gespeichert werden !!!");
+        ThePlatform().user.Tell(L"Der im Clipboard gefundene Formatsatz kann nicht gespeichert werden !!!");
         return false;
     }
     Select(added);
@@ -101,6 +101,6 @@ bool AliasCanBeConfirmed(const std::wstring& newName) {
 bool ConfirmAlias(const std::wstring& newName) {
     const std::wstring refusal = FitsStoredText(newName) ? LetterRefusal(newName, L"in einem Namen")
                                                          : std::wstring(L"Der Name ist zu lang !!!");
-    if (!refusal.empty()) Tell(refusal);
+    if (!refusal.empty()) Inform(refusal);
     return refusal.empty();
 }

@@ -119,7 +119,7 @@ void ActiveContainer::Restore() {
     const bool found = last != nullptr && MayBeActive(last);
     SetActiveContainer(found ? last : NextProfile(tree_.TreeView()->Root()));
     if (place && !found && Get() != nullptr) {
-        ThePlatform().user.Tell(
+        ThePlatform().user.Inform(
             L"Die letzte aktive Ablage ist nicht vorhanden.\r\nNeue Clips kommen in das Profil \"" + Title() +
             L"\".");
     }

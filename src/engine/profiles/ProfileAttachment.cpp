@@ -240,7 +240,7 @@ Node* AttachProfileDirectory(CTreeViewEx& tree, const std::wstring& directory) {
     if (profile == nullptr) return nullptr;
     EnterProfile(*profile, directory, std::move(lock));
     if (editedByOther)
-        ThePlatform().user.Tell(kEditedByOther, profile->Text());
+        ThePlatform().user.Inform(kEditedByOther, profile->Text());
     else
         OfferFoundClips(tree, *profile);
     return profile;

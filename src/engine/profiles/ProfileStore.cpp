@@ -156,7 +156,7 @@ std::vector<std::wstring> KeptTreeFiles(const std::wstring& directory) {
 bool SaveProfile(CTreeViewEx& tree, Node& profile, Node* without) {
     UserPort& user = ThePlatform().user;
     if (IsEditedByOther(&profile)) {
-        user.Tell(kEditedByOther);
+        user.Inform(kEditedByOther);
         return false;
     }
     CProfile* const entry = Profiles().ProfileOf(&profile);

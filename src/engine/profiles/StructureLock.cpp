@@ -38,13 +38,13 @@ const wchar_t* WhyNot(TreeAction action, const Node* node, bool lockEdit) {
 
 bool ActionAllowed(TreeAction action, const Node* node) {
     const wchar_t* const reason = WhyNot(action, node, Options().LockEdit);
-    if (reason != nullptr) ThePlatform().user.Tell(reason);
+    if (reason != nullptr) ThePlatform().user.Inform(reason);
     return reason == nullptr;
 }
 
 bool ChangeAllowed(const Node* node) {
     if (!IsEditedByOther(node)) return true;
-    ThePlatform().user.Tell(kEditedByOther);
+    ThePlatform().user.Inform(kEditedByOther);
     return false;
 }
 

@@ -242,7 +242,7 @@ void TreeDrag::TellRefusal(const Node& source) {
     if (WindowFromPoint(pointer) != pane_.Window()) return;
     ScreenToClient(pane_.Window(), &pointer);
     if (pane_.RowAt(pointer) != &source)
-        ThePlatform().user.Tell(L"Ablage auf diesem Eintrag ist nicht erlaubt !!!");
+        ThePlatform().user.Inform(L"Ablage auf diesem Eintrag ist nicht erlaubt !!!");
 }
 
 std::int32_t TreeDrag::OwnTree() const {
