@@ -19,11 +19,15 @@ bool OpenInViewer(WindowHandle window, std::uint32_t command, std::uintptr_t dat
     return FileExists(HelpFile) && ThePlatform().windows.OpenHelp(window, HelpFile, command, data);
 }
 
+std::wstring PageFor(std::uint32_t command, std::uintptr_t data) {
+    if (command == kHelpFinder) return L"stichwoerter";
+    const auto contents = static_cast<std::uintptr_t>(HelpTopic::Contents);
+    return HelpPageOf(command == kHelpContext ? data : contents);
+}
+
 bool OpenAsPage(std::uint32_t command, std::uintptr_t data) {
     if (helpPages == nullptr) return false;
-    const auto contents = static_cast<std::uintptr_t>(HelpTopic::Contents);
-    const std::wstring page =
-        HelpPageDirectory + HelpPageOf(command == kHelpContext ? data : contents) + L".html";
+    const std::wstring page = HelpPageDirectory + PageFor(command, data) + L".html";
     return FileExists(page) && helpPages->OpenPage(page);
 }
 

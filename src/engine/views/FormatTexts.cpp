@@ -100,6 +100,10 @@ std::wstring WithThousands(std::int64_t number) {
     return digits;
 }
 
+std::wstring Bytes(std::int64_t number) {
+    return WithThousands(number) + (number == 1 ? L" Byte" : L" Bytes");
+}
+
 }  // namespace
 
 const FormatDescription& DescriptionOf(const std::wstring& formatName) {
@@ -110,7 +114,7 @@ const FormatDescription& DescriptionOf(const std::wstring& formatName) {
 
 std::wstring SizeText(std::int64_t bytes) {
     constexpr std::int64_t kStep = 1024;
-    if (bytes < kStep) return NumberText(bytes) + L" Bytes";
+    if (bytes < kStep) return Bytes(bytes);
     const wchar_t* unit = L" KB";
     // In tenths; from 999,5 on it would be read as a thousand.
     std::int64_t tenths = (bytes * 10 + kStep / 2) / kStep;
@@ -124,5 +128,5 @@ std::wstring SizeText(std::int64_t bytes) {
 }
 
 std::wstring ExactSizeText(std::int64_t bytes) {
-    return WithThousands(bytes) + L" Bytes";
+    return Bytes(bytes);
 }

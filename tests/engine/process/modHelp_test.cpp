@@ -20,7 +20,8 @@ class modHelpTest : public AppTest {
  protected:
     modHelpTest() {
         UseHelpPages(&browser);
-        for (const wchar_t* file : {L"NXCLIP.HLP", L"HILFE\\INHALT.HTML", L"HILFE\\SUCHEN.HTML"})
+        for (const wchar_t* file :
+             {L"NXCLIP.HLP", L"HILFE\\INHALT.HTML", L"HILFE\\STICHWOERTER.HTML", L"HILFE\\SUCHEN.HTML"})
             fake.files.SetBytes(AppPath + file, "help");
     }
     ~modHelpTest() override { UseHelpPages(nullptr); }
@@ -47,8 +48,8 @@ TEST_F(modHelpTest, ShowHelp_WithoutAViewer_OpensTheTopicsPage) {
     ShowHelpCommand(window, kHelpFinder, 50);
     ShowHelpCommand(window, kHelpContext, 4711);
     const std::wstring contents = L"C:\\NXCLIP\\HILFE\\inhalt.html";
-    EXPECT_EQ(browser.pages,
-              (std::vector<std::wstring>{L"C:\\NXCLIP\\HILFE\\suchen.html", contents, contents}));
+    EXPECT_EQ(browser.pages, (std::vector<std::wstring>{L"C:\\NXCLIP\\HILFE\\suchen.html",
+                                                        L"C:\\NXCLIP\\HILFE\\stichwoerter.html", contents}));
     EXPECT_TRUE(fake.windows.helps.empty());
 }
 
