@@ -36,6 +36,21 @@ std::wstring DriveAfterChange(const std::wstring& drive, bool readable) {
     return L"c:";
 }
 
+std::wstring TypedPath(const std::wstring& text) {
+    std::wstring path = Trim(text);
+    if (path.size() > 1 && path.starts_with(L'"') && path.ends_with(L'"'))
+        path = Trim(path.substr(1, path.size() - 2));
+    std::replace(path.begin(), path.end(), L'/', L'\\');
+    if (path.size() == 2 && path.back() == L':') path += L'\\';
+    if (IsFullPath(path)) return path;
+    TellNoSuchPath(path);
+    return {};
+}
+
+void TellNoSuchPath(const std::wstring& path) {
+    ThePlatform().user.Inform(L"\"" + path + L"\" gibt es nicht, oder es ist nicht erreichbar.");
+}
+
 bool MatchesPattern(const std::wstring& name, const std::wstring& patterns) {
     std::size_t begin = 0;
     while (begin <= patterns.size()) {

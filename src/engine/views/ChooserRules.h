@@ -16,6 +16,11 @@ std::vector<std::wstring> DirectoriesDownTo(const std::wstring& path);
 // not. An unreadable one is told to the user, and it is "c:" then.
 std::wstring DriveAfterChange(const std::wstring& drive, bool readable);
 
+// The full path that a user typed or pasted, without the quotation marks that others put around it, a drive
+// alone as its root; empty when it is none, which is told to the user.
+std::wstring TypedPath(const std::wstring& text);
+void TellNoSuchPath(const std::wstring& path);
+
 // True when a file name matches one of the patterns, which are separated by ";" and hold "*" and "?". Case
 // does not matter.
 bool MatchesPattern(const std::wstring& name, const std::wstring& patterns);

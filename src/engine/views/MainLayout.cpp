@@ -47,15 +47,18 @@ double ClampSplitter(double leftTwips, double windowWidthTwips) {
     return std::min(std::max(leftTwips, kSplitterMarginTwips), std::max(most, 0.0));
 }
 
-Box BroughtIntoView(const Box& window, const Box& monitor) {
-    const bool reachable = window.Right() >= monitor.left + kReachablePixels &&
-                           window.left <= monitor.Right() - kReachablePixels && window.top >= monitor.top &&
-                           window.top <= monitor.Bottom() - kReachablePixels;
-    if (reachable) return window;
+Box WhollyInView(const Box& window, const Box& monitor) {
     Box moved = window;
     moved.width = std::min(window.width, monitor.width);
     moved.height = std::min(window.height, monitor.height);
     moved.left = std::clamp(window.left, monitor.left, monitor.Right() - moved.width);
     moved.top = std::clamp(window.top, monitor.top, monitor.Bottom() - moved.height);
     return moved;
+}
+
+Box BroughtIntoView(const Box& window, const Box& monitor) {
+    const bool reachable = window.Right() >= monitor.left + kReachablePixels &&
+                           window.left <= monitor.Right() - kReachablePixels && window.top >= monitor.top &&
+                           window.top <= monitor.Bottom() - kReachablePixels;
+    return reachable ? window : WhollyInView(window, monitor);
 }

@@ -47,6 +47,9 @@ double ClampSplitter(double leftTwips, double windowWidthTwips);
 inline constexpr double kMinimumWidthTwips = 5400;
 inline constexpr double kMinimumHeightTwips = 650;
 
+// `window` moved, and shrunk where it must be, so that it lies wholly on the work area `monitor`.
+Box WhollyInView(const Box& window, const Box& monitor);
+
 // `window` moved, and shrunk where it must be, so that it lies on the work area `monitor` of the nearest
 // monitor; as it is when its title bar can be reached there.
 Box BroughtIntoView(const Box& window, const Box& monitor);

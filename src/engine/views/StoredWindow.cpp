@@ -15,6 +15,10 @@ constexpr const wchar_t* kSection = L"Settings";
 // No monitor is that far away; a number beyond it is damage.
 constexpr double kFarthestTwips = 1e6;
 
+bool IsStored(const wchar_t* key) {
+    return !ThePlatform().settings.Read(kSection, key, L"").empty();
+}
+
 double StoredNumber(const wchar_t* key, double absent) {
     const std::wstring text = ThePlatform().settings.Read(kSection, key, L"");
     wchar_t* end = nullptr;
@@ -39,6 +43,7 @@ MainState ReadMainState() {
 
 StoredPlace ReadMainPlace() {
     StoredPlace place;
+    place.known = IsStored(L"MainWidth") || IsStored(L"MainHeight");
     place.left = StoredNumber(L"MainLeft", place.left);
     place.top = StoredNumber(L"MainTop", place.top);
     place.width = std::max(StoredNumber(L"MainWidth", place.width), kMinimumWidthTwips);

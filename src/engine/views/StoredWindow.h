@@ -7,8 +7,9 @@ enum class MainState : int { Normal = 0, Minimised = 1, Maximised = 2 };
 struct StoredPlace {
     double left = 1000;
     double top = 1000;
-    double width = 5000;
-    double height = 5000;
+    double width = 13500;
+    double height = 9000;
+    bool known = false;  // the store says something of it
 };
 
 // What the store says, the defaults where it says nothing or nonsense. The size is at least the window's

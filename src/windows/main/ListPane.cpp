@@ -29,7 +29,8 @@ DWORD StyleOf(ListMode mode) {
 bool ListPane::Create(HWND parent, int control) {
     window_ = CreateWindowExW(WS_EX_CLIENTEDGE, WC_LISTVIEWW, L"",
                               WS_CHILD | WS_VISIBLE | WS_TABSTOP | LVS_OWNERDATA | LVS_SINGLESEL |
-                                  LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS | LVS_AUTOARRANGE | StyleOf(mode_),
+                                  LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS | LVS_AUTOARRANGE |
+                                  LVS_NOCOLUMNHEADER | StyleOf(mode_),
                               0, 0, 0, 0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(control)),
                               GetModuleHandleW(nullptr), nullptr);
     if (window_ == nullptr) return false;
@@ -170,19 +171,19 @@ std::vector<int> ListPane::FittingWidths() const {
     const int rows = std::min(static_cast<int>(content_->entries.size()), kMeasuredRows);
     const int margin = Scaled(16, dpi_);
     const int picture = SystemMetricForDpi(SM_CXSMICON, dpi_) + Scaled(4, dpi_);
-    std::vector<int> widths;
+    std::vector<ColumnWish> wishes;
     for (int place = 0; place < static_cast<int>(content_->columns.size()); ++place) {
         const std::wstring& heading = content_->columns[static_cast<std::size_t>(place)];
-        int widest = ListView_GetStringWidth(window_, heading.c_str());
+        int widest = 0;
         for (int row = 0; row < rows; ++row)
             widest =
                 std::max(widest, ListView_GetStringWidth(window_, ListText(*content_, row, place).c_str()));
-        widths.push_back(widest + margin + (place == 0 ? picture : 0));
+        const int width = std::max(widest, ListView_GetStringWidth(window_, heading.c_str()));
+        wishes.push_back({width + margin + (place == 0 ? picture : 0), widest == 0});
     }
     RECT client;
     GetClientRect(window_, &client);
-    return FitColumns(std::move(widths), client.right - SystemMetricForDpi(SM_CXVSCROLL, dpi_),
-                      Scaled(kLeast, dpi_));
+    return FitColumns(wishes, client.right - SystemMetricForDpi(SM_CXVSCROLL, dpi_), Scaled(kLeast, dpi_));
 }
 
 int ListPane::FocusedRow() const {

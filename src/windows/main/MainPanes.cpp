@@ -24,9 +24,10 @@ bool MainPanes::Create(HWND parent) {
     NameByHiddenText(tvTreeView.Window(), L"Profile und Clips");
     NameByHiddenText(tbFilter.Window(), L"In Namen und Inhalten suchen");
     // Directly before the list, whose name it is.
-    lblTitle_ = CreateWindowExW(0, L"STATIC", L"",
-                                WS_CHILD | WS_VISIBLE | SS_LEFTNOWORDWRAP | SS_NOPREFIX | SS_CENTERIMAGE, 0,
-                                0, 0, 0, parent, reinterpret_cast<HMENU>(lblTitle), instance, nullptr);
+    lblTitle_ = CreateWindowExW(
+        0, L"STATIC", L"",
+        WS_CHILD | WS_VISIBLE | SS_LEFTNOWORDWRAP | SS_PATHELLIPSIS | SS_NOPREFIX | SS_CENTERIMAGE, 0, 0, 0,
+        0, parent, reinterpret_cast<HMENU>(lblTitle), instance, nullptr);
     if (!lvListView.Create(parent, ::lvListView) || !preview.Create(parent)) return false;
     sbStatusBar_ = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0, 0, 0,
                                    0, parent, reinterpret_cast<HMENU>(sbStatusBar), instance, nullptr);

@@ -78,7 +78,7 @@ class MainPanes {
     std::optional<ULONGLONG> statusWaits_;
     Timer statusTimer_{[this] { DrawStatus(); }};
     std::wstring title_;          // what stands above the list
-    double splitterLeft_ = 1900;  // twips
+    double splitterLeft_ = 4200;  // twips
     SIZE laidOut_{};              // the window's inside when it was, pixels; nothing before
     bool toolBarShown_ = true;
     bool statusBarShown_ = true;

@@ -38,7 +38,9 @@ MainState RestoreMainPlace(HWND window) {
     wanted.top = PixelsFromTwips(place.top, system);
     wanted.right = wanted.left + PixelsFromTwips(place.width, own);
     wanted.bottom = wanted.top + PixelsFromTwips(place.height, own);
-    PlaceWindow(window, BroughtIntoView(BoxOf(wanted), BoxOf(MonitorOf(wanted).rcWork)));
+    const Box work = BoxOf(MonitorOf(wanted).rcWork);
+    PlaceWindow(window,
+                place.known ? BroughtIntoView(BoxOf(wanted), work) : WhollyInView(BoxOf(wanted), work));
     return ReadMainState();
 }
 

@@ -19,6 +19,7 @@ TEST_F(StoredWindow, ReadNonsense_GivesDefaults) {
     const StoredPlace place = ReadMainPlace();
     EXPECT_EQ(place.left, 1000);
     EXPECT_EQ(place.width, 5400);
+    EXPECT_EQ(place.height, 9000);
     EXPECT_EQ(ReadMainState(), MainState::Normal);
     EXPECT_EQ(ReadSplitter(1900), 1900);
 }
