@@ -54,30 +54,51 @@ Shape ShapeOf(const std::byte* head) {
     return shape;
 }
 
-// The size in pixels of the font's average character, by which the system converts dialog units.
-SIZE CharacterOf(const LOGFONTW& font) {
-    const UniqueFont made(CreateFontIndirectW(&font));
-    const HDC screen = GetDC(nullptr);
-    const HGDIOBJ before = SelectObject(screen, made.Get());
-    constexpr wchar_t kLetters[] = L"abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
-    SIZE letters{};
-    GetTextExtentPoint32W(screen, kLetters, 52, &letters);
-    SelectObject(screen, before);
-    ReleaseDC(nullptr, screen);
-    return {(letters.cx / 26 + 1) / 2, letters.cy};
+int PointsOf(const LOGFONTW& font, UINT dpi) {
+    const LONG height = font.lfHeight < 0 ? -font.lfHeight : font.lfHeight;
+    return MulDiv(height, 72, static_cast<int>(dpi));
 }
 
-bool Fits(const Shape& shape, const LOGFONTW& font, UINT dpi, const RECT& work) {
-    const SIZE character = CharacterOf(font);
+// What a template says of its font.
+void AppendFont(std::vector<std::byte>& bytes, const LOGFONTW& font, UINT dpi) {
+    const int points = PointsOf(font, dpi);
+    Append(bytes, static_cast<std::uint16_t>(points > 0 ? points : 8));
+    Append(bytes, static_cast<std::uint16_t>(font.lfWeight));
+    Append(bytes, font.lfItalic);
+    Append(bytes, font.lfCharSet);
+    for (const wchar_t* c = font.lfFaceName; *c != 0; ++c)
+        Append(bytes, *c);
+    Append(bytes, L'\0');
+}
+
+INT_PTR CALLBACK NothingToDo(HWND, UINT, WPARAM, LPARAM) noexcept {
+    return FALSE;
+}
+
+// The pixels of four by eight dialog units in the font, on the monitor of `owner`. A dialog without controls
+// is asked, which is never shown: the system does not say how it measures.
+SIZE CharacterOf(const LOGFONTW& font, UINT dpi, HWND owner) {
+    constexpr std::uint16_t kExtended[] = {1, 0xFFFF};
+    constexpr std::uint32_t kStyle = DS_SETFONT | WS_POPUP;
+    std::vector<std::byte> bytes(kHeadBytes + 3 * sizeof(std::uint16_t));  // no menu, no class, no title
+    std::memcpy(bytes.data(), kExtended, sizeof kExtended);
+    std::memcpy(bytes.data() + kStyleOffset, &kStyle, sizeof kStyle);
+    AppendFont(bytes, font, dpi);
+    AlignToFour(bytes);
+    RECT character{0, 0, 4, 8};
+    const HWND dialog = CreateDialogIndirectParamW(GetModuleHandleW(nullptr),
+                                                   reinterpret_cast<const DLGTEMPLATE*>(bytes.data()), owner,
+                                                   &NothingToDo, 0);
+    MapDialogRect(dialog, &character);
+    DestroyWindow(dialog);
+    return {character.right, character.bottom};
+}
+
+bool Fits(const Shape& shape, const SIZE& character, UINT dpi, const RECT& work) {
     const int frame = 2 * SystemMetricForDpi(SM_CXFIXEDFRAME, dpi);
     const int width = MulDiv(shape.width, character.cx, 4) + frame;
     const int height = MulDiv(shape.height, character.cy, 8) + frame + SystemMetricForDpi(SM_CYCAPTION, dpi);
     return width <= work.right - work.left && height <= work.bottom - work.top;
-}
-
-int PointsOf(const LOGFONTW& font, UINT dpi) {
-    const LONG height = font.lfHeight < 0 ? -font.lfHeight : font.lfHeight;
-    return MulDiv(height, 72, static_cast<int>(dpi));
 }
 
 // The message font, smaller by as many points as the dialog needs to be seen whole, but still to be read.
@@ -87,7 +108,7 @@ LOGFONTW FontFor(const Shape& shape, HWND owner, UINT dpi) {
     monitor.cbSize = sizeof monitor;
     GetMonitorInfoW(MonitorFromWindow(owner, MONITOR_DEFAULTTOPRIMARY), &monitor);
     LOGFONTW font = MessageFont(dpi);
-    while (!Fits(shape, font, dpi, monitor.rcWork)) {
+    while (!Fits(shape, CharacterOf(font, dpi, owner), dpi, monitor.rcWork)) {
         const int pixels = MulDiv(PointsOf(font, dpi) - 1, static_cast<int>(dpi), 72);
         if (pixels < kSmallestPixels) break;
         font.lfHeight = -pixels;
@@ -123,18 +144,11 @@ std::vector<std::byte> DialogTemplateInSystemFont(int dialogTemplate, HWND owner
 
     const UINT dpi = owner != nullptr ? DpiOfWindow(owner) : DpiOfSystem();
     const LOGFONTW wanted = (style & WS_CHILD) ? FontOf(owner) : FontFor(shape, owner, dpi);
-    const int points = PointsOf(wanted, dpi);
 
     std::vector<std::byte> result(start, font);
     style |= DS_SETFONT;
     std::memcpy(result.data() + kStyleOffset, &style, sizeof style);
-    Append(result, static_cast<std::uint16_t>(points > 0 ? points : 8));
-    Append(result, static_cast<std::uint16_t>(wanted.lfWeight));
-    Append(result, wanted.lfItalic);
-    Append(result, wanted.lfCharSet);
-    for (const wchar_t* c = wanted.lfFaceName; *c != 0; ++c)
-        Append(result, *c);
-    Append(result, L'\0');
+    AppendFont(result, wanted, dpi);
     AlignToFour(result);
     result.insert(result.end(), items, end);
     return result;
