@@ -1,7 +1,5 @@
 #include <windows.h>
 
-#include <algorithm>
-
 #include "desktop/Input.h"
 #include "desktop/ProgramTest.h"
 
@@ -95,19 +93,22 @@ TEST_F(Dialogs, Profile_HiddenAndImportedAgain) {
     EXPECT_EQ(nxclip_.Title(), L"<Keine aktive Ablage>");
 
     const Window chooser = Open(m_importProfil, L"Profil importieren");
+    Press(VK_RETURN);
+    EXPECT_EQ(nxclip_.AnswerNotice(), L"Wählen Sie bitte eine Datei aus.");
+    BringToFront(chooser);
+    PressAlt('P');
+    Type(L"\"C:\\gibt es nicht\"");
+    Press(VK_RETURN);
+    EXPECT_EQ(nxclip_.AnswerNotice(), L"\"C:\\gibt es nicht\" gibt es nicht, oder es ist nicht erreichbar.");
+    BringToFront(chooser);
+    Type(nxclip_.Directory().wstring());
+    Press(VK_RETURN);
+    WaitFor("the directory", [&] { return chooser.TextOf(tbDir) == nxclip_.Directory().wstring(); });
+    // By its first letters, however deep it stands.
     PressAlt('V');
-
-    const Window directories = chooser.Control(lstDir);
-    const std::vector<std::wstring> lines = ListBoxLines(directories);
-    const auto place = std::find_if(lines.begin(), lines.end(),
-                                    [](const std::wstring& line) { return line.ends_with(L" Profil"); });
-    ASSERT_NE(place, lines.end());
-    directories.Send(LB_SETCURSEL, static_cast<WPARAM>(place - lines.begin()));
+    Type(L"p");
     Press(VK_RIGHT);
     WaitFor("the profile's file", [&] { return ListBoxLines(chooser.Control(lstFile)).size() == 1; });
-    PressAlt('D');
-    Press(VK_HOME);
-    Press(VK_DOWN);
     Confirm(chooser);
     nxclip_.WaitForTree(L"Profil [Camera] open\n  Ordner [Structure]\n");
 

@@ -15,6 +15,13 @@ std::wstring CurrentDirectoryOf(const std::wstring& drive) {
     return length > 0 && length < MAX_PATH ? directory : drive + L"\\";
 }
 
+// A path with its "." and ".." followed; as it is when the system finds it too long.
+std::wstring WithoutDots(const std::wstring& path) {
+    wchar_t full[MAX_PATH] = L"";
+    const DWORD length = GetFullPathNameW(path.c_str(), MAX_PATH, full, nullptr);
+    return length > 0 && length < MAX_PATH ? full : path;
+}
+
 }  // namespace
 
 void DirectoryList::Attach(HWND drives, HWND directories, std::function<void()> changed) {
@@ -42,6 +49,12 @@ void DirectoryList::GoTo(const std::wstring& path) {
     changed_();
 }
 
+bool DirectoryList::TryToGo(const std::wstring& path) {
+    if (!TryDirectory(WithoutDots(path))) return false;
+    changed_();
+    return true;
+}
+
 bool DirectoryList::TryDirectory(const std::wstring& directory) {
     std::optional<DirectoryContent> content = ReadDirectory(directory);
     if (!content) return false;
@@ -62,9 +75,8 @@ void DirectoryList::FillDirectories() {
     SendMessageW(directories_, WM_SETREDRAW, FALSE, 0);
     SendMessageW(directories_, LB_RESETCONTENT, 0, 0);
     const auto add = [this](const std::wstring& path, std::size_t level, const std::wstring& name) {
-        const std::wstring line = std::wstring(level * 3, L' ') + name;
-        SendMessageW(directories_, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line.c_str()));
-        entries_.push_back(path);
+        SendMessageW(directories_, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
+        entries_.push_back({path, level});
     };
     const std::vector<std::wstring> chain = DirectoriesDownTo(directory_);
     for (std::size_t level = 0; level < chain.size(); ++level)
@@ -85,7 +97,7 @@ void DirectoryList::DriveChosen() {
 
 std::wstring DirectoryList::Selected() const {
     const auto row = static_cast<std::size_t>(SendMessageW(directories_, LB_GETCURSEL, 0, 0));
-    return row < entries_.size() ? entries_[row] : directory_;
+    return row < entries_.size() ? entries_[row].path : directory_;
 }
 
 bool DirectoryList::EntryActivated() {
@@ -108,4 +120,47 @@ LRESULT DirectoryList::KeyPressed(UINT key) {
         return kDone;
     }
     return kDefault;
+}
+
+bool DirectoryList::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
+    switch (message) {
+        case WM_VKEYTOITEM:
+            if (reinterpret_cast<HWND>(lParam) != directories_) return false;
+            result = KeyPressed(LOWORD(wParam));
+            return true;
+        case WM_CHARTOITEM:
+            // Typing goes to the line that begins so.
+            if (reinterpret_cast<HWND>(lParam) != directories_) return false;
+            result = -1;
+            return true;
+        case WM_DRAWITEM: {
+            const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+            if (item.hwndItem != directories_) return false;
+            Draw(item);
+            result = TRUE;
+            return true;
+        }
+        default:
+            return false;
+    }
+}
+
+void DirectoryList::Draw(const DRAWITEMSTRUCT& item) const {
+    const bool selected = (item.itemState & ODS_SELECTED) != 0;
+    FillRect(item.hDC, &item.rcItem, GetSysColorBrush(selected ? COLOR_HIGHLIGHT : COLOR_WINDOW));
+    // An empty list only has a focus to show.
+    if (item.itemID < entries_.size()) {
+        const Entry& entry = entries_[item.itemID];
+        TEXTMETRICW font{};
+        GetTextMetricsW(item.hDC, &font);
+        RECT place = item.rcItem;
+        place.left += font.tmAveCharWidth / 2 + static_cast<LONG>(entry.level) * 2 * font.tmAveCharWidth;
+        const std::wstring name = entry.level == 0 ? entry.path : LastPartOf(entry.path);
+        SetTextColor(item.hDC, GetSysColor(selected ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT));
+        SetBkMode(item.hDC, TRANSPARENT);
+        DrawTextW(item.hDC, name.c_str(), -1, &place,
+                  DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
+    }
+    if ((item.itemState & ODS_FOCUS) != 0 && (item.itemState & ODS_NOFOCUSRECT) == 0)
+        DrawFocusRect(item.hDC, &item.rcItem);
 }

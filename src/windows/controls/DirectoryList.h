@@ -21,16 +21,26 @@ class DirectoryList {
 
     // Goes to a directory; one that cannot be read is told to the user, and the list goes back to drive "c:".
     void GoTo(const std::wstring& path);
+    // Goes to a directory, or stays without a word and is false when it cannot be read.
+    bool TryToGo(const std::wstring& path);
 
     // The notifications of the two boxes.
     void DriveChosen();
     // The chosen entry was activated by a double click or by Enter. False when that leads nowhere.
     bool EntryActivated();
-    // A key in the list of directories: Right opens the chosen one, Left goes up. The result is that of
-    // WM_VKEYTOITEM.
-    LRESULT KeyPressed(UINT key);
+    // The messages that a dialog gets for the list of directories, which is drawn by its owner: what lies in
+    // a directory stands indented below it. True when it was one of those, with what the procedure returns.
+    bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
 
  private:
+    struct Entry {
+        std::wstring path;
+        std::size_t level = 0;  // below the drive's root
+    };
+
+    // Right opens the chosen directory, Left goes up. The result is that of WM_VKEYTOITEM.
+    LRESULT KeyPressed(UINT key);
+    void Draw(const DRAWITEMSTRUCT& item) const;
     // The directory that the list's selection names.
     std::wstring Selected() const;
     bool TryDirectory(const std::wstring& directory);
@@ -43,5 +53,5 @@ class DirectoryList {
     std::function<void()> changed_;
     std::wstring directory_;
     DirectoryContent content_;
-    std::vector<std::wstring> entries_;  // the full path behind each line of the list
+    std::vector<Entry> entries_;  // behind each line of the list
 };

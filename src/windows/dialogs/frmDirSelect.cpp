@@ -25,10 +25,8 @@ void frmDirSelect::OnCommand(int control, int code) {
         Dialog::OnCommand(control, code);
 }
 
-bool frmDirSelect::OnMessage(UINT message, WPARAM wParam, LPARAM, LRESULT& result) {
-    if (message != WM_VKEYTOITEM) return false;
-    result = directories_.KeyPressed(LOWORD(wParam));
-    return true;
+bool frmDirSelect::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
+    return directories_.OnMessage(message, wParam, lParam, result);
 }
 
 void frmDirSelect::cbNew_Click() {
@@ -38,9 +36,18 @@ void frmDirSelect::cbNew_Click() {
     if (!made.empty()) directories_.GoTo(made);
 }
 
+bool frmDirSelect::GoToTyped() {
+    const std::wstring path = TypedPath(Text(tbDir));
+    const bool there = !path.empty() && directories_.TryToGo(path);
+    if (!path.empty() && !there) TellNoSuchPath(path);
+    if (!there) Focus(tbDir);
+    return there;
+}
+
 void frmDirSelect::OnOk() {
     // Enter in the list opens the highlighted directory; only on the open one it confirms.
     if (GetFocus() == Control(lstDir) && directories_.EntryActivated()) return;
+    if (Text(tbDir) != directories_.Directory() && !GoToTyped()) return;
     chosen_ = directories_.Directory();
     Close(true);
 }

@@ -23,6 +23,8 @@ class frmDirSelect : public Dialog {
     HelpTopic Topic() const override { return HelpTopic::DirectoryChooser; }
 
     void cbNew_Click();
+    // What was typed as the path becomes the open directory; false, and the user knows why, when it cannot.
+    bool GoToTyped();
 
     std::wstring title_;
     std::wstring start_;

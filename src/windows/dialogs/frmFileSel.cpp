@@ -2,6 +2,7 @@
 
 #include "engine/process/modMain.h"
 #include "engine/views/ChooserRules.h"
+#include "platform/Platform.h"
 #include "resources/controls.h"
 
 void frmFileSel::OnInit() {
@@ -22,6 +23,8 @@ void frmFileSel::FillFiles() {
     for (const std::wstring& name : directories_.Content().files)
         if (chosen < 0 || MatchesPattern(name, filters_.Item(chosen + 1).Pattern))
             SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
+    // The only one is meant.
+    if (SendMessageW(list, LB_GETCOUNT, 0, 0) == 1) SendMessageW(list, LB_SETCURSEL, 0, 0);
 }
 
 std::wstring frmFileSel::SelectedFile() const {
@@ -49,14 +52,30 @@ void frmFileSel::OnCommand(int control, int code) {
 }
 
 bool frmFileSel::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
-    if (message != WM_VKEYTOITEM || reinterpret_cast<HWND>(lParam) != Control(lstDir)) return false;
-    result = directories_.KeyPressed(LOWORD(wParam));
-    return true;
+    return directories_.OnMessage(message, wParam, lParam, result);
+}
+
+// A directory is opened, a file chosen.
+void frmFileSel::TypedPathConfirmed() {
+    const std::wstring path = TypedPath(Text(tbDir));
+    if (path.empty() || directories_.TryToGo(path)) return Focus(tbDir);
+    if (ThePlatform().files.Exists(path)) return Choose(path);
+    TellNoSuchPath(path);
+    Focus(tbDir);
+}
+
+void frmFileSel::Choose(const std::wstring& file) {
+    if (file.empty()) {
+        ThePlatform().user.Inform(L"Wählen Sie bitte eine Datei aus.");
+        return Focus(lstFile);
+    }
+    chosen_ = file;
+    Close(true);
 }
 
 void frmFileSel::OnOk() {
     // Enter in the list of directories opens one; only with a file chosen it confirms.
     if (GetFocus() == Control(lstDir) && directories_.EntryActivated()) return;
-    chosen_ = SelectedFile();
-    if (!chosen_.empty()) Close(true);
+    if (Text(tbDir) != directories_.Directory()) return TypedPathConfirmed();
+    Choose(SelectedFile());
 }

@@ -25,6 +25,9 @@ class frmFileSel : public Dialog {
 
     void FillFiles();
     std::wstring SelectedFile() const;
+    void TypedPathConfirmed();
+    // Confirms the file; an empty one is asked for.
+    void Choose(const std::wstring& file);
 
     std::wstring title_;
     CFilters filters_;
