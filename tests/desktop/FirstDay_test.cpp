@@ -1,8 +1,13 @@
+#include <windows.h>
+
+#include "desktop/Input.h"
 #include "desktop/ProgramTest.h"
 
 // What a new user gets who takes the recommended settings as they are offered.
 
 namespace {
+
+constexpr wchar_t kWelcome[] = L"Norvale - Der Manger für die Zwischenablage";
 
 class FirstDay : public ProgramTest {
  protected:
@@ -16,12 +21,20 @@ class FirstDay : public ProgramTest {
 TEST_F(FirstDay, RecommendedSettings_NameShowAndSpareWhatIsCopied) {
     WriteSetting(L"Settings", L"EditPropAfterSnap", L"1");
     WriteSetting(L"Settings", L"UnknownFormats", L"5");
-    StartWithProfile();
+    WriteSetting(L"Settings", L"Dialog", L"0");
+    nxclip_.Start();
+    const Window first = nxclip_.WaitForDialog(kWelcome);
+    BringToFront(first);
+    PressKeys({VK_RETURN});
+    nxclip_.WaitForTree(L"Clips [Camera]\n");
+    EXPECT_TRUE(nxclip_.Quiet()) << "nothing is asked";
+    // Once more it changes nothing unasked.
     nxclip_.Command(m_quickstart);
-    const Window first = nxclip_.WaitForDialog(L"Norvale - Der Manger für die Zwischenablage");
-    EXPECT_TRUE(first.Checked(chkRecommended));
-    first.Press(cb_ok);
-    Driver::WaitUntilGone(first);
+    const Window again = nxclip_.WaitForDialog(kWelcome);
+    EXPECT_FALSE(again.Checked(chkRecommended));
+    EXPECT_FALSE(again.Checked(chkPlainProfile));
+    again.Press(cb_ok);
+    Driver::WaitUntilGone(again);
     nxclip_.SetAutoDetect(true);
 
     const std::wstring text = L"Grüße 😀 nach 日本";

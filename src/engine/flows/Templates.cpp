@@ -2,6 +2,7 @@
 
 #include "engine/process/modMain.h"
 #include "engine/process/modOption.h"
+#include "engine/profiles/CProfiles.h"
 #include "engine/profiles/ProfileStore.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/modTreeEx.h"
@@ -14,18 +15,10 @@ namespace {
 constexpr const wchar_t* kSection = L"Settings";
 constexpr const wchar_t* kDialogKey = L"Dialog";
 
-// Makes a directory if it is missing. The user is told and can only agree: deliberate.
-bool HasDirectory(const std::wstring& directory) {
-    if (ThePlatform().files.IsDirectory(directory)) return true;
-    ThePlatform().user.Tell(MissingDirectoryQuestion(directory), kMissingDirectoryTitle,
-                            MessageIcon::Question);
-    return MakeProfileDirectory(directory);
-}
-
-// Null when nothing was attached.
+// Null when nothing was attached. Its directory was ordered with the profile, so nobody is asked for it.
 Node* InstallTemplate(ProfileActions& actions, const std::wstring& name, const std::wstring& directory,
                       const std::wstring& templateFile) {
-    if (!HasDirectory(directory)) return nullptr;
+    if (!MakeProfileDirectory(directory)) return nullptr;
     UserPort& user = ThePlatform().user;
     if (ThePlatform().files.Exists(TreeDataFilePath(directory))) {
         const bool attach = user.Ask(L"Es existiert schon ein Profil im Verzeichnis\r\n" + directory +
@@ -38,23 +31,31 @@ Node* InstallTemplate(ProfileActions& actions, const std::wstring& name, const s
     return profile;
 }
 
+// What was chosen, in the order of the installation.
+std::vector<const FirstStartTemplate*> Ordered(const FirstStartChoice& choice) {
+    std::vector<const FirstStartTemplate*> ordered;
+    if (choice.plain) ordered.push_back(&kPlainProfile);
+    for (std::size_t i = 0; i < choice.templates.size(); ++i)
+        if (choice.templates[i]) ordered.push_back(&kFirstStartTemplates[i]);
+    return ordered;
+}
+
 // The first of those that were attached, or null.
-Node* InstallTemplates(CTreeViewEx& tree, ActiveContainer& container,
-                       const std::array<bool, kFirstStartTemplateCount>& checked) {
-    if (checked == std::array<bool, kFirstStartTemplateCount>{}) return nullptr;
+Node* InstallProfiles(CTreeViewEx& tree, ActiveContainer& container, const FirstStartChoice& choice) {
+    const std::vector<const FirstStartTemplate*> ordered = Ordered(choice);
+    if (ordered.empty()) return nullptr;
     const std::wstring dataDirectory = WithBackslash(AppPath) + L"Daten";
-    if (!HasDirectory(dataDirectory)) {
+    if (!MakeProfileDirectory(dataDirectory)) {
         ThePlatform().user.Tell(L"Es wurden keine Vorlagen angelegt.");
         return nullptr;
     }
 
     ProfileActions actions(tree, container);
     Node* first = nullptr;
-    for (std::size_t i = 0; i < checked.size(); ++i) {
-        if (!checked[i]) continue;
-        const FirstStartTemplate& offer = kFirstStartTemplates[i];
-        Node* const profile = InstallTemplate(actions, offer.name, JoinDirectory(dataDirectory, offer.name),
-                                              TemplateDirectory() + offer.file);
+    for (const FirstStartTemplate* offer : ordered) {
+        const std::wstring file = offer->file;
+        Node* const profile = InstallTemplate(actions, offer->name, JoinDirectory(dataDirectory, offer->name),
+                                              file.empty() ? L"" : TemplateDirectory() + file);
         if (first == nullptr) first = profile;
     }
     return first;
@@ -68,6 +69,9 @@ const std::array<FirstStartTemplate, kFirstStartTemplateCount> kFirstStartTempla
     {L"Medien (Vorlagenstruktur für die Verwaltung von Multimedia-Komponenten)", L"Medien.nxp", L"Medien"},
     {L"Handbuch (Vorlagenstruktur für die Erstellung von Handbüchern)", L"Handbuch.nxp", L"Handbuch"},
 }};
+
+const FirstStartTemplate kPlainProfile = {L"&Clips (ein leeres Profil für alles, was Sie kopieren)", L"",
+                                          L"Clips"};
 
 const wchar_t* const kFirstStartTitle =
     L"Vielen Dank für den Einsatz von Norvale.\r\n"
@@ -102,12 +106,16 @@ bool FirstStartBoxChecked() {
     return ParseInt32(ThePlatform().settings.Read(kSection, kDialogKey, L"1")).value_or(0) != 0;
 }
 
+bool IsFreshStart() {
+    return FirstStartPending && Profiles().Count() == 0;
+}
+
 Node* InstallFirstStartTemplates(CTreeViewEx& tree, ActiveContainer& container,
-                                 const std::array<bool, kFirstStartTemplateCount>& checked, bool boxChecked) {
+                                 const FirstStartChoice& choice) {
     SaveOptions();
-    Node* const first = InstallTemplates(tree, container, checked);
+    Node* const first = InstallProfiles(tree, container, choice);
     // Last: an end on the way must not leave a program that neither has a profile nor offers one.
-    ThePlatform().settings.Write(kSection, kDialogKey, boxChecked ? L"1" : L"0");
+    ThePlatform().settings.Write(kSection, kDialogKey, choice.boxChecked ? L"1" : L"0");
     if (first == nullptr) return nullptr;
     SaveAllProfiles(tree);
     container.SetActiveContainer(first);

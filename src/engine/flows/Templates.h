@@ -26,11 +26,14 @@ TemplatePreview LoadTemplatePreview(CTreeViewEx& previewTree, const std::wstring
 // The profiles that the first-start dialog offers, in the order of its boxes and of their installation.
 struct FirstStartTemplate {
     const wchar_t* caption;
-    const wchar_t* file;
+    const wchar_t* file;  // empty for a profile without folders
     const wchar_t* name;  // of the profile and of its directory
 };
 inline constexpr int kFirstStartTemplateCount = 4;
 extern const std::array<FirstStartTemplate, kFirstStartTemplateCount> kFirstStartTemplates;
+
+// Offered beside them, for whoever wants to begin at once.
+extern const FirstStartTemplate kPlainProfile;
 
 // The welcome of the first-start dialog: its two labels.
 extern const wchar_t* const kFirstStartTitle;
@@ -39,8 +42,19 @@ extern const wchar_t* const kFirstStartText;
 // The state of the box that turns the dialog off, when it opens.
 bool FirstStartBoxChecked();
 
-// The OK of the first-start dialog: keeps the state of its box, makes the directories and installs the
-// checked templates in their order. What was attached is saved, and the first of it becomes the active
-// container. The result is that profile's node, null when nothing was attached.
+// True while the first start is due and nothing has been set up yet: only then the dialog's offers are
+// preselected, so that it changes nothing silently when it is opened again.
+bool IsFreshStart();
+
+// What the first-start dialog was confirmed with.
+struct FirstStartChoice {
+    bool plain = false;
+    std::array<bool, kFirstStartTemplateCount> templates{};
+    bool boxChecked = false;
+};
+
+// The OK of the first-start dialog: keeps the state of its box, makes the directories and installs what was
+// chosen, the plain profile in front of the templates. What was attached is saved, and the first of it
+// becomes the active container. The result is that profile's node, null when nothing was attached.
 Node* InstallFirstStartTemplates(CTreeViewEx& tree, ActiveContainer& container,
-                                 const std::array<bool, kFirstStartTemplateCount>& checked, bool boxChecked);
+                                 const FirstStartChoice& choice);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -34,6 +35,9 @@ class FormatSetList {
     FormatSet& Item(int index) { return sets_.at(static_cast<std::size_t>(index) - 1); }
     const FormatSet& Item(int index) const { return sets_.at(static_cast<std::size_t>(index) - 1); }
     bool Has(int index) const { return index >= 1 && index <= Count(); }
+    bool HasKey(const std::wstring& key) const {
+        return std::any_of(sets_.begin(), sets_.end(), [&](const FormatSet& set) { return set.Key == key; });
+    }
     void Append(FormatSet set) { sets_.push_back(std::move(set)); }
     void Remove(int index) { sets_.erase(sets_.begin() + (index - 1)); }
     void Clear() { sets_.clear(); }

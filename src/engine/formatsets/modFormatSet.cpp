@@ -82,6 +82,30 @@ void InitDefaultFormatSets() {
     FormatSetsChanged = true;
 }
 
+void AddRecommendedFormatSets() {
+    // Bitmaps live in the memory of their program; what they show is in the other formats.
+    const FormatSet offers[] = {
+        MakeSet(L"Nur Text", {{L"LOCALE", true}, {L"OemText", true}, {L"Text", true}, {L"Unicode", true}}),
+        MakeSet(L"Text mit Gestaltung", {{L"LOCALE", true},
+                                         {L"OemText", true},
+                                         {L"Rich Text Format", true},
+                                         {L"Text", true},
+                                         {L"Unicode", true}}),
+        MakeSet(L"Text aus dem Browser", {{L"HTML Format", true},
+                                          {L"LOCALE", true},
+                                          {L"OemText", true},
+                                          {L"Text", true},
+                                          {L"Unicode", true}}),
+        MakeSet(L"Bild", {{L"Bitmap", false}, {L"DIB", true}, {L"MAX", true}}),
+        MakeSet(L"Bild", {{L"Bitmap", false}, {L"DIB", true}, {L"MAX", true}, {L"PNG", true}}),
+    };
+    for (const FormatSet& offer : offers) {
+        if (FormatSets().HasKey(offer.Key) || FormatSets().Count() == FormatSetList::kMostSets) continue;
+        FormatSets().Append(offer);
+        FormatSetsChanged = true;
+    }
+}
+
 int AddFormatSet(FormatSetList& list, const CFormats* formats, const std::wstring& name) {
     if (formats == nullptr || list.Count() == FormatSetList::kMostSets) return -1;
     std::vector<FormatSetEntry> entries;

@@ -27,6 +27,10 @@ bool SaveFormatSets();
 // Puts the two default sets in the list.
 void InitDefaultFormatSets();
 
+// Adds sets for what programs of today put on the clipboard, each unless its combination is known already.
+// They keep whatever can be kept.
+void AddRecommendedFormatSets();
+
 // Appends a set with the names of `formats`, all of them kept. The result is its index, -1 when there are no
 // `formats` (null) or the list is full.
 int AddFormatSet(FormatSetList& list, const CFormats* formats, const std::wstring& name);

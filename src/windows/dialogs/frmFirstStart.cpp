@@ -1,5 +1,6 @@
 #include "windows/dialogs/frmFirstStart.h"
 
+#include "engine/formatsets/modFormatSet.h"
 #include "engine/process/modOption.h"
 #include "resources/controls.h"
 
@@ -8,14 +9,20 @@ void frmFirstStart::OnInit() {
     SetText(lbZusatz, kFirstStartText);
     for (int i = 0; i < kFirstStartTemplateCount; ++i)
         SetText(chkTemplate + i, kFirstStartTemplates[static_cast<std::size_t>(i)].caption);
-    Check(chkRecommended, true);
+    SetText(chkPlainProfile, kPlainProfile.caption);
+    Check(chkPlainProfile, IsFreshStart());
+    Check(chkRecommended, IsFreshStart());
     Check(chkDialog, FirstStartBoxChecked());
 }
 
 void frmFirstStart::OnOk() {
+    choice_.plain = Checked(chkPlainProfile);
     for (int i = 0; i < kFirstStartTemplateCount; ++i)
-        templates_[static_cast<std::size_t>(i)] = Checked(chkTemplate + i);
-    if (Checked(chkRecommended)) SetRecommendedOptions();
-    boxChecked_ = Checked(chkDialog);
+        choice_.templates[static_cast<std::size_t>(i)] = Checked(chkTemplate + i);
+    choice_.boxChecked = Checked(chkDialog);
+    if (Checked(chkRecommended)) {
+        SetRecommendedOptions();
+        AddRecommendedFormatSets();
+    }
     Close(true);
 }

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <array>
-
 #include "engine/flows/Templates.h"
 #include "windows/controls/Dialog.h"
 
@@ -9,14 +7,12 @@
 class frmFirstStart : public Dialog {
  public:
     // What was confirmed.
-    const std::array<bool, kFirstStartTemplateCount>& Templates() const { return templates_; }
-    bool BoxChecked() const { return boxChecked_; }
+    const FirstStartChoice& Choice() const { return choice_; }
 
  private:
     void OnInit() override;
     void OnOk() override;
     HelpTopic Topic() const override { return HelpTopic::FirstStart; }
 
-    std::array<bool, kFirstStartTemplateCount> templates_{};
-    bool boxChecked_ = false;
+    FirstStartChoice choice_;
 };

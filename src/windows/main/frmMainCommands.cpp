@@ -383,8 +383,7 @@ void frmMain::ShowFirstStart() {
     frmFirstStart dialog;
     if (!dialog.ShowModal(window_, IDD_frmFirstStart)) return;
     const bool isFirst = container_.Get() == nullptr;
-    if (Node* const profile =
-            InstallFirstStartTemplates(cTV, container_, dialog.Templates(), dialog.BoxChecked());
+    if (Node* const profile = InstallFirstStartTemplates(cTV, container_, dialog.Choice());
         profile != nullptr)
         ShowNewProfile(*profile, isFirst);
 }
