@@ -9,32 +9,9 @@ namespace {
 
 class List : public ProgramTest {
  protected:
-    // "Profil" with three clips of one format each; the profile is open and the list shows them.
-    void StartWithList() {
-        StartWithProfile();
-        for (const char* bytes : {"eins", "zwei", "drei"})
-            SnapOf({{Private(), bytes}});
-        nxclip_.Tree().Select(L"Profil");
-        WaitFor("the list", [&] { return nxclip_.List().Count() == 3; });
-        BringToFront(nxclip_.Main());
-    }
-    void ChooseRow(int row) {
-        Click(nxclip_.List().PlaceOf(row));
-        WaitFor("the row", [&] { return Chosen() == row; });
-    }
-    int Chosen() {
-        return static_cast<int>(
-            nxclip_.List().window().Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
-    }
-    Window Focus() {
-        GUITHREADINFO info{};
-        info.cbSize = sizeof info;
-        GetGUIThreadInfo(GetWindowThreadProcessId(nxclip_.Main().Handle(), nullptr), &info);
-        return Window(info.hwndFocus);
-    }
     void ExpectListAsBefore(int row) {
         EXPECT_EQ(nxclip_.Title(), L"Profil \"Profil\"");
-        EXPECT_EQ(Chosen(), row);
+        EXPECT_EQ(ChosenRow(), row);
         WaitFor("the keyboard in the list", [&] { return Focus() == nxclip_.List().window(); });
     }
 };
@@ -74,12 +51,36 @@ TEST_F(List, Commands_ActOnTheChosenRowAndLeaveTheListOpen) {
     EXPECT_FALSE(std::filesystem::exists(ClipFileAt(3)));
 }
 
+TEST_F(List, Keys_LookAtUseAndOpenTheChosenRow) {
+    StartWithList();
+    const auto waitForPreview = [&](const wchar_t* text) {
+        WaitFor("the preview", [&] { return nxclip_.Main().TextOf(tbPreviewText) == text; });
+    };
+    ChooseRow(1);
+    waitForPreview(L"zwei");
+    PressKeys({VK_DOWN});
+    waitForPreview(L"drei");
+    const DWORD before = GetClipboardSequenceNumber();
+    PressKeys({VK_RETURN});
+    WaitFor("the clip on the clipboard", [&] { return GetClipboardSequenceNumber() != before; });
+    EXPECT_EQ(ReadFormatNow(Private()), "drei");
+    ExpectListAsBefore(2);
+
+    PressKeys({VK_CONTROL, VK_RETURN});
+    WaitFor("its formats", [&] { return nxclip_.Title() == L"Formate von \"Profil\\Clip\""; });
+    EXPECT_EQ(Focus(), nxclip_.List().window());
+    PressKeys({VK_BACK});
+    WaitFor("the folder", [&] { return nxclip_.Title() == L"Profil \"Profil\""; });
+    ExpectListAsBefore(2);
+    waitForPreview(L"drei");
+}
+
 TEST_F(List, Delete_WithNothingChosenDoesNothing) {
     StartWithList();
     const RECT area = nxclip_.List().window().Rectangle();
     Click({area.left + 20, area.bottom - 20});
     WaitFor("the keyboard in the list", [&] { return Focus() == nxclip_.List().window(); });
-    ASSERT_EQ(Chosen(), -1);
+    ASSERT_EQ(ChosenRow(), -1);
     EXPECT_FALSE(nxclip_.ToolBar().Enabled(tbbDelete));
     PressKeys({VK_DELETE});
 

@@ -8,6 +8,7 @@
 #include "desktop/ClipFile.h"
 #include "desktop/ClipboardData.h"
 #include "desktop/Driver.h"
+#include "desktop/Input.h"
 #include "desktop/Settings.h"
 #include "desktop/Utf8.h"
 
@@ -40,6 +41,32 @@ class ProgramTest : public testing::Test {
         dialog.SetText(tbName, name);
         dialog.Press(cb_ok);
         Driver::WaitUntilGone(dialog);
+    }
+
+    // The program's control that has the keyboard.
+    Window Focus() const {
+        GUITHREADINFO info{};
+        info.cbSize = sizeof info;
+        GetGUIThreadInfo(GetWindowThreadProcessId(nxclip_.Main().Handle(), nullptr), &info);
+        return Window(info.hwndFocus);
+    }
+    // The row of the list that is chosen, or -1.
+    int ChosenRow() const {
+        return static_cast<int>(
+            nxclip_.List().window().Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
+    }
+    // "Profil" with three clips "eins", "zwei", "drei"; the profile is open and the list shows them.
+    void StartWithList() {
+        StartWithProfile();
+        for (const char* text : {"eins", "zwei", "drei"})
+            SnapOf({{Private(), text}, {CF_TEXT, text + std::string(1, '\0')}});
+        nxclip_.Tree().Select(L"Profil");
+        WaitFor("the list", [&] { return nxclip_.List().Count() == 3; });
+        BringToFront(nxclip_.Main());
+    }
+    void ChooseRow(int row) {
+        Click(nxclip_.List().PlaceOf(row));
+        WaitFor("the row", [&] { return ChosenRow() == row; });
     }
 
     static UINT Private() { return FormatNumber(L"NXClip Desktop Test"); }

@@ -29,6 +29,13 @@ namespace {
 
 constexpr UINT kSearchNews = WM_APP + 2;
 
+// Whether a child is to be seen as soon as its window is.
+bool IsShownInside(HWND window, HWND child) {
+    for (; IsChild(window, child); child = GetParent(child))
+        if ((GetWindowLongPtrW(child, GWL_STYLE) & WS_VISIBLE) == 0) return false;
+    return child == window;
+}
+
 }  // namespace
 
 frmMain::frmMain(Win32User& user) : user_(user) {
@@ -72,7 +79,7 @@ bool frmMain::Load() {
     keys_ = LoadAcceleratorsW(instance, MAKEINTRESOURCEW(IDA_frmMain));
     Form_Load();
     // The tree would select it with the focus, and the list be filled before the user's eyes.
-    if (nodes_.Selected() == nullptr && !Options().StartAsIcon) nodes_.Select(nodes_.Root());
+    if (nodes_.Selected() == nullptr) nodes_.Select(nodes_.Root());
     loaded_ = true;
     UpdateListview();
     return true;
@@ -132,6 +139,10 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_SETFOCUS:
             SetFocus(FocusedPane());
             return 0;
+        case WM_SYSCOMMAND:
+            // Minimising takes the keyboard before it tells.
+            if ((wParam & 0xFFF0) == SC_MINIMIZE) lastFocus_ = FocusedPane();
+            break;
         case WM_COMMAND:
             if (reinterpret_cast<HWND>(lParam) == panes_.tbFilter.Window() && lParam != 0) {
                 if (HIWORD(wParam) == EN_CHANGE && loaded_) FilterChanged();
@@ -262,11 +273,22 @@ void frmMain::Form_Resize(WPARAM kind) {
         return;
     }
     panes_.FitToWindow();
+    TakeKeyboard();
+}
+
+// A child of an icon cannot have the keyboard, and when the window is back the system does not offer it
+// again.
+void frmMain::TakeKeyboard() {
+    if (GetActiveWindow() == window_ && !IsIconic(window_) && !IsChild(window_, GetFocus()))
+        SetFocus(FocusedPane());
 }
 
 LRESULT frmMain::OnNotify(NMHDR& header) {
     // What the keyboard is on decides what is greyed.
-    if (header.code == NM_SETFOCUS) RefreshCommands();
+    if (header.code == NM_SETFOCUS) {
+        lastFocus_ = header.hwndFrom;
+        RefreshCommands();
+    }
     if (header.hwndFrom == panes_.tvTreeView.Window()) {
         if (header.code == NM_RCLICK) return 0;  // the context menu comes by its own message
         return panes_.tvTreeView.OnNotify(header);
@@ -276,32 +298,6 @@ LRESULT frmMain::OnNotify(NMHDR& header) {
     if (header.code == TTN_GETDISPINFOW)
         panes_.tbToolBar.OnGetToolTip(reinterpret_cast<NMTTDISPINFOW&>(header));
     return 0;
-}
-
-LRESULT frmMain::OnListNotify(NMHDR& header) {
-    switch (header.code) {
-        case LVN_ODFINDITEMW:
-            return FindListRow(reinterpret_cast<NMLVFINDITEMW&>(header));
-        case LVN_GETDISPINFOW:
-            panes_.lvListView.OnGetDisplayInfo(reinterpret_cast<NMLVDISPINFOW&>(header));
-            return 0;
-        case NM_CUSTOMDRAW:
-            return panes_.lvListView.OnCustomDraw(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
-        case LVN_ITEMCHANGED:
-        case LVN_ODSTATECHANGED:
-            ListRowChosen();
-            return 0;
-        case NM_DBLCLK:
-        case NM_RETURN:
-            // What holds others is opened where it stands.
-            if (hits_.IsActive() && (GetKeyState(VK_CONTROL) < 0 || !IsClipNode(listNode_.Get())))
-                ShowInTree(listNode_.Get());
-            else
-                OpenListRow(panes_.lvListView.FocusedRow());
-            return 0;
-        default:
-            return 0;
-    }
 }
 
 bool frmMain::TranslateKey(MSG& message) {
@@ -339,10 +335,9 @@ void frmMain::GoToNextPane(bool back) {
 }
 
 HWND frmMain::FocusedPane() const {
-    const auto canHaveIt = [this](HWND pane) { return IsChild(window_, pane) && IsWindowVisible(pane); };
     const HWND focus = GetFocus();
     if (IsChild(window_, focus)) return focus;
-    return canHaveIt(lastFocus_) ? lastFocus_ : panes_.tvTreeView.Window();
+    return IsShownInside(window_, lastFocus_) ? lastFocus_ : panes_.tvTreeView.Window();
 }
 
 void frmMain::WhenQuiet() {
@@ -381,9 +376,9 @@ void frmMain::Show() {
 }
 
 void frmMain::Restore() {
-    ShowWindow(window_, SW_SHOW);
-    if (IsIconic(window_)) ShowWindow(window_, SW_RESTORE);
+    ShowWindow(window_, IsIconic(window_) ? SW_RESTORE : SW_SHOW);
     SetForegroundWindow(ModalWindowOver(window_));
+    TakeKeyboard();
 }
 
 bool frmMain::Begins(Who who) {
@@ -430,7 +425,9 @@ void frmMain::EndSession() {
 
 // One that lives in the notification area only stays there: minimising would show it on the task bar.
 void frmMain::Minimise() {
-    if (IsWindowVisible(window_)) ShowWindow(window_, SW_MINIMIZE);
+    if (!IsWindowVisible(window_)) return;
+    lastFocus_ = FocusedPane();
+    ShowWindow(window_, SW_MINIMIZE);
 }
 
 void frmMain::BringToFront() {

@@ -38,7 +38,7 @@ inline constexpr const wchar_t* kMainWindowClass = L"NXClipMain";
 // to its unload, and clipboard changes are watched just as long.
 //
 // How its messages arrive stands in frmMain.cpp, its load and unload in frmMainLoad.cpp, what its commands do
-// in frmMainCommands.cpp, and the tree and the list in frmMainTree.cpp.
+// in frmMainCommands.cpp, the tree in frmMainTree.cpp and the list in frmMainList.cpp.
 class frmMain : public MainWindowHost, private TreePane::Listener {
  public:
     // `user` shows its texts in the window's status bar while that lives; not owned.
@@ -106,8 +106,11 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     bool IsOnlyInTray() const;
     LRESULT OnNotify(NMHDR& header);
     LRESULT OnListNotify(NMHDR& header);
-    // The window back from the tray or the task bar, in front of the others, with the dialog over it.
+    // The window back from the tray or the task bar, in front of the others, with the dialog over it, and the
+    // keyboard in the pane that had it.
     void Restore();
+    // Gives the keyboard to that pane, unless one has it or the window is not the active one.
+    void TakeKeyboard();
     void Close();
     // F6: the keyboard goes to the next of tree, list, preview and tool bar.
     void GoToNextPane(bool back);
@@ -166,20 +169,31 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     void ShowDiagnosis();
     void ShowFormatQuery();
 
-    // frmMainTree.cpp: what the user does in the tree and the list.
+    // frmMainTree.cpp: what the user does in the tree.
     void TreeSelectionChanged(Node* node) override;
     bool MayEditLabel(Node& node) override;
     bool LabelEdited(Node& node, const std::wstring& text) override;
     void DragStarted(Node& node) override;
     void NodeActivated(Node& node) override;
-    // Enter or a double click on a row of the list does what it does in the tree.
+
+    // frmMainList.cpp: what the user does in the list.
+    // Enter or a double click on a row: a clip goes on the clipboard, if the user wants that; everything else
+    // is opened, its first row chosen.
+    void UseListRow(int row);
     void OpenListRow(int row);
+    // The one that is left is the chosen row then.
+    void OpenFolderAbove();
     // The node that a row shows; null for a format.
     Node* NodeOfListRow(int row) const;
+    // The row that shows a node; -1 for none.
+    int ListRowOf(const Node* node) const;
     // The node that is chosen where the keyboard is, in the list or in the tree; null for none.
     Node* ChosenNode() const;
     void ListRowChosen();
+    // The preview shows the chosen row's clip; without one, what the open node gives.
+    void PreviewChosenRow();
     void KeepListRow(int row);
+
     void ShowContainer();
 
     // frmMainSearch.cpp: the search over the list.
@@ -202,7 +216,6 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     void LookAtDrive();
     void ShowInTree(Node* node);
     PreviewHit HitOfRow(int row) const;
-    void PreviewHitSoon();
     // Letters typed in the list lead to a row or, where none begins with them, begin a search.
     int FindListRow(const NMLVFINDITEMW& find);
     // True for a key of the search that was used.
@@ -238,7 +251,6 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     bool searchesEverywhere_ = false;
     bool keepsSearch_ = false;   // what is selected in the tree is not the user's choice
     bool looksAtDrive_ = false;  // a look at whether it answers is due
-    bool previewsHit_ = false;   // the preview of the chosen hit is due
 
     MainState firstState_ = MainState::Normal;
     bool loaded_ = false;
@@ -249,6 +261,7 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     double storedSplitter_ = 0;
     Once placesRested_{*this, [this] { StorePlaces(); }};
     Once lookForFreed_{*this, [this] { TakeOverFreed(); }};
+    Once previewing_{*this, [this] { PreviewChosenRow(); }};
     Once closing_{*this, [this] { Close(); }};
     frmNotice notice_{[this] { telling_.PutOff(); }};
     Once telling_{*this, [this] { notice_.ShowNext(window_); }, Who::BoxToldLater};
