@@ -20,6 +20,7 @@ RequestExecutionLevel user
 !include "${FILES}"
 
 !define PRODUCT "NXClip"
+!define RUN_KEY "Software\Microsoft\Windows\CurrentVersion\Run"
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\${PRODUCT}"
 !define WINDOW_CLASS "NXClipMain"
 !define UNINSTALLER "Deinstallieren.exe"
@@ -172,6 +173,7 @@ Section "Uninstall"
   ${GetOptions} $0 "${UPDATE}" $1
   ${If} ${Errors}
     Delete "${LINK}"
+    DeleteRegValue HKCU "${RUN_KEY}" "${PRODUCT}"
   ${EndIf}
   DeleteRegKey HKCU "${UNINSTALL_KEY}"
   ; The settings also know which profiles are attached: whoever installs again finds everything as it was.

@@ -40,3 +40,12 @@ TEST_F(SettingsContract, Delete_TakesTheKeyAndNothingElse) {
     EXPECT_TRUE(settings.DeleteValue(L"None", L"3"));
     EXPECT_EQ(settings.Read(L"Settings", L"1", L"absent"), L"c");
 }
+
+TEST_F(SettingsContract, LogonCommand_IsWhatWasSetUntilItIsTakenBack) {
+    EXPECT_EQ(settings.LogonCommand(), L"");
+    EXPECT_TRUE(settings.SetLogonCommand(L"\"C:\\Käse & Co\\x.exe\" y"));
+    EXPECT_EQ(settings.LogonCommand(), L"\"C:\\Käse & Co\\x.exe\" y");
+    EXPECT_TRUE(settings.SetLogonCommand(L""));
+    EXPECT_TRUE(settings.SetLogonCommand(L""));
+    EXPECT_EQ(settings.LogonCommand(), L"");
+}

@@ -20,6 +20,12 @@ bool FakeSettings::DeleteValue(const std::wstring& section, const std::wstring& 
     return true;
 }
 
+bool FakeSettings::SetLogonCommand(const std::wstring& command) {
+    if (failures_.Strikes(Operation::SettingsWrite)) return false;
+    logonCommand_ = command;
+    return true;
+}
+
 std::optional<std::wstring> FakeSettings::Value(const std::wstring& section, const std::wstring& key) const {
     const auto foundSection = sections_.find(UpperCase(section));
     if (foundSection == sections_.end()) return std::nullopt;

@@ -16,6 +16,8 @@ class FakeSettings : public SettingsPort {
                       const std::wstring& absent) override;
     bool Write(const std::wstring& section, const std::wstring& key, const std::wstring& value) override;
     bool DeleteValue(const std::wstring& section, const std::wstring& key) override;
+    std::wstring LogonCommand() override { return logonCommand_; }
+    bool SetLogonCommand(const std::wstring& command) override;
 
     // What stands there, none when the key is absent. No call of the port.
     std::optional<std::wstring> Value(const std::wstring& section, const std::wstring& key) const;
@@ -27,5 +29,6 @@ class FakeSettings : public SettingsPort {
     using Section = std::map<std::wstring, std::wstring>;
 
     Failures& failures_;
+    std::wstring logonCommand_;
     std::map<std::wstring, Section> sections_;  // sections and keys in upper case
 };

@@ -84,8 +84,9 @@ bool StartUp(StartUpHost& host, const std::wstring& commandLine, const std::wstr
     if (FirstInstanceTakesOver(host)) return false;
     InitTablesAndOptions();
 
+    StartedByWindows = commandLine == kStartedByWindows;
     LogDebug(L"Main: Show Splash ...");
-    if (Options().ShowSplash) host.ShowSplash();
+    if (Options().ShowSplash && !StartedByWindows) host.ShowSplash();
     LogDebug(L"Main: InitProfiles ...");
     Profiles().Clear();
     LogDebug(L"Main: LoadRegistry ...");

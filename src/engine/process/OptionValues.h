@@ -32,6 +32,11 @@ struct OptionValues {
     std::wstring KeyActivate = L"C";  // the letter of the hot key
     bool SkipPrivate = true;          // automatic capture leaves what its program marks as confidential
     bool SkipSame = false;            // automatic capture leaves what the container's newest clip holds
+    // The system starts the program when the user logs on; kept in the system's own list alone.
+    bool StartWithWindows = false;
+    bool AutoSnapAtStart = false;  // AutoSnap is on from the start
+    bool CloseToIcon = false;      // closing the window while captures go on leaves it as an icon
+    bool HotKeyToList = false;     // the hot key leads to the newest clip of the active container
 
     friend bool operator==(const OptionValues&, const OptionValues&) = default;
 };

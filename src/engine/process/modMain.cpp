@@ -11,6 +11,7 @@ std::wstring AppPath;
 std::wstring FormatSetFile;
 bool DebugMode = false;
 bool FirstStartPending = false;
+bool StartedByWindows = false;
 bool DiagnosticsOpen = false;
 bool RequestTrace = false;
 

@@ -18,6 +18,8 @@ extern std::wstring FormatSetFile;
 extern bool DebugMode;
 // The first-start dialog is due.
 extern bool FirstStartPending;
+// The system started the program at the user's logon: it begins as an icon.
+extern bool StartedByWindows;
 // The diagnostics window is open.
 extern bool DiagnosticsOpen;
 // The list of the formats that other programs ask for is open and wants a line for each request.

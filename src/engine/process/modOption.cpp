@@ -4,6 +4,7 @@
 #include "engine/process/SearchCriteria.h"
 #include "engine/process/modMain.h"
 #include "engine/process/modProt.h"
+#include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "platform/RuntimeError.h"
 
@@ -52,6 +53,19 @@ void SetRecommendedOptions() {
     Options().NewtextMode = 1;
     Options().EditPropAfterSnap = false;
     Options().SkipSame = true;
+    Options().NewMaxLen = 60;
+    Options().StartWithWindows = Options().AutoSnapAtStart = Options().AutoSnap = true;
+    Options().CloseToIcon = Options().HotKeyToList = Options().IconAfterSetClip = true;
+    ApplyStartWithWindows();
+}
+
+void ApplyStartWithWindows() {
+    SettingsPort& settings = ThePlatform().settings;
+    const std::wstring command = Options().StartWithWindows
+                                     ? L"\"" + WithBackslash(AppPath) + L"NXClip.exe\" " + kStartedByWindows
+                                     : L"";
+    if (settings.LogonCommand() == command || settings.SetLogonCommand(command)) return;
+    ThePlatform().user.Tell(L"Der Start mit Windows konnte nicht geändert werden.");
 }
 
 void LoadOptions() {
@@ -60,6 +74,8 @@ void LoadOptions() {
         for (const OptionRow& row : OptionRows())
             Read(row);
         if (Options().KeyActivate.size() != 1) Options().KeyActivate = L"L";
+        Options().AutoSnap = Options().AutoSnapAtStart;
+        Options().StartWithWindows = !ThePlatform().settings.LogonCommand().empty();
         LogDebug(L"LoadOptions beendet");
     });
     if (error) TellLoadError(error->Description());
@@ -71,6 +87,11 @@ bool SaveOptions() {
         if (!Write(row)) allWritten = false;
     }
     return allWritten;
+}
+
+bool TellsForTheFirstTime(const std::wstring& key) {
+    SettingsPort& settings = ThePlatform().settings;
+    return settings.Read(kSection, key, L"0") != L"1" && settings.Write(kSection, key, L"1");
 }
 
 void InitSearchOptions() {

@@ -18,8 +18,17 @@ void LoadOptions();
 bool SaveOptions();
 
 // Sets the options that serve best whoever has not chosen yet: every format is kept, clips are named after
-// their text and taken without a dialog, and nothing is taken twice in a row.
+// their text and taken without a dialog, and nothing is taken twice in a row; the program runs by itself and
+// is at hand by its hot key.
 void SetRecommendedOptions();
+
+// The one argument with which the system starts the program: as an icon, and without a greeting.
+inline constexpr const wchar_t* kStartedByWindows = L"ICON";
+// Tells the system what the option StartWithWindows says. A failure is told to the user.
+void ApplyStartWithWindows();
+
+// True once and never again, also in later runs: for what the user is told a single time.
+bool TellsForTheFirstTime(const std::wstring& key);
 
 // Sets the search criteria to what they are at the start of a run.
 void InitSearchOptions();

@@ -36,6 +36,7 @@ enum class MainCommand {
     Refresh,
     Options,
     Lock,
+    SwitchLock,
     TakeAutoDetect,
     SwitchAutoDetect,
     FormatSets,

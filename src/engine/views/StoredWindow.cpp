@@ -32,6 +32,10 @@ void StoreNumber(const wchar_t* key, double number) {
     if (settings.Read(kSection, key, L"") != text) settings.Write(kSection, key, text);
 }
 
+bool StoredFlag(const wchar_t* key, bool absent) {
+    return StoredNumber(key, absent ? 1 : 0) != 0;
+}
+
 }  // namespace
 
 MainState ReadMainState() {
@@ -65,4 +69,44 @@ void StoreMainWindow(MainState state, const StoredPlace& place) {
 
 void StoreSplitterPlace(double left) {
     StoreNumber(L"Splitter", left);
+}
+
+StoredView ReadView() {
+    StoredView view;
+    view.toolBar = StoredFlag(L"ViewToolbar", view.toolBar);
+    view.statusBar = StoredFlag(L"ViewStatusBar", view.statusBar);
+    view.preview = StoredFlag(L"ViewPreview", view.preview);
+    view.stretch = StoredFlag(L"ViewStretch", view.stretch);
+    const double mode = StoredNumber(L"ViewMode", view.listMode);
+    if (mode == 0 || mode == 1 || mode == 2) view.listMode = static_cast<int>(mode);
+    return view;
+}
+
+void StoreView(const StoredView& view) {
+    StoreNumber(L"ViewToolbar", view.toolBar);
+    StoreNumber(L"ViewStatusBar", view.statusBar);
+    StoreNumber(L"ViewPreview", view.preview);
+    StoreNumber(L"ViewStretch", view.stretch);
+    StoreNumber(L"ViewMode", view.listMode);
+}
+
+std::vector<int> ReadColumnWidths(const std::wstring& firstHeading) {
+    constexpr int kWidestTwips = 100'000;
+    const std::wstring text = ThePlatform().settings.Read(kSection, L"Columns" + firstHeading, L"");
+    std::vector<int> widths;
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = std::min(text.find(L',', begin), text.size());
+        const int width = ParseInt32(text.substr(begin, end - begin)).value_or(-1);
+        if (width < 0 || width > kWidestTwips) return {};
+        widths.push_back(width);
+        begin = end + 1;
+    }
+    return widths;
+}
+
+void StoreColumnWidths(const std::wstring& firstHeading, const std::vector<int>& widths) {
+    std::wstring text;
+    for (const int width : widths)
+        text += (text.empty() ? L"" : L",") + NumberText(width);
+    ThePlatform().settings.Write(kSection, L"Columns" + firstHeading, text);
 }

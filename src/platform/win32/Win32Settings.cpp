@@ -2,6 +2,12 @@
 
 #include <algorithm>
 
+namespace {
+
+constexpr const wchar_t* kRunAtLogon = L"Software\\Microsoft\\Windows\\CurrentVersion\\Run";
+
+}  // namespace
+
 // Most reads are of one section: it stays open, for reading alone, until it is gone or another one is read.
 bool Win32Settings::OpenForReading(const std::wstring& section) {
     if (opened_.IsSet() && openedSection_ == section) return true;
@@ -53,4 +59,23 @@ bool Win32Settings::DeleteValue(const std::wstring& section, const std::wstring&
     const LSTATUS status = RegDeleteValueW(opened, key.c_str());
     if (status == ERROR_SUCCESS) RegFlushKey(opened);
     return status == ERROR_SUCCESS || status == ERROR_FILE_NOT_FOUND;
+}
+
+std::wstring Win32Settings::LogonCommand() {
+    wchar_t command[1024] = L"";
+    DWORD size = sizeof command;
+    const LSTATUS status = RegGetValueW(HKEY_CURRENT_USER, kRunAtLogon, ApplicationName().c_str(),
+                                        RRF_RT_REG_SZ, nullptr, command, &size);
+    return status == ERROR_SUCCESS ? command : L"";
+}
+
+bool Win32Settings::SetLogonCommand(const std::wstring& command) {
+    const std::wstring name = ApplicationName();
+    if (command.empty()) {
+        const LSTATUS status = RegDeleteKeyValueW(HKEY_CURRENT_USER, kRunAtLogon, name.c_str());
+        return status == ERROR_SUCCESS || status == ERROR_FILE_NOT_FOUND;
+    }
+    const auto size = static_cast<DWORD>((command.size() + 1) * sizeof(wchar_t));
+    return RegSetKeyValueW(HKEY_CURRENT_USER, kRunAtLogon, name.c_str(), REG_SZ, command.c_str(), size) ==
+           ERROR_SUCCESS;
 }

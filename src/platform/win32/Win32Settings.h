@@ -16,8 +16,12 @@ class Win32Settings : public SettingsPort {
     // Ends a change, and seldom happens: what was written before survives the loss of the current from here
     // on.
     bool DeleteValue(const std::wstring& section, const std::wstring& key) override;
+    std::wstring LogonCommand() override;
+    bool SetLogonCommand(const std::wstring& command) override;
 
  private:
+    // By it the system's list of what to run tells one application from the other.
+    std::wstring ApplicationName() const { return root_.substr(root_.rfind(L'\\') + 1); }
     std::wstring PathOf(const std::wstring& section) const { return root_ + L"\\" + section; }
 
     bool OpenForReading(const std::wstring& section);

@@ -5,6 +5,7 @@
 
 #include "engine/views/ColumnWidths.h"
 #include "engine/views/HitList.h"
+#include "engine/views/StoredWindow.h"
 #include "windows/controls/Dpi.h"
 #include "windows/controls/QuietScope.h"
 #include "windows/main/HitLineDrawing.h"
@@ -22,6 +23,11 @@ DWORD StyleOf(ListMode mode) {
         default:
             return LVS_REPORT;
     }
+}
+
+// Lists with other columns may begin with the same one.
+std::wstring StoredNameOf(const std::vector<std::wstring>& headings) {
+    return headings.front() + std::to_wstring(headings.size());
 }
 
 }  // namespace
@@ -122,13 +128,38 @@ LRESULT ListPane::OnCustomDraw(NMLVCUSTOMDRAW& draw) const {
 
 void ListPane::FillColumns() {
     KeepColumnWidths();
-    const auto kept = widths_.find(content_->columns);
-    const std::vector<int> widths = kept != widths_.end() ? kept->second : FittingWidths();
+    std::vector<int> widths = WidthsAsKept();
+    if (widths.empty()) widths = FittingWidths();
     if (headings_ != content_->columns)
         InsertColumns(widths);
     else if (mode_ == ListMode::Details)
         ResizeColumns(widths);
     fitted_ = widths;
+}
+
+// Of this run or, before the user changed any, of the last one; empty when there are none.
+std::vector<int> ListPane::WidthsAsKept() {
+    const std::vector<std::wstring>& headings = content_->columns;
+    if (headings.empty()) return {};
+    const auto [kept, asked] = widths_.try_emplace(headings);
+    if (asked) {
+        std::vector<int> stored = ReadColumnWidths(StoredNameOf(headings));
+        if (stored.size() != headings.size()) stored.clear();
+        for (int& width : stored)
+            width = PixelsFromTwips(width, dpi_);
+        kept->second = std::move(stored);
+    }
+    return kept->second;
+}
+
+void ListPane::StoreColumns() {
+    KeepColumnWidths();
+    for (const auto& [headings, widths] : widths_) {
+        std::vector<int> twips;
+        for (const int width : widths)
+            twips.push_back(static_cast<int>(TwipsFromPixels(width, dpi_)));
+        if (!twips.empty()) StoreColumnWidths(StoredNameOf(headings), twips);
+    }
 }
 
 void ListPane::InsertColumns(const std::vector<int>& widths) {

@@ -34,6 +34,8 @@ class ListPane {
     // The first row that is seen, to be seen there again.
     int TopRow() const;
     void ScrollTo(int topRow);
+    // Keeps the widths that the user gave the columns for the next run.
+    void StoreColumns();
     // The row that is chosen, or -1.
     int FocusedRow() const;
     // Chooses a row as a click does.
@@ -52,6 +54,7 @@ class ListPane {
     void LoadLargePictures();
     void FillColumns();
     void KeepColumnWidths();
+    std::vector<int> WidthsAsKept();
     std::vector<int> FittingWidths() const;
     void InsertColumns(const std::vector<int>& widths);
     void ResizeColumns(const std::vector<int>& widths);

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "engine/views/MainLayout.h"
+#include "engine/views/StoredWindow.h"
 #include "resources/controls.h"
 #include "windows/controls/Boxes.h"
 #include "windows/controls/Dpi.h"
@@ -126,6 +127,21 @@ void MainPanes::TogglePreview() {
 void MainPanes::ToggleStretch() {
     stretched_ = !stretched_;
     preview.SetStretch(stretched_);
+}
+
+void MainPanes::RestoreView() {
+    const StoredView view = ReadView();
+    if (view.toolBar != toolBarShown_) ToggleToolBar();
+    if (view.statusBar != statusBarShown_) ToggleStatusBar();
+    if (view.stretch != stretched_) ToggleStretch();
+    previewShown_ = view.preview;
+    lvListView.SetMode(static_cast<ListMode>(view.listMode));
+}
+
+void MainPanes::StoreView() {
+    ::StoreView(
+        {toolBarShown_, statusBarShown_, previewShown_, stretched_, static_cast<int>(lvListView.Mode())});
+    lvListView.StoreColumns();
 }
 
 void MainPanes::ClearContent() {

@@ -44,6 +44,13 @@ class MainPanes {
     void TogglePreview();
     void ToggleStretch();
 
+    // The view of the last run, before the first layout, and for the next one.
+    void RestoreView();
+    void StoreView();
+
+    // The bar between tree and list, which the arrow keys move.
+    HWND SplitterWindow() const { return imgSplitter_.Window(); }
+
     void ClearContent();
     // Shows what belongs to the open node; `containerTitle` stands above an empty list without a title.
     void ShowContent(ListContent content, const std::wstring& containerTitle);

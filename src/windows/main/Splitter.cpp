@@ -55,13 +55,33 @@ LRESULT Splitter::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam
             EndDrag(true);
             return 0;
         case WM_KEYDOWN:
-            if (wParam == VK_ESCAPE) EndDrag(false);
+            KeyDown(wParam);
             return 0;
+        case WM_SETFOCUS:
+        case WM_KILLFOCUS:
+            InvalidateRect(window, nullptr, TRUE);
+            return 0;
+        case WM_ERASEBKGND: {
+            RECT area;
+            GetClientRect(window, &area);
+            FillRect(reinterpret_cast<HDC>(wParam), &area,
+                     GetSysColorBrush(GetFocus() == window ? COLOR_HIGHLIGHT : COLOR_BTNFACE));
+            return TRUE;
+        }
         case WM_CAPTURECHANGED:
             EndDrag(false);
             return 0;
         default:
             return DefWindowProcW(window, message, wParam, lParam);
+    }
+}
+
+void Splitter::KeyDown(WPARAM key) {
+    constexpr int kStep = 16;
+    if (moving_) {
+        if (key == VK_ESCAPE) EndDrag(false);
+    } else if (key == VK_LEFT || key == VK_RIGHT) {
+        moved_(clamp_(LeftInParent(bar_) + (key == VK_LEFT ? -kStep : kStep)));
     }
 }
 

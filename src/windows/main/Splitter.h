@@ -5,7 +5,7 @@
 #include <functional>
 
 // The bar between the tree and the list (imgSplitter). While it is dragged a second bar (picSplitter) moves
-// along and shows where it would go; Escape gives it up.
+// along and shows where it would go; Escape gives it up. With the keyboard on it the arrow keys move it.
 class Splitter {
  public:
     // `bar` and `movingBar` are the control numbers. `clamp` turns a wanted left edge (pixels of the parent)
@@ -17,6 +17,7 @@ class Splitter {
  private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    void KeyDown(WPARAM key);
     void MouseDown();
     void MouseMove(int x);
     void EndDrag(bool keep);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <iterator>
 #include <utility>
 
 #include "platform/win32/LateFunction.h"
@@ -63,6 +64,21 @@ void cSysTray::SetTrayIcon(HICON icon) {
 void cSysTray::SetTrayTip(const std::wstring& tip) {
     trayTip_ = tip;
     if (added_) Notify(NIM_MODIFY);
+}
+
+void cSysTray::Say(const std::wstring& title, const std::wstring& text) {
+    if (!added_) return;
+    NOTIFYICONDATAW record{};
+    record.cbSize = NOTIFYICONDATAW_V2_SIZE;
+    record.hWnd = window_;
+    record.uID = kIconId;
+    record.uFlags = NIF_INFO;
+    record.dwInfoFlags = NIIF_INFO;
+    lstrcpynW(record.szInfoTitle, title.c_str(), static_cast<int>(std::size(record.szInfoTitle)));
+    lstrcpynW(record.szInfo, text.c_str(), static_cast<int>(std::size(record.szInfo)));
+    static const auto notify =
+        LateFunction<decltype(&Shell_NotifyIconW)>(L"shell32.dll", "Shell_NotifyIconW");
+    if (notify != nullptr) notify(NIM_MODIFY, &record);
 }
 
 void cSysTray::TaskBarCreated() {

@@ -40,6 +40,8 @@ class cSysTray {
     // Stored always; shown at once while the icon is in the tray, unless it is no icon (null). Not owned.
     void SetTrayIcon(HICON icon);
     void SetTrayTip(const std::wstring& tip);
+    // Says something in a balloon at the icon; nothing while there is none.
+    void Say(const std::wstring& title, const std::wstring& text);
     const std::wstring& TrayTip() const { return trayTip_; }
 
     // The task bar was made anew: it has forgotten the icon.

@@ -142,7 +142,9 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_SYSCOMMAND:
             // Minimising takes the keyboard before it tells.
             if ((wParam & 0xFFF0) == SC_MINIMIZE) lastFocus_ = FocusedPane();
-            break;
+            if ((wParam & 0xFFF0) != SC_CLOSE || !ClosesToIcon()) break;
+            CloseToIcon();
+            return 0;
         case WM_COMMAND:
             if (reinterpret_cast<HWND>(lParam) == panes_.tbFilter.Window() && lParam != 0) {
                 if (HIWORD(wParam) == EN_CHANGE && loaded_) FilterChanged();
@@ -320,7 +322,7 @@ bool frmMain::TranslateKey(MSG& message) {
 }
 
 void frmMain::GoToNextPane(bool back) {
-    const std::array all{panes_.tvTreeView.Window(), panes_.lvListView.Window(), panes_.preview.ChosenBox(),
+    const std::array all{panes_.tvTreeView.Window(), panes_.SplitterWindow(), panes_.lvListView.Window(), panes_.preview.ChosenBox(),
                          panes_.tbToolBar.Window()};
     std::vector<HWND> shown;
     std::copy_if(all.begin(), all.end(), std::back_inserter(shown), &IsWindowVisible);
@@ -371,7 +373,7 @@ void frmMain::SetOptions() {
 }
 
 void frmMain::Show() {
-    ShowAtFirst(window_, firstState_, Options().StartAsIcon);
+    ShowAtFirst(window_, firstState_, Options().StartAsIcon || StartedByWindows);
     UpdateWindow(window_);
 }
 
@@ -428,6 +430,16 @@ void frmMain::Minimise() {
     if (!IsWindowVisible(window_)) return;
     lastFocus_ = FocusedPane();
     ShowWindow(window_, SW_MINIMIZE);
+}
+
+bool frmMain::ClosesToIcon() const {
+    return Options().CloseToIcon && Options().AutoSnap && IsWindowEnabled(window_);
+}
+
+void frmMain::CloseToIcon() {
+    Minimise();
+    if (TellsForTheFirstTime(L"CloseToIconTold"))
+        cSysTray1.Say(AppName, L"NXClip erfasst weiter. Beenden lässt es sich im Menü dieses Symbols.");
 }
 
 void frmMain::BringToFront() {

@@ -112,7 +112,7 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     // Gives the keyboard to that pane, unless one has it or the window is not the active one.
     void TakeKeyboard();
     void Close();
-    // F6: the keyboard goes to the next of tree, list, preview and tool bar.
+    // F6: the keyboard goes to the next of tree, splitter, list, preview and tool bar.
     void GoToNextPane(bool back);
     void EndSession();
     // True when `who` may begin now: what has to end first has ended.
@@ -120,6 +120,10 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     // Ends the menu, the drag and the rename that are under way. The system's loops of the first two come
     // back when this has returned.
     void EndWhatIsOpen();
+    // Closing by the window's own button or by a key leaves an icon while captures go on, if the user wants
+    // it.
+    bool ClosesToIcon() const;
+    void CloseToIcon();
     // The child that has the keyboard, or had it when the window was last active.
     HWND FocusedPane() const;
 
@@ -162,7 +166,9 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     void Search(bool again);
     void ShowOptions();
     void TellHotKeyTaken();
+    // As its button stands, and to the other side.
     void ToggleLock();
+    void SwitchLock();
     void SwitchAutoDetect();
     void ShowFormatSets();
     void ShowFirstStart();
@@ -183,6 +189,10 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     void OpenListRow(int row);
     // The one that is left is the chosen row then.
     void OpenFolderAbove();
+    // What the hot key does: the window comes back, and with it, if the user wants that, the newest clip of
+    // the active container under the cursor.
+    void HotKeyPressed();
+    void ShowNewestClip();
     // The node that a row shows; null for a format.
     Node* NodeOfListRow(int row) const;
     // The row that shows a node; -1 for none.

@@ -85,6 +85,7 @@ frmMain::Action frmMain::ActionOf(MainCommand command) {
         {C::Refresh, [](Form& form, Node*) { form.RefreshOrTakeMissedCopy(); }},
         {C::Options, [](Form& form, Node*) { form.ShowOptions(); }},
         {C::Lock, [](Form& form, Node*) { form.ToggleLock(); }},
+        {C::SwitchLock, [](Form& form, Node*) { form.SwitchLock(); }},
         {C::TakeAutoDetect, [](Form& form, Node*) { form.UpdateAutoDetect(); }},
         {C::SwitchAutoDetect, [](Form& form, Node*) { form.SwitchAutoDetect(); }},
         {C::FormatSets, [](Form& form, Node*) { form.ShowFormatSets(); }},
@@ -142,6 +143,8 @@ void frmMain::RefreshCommands() {
     CheckEntry(menu, mnuViewToolbar, panes_.ToolBarShown());
     CheckEntry(menu, mnuViewStatusBar, panes_.StatusBarShown());
     CheckEntry(menu, mnuListViewPreview, panes_.PreviewShown());
+    CheckEntry(menu, m_edit_autosnap, Options().AutoSnap);
+    CheckEntry(menu, m_edit_lock, Options().LockEdit);
     CheckEntry(menu, m_stretchmode, panes_.Stretched());
     const int mode = static_cast<int>(panes_.lvListView.Mode());
     CheckMenuRadioItem(menu, mnuListViewLarge, mnuListViewDetails, static_cast<UINT>(mnuListViewLarge + mode),
@@ -223,6 +226,11 @@ void frmMain::PutOnClipboard(const Node* clip) {
 void frmMain::ToggleLock() {
     Options().LockEdit = panes_.tbToolBar.Pressed(tbbLock);
     SaveOptions();
+    SetOptions();
+}
+
+void frmMain::SwitchLock() {
+    Options().LockEdit = !Options().LockEdit;
     SetOptions();
 }
 
@@ -356,6 +364,7 @@ Node* frmMain::SearchForNode(Node* start) {
 
 void frmMain::ShowOptions() {
     if (!frmOption().ShowModal(window_, IDD_frmOption)) return;
+    ApplyStartWithWindows();
     if (!SaveOptions()) ThePlatform().user.TellLater(L"Die Optionen konnten nicht gespeichert werden !!!");
     UnregisterActivationHotKey(EngineWindow(window_));
     const bool hasHotKey = RegisterActivationHotKey(EngineWindow(window_));
@@ -382,6 +391,7 @@ void frmMain::ShowFirstStart() {
     if (!ActionAllowed(TreeAction::NewProfile, nullptr)) return;
     frmFirstStart dialog;
     if (!dialog.ShowModal(window_, IDD_frmFirstStart)) return;
+    SetOptions();
     const bool isFirst = container_.Get() == nullptr;
     if (Node* const profile = InstallFirstStartTemplates(cTV, container_, dialog.Choice());
         profile != nullptr)

@@ -76,6 +76,23 @@ void frmMain::OpenFolderAbove() {
     if (const int row = ListRowOf(left.Get()); row >= 0) panes_.lvListView.ChooseRow(row);
 }
 
+void frmMain::HotKeyPressed() {
+    Restore();
+    if (Options().HotKeyToList && MayBegin(Who::TreeCommand) == Answer::Now) ShowNewestClip();
+}
+
+void frmMain::ShowNewestClip() {
+    Node* const container = container_.Get();
+    if (container == nullptr) return;
+    if (nodes_.Selected() != container) SelectAndShow(*container);
+    SetFocus(panes_.lvListView.Window());
+    // New clips come last, in front of no folder.
+    const Node* newest = container->LastChild();
+    while (newest != nullptr && !IsClipNode(newest))
+        newest = newest->Previous();
+    if (const int row = ListRowOf(newest); row >= 0) panes_.lvListView.ChooseRow(row);
+}
+
 Node* frmMain::ChosenNode() const {
     const HWND pane = FocusedPane();
     const bool inList =

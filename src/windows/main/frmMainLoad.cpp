@@ -52,6 +52,7 @@ void frmMain::Form_Load() {
     JoinViewerChain();
     panes_.ClearContent();
     HideTestMenu();
+    panes_.RestoreView();
     firstState_ = RestoreMainPlace(window_);
     SizeControls(ReadSplitter(panes_.SplitterLeft()));
     SetWindowTextW(window_, AppName);
@@ -80,7 +81,7 @@ void frmMain::Form_Unload() {
 void frmMain::StorePlaces() {
     storedSplitter_ = panes_.SplitterLeft();
     InTurn([&] { StoreMainPlace(window_); }, [&] { StoreSplitterPlace(storedSplitter_); },
-           [&] { container_.Store(); });
+           [&] { panes_.StoreView(); }, [&] { container_.Store(); });
 }
 
 void frmMain::StorePlacesSoon() {
@@ -98,7 +99,7 @@ void frmMain::JoinViewerChain() {
     TheMainWindowHooks.updateClipBoard = [this] { UpdateClipBoard(); };
     TheMainWindowHooks.copyTold = [this] { captures_.CopyTold(); };
     TheMainWindowHooks.scheduler = this;
-    TheMainWindowHooks.hotKeyAction = [this](WindowHandle) { Restore(); };
+    TheMainWindowHooks.hotKeyAction = [this](WindowHandle) { HotKeyPressed(); };
     ConnectViewer(EngineWindow(window_));
 }
 

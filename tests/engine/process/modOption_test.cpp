@@ -41,6 +41,7 @@ OptionValues ValuesOfAnEmptyStore() {
     values.KeyActivate = L"L";
     values.SkipPrivate = true;
     values.SkipSame = false;
+    values.StartWithWindows = values.AutoSnapAtStart = values.CloseToIcon = values.HotKeyToList = false;
     return values;
 }
 
@@ -51,7 +52,7 @@ OptionValues UnusualValues() {
         const bool on = OptionText(row, ValuesOfAnEmptyStore()) == L"1";
         EXPECT_TRUE(SetOption(row, values, on ? L"0" : L"1"));
     }
-    values.AutoSnap = false;
+    values.AutoSnap = values.StartWithWindows = values.AutoSnapAtStart = false;
     values.UserInfo = L"Zeile 1\r\nZeile 2";
     values.MaxClipSize = 2'000'000'000;
     return values;
@@ -68,7 +69,16 @@ TEST_F(modOptionTest, SetDefaultOptions_PutsBackTheResetColumnAndTheRecommendedO
     SetRecommendedOptions();
     expected.NewtextMode = 1;
     expected.SkipSame = true;
+    expected.NewMaxLen = 60;
+    expected.AutoSnap = expected.AutoSnapAtStart = expected.StartWithWindows = true;
+    expected.CloseToIcon = expected.HotKeyToList = expected.IconAfterSetClip = true;
     EXPECT_EQ(Options(), expected);
+    SaveOptions();
+    EXPECT_EQ(Loaded(), expected) << "the system's list and the store bring them back";
+    EXPECT_EQ(fake.settings.LogonCommand(), L"\"C:\\NXCLIP\\NXClip.exe\" ICON");
+    Options().StartWithWindows = false;
+    ApplyStartWithWindows();
+    EXPECT_EQ(fake.settings.LogonCommand(), L"");
 }
 
 TEST_F(modOptionTest, LoadOptions_EmptyStore_TakesTheDefaultsOfAbsentKeys) {
@@ -80,7 +90,7 @@ TEST_F(modOptionTest, SaveOptions_ThenLoad_BringsEveryOptionBack) {
     Options().AutoSnap = true;
     EXPECT_TRUE(SaveOptions());
     EXPECT_EQ(Loaded(), UnusualValues());  // automatic capture is off again: it is not stored
-    EXPECT_EQ(fake.settings.KeyCount(kSettings), OptionRows().size() - 1);
+    EXPECT_EQ(fake.settings.KeyCount(kSettings), OptionRows().size() - 2);
     EXPECT_EQ(Stored(L"TopWindow") + Stored(L"MaxClipSize"), L"12000000000");
 }
 
@@ -150,7 +160,7 @@ TEST_F(modOptionTest, SaveOptions_AWriteThatFails_DoesNotStopTheOthers) {
     Options() = UnusualValues();
     fake.FailNth(Operation::SettingsWrite, 3);
     EXPECT_FALSE(SaveOptions());
-    EXPECT_EQ(fake.settings.KeyCount(kSettings), OptionRows().size() - 2);
+    EXPECT_EQ(fake.settings.KeyCount(kSettings), OptionRows().size() - 3);
     EXPECT_EQ(Stored(L"KeyActivate"), L"1");
 }
 

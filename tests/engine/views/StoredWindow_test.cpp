@@ -22,6 +22,13 @@ TEST_F(StoredWindow, ReadNonsense_GivesDefaults) {
     EXPECT_EQ(place.height, 9000);
     EXPECT_EQ(ReadMainState(), MainState::Normal);
     EXPECT_EQ(ReadSplitter(1900), 1900);
+    Put(L"ViewMode", L"7");
+    Put(L"ViewPreview", L"x");
+    EXPECT_EQ(ReadView(), StoredView());
+    for (const wchar_t* text : {L"1,x", L"1,,2", L"1,-2", L"1,2000000000"}) {
+        Put(L"ColumnsName", text);
+        EXPECT_EQ(ReadColumnWidths(L"Name"), std::vector<int>());
+    }
 }
 
 TEST_F(StoredWindow, StoreAndRead_ComesBack) {
@@ -32,6 +39,12 @@ TEST_F(StoredWindow, StoreAndRead_ComesBack) {
     EXPECT_EQ(place.height, 8000);
     EXPECT_EQ(ReadMainState(), MainState::Maximised);
     EXPECT_EQ(ReadSplitter(0), 2346);
+    const StoredView view{false, false, false, true, 1};
+    StoreView(view);
+    EXPECT_EQ(ReadView(), view);
+    StoreColumnWidths(L"Name", {100, 0, 250});
+    EXPECT_EQ(ReadColumnWidths(L"Name"), (std::vector<int>{100, 0, 250}));
+    EXPECT_EQ(ReadColumnWidths(L"Format"), std::vector<int>());
 }
 
 }  // namespace
