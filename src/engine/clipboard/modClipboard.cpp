@@ -66,6 +66,11 @@ std::wstring AnnounceAll(const CFormats& formats, std::int16_t count) {
     return missing;
 }
 
+void KeepOnly(CFormats& formats, const FormatFilter& wanted) {
+    for (std::int32_t place = formats.Count(); place >= 1; --place)
+        if (!wanted(formats.Item(place))) formats.Remove(place);
+}
+
 CFormat* AnnouncedUnder(const CFormats& formats, FormatNumber id) {
     for (CFormat& format : formats)
         if (id != 0 && format.AnnouncedAs == id) return &format;
@@ -134,8 +139,17 @@ void RenderPendingFormat(FormatNumber id) {
     if (format != nullptr) format->SetClipboardFromFile(fileName);
 }
 
+bool IsPlainText(const CFormat& format) {
+    return format.FormatName == L"Text" || format.FormatName == L"Unicode" || format.FormatName == L"OemText";
+}
+
 bool RestoreClip(CClipBoard& clipBoard, WindowHandle owner, const std::wstring& fileName,
                  std::int16_t count) {
+    return RestoreClip(clipBoard, owner, fileName, count, {});
+}
+
+bool RestoreClip(CClipBoard& clipBoard, WindowHandle owner, const std::wstring& fileName, std::int16_t count,
+                 const FormatFilter& wanted) {
     UserPort& user = ThePlatform().user;
     const HeldMessages held;
     std::shared_ptr<CFormats> formats;
@@ -146,6 +160,14 @@ bool RestoreClip(CClipBoard& clipBoard, WindowHandle owner, const std::wstring& 
             return false;
         }
         formats = clipBoard.LoadFormatsByHandle(file.Get(), count);
+    }
+    if (wanted && formats != nullptr) {
+        KeepOnly(*formats, wanted);
+        count = static_cast<std::int16_t>(formats->Count());
+        if (count == 0) {
+            user.Status(L"Die Zwischenablage bleibt, wie sie ist: Der Clip enthält nichts davon.");
+            return false;
+        }
     }
     const OpenClipboardScope opened(owner);
     if (!opened.IsOpen()) return false;

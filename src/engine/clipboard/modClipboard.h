@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -47,6 +48,14 @@ void RenderPendingFormat(FormatNumber id);
 // False, after telling the user why, when nothing was announced. Before the file and the clipboard are open
 // nothing is changed; from then on what the clipboard held is gone.
 bool RestoreClip(CClipBoard& clipBoard, WindowHandle owner, const std::wstring& fileName, std::int16_t count);
+
+// The same with those formats of the clip alone that `wanted` accepts. A clip that has none of them leaves
+// the clipboard as it is, and the status bar says so.
+using FormatFilter = std::function<bool(const CFormat& format)>;
+bool RestoreClip(CClipBoard& clipBoard, WindowHandle owner, const std::wstring& fileName, std::int16_t count,
+                 const FormatFilter& wanted);
+// Accepts what is plain text: it takes on the looks of the place where it is pasted.
+bool IsPlainText(const CFormat& format);
 
 // How long to wait for a clipboard that another program holds.
 enum class Patience {

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "engine/clipboard/CClipBoard.h"
+#include "engine/clipboard/modClipboard.h"
 #include "engine/flows/MainWindowHost.h"
 
 // Puts the selected clip on the clipboard: its formats are announced, their data is read when another program
@@ -17,6 +18,8 @@ class SetClipFlow {
     void SetClip();
     // The same for any node, null for none.
     void SetClip(const Node* node);
+    // With those of its formats alone that are `wanted`; with all of them where that is empty.
+    void SetClip(const Node* node, const FormatFilter& wanted);
 
  private:
     MainWindowHost& host_;

@@ -44,6 +44,10 @@ bool IsHit(const Situation& situation, const Node* node) {
     return situation.showsHits && node != nullptr;
 }
 
+bool IsFormatOfClip(const Situation& situation, const Node* node) {
+    return situation.formatChosen && IsClipNode(node);
+}
+
 bool MayBecomeActive(const Situation& situation, const Node* node) {
     return IsNodeOfKind(node, kProfileKind | kStructureKind) && node != situation.activeContainer;
 }
@@ -84,6 +88,8 @@ constexpr std::array<CommandRow, kMainCommandCount> kRows{{
     {Snap, kNumbers<m_edit_insert, m_tray_snap, tbbSnap>, ActsOn::Nothing, Who::CaptureCommand, MaySnap},
     {ToClipboard, kNumbers<m_copyToClipboard, m_to_clipboard, tbbCopy>, ActsOn::ChosenOrOpen,
      Who::ClipCommand, IsClip},
+    {OnlyText, kNumbers<m_only_text>, ActsOn::ChosenOrOpen, Who::ClipCommand, IsClip},
+    {OnlyFormat, kNumbers<m_only_format>, ActsOn::ChosenOrOpen, Who::ClipCommand, IsFormatOfClip},
     {Activate, kNumbers<m_activate, m_profile_active, m_struct_active>, ActsOn::ChosenOrOpen,
      Who::TreeCommand, MayBecomeActive},
     {Properties, kNumbers<mnuFileProperties, m_pp_prop, m_ps_prop, m_clip_prop, tbbProperties>,

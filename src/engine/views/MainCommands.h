@@ -19,6 +19,8 @@ enum class MainCommand {
     Rename,
     Snap,
     ToClipboard,
+    OnlyText,
+    OnlyFormat,
     Activate,
     Properties,
     Search,
@@ -67,6 +69,7 @@ struct CommandSituation {
     const Node* activeContainer = nullptr;
     bool lockEdit = false;
     bool showsHits = false;  // the list shows what a search found
+    bool formatChosen = false;  // the keyboard is on a row of the list that shows a format
 };
 
 struct CommandRow {

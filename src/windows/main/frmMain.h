@@ -159,7 +159,8 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     void NewFolder(Node* container);
     void Rename(Node* node);
     // Null, or any node that is no clip, does nothing.
-    void PutOnClipboard(const Node* clip);
+    void PutOnClipboard(const Node* clip, const FormatFilter& wanted = {});
+    void PutChosenFormatOnClipboard(const Node* clip);
     void ShowProperties(Node* node);
     // True when the dialog was confirmed.
     bool ShowPropertiesOf(Node& node);
@@ -199,6 +200,8 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     int ListRowOf(const Node* node) const;
     // The node that is chosen where the keyboard is, in the list or in the tree; null for none.
     Node* ChosenNode() const;
+    // The format of the open clip that is chosen in the list, while the keyboard is there; null for none.
+    const CFormat* ChosenFormat() const;
     void ListRowChosen();
     // The preview shows the chosen row's clip; without one, what the open node gives.
     void PreviewChosenRow();

@@ -68,6 +68,8 @@ frmMain::Action frmMain::ActionOf(MainCommand command) {
         {C::Rename, [](Form& form, Node* node) { form.Rename(node); }},
         {C::Snap, [](Form& form, Node*) { form.captures_.Snap(); }},
         {C::ToClipboard, [](Form& form, Node* node) { form.PutOnClipboard(node); }},
+        {C::OnlyText, [](Form& form, Node* node) { form.PutOnClipboard(node, IsPlainText); }},
+        {C::OnlyFormat, [](Form& form, Node* node) { form.PutChosenFormatOnClipboard(node); }},
         {C::Activate, [](Form& form, Node* node) { form.SetActiveContainer(node); }},
         {C::Properties, [](Form& form, Node* node) { form.ShowProperties(node); }},
         {C::Search, [](Form& form, Node*) { form.Search(false); }},
@@ -110,7 +112,12 @@ frmMain::Action frmMain::ActionOf(MainCommand command) {
 }
 
 CommandSituation frmMain::Situation() const {
-    return {ChosenNode(), nodes_.Selected(), container_.Get(), Options().LockEdit, hits_.IsActive()};
+    return {.chosen = ChosenNode(),
+            .open = nodes_.Selected(),
+            .activeContainer = container_.Get(),
+            .lockEdit = Options().LockEdit,
+            .showsHits = hits_.IsActive(),
+            .formatChosen = ChosenFormat() != nullptr};
 }
 
 void frmMain::OnCommand(int number) {
@@ -218,9 +225,16 @@ void frmMain::PrepareClipboard() {
     PutOnClipboard(nodes_.Selected());
 }
 
-void frmMain::PutOnClipboard(const Node* clip) {
+void frmMain::PutOnClipboard(const Node* clip, const FormatFilter& wanted) {
     captures_.ForgetMissed();
-    setClip_.SetClip(clip);
+    setClip_.SetClip(clip, wanted);
+}
+
+void frmMain::PutChosenFormatOnClipboard(const Node* clip) {
+    const CFormat* const chosen = ChosenFormat();
+    if (chosen == nullptr) return;
+    const std::wstring name = chosen->FormatName;
+    PutOnClipboard(clip, [&](const CFormat& format) { return format.FormatName == name; });
 }
 
 void frmMain::ToggleLock() {

@@ -100,6 +100,13 @@ Node* frmMain::ChosenNode() const {
     return inList ? listNode_.Get() : nodes_.Selected();
 }
 
+const CFormat* frmMain::ChosenFormat() const {
+    if (FocusedPane() != panes_.lvListView.Window()) return nullptr;
+    const int row = panes_.lvListView.FocusedRow();
+    const std::shared_ptr<CFormats>& formats = panes_.Content().formats;
+    return formats != nullptr && row >= 0 && row < formats->Count() ? &formats->Item(row + 1) : nullptr;
+}
+
 void frmMain::ListRowChosen() {
     if (filling_) return;
     listNode_.Follow(NodeOfListRow(panes_.lvListView.FocusedRow()));

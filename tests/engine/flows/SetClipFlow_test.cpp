@@ -80,3 +80,15 @@ TEST_F(SetClipTest, SetClip_SaysWhyItFailsAndKeepsTheOldContentWhereItCan) {
     EXPECT_TRUE(fake.clipboard.Formats().empty());
     EXPECT_EQ(fake.user.beeps, 0);
 }
+
+TEST_F(SetClipTest, SetClip_WithOnlySomeFormats) {
+    flow.SetClip(nodes.Selected(), IsPlainText);
+    EXPECT_EQ(fake.clipboard.Formats(), (std::vector<FormatNumber>{1, OwnMarkerFormat}));
+    EXPECT_EQ(fake.clipboard.OtherProgramReads(1), "abc");
+    EXPECT_EQ(fake.user.LastStatus(), L"Clipboard erfolgreich gesetzt ...");
+
+    flow.SetClip(nodes.Selected(), [](const CFormat& format) { return format.FormatName == L"DIB"; });
+    EXPECT_EQ(fake.clipboard.OtherProgramReads(8), "dib");
+    flow.SetClip(nodes.Selected(), [](const CFormat&) { return false; });
+    EXPECT_EQ(fake.clipboard.Formats(), (std::vector<FormatNumber>{8, OwnMarkerFormat})) << "as it was";
+}
