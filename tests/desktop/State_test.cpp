@@ -101,4 +101,32 @@ TEST_F(State, SessionEnd_EndsAnOpenMenuAndTheProcess) {
     EXPECT_EQ(nxclip_.Program().WaitForEnd(), 0u) << "an invisible one would let no other start";
 }
 
+TEST_F(State, View_ComesBackAndTheKeyboardGoesRoundIt) {
+    StartWithList();
+    nxclip_.Command(mnuListViewPreview);
+    nxclip_.Command(mnuViewStatusBar);
+    constexpr int kNameWidth = 123;
+    nxclip_.List().window().Send(LVM_SETCOLUMNWIDTH, 0, kNameWidth);
+    const auto nameWidth = [&] { return nxclip_.List().window().Send(LVM_GETCOLUMNWIDTH, 0); };
+    nxclip_.Restart();
+    WaitFor("the list", [&] { return nxclip_.List().Count() == 3; });
+    EXPECT_EQ(nameWidth(), kNameWidth);
+    EXPECT_FALSE(nxclip_.StatusBar().window().Visible());
+    nxclip_.Command(mnuListViewSmall);
+    nxclip_.Restart();
+    WaitFor("the mode", [&] { return nxclip_.List().Mode() == LV_VIEW_SMALLICON; });
+
+    BringToFront(nxclip_.Main());
+    const int left = nxclip_.Main().Control(imgSplitter).Rectangle().left;
+    for (const int pane : {imgSplitter, lvListView}) {
+        PressKeys({VK_F6});
+        WaitFor("the next pane", [&] { return Focus().Number() == pane; });
+    }
+    PressKeys({VK_SHIFT, VK_F6});
+    WaitFor("the pane before", [&] { return Focus().Number() == imgSplitter; });
+    PressKeys({VK_RIGHT});
+    WaitFor("the splitter to move",
+            [&] { return nxclip_.Main().Control(imgSplitter).Rectangle().left > left; });
+}
+
 }  // namespace

@@ -94,6 +94,7 @@ class ToolBarControl {
 class StatusBarControl {
  public:
     explicit StatusBarControl(Window window) : window_(window) {}
+    Window window() const { return window_; }
     std::vector<std::wstring> Panels() const;
     // The panels that are not empty, with " | " between them.
     std::wstring Text() const;

@@ -49,6 +49,7 @@ Driver::Driver(const std::filesystem::path& program) {
 Driver::~Driver() {
     process_.reset();
     RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\NXClip");
+    RegDeleteKeyValueW(HKEY_CURRENT_USER, L"Software\\Microsoft\\Windows\\CurrentVersion\\Run", L"NXClip");
 }
 
 void Driver::Launch(const std::wstring& arguments) {

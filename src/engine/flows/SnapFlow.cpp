@@ -8,6 +8,7 @@
 #include "engine/clipboard/modClipboard.h"
 #include "engine/clipboard/modFileIO.h"
 #include "engine/clipboard/modViewerHook.h"
+#include "engine/flows/ContentName.h"
 #include "engine/flows/SameContent.h"
 #include "engine/formatsets/modFormatSet.h"
 #include "engine/process/MayBegin.h"
@@ -78,6 +79,15 @@ struct SnapFlow::Content {
         namedAfterUnicode = unicode;
         textName = ClipNameOfText(format.PreviewText);
     }
+    // The user wants to know by the name what is in it, also without text.
+    void NameAfterContent(const std::wstring& path) {
+        if (Options().NewtextMode != 1 || !Options().NameByContent) return;
+        if (textName.empty() || IsMarkup(textName)) {
+            const std::wstring name = ClipNameOfText(NameOfContent(path, count));
+            if (!name.empty()) textName = name;
+        }
+        textName = ShortName(textName, Options().NewMaxLen);
+    }
     const std::wstring& Name() const { return textName.empty() ? setName : textName; }
 
     // What the clip lacks because its owner did not give it; empty when it lacks nothing.
@@ -144,6 +154,7 @@ SnapFlow::Outcome SnapFlow::TakeSnap(Trigger trigger) {
         return outcome;
     }
     if (trigger == Trigger::Change && IsTakenAlready(file, *content)) return outcome;
+    content->NameAfterContent(file.Path());
     Node* const node = MakeNode(file, *content);
     if (node == nullptr) return outcome;
     file.Keep();

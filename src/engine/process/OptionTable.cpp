@@ -35,6 +35,7 @@ constexpr OptionRow kRows[] = {
     {L"KeyActivate", L"L", &O::KeyActivate, tbKeyActivate},
     {L"SkipPrivate", L"1", &O::SkipPrivate, chkSkipPrivate},
     {L"SkipSame", L"0", &O::SkipSame, chkSkipSame},
+    {L"NameByContent", L"0", &O::NameByContent, chkNameByContent},
     {nullptr, L"0", &O::StartWithWindows, chkStartWithWindows},
     {L"AutoSnapAtStart", L"0", &O::AutoSnapAtStart, chkAutoSnapAtStart},
     {L"CloseToIcon", L"0", &O::CloseToIcon, chkCloseToIcon},

@@ -22,6 +22,7 @@ struct OptionValues {
     std::int16_t NewtextMode =
         0;  // a new clip's name: 1 = the first characters of its text, else its format set
     std::int16_t NewMaxLen = 20;  // the number of characters then
+    bool NameByContent = false;   // a clip without text is named after what it holds then
     bool SetClipByDblClick = true;
     bool IconAfterSetClip = false;      // minimise after a clip was put on the clipboard
     bool SetBeep = false;               // beep after that

@@ -53,6 +53,7 @@ void SetRecommendedOptions() {
     Options().NewtextMode = 1;
     Options().EditPropAfterSnap = false;
     Options().SkipSame = true;
+    Options().NameByContent = true;
     Options().NewMaxLen = 60;
     Options().StartWithWindows = Options().AutoSnapAtStart = Options().AutoSnap = true;
     Options().CloseToIcon = Options().HotKeyToList = Options().IconAfterSetClip = true;

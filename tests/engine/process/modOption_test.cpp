@@ -41,7 +41,7 @@ OptionValues ValuesOfAnEmptyStore() {
     values.KeyActivate = L"L";
     values.SkipPrivate = true;
     values.SkipSame = false;
-    values.StartWithWindows = values.AutoSnapAtStart = values.CloseToIcon = values.HotKeyToList = false;
+    values.NameByContent = values.StartWithWindows = values.AutoSnapAtStart = values.CloseToIcon = values.HotKeyToList = false;
     return values;
 }
 
@@ -69,6 +69,7 @@ TEST_F(modOptionTest, SetDefaultOptions_PutsBackTheResetColumnAndTheRecommendedO
     SetRecommendedOptions();
     expected.NewtextMode = 1;
     expected.SkipSame = true;
+    expected.NameByContent = true;
     expected.NewMaxLen = 60;
     expected.AutoSnap = expected.AutoSnapAtStart = expected.StartWithWindows = true;
     expected.CloseToIcon = expected.HotKeyToList = expected.IconAfterSetClip = true;
