@@ -66,8 +66,16 @@ TEST_F(List, Keys_LookAtUseAndOpenTheChosenRow) {
     EXPECT_EQ(ReadFormatNow(Private()), "drei");
     ExpectListAsBefore(2);
 
+    PressKeys({VK_F2});
+    WaitFor("the name to edit", [&] { return Focus().ClassName() == L"Edit"; });
+    EXPECT_EQ(Focus().Text(), L"Clip");
+    Type(L"Käse");
+    PressKeys({VK_RETURN});
+    WaitFor("the new name", [&] { return nxclip_.List().Names().back() == L"Käse"; });
+    ExpectListAsBefore(2);
+
     PressKeys({VK_CONTROL, VK_RETURN});
-    WaitFor("its formats", [&] { return nxclip_.Title() == L"Formate von \"Profil\\Clip\""; });
+    WaitFor("its formats", [&] { return nxclip_.Title() == L"Formate von \"Profil\\Käse\""; });
     EXPECT_EQ(Focus(), nxclip_.List().window());
     PressKeys({VK_BACK});
     WaitFor("the folder", [&] { return nxclip_.Title() == L"Profil \"Profil\""; });

@@ -226,6 +226,18 @@ void ListPane::ChooseRow(int row) {
     ListView_EnsureVisible(window_, row, FALSE);
 }
 
+// Only while it is asked for: a slow second click on a row edits nothing.
+void ListPane::EditLabel(int row) {
+    ListView_EnsureVisible(window_, row, FALSE);
+    SetStyle(LVS_EDITLABELS, LVS_EDITLABELS);
+    SendMessageW(window_, LVM_EDITLABELW, static_cast<WPARAM>(row), 0);
+    SetStyle(LVS_EDITLABELS, 0);
+}
+
+void ListPane::EndEdit() {
+    if (LabelEdit() != nullptr) SetFocus(window_);
+}
+
 POINT ListPane::MenuPoint() const {
     RECT area{};
     if (const int row = FocusedRow(); row >= 0) ListView_GetItemRect(window_, row, &area, LVIR_LABEL);

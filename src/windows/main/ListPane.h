@@ -40,6 +40,12 @@ class ListPane {
     int FocusedRow() const;
     // Chooses a row as a click does.
     void ChooseRow(int row);
+    // Opens the name of a row for editing; what the control tells its parent of it says whether it may be.
+    void EditLabel(int row);
+    // While a name is being edited, its edit; null else.
+    HWND LabelEdit() const { return ListView_GetEditControl(window_); }
+    // Ends that, and what was typed counts.
+    void EndEdit();
     // Where the keyboard's context menu belongs: below the chosen row, in screen pixels.
     POINT MenuPoint() const;
 

@@ -305,7 +305,7 @@ LRESULT frmMain::OnNotify(NMHDR& header) {
 bool frmMain::TranslateKey(MSG& message) {
     if (message.hwnd != window_ && !IsChild(window_, message.hwnd)) return false;
     // While a name is edited in place the keys belong to the edit.
-    if (panes_.tvTreeView.IsEditing()) return false;
+    if (panes_.tvTreeView.IsEditing() || panes_.lvListView.LabelEdit() != nullptr) return false;
     if (panes_.preview.Wants(message)) return false;
     if (TranslateSearchKey(message)) return true;
     if (panes_.tbFilter.Wants(message)) return false;
@@ -338,6 +338,9 @@ void frmMain::GoToNextPane(bool back) {
 
 HWND frmMain::FocusedPane() const {
     const HWND focus = GetFocus();
+    // A name that is edited in place belongs to its pane: the edit does not last.
+    for (const HWND pane : {panes_.tvTreeView.Window(), panes_.lvListView.Window()})
+        if (IsChild(pane, focus)) return pane;
     if (IsChild(window_, focus)) return focus;
     return IsShownInside(window_, lastFocus_) ? lastFocus_ : panes_.tvTreeView.Window();
 }
@@ -398,6 +401,7 @@ void frmMain::EndWhatIsOpen() {
     if (menuLoops_ == 0) menu_.reset();
     if (Is(Busy::Drag)) drag_.Cancel();
     panes_.tvTreeView.EndEdit();
+    panes_.lvListView.EndEdit();
 }
 
 // The code below an open dialog goes on with the window when the dialog closes.

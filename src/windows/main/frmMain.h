@@ -190,6 +190,11 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     void OpenListRow(int row);
     // The one that is left is the chosen row then.
     void OpenFolderAbove();
+    // A name is edited in its row. The first is false where it may not be.
+    bool BeginListEdit(int row);
+    void ShowInListEdit(const std::wstring& text) const;
+    void EndListEdit(bool confirmed);
+    void RenameEdited(const std::wstring& text);
     // What the hot key does: the window comes back, and with it, if the user wants that, the newest clip of
     // the active container under the cursor.
     void HotKeyPressed();
@@ -254,6 +259,8 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     NodeRef shownNode_;  // whose content the list shows
     NodeRef listNode_;   // of the chosen row
     bool filling_ = false;
+    NodeRef editedNode_;  // whose name is edited in the list
+    std::optional<BusyScope> listEdit_;
 
     HitList hits_{nodes_, ThePlatform().clock};
     SearchWorker searchWorker_;

@@ -331,6 +331,8 @@ void frmMain::NewFolder(Node* container) {
 
 void frmMain::Rename(Node* node) {
     if (node == nullptr) return;
+    const int row = FocusedPane() == panes_.lvListView.Window() ? ListRowOf(node) : -1;
+    if (row >= 0) return panes_.lvListView.EditLabel(row);
     nodes_.Select(node);
     panes_.tvTreeView.EditLabel(*node);
 }

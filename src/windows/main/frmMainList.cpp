@@ -5,7 +5,10 @@
 #include "engine/process/modOption.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/modTreeEx.h"
+#include "platform/Busy.h"
+#include "platform/ByteBuffer.h"
 #include "platform/SetWhile.h"
+#include "windows/controls/Dialog.h"
 #include "windows/main/frmMain.h"
 
 LRESULT frmMain::OnListNotify(NMHDR& header) {
@@ -22,6 +25,12 @@ LRESULT frmMain::OnListNotify(NMHDR& header) {
         case LVN_ODSTATECHANGED:
             ListRowChosen();
             return 0;
+        case LVN_BEGINLABELEDITW:
+            return BeginListEdit(reinterpret_cast<NMLVDISPINFOW&>(header).item.iItem) ? FALSE : TRUE;
+        case LVN_ENDLABELEDITW:
+            EndListEdit(reinterpret_cast<NMLVDISPINFOW&>(header).item.pszText != nullptr);
+            // The row gets its text from its node.
+            return FALSE;
         case LVN_KEYDOWN:
             if (reinterpret_cast<NMLVKEYDOWN&>(header).wVKey == VK_BACK) OpenFolderAbove();
             return 0;
@@ -91,6 +100,41 @@ void frmMain::ShowNewestClip() {
     while (newest != nullptr && !IsClipNode(newest))
         newest = newest->Previous();
     if (const int row = ListRowOf(newest); row >= 0) panes_.lvListView.ChooseRow(row);
+}
+
+bool frmMain::BeginListEdit(int row) {
+    Node* const node = NodeOfListRow(row);
+    if (node == nullptr || !MayEditLabel(*node)) return false;
+    editedNode_.Follow(node);
+    listEdit_.emplace(Busy::Rename);
+    ShowInListEdit(node->Text());
+    return true;
+}
+
+// The control's own edit would hold no more than it draws of a text.
+void frmMain::ShowInListEdit(const std::wstring& text) const {
+    const HWND edit = panes_.lvListView.LabelEdit();
+    SendMessageW(edit, EM_SETLIMITTEXT, kLongestStoredText, 0);
+    SetWindowTextW(edit, text.c_str());
+    SendMessageW(edit, EM_SETSEL, 0, -1);
+}
+
+// The new name may open boxes and fill the list anew: not in the middle of the control's notification.
+void frmMain::EndListEdit(bool confirmed) {
+    listEdit_.reset();
+    if (!confirmed) return;
+    Later(std::chrono::milliseconds(0),
+          [this, text = WindowText(panes_.lvListView.LabelEdit())] { RenameEdited(text); });
+}
+
+void frmMain::RenameEdited(const std::wstring& text) {
+    Node* const node = editedNode_.Get();
+    if (node == nullptr || text == node->Text() || LabelEdited(*node, text)) return;
+    // What was typed stands in the edit again.
+    const int row = ListRowOf(editedNode_.Get());
+    if (row < 0) return;
+    panes_.lvListView.EditLabel(row);
+    if (panes_.lvListView.LabelEdit() != nullptr) ShowInListEdit(text);
 }
 
 Node* frmMain::ChosenNode() const {
