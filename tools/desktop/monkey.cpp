@@ -41,9 +41,10 @@ constexpr int kCommands[] = {
     mnuListViewList,  mnuListViewDetails, mnuListViewPreview, m_stretchmode,     mnuViewRefresh,
     mnuViewOptions,   m_extra_fs,         m_ext_act_format,   m_ext_fa,          m_ext_diag,
     m_copy_info,      m_quickstart,       m_reconnect,        m_PP_UnlinkProfil, m_pp_prop,
-    m_tray_restore,   m_tray_autosnap,    m_tray_snap};
-constexpr WORD kKeys[] = {VK_RETURN, VK_ESCAPE, VK_TAB, VK_SPACE, VK_UP, VK_DOWN, VK_LEFT, VK_RIGHT,
-                          VK_DELETE, VK_HOME,   VK_END, VK_F2,    VK_F3, VK_F5,   VK_APPS, VK_F10};
+    m_tray_restore,   m_tray_autosnap,    m_tray_snap,        m_only_text,       m_only_format,
+    m_edit_autosnap,  m_edit_lock};
+constexpr WORD kKeys[] = {VK_RETURN, VK_ESCAPE, VK_TAB, VK_SPACE, VK_UP, VK_DOWN, VK_LEFT, VK_RIGHT, VK_DELETE,
+                          VK_HOME,   VK_END,    VK_F2,  VK_F3,    VK_F5, VK_F6,   VK_APPS, VK_F10,   VK_BACK};
 constexpr const wchar_t* kTexts[] = {L"",     L" ",  L"Affe",        L"Grüße & mehr",
                                      L"C:\\", L"-1", L"99999999999", L"x\\y:z"};
 
@@ -91,7 +92,7 @@ class Monkey {
     }
     void Step() {
         const Window dialog = TopDialog();
-        switch (Random(dialog ? 12 : 16)) {
+        switch (Random(dialog ? 14 : 18)) {
             case 0:
                 return Copy();
             case 1:
@@ -104,6 +105,10 @@ class Monkey {
                 return ComeToTheFront();
             case 5:
                 return Random(4) == 0 ? End() : EditAName();
+            case 6:
+                return GoOrComeBack();
+            case 7:
+                return UseList();
             default:
                 return dialog ? AnswerSomehow(dialog) : Random(3) == 0 ? DragSomething() : Command();
         }
@@ -126,6 +131,42 @@ class Monkey {
         const int command = OneOf(kCommands);
         Note("command " + std::to_string(command));
         nxclip_.Command(command);
+    }
+    // To the icon, or back by one of the ways.
+    void GoOrComeBack() {
+        constexpr UINT kTrayMessage = 1125;
+        switch (Random(4)) {
+            case 0:
+                Note("minimise");
+                return nxclip_.Main().Post(WM_SYSCOMMAND, SC_MINIMIZE);
+            case 1:
+                Note("double click on the icon");
+                return nxclip_.Main().Post(kTrayMessage, 0, WM_LBUTTONDBLCLK);
+            case 2:
+                Note("the task bar's button");
+                return nxclip_.Main().Post(WM_SYSCOMMAND, SC_RESTORE);
+            default:
+                Note("hot key");
+                return PressKeys({VK_CONTROL, VK_MENU, 'L'});
+        }
+    }
+    // A row is chosen and used, opened or renamed.
+    void UseList() {
+        const int count = nxclip_.List().Count();
+        if (count == 0 || !nxclip_.Main().Visible() || nxclip_.Main().Minimised()) return;
+        Note("a row of the list");
+        Click(nxclip_.List().PlaceOf(Random(static_cast<std::size_t>(count))));
+        switch (Random(4)) {
+            case 0:
+                return PressKeys({VK_RETURN});
+            case 1:
+                return PressKeys({VK_CONTROL, VK_RETURN});
+            case 2:
+                return PressKeys({VK_CONTROL, VK_SHIFT, VK_RETURN});
+            default:
+                PressKeys({VK_F2});
+                return Type(OneOf(kTexts));
+        }
     }
     void PressAKey() {
         const WORD key = OneOf(kKeys);
