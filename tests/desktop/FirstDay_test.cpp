@@ -35,8 +35,9 @@ class FirstDay : public ProgramTest {
         const std::set<HTREEITEM> before = nxclip_.Items();
         WriteWholeFile(Scratch(text + L".txt"), Unicode(text).bytes);
         const std::wstring file = Scratch(text + L".txt").wstring();
-        auto program = std::make_unique<Process>(L"\"" + (OwnDirectory() / L"clipput.exe").wstring() + L"\" \"13=" +
-                                                 file + L"\" \"NXClip Desktop Test=" + file + L"\"");
+        auto program =
+            std::make_unique<Process>(L"\"" + (OwnDirectory() / L"clipput.exe").wstring() + L"\" \"13=" +
+                                      file + L"\" \"NXClip Desktop Test=" + file + L"\"");
         EXPECT_EQ(nxclip_.WaitForNewClip(before).text, text);
         return program;
     }

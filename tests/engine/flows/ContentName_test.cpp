@@ -21,9 +21,10 @@ class ContentNameTest : public ClipboardTest {
 };
 
 TEST_F(ContentNameTest, NameOfContent_SaysWhatAClipWithoutTextHolds) {
-    const std::string dib =
-        RecordBytes(8, "DIB", "\x28\0\0\0\x02\0\0\0\x01\0\0\0\x01\0\x20\0"s + std::string(24, '\0') + "12345678");
-    const std::string rtf = RecordBytes(0xC0AA, "Rich Text Format", R"({\rtf1{\fonttbl{\f0 Arial;}}Gr\'fc\'dfe  an {\b alle}})");
+    const std::string dib = RecordBytes(
+        8, "DIB", "\x28\0\0\0\x02\0\0\0\x01\0\0\0\x01\0\x20\0"s + std::string(24, '\0') + "12345678");
+    const std::string rtf =
+        RecordBytes(0xC0AA, "Rich Text Format", R"({\rtf1{\fonttbl{\f0 Arial;}}Gr\'fc\'dfe  an {\b alle}})");
     const std::string png =
         RecordBytes(0xC0AB, "PNG", "\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\x03\x20\0\0\x02\x58"s);
     EXPECT_EQ(NameOf(Files("C:\\a\\Angebot.pdf\0C:\\b.txt\0C:\\c\0"s)), L"3 Dateien: Angebot.pdf ...");

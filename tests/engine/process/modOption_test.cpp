@@ -41,7 +41,8 @@ OptionValues ValuesOfAnEmptyStore() {
     values.KeyActivate = L"L";
     values.SkipPrivate = true;
     values.SkipSame = false;
-    values.NameByContent = values.StartWithWindows = values.AutoSnapAtStart = values.CloseToIcon = values.HotKeyToList = false;
+    values.NameByContent = values.StartWithWindows = values.AutoSnapAtStart = values.CloseToIcon =
+        values.HotKeyToList = false;
     return values;
 }
 
