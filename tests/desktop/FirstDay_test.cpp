@@ -99,14 +99,14 @@ TEST_F(FirstDay, FirstHour_CopiesChoosesAndPastesByKeysAlone) {
     const auto comeToTheList = [&] {
         PressKeys({VK_CONTROL, VK_MENU, 'L'});
         WaitFor("the keyboard in the list", [&] { return Focus() == nxclip_.List().window(); });
-        EXPECT_EQ(ChosenRow(), 2) << "the newest clip";
+        EXPECT_EQ(ChosenRow(), 0) << "the newest clip";
     };
     const auto waitForElsewhere = [&] {
         WaitFor("the program before", [&] { return GetForegroundWindow() == elsewhere.Handle(); });
         EXPECT_FALSE(nxclip_.Main().Visible());
     };
     comeToTheList();
-    PressKeys({VK_UP});
+    PressKeys({VK_DOWN});
     WaitFor("the preview", [&] { return nxclip_.Main().TextOf(tbPreviewText) == L"zweites"; });
     PressKeys({VK_RETURN});
     waitForElsewhere();

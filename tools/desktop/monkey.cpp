@@ -43,8 +43,9 @@ constexpr int kCommands[] = {
     m_copy_info,      m_quickstart,       m_reconnect,        m_PP_UnlinkProfil, m_pp_prop,
     m_tray_restore,   m_tray_autosnap,    m_tray_snap,        m_only_text,       m_only_format,
     m_edit_autosnap,  m_edit_lock};
-constexpr WORD kKeys[] = {VK_RETURN, VK_ESCAPE, VK_TAB, VK_SPACE, VK_UP, VK_DOWN, VK_LEFT, VK_RIGHT, VK_DELETE,
-                          VK_HOME,   VK_END,    VK_F2,  VK_F3,    VK_F5, VK_F6,   VK_APPS, VK_F10,   VK_BACK};
+constexpr WORD kKeys[] = {VK_RETURN, VK_ESCAPE, VK_TAB,    VK_SPACE, VK_UP,  VK_DOWN,
+                          VK_LEFT,   VK_RIGHT,  VK_DELETE, VK_HOME,  VK_END, VK_F2,
+                          VK_F3,     VK_F5,     VK_F6,     VK_APPS,  VK_F10, VK_BACK};
 constexpr const wchar_t* kTexts[] = {L"",     L" ",  L"Affe",        L"Grüße & mehr",
                                      L"C:\\", L"-1", L"99999999999", L"x\\y:z"};
 

@@ -93,6 +93,33 @@ std::wstring NodeText(const Node& node, int column) {
     return {};
 }
 
+// What an entry is sorted by, made once for all comparisons.
+struct SortKey {
+    ListEntry entry;
+    bool isClip = false;
+    std::int64_t number = 0;
+    std::wstring text;
+};
+
+bool IsBefore(const SortKey& a, const SortKey& b) {
+    return a.number != b.number ? a.number < b.number : CompareNoCase(a.text, b.text) < 0;
+}
+
+// The numbers of clips are given in the order of capture.
+SortKey KeyOf(const ListEntry& entry, const Node* node, int column) {
+    SortKey key;
+    key.entry = entry;
+    key.isClip = IsClipNode(node);
+    if (node == nullptr) return key;
+    if (column == ListOrder::kCaptured)
+        key.number = ClipNumberOf(node);
+    else if (column >= 1 && column <= 3)
+        key.number = ParseInt32(NodeText(*node, column)).value_or(0);
+    else
+        key.text = NodeText(*node, column);
+    return key;
+}
+
 }  // namespace
 
 ListContent BuildListContent(const Node* selected, CClipBoard& clipBoard) {
@@ -104,6 +131,30 @@ ListContent BuildListContent(const Node* selected, CClipBoard& clipBoard) {
         ListChildren(*selected, content);
     }
     return content;
+}
+
+ListOrder OrderAfterClick(const ListOrder& order, int column) {
+    const bool firstDescends = column == ListOrder::kCaptured;
+    if (order.column != column) return {column, firstDescends};
+    if (order.descending == firstDescends) return {column, !firstDescends};
+    return {};
+}
+
+bool CanBeSorted(const ListContent& content) {
+    return content.nodes != nullptr && content.hits == nullptr;
+}
+
+void SortEntries(ListContent& content, const ListOrder& order) {
+    if (!CanBeSorted(content) || order.column == ListOrder::kAsInTree) return;
+    std::vector<SortKey> keys;
+    keys.reserve(content.entries.size());
+    for (const ListEntry& entry : content.entries)
+        keys.push_back(KeyOf(entry, content.nodes->Item(entry.treeIndex), order.column));
+    std::ranges::stable_sort(keys, [&](const SortKey& a, const SortKey& b) {
+        if (a.isClip != b.isClip) return b.isClip;
+        return order.descending ? IsBefore(b, a) : IsBefore(a, b);
+    });
+    std::ranges::transform(keys, content.entries.begin(), &SortKey::entry);
 }
 
 std::wstring ListText(const ListContent& content, int row, int column) {

@@ -38,6 +38,27 @@ struct ListContent {
 // what goes wrong there is told to the user.
 ListContent BuildListContent(const Node* selected, CClipBoard& clipBoard);
 
+// In what order the list shows what lies in a profile or folder. The tree keeps its own.
+struct ListOrder {
+    static constexpr int kAsInTree = -1;
+    static constexpr int kCaptured = 4;  // the column with the time of capture
+
+    int column = kAsInTree;
+    bool descending = false;
+
+    friend bool operator==(const ListOrder&, const ListOrder&) = default;
+};
+// The newest first.
+inline constexpr ListOrder kNewestFirst{ListOrder::kCaptured, true};
+
+// The order after a click on a column's heading: first by it (by the time of capture the newest in front),
+// then the other way round, then as in the tree again.
+ListOrder OrderAfterClick(const ListOrder& order, int column);
+// What a search found keeps its order, and so do formats.
+bool CanBeSorted(const ListContent& content);
+// Puts the entries in order, profiles and folders in front of the clips.
+void SortEntries(ListContent& content, const ListOrder& order);
+
 // What a row shows in a column, counted from 0. Empty outside of the list and where there is nothing to say,
 // which includes a node that went meanwhile.
 std::wstring ListText(const ListContent& content, int row, int column);

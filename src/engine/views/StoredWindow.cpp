@@ -79,6 +79,10 @@ StoredView ReadView() {
     view.stretch = StoredFlag(L"ViewStretch", view.stretch);
     const double mode = StoredNumber(L"ViewMode", view.listMode);
     if (mode == 0 || mode == 1 || mode == 2) view.listMode = static_cast<int>(mode);
+    const double column = StoredNumber(L"ViewSort", view.sortColumn);
+    constexpr double kLastColumn = 5;
+    if (column >= 0 && column <= kLastColumn) view.sortColumn = static_cast<int>(column);
+    view.sortDescending = view.sortColumn >= 0 && StoredFlag(L"ViewSortDown", view.sortDescending);
     return view;
 }
 
@@ -88,6 +92,8 @@ void StoreView(const StoredView& view) {
     StoreNumber(L"ViewPreview", view.preview);
     StoreNumber(L"ViewStretch", view.stretch);
     StoreNumber(L"ViewMode", view.listMode);
+    StoreNumber(L"ViewSort", view.sortColumn);
+    StoreNumber(L"ViewSortDown", view.sortDescending);
 }
 
 std::vector<int> ReadColumnWidths(const std::wstring& firstHeading) {

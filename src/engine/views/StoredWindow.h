@@ -27,7 +27,9 @@ struct StoredView {
     bool statusBar = true;
     bool preview = true;
     bool stretch = false;
-    int listMode = 3;  // as the view's menu counts them from 0; 3 are the details
+    int listMode = 3;     // as the view's menu counts them from 0; 3 are the details
+    int sortColumn = -1;  // of the list, from 0; -1 for the order of the tree
+    bool sortDescending = false;
 
     friend bool operator==(const StoredView&, const StoredView&) = default;
 };

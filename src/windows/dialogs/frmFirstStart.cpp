@@ -20,7 +20,8 @@ void frmFirstStart::OnOk() {
     for (int i = 0; i < kFirstStartTemplateCount; ++i)
         choice_.templates[static_cast<std::size_t>(i)] = Checked(chkTemplate + i);
     choice_.boxChecked = Checked(chkDialog);
-    if (Checked(chkRecommended)) {
+    recommended_ = Checked(chkRecommended);
+    if (recommended_) {
         SetRecommendedOptions();
         AddRecommendedFormatSets();
     }

@@ -8,6 +8,8 @@ class frmFirstStart : public Dialog {
  public:
     // What was confirmed.
     const FirstStartChoice& Choice() const { return choice_; }
+    // The recommended settings are in force.
+    bool Recommended() const { return recommended_; }
 
  private:
     void OnInit() override;
@@ -15,4 +17,5 @@ class frmFirstStart : public Dialog {
     HelpTopic Topic() const override { return HelpTopic::FirstStart; }
 
     FirstStartChoice choice_;
+    bool recommended_ = false;
 };

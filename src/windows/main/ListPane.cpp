@@ -179,6 +179,20 @@ void ListPane::InsertColumns(const std::vector<int>& widths) {
     }
 }
 
+void ListPane::MarkOrder(const ListOrder& order) {
+    const HWND header = ListView_GetHeader(window_);
+    for (int place = 0; place < static_cast<int>(headings_.size()); ++place) {
+        HDITEMW item{};
+        item.mask = HDI_FORMAT;
+        SendMessageW(header, HDM_GETITEMW, static_cast<WPARAM>(place), reinterpret_cast<LPARAM>(&item));
+        const int before = item.fmt;
+        item.fmt &= ~(HDF_SORTUP | HDF_SORTDOWN);
+        if (place == order.column) item.fmt |= order.descending ? HDF_SORTDOWN : HDF_SORTUP;
+        if (item.fmt != before)
+            SendMessageW(header, HDM_SETITEMW, static_cast<WPARAM>(place), reinterpret_cast<LPARAM>(&item));
+    }
+}
+
 void ListPane::ResizeColumns(const std::vector<int>& widths) {
     for (std::size_t place = 0; place < widths.size(); ++place)
         if (widths[place] != fitted_[place])

@@ -34,6 +34,8 @@ class ListPane {
     // The first row that is seen, to be seen there again.
     int TopRow() const;
     void ScrollTo(int topRow);
+    // Shows at the headings by which column the content is sorted.
+    void MarkOrder(const ListOrder& order);
     // Keeps the widths that the user gave the columns for the next run.
     void StoreColumns();
     // The row that is chosen, or -1.

@@ -135,12 +135,13 @@ void MainPanes::RestoreView() {
     if (view.statusBar != statusBarShown_) ToggleStatusBar();
     if (view.stretch != stretched_) ToggleStretch();
     previewShown_ = view.preview;
+    order_ = {view.sortColumn, view.sortDescending};
     lvListView.SetMode(static_cast<ListMode>(view.listMode));
 }
 
 void MainPanes::StoreView() {
-    ::StoreView(
-        {toolBarShown_, statusBarShown_, previewShown_, stretched_, static_cast<int>(lvListView.Mode())});
+    ::StoreView({toolBarShown_, statusBarShown_, previewShown_, stretched_,
+                 static_cast<int>(lvListView.Mode()), order_.column, order_.descending});
     lvListView.StoreColumns();
 }
 
@@ -151,8 +152,10 @@ void MainPanes::ClearContent() {
 
 void MainPanes::ShowContent(ListContent content, const std::wstring& containerTitle) {
     content_ = std::move(content);
+    SortEntries(content_, order_);
     ShowTitle(content_.title.empty() ? containerTitle : content_.title);
     lvListView.ShowContent(content_);
+    lvListView.MarkOrder(CanBeSorted(content_) ? order_ : ListOrder());
     ShowStatus(content_.status);
     preview.Show(content_);
 }

@@ -51,6 +51,10 @@ class MainPanes {
     // The bar between tree and list, which the arrow keys move.
     HWND SplitterWindow() const { return imgSplitter_.Window(); }
 
+    // The order of the list, of what it shows from now on.
+    const ListOrder& Order() const { return order_; }
+    void SetOrder(const ListOrder& order) { order_ = order; }
+
     void ClearContent();
     // Shows what belongs to the open node; `containerTitle` stands above an empty list without a title.
     void ShowContent(ListContent content, const std::wstring& containerTitle);
@@ -79,6 +83,7 @@ class MainPanes {
     UniqueImageList treePictures_;
     UINT dpi_ = 96;
     ListContent content_;
+    ListOrder order_;
     std::wstring status_;  // what the status bar is to show
     std::wstring drawnStatus_;
     // Since when a text is not drawn, in milliseconds of the system's clock.

@@ -322,8 +322,8 @@ bool frmMain::TranslateKey(MSG& message) {
 }
 
 void frmMain::GoToNextPane(bool back) {
-    const std::array all{panes_.tvTreeView.Window(), panes_.SplitterWindow(), panes_.lvListView.Window(), panes_.preview.ChosenBox(),
-                         panes_.tbToolBar.Window()};
+    const std::array all{panes_.tvTreeView.Window(), panes_.SplitterWindow(), panes_.lvListView.Window(),
+                         panes_.preview.ChosenBox(), panes_.tbToolBar.Window()};
     std::vector<HWND> shown;
     std::copy_if(all.begin(), all.end(), std::back_inserter(shown), &IsWindowVisible);
     const HWND focus = panes_.preview.IsTab(GetFocus()) ? panes_.preview.ChosenBox() : GetFocus();

@@ -211,6 +211,7 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     // The preview shows the chosen row's clip; without one, what the open node gives.
     void PreviewChosenRow();
     void KeepListRow(int row);
+    void SortList(const ListOrder& order);
 
     void ShowContainer();
 

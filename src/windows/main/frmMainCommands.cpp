@@ -408,6 +408,7 @@ void frmMain::ShowFirstStart() {
     frmFirstStart dialog;
     if (!dialog.ShowModal(window_, IDD_frmFirstStart)) return;
     SetOptions();
+    if (dialog.Recommended()) SortList(kNewestFirst);
     const bool isFirst = container_.Get() == nullptr;
     if (Node* const profile = InstallFirstStartTemplates(cTV, container_, dialog.Choice());
         profile != nullptr)

@@ -31,6 +31,10 @@ LRESULT frmMain::OnListNotify(NMHDR& header) {
             EndListEdit(reinterpret_cast<NMLVDISPINFOW&>(header).item.pszText != nullptr);
             // The row gets its text from its node.
             return FALSE;
+        case LVN_COLUMNCLICK:
+            if (CanBeSorted(panes_.Content()))
+                SortList(OrderAfterClick(panes_.Order(), reinterpret_cast<NMLISTVIEW&>(header).iSubItem));
+            return 0;
         case LVN_KEYDOWN:
             if (reinterpret_cast<NMLVKEYDOWN&>(header).wVKey == VK_BACK) OpenFolderAbove();
             return 0;
@@ -170,6 +174,11 @@ void frmMain::PreviewChosenRow() {
     const ListContent content = BuildListContent(chosen, clipBoard_);
     panes_.preview.Show(content);
     if (content.formats == nullptr) panes_.ShowStatus(content.status);
+}
+
+void frmMain::SortList(const ListOrder& order) {
+    panes_.SetOrder(order);
+    UpdateListview();
 }
 
 void frmMain::UpdateListview() {

@@ -83,6 +83,27 @@ TEST_F(ListTest, BuildListContent_ListsTheChildrenOfProfilesAndFolders) {
     EXPECT_EQ(Content(nullptr).status, L"");
 }
 
+TEST_F(ListTest, SortEntries_ByEachHeadingAndBackToTheTreesOrder) {
+    for (const auto& [number, name] : {std::pair(7, L"b"), std::pair(12, L"C"), std::pair(9, L"ä")})
+        AddClip(number, static_cast<std::int16_t>(number)).SetText(name);
+    nodes.Add(folder, NodeRelation::Child, L"x", std::wstring(L"Structure")).SetTag(L"S&");
+    ListOrder order;
+    const auto afterClick = [&](int column) {
+        order = OrderAfterClick(order, column);
+        ListContent content = Content(folder);
+        SortEntries(content, order);
+        std::wstring names;
+        for (int row = 0; row < 4; ++row)
+            names += ListText(content, row, 0);
+        return names;
+    };
+    EXPECT_EQ(afterClick(4), L"xCäb") << "the newest first, behind the folders";
+    EXPECT_EQ(afterClick(4), L"xbäC");
+    EXPECT_EQ(afterClick(4), L"bCäx");
+    EXPECT_EQ(afterClick(0), L"xäbC");
+    EXPECT_EQ(afterClick(3), L"xbäC") << "by number, not by its digits";
+}
+
 TEST_F(ListTest, FindListRow_GoesOnFromTheRowAndWrapsOnlyWhenAsked) {
     for (const wchar_t* name : {L"Abc", L"b", L"ÄB", L"abd"})
         nodes.Add(folder, NodeRelation::Child, name, std::wstring(L"Clip"));

@@ -24,6 +24,8 @@ TEST_F(StoredWindow, ReadNonsense_GivesDefaults) {
     EXPECT_EQ(ReadSplitter(1900), 1900);
     Put(L"ViewMode", L"7");
     Put(L"ViewPreview", L"x");
+    Put(L"ViewSort", L"99");
+    Put(L"ViewSortDown", L"1");
     EXPECT_EQ(ReadView(), StoredView());
     for (const wchar_t* text : {L"1,x", L"1,,2", L"1,-2", L"1,2000000000"}) {
         Put(L"ColumnsName", text);
@@ -39,7 +41,7 @@ TEST_F(StoredWindow, StoreAndRead_ComesBack) {
     EXPECT_EQ(place.height, 8000);
     EXPECT_EQ(ReadMainState(), MainState::Maximised);
     EXPECT_EQ(ReadSplitter(0), 2346);
-    const StoredView view{false, false, false, true, 1};
+    const StoredView view{false, false, false, true, 1, 4, true};
     StoreView(view);
     EXPECT_EQ(ReadView(), view);
     StoreColumnWidths(L"Name", {100, 0, 250});
