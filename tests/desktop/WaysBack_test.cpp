@@ -31,17 +31,13 @@ class WaysBack : public ProgramTest {
     using Way = std::pair<const char*, std::function<void()>>;
 
     void SecondStart() { nxclip_.StartSecond()->WaitForEnd(); }
-    void DoubleClickIcon() {
-        constexpr UINT kTrayMessage = 1125;
-        nxclip_.Main().Post(kTrayMessage, 0, WM_LBUTTONDBLCLK);
-    }
     // Those that lead to a window in any state.
     std::vector<Way> Ways() {
         return {{"hot key",
                  [] {
                      PressKeys({VK_CONTROL, VK_MENU, 'L'});
                  }},
-                {"icon", [&] { DoubleClickIcon(); }},
+                {"icon", [&] { nxclip_.DoubleClickIcon(); }},
                 {"menu", [&] { nxclip_.Command(m_tray_restore); }},
                 {"second start", [&] { SecondStart(); }}};
     }

@@ -97,6 +97,13 @@ std::unique_ptr<Process> Driver::StartSecond() const {
     return second;
 }
 
+void Driver::DoubleClickIcon() const {
+    constexpr UINT kTrayMessage = 1125;
+    // The icon's own window is the child without a number.
+    for (Window child : main_.Children())
+        if (child.Number() == 0) child.Post(kTrayMessage, 0, WM_LBUTTONDBLCLK);
+}
+
 Window Driver::WaitForDialog(std::wstring_view title) const {
     return WaitFor("the dialog \"" + Utf8(title) + "\"", [&] {
         for (Window window : TopLevelWindows(process_->Id())) {

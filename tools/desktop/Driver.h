@@ -60,6 +60,8 @@ class Driver {
     TabControl FormatTab() const { return TabControl(main_.Control(tabFormat)); }
     std::wstring Title() const { return main_.TextOf(lblTitle); }
 
+    // What a double click on the icon in the notification area does. Posted.
+    void DoubleClickIcon() const;
     void Command(int number) const { main_.Command(number); }
 
     // Waits for a dialog of the program by its title.

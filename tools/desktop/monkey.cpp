@@ -135,14 +135,13 @@ class Monkey {
     }
     // To the icon, or back by one of the ways.
     void GoOrComeBack() {
-        constexpr UINT kTrayMessage = 1125;
         switch (Random(4)) {
             case 0:
                 Note("minimise");
                 return nxclip_.Main().Post(WM_SYSCOMMAND, SC_MINIMIZE);
             case 1:
                 Note("double click on the icon");
-                return nxclip_.Main().Post(kTrayMessage, 0, WM_LBUTTONDBLCLK);
+                return nxclip_.DoubleClickIcon();
             case 2:
                 Note("the task bar's button");
                 return nxclip_.Main().Post(WM_SYSCOMMAND, SC_RESTORE);
