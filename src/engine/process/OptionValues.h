@@ -35,7 +35,7 @@ struct OptionValues {
     bool SkipSame = false;            // automatic capture leaves what the container's newest clip holds
     // The system starts the program when the user logs on; kept in the system's own list alone.
     bool StartWithWindows = false;
-    bool AutoSnapAtStart = false;  // AutoSnap is on from the start
+    bool AutoSnapAtStart = false;  // AutoSnap is on once the main window is loaded
     bool CloseToIcon = false;      // closing the window while captures go on leaves it as an icon
     bool HotKeyToList = false;     // the hot key leads to the newest clip of the active container
 

@@ -75,7 +75,6 @@ void LoadOptions() {
         for (const OptionRow& row : OptionRows())
             Read(row);
         if (Options().KeyActivate.size() != 1) Options().KeyActivate = L"L";
-        Options().AutoSnap = Options().AutoSnapAtStart;
         Options().StartWithWindows = !ThePlatform().settings.LogonCommand().empty();
         LogDebug(L"LoadOptions beendet");
     });

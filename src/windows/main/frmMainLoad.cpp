@@ -66,6 +66,8 @@ void frmMain::Form_Load() {
     });
     container_.Restore();
     cSysTray1.SetInTray(Options().ShowInTray);
+    // Not before there is a container: who joins the viewer chain is told of the clipboard at once.
+    Options().AutoSnap = Options().AutoSnapAtStart;
     SetOptions();
     if (!hasHotKey) TellHotKeyTaken();
 }

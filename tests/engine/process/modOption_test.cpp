@@ -76,6 +76,7 @@ TEST_F(modOptionTest, SetDefaultOptions_PutsBackTheResetColumnAndTheRecommendedO
     expected.CloseToIcon = expected.HotKeyToList = expected.IconAfterSetClip = true;
     EXPECT_EQ(Options(), expected);
     SaveOptions();
+    expected.AutoSnap = false;
     EXPECT_EQ(Loaded(), expected) << "the system's list and the store bring them back";
     EXPECT_EQ(fake.settings.LogonCommand(), L"\"C:\\NXCLIP\\NXClip.exe\" ICON");
     Options().StartWithWindows = false;
