@@ -34,12 +34,12 @@ TEST_F(StartUp, FirstStart_ShowsAnEmptyTreeAndMakesNoProfile) {
     EXPECT_EQ(nxclip_.List().Count(), 0);
     EXPECT_EQ(nxclip_.Title(), L"<Keine aktive Ablage>");
     EXPECT_FALSE(nxclip_.ToolBar().Enabled(tbbSnap));
-    // 1000, 1000, 5000 x 5000 twips, widened to the least width of 5400.
+    // 1000, 1000, 13,500 x 9,000 twips.
     const RECT place = nxclip_.Main().Rectangle();
     EXPECT_NEAR(place.left, 67, 1);
     EXPECT_NEAR(place.top, 67, 1);
-    EXPECT_EQ(place.right - place.left, 360);
-    EXPECT_NEAR(place.bottom - place.top, 333, 1);
+    EXPECT_EQ(place.right - place.left, 900);
+    EXPECT_EQ(place.bottom - place.top, 600);
     EXPECT_EQ(nxclip_.Quit(), 0u);
     EXPECT_EQ(ReadSetting(L"Profiles", L"Count"), L"0");
     for (const auto& entry : std::filesystem::recursive_directory_iterator(nxclip_.Directory()))
