@@ -119,7 +119,8 @@ TEST_F(List, Keyboard_ComesBackFromOtherWindowsAndTheSplitter) {
     const POINT middle{(bar.left + bar.right) / 2, (bar.top + bar.bottom) / 2};
     Drag(middle, {middle.x + 40, middle.y});
     ExpectListAsBefore(2);
-    EXPECT_GT(nxclip_.Main().Control(imgSplitter).Rectangle().left, bar.left);
+    WaitFor("the splitter to move",
+            [&] { return nxclip_.Main().Control(imgSplitter).Rectangle().left > bar.left; });
 }
 
 }  // namespace

@@ -119,7 +119,6 @@ TEST_F(WaysBack, FromTheNotificationArea_KeyboardIsInTheListAgain) {
 }
 
 TEST_F(WaysBack, StartedAsAnIcon_SomethingIsChosenAndHasTheKeyboard) {
-    const TaskBar bar;
     StartWithList();
     nxclip_.Quit();
     WriteSetting(L"Settings", L"StartAsIcon", L"1");
