@@ -68,7 +68,7 @@ struct CommandSituation {
     Node* open = nullptr;    // selected in the tree
     const Node* activeContainer = nullptr;
     bool lockEdit = false;
-    bool showsHits = false;  // the list shows what a search found
+    bool showsHits = false;     // the list shows what a search found
     bool formatChosen = false;  // the keyboard is on a row of the list that shows a format
 };
 

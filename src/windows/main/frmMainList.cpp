@@ -166,7 +166,8 @@ void frmMain::ListRowChosen() {
 void frmMain::PreviewChosenRow() {
     const Node* const hit = listNode_.Get();
     if (hits_.IsActive() && IsClipNode(hit))
-        return panes_.preview.Show(BuildListContent(hit, clipBoard_), HitOfRow(panes_.lvListView.FocusedRow()));
+        return panes_.preview.Show(BuildListContent(hit, clipBoard_),
+                                   HitOfRow(panes_.lvListView.FocusedRow()));
     if (hits_.IsActive()) return;
     if (IsClipNode(nodes_.Selected())) return;  // the open clip is shown, whichever of its formats is chosen
     const Node* const chosen = listNode_.Get();
