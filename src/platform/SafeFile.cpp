@@ -234,6 +234,14 @@ bool SafeFileExists(const std::wstring& path) {
     return files.Exists(path) || files.Exists(JournalPathOf(path));
 }
 
+JournalState StateOfJournal(const std::wstring& path) {
+    const auto bytes = BytesIfThere(JournalPathOf(path));
+    if (!bytes) return JournalState::None;
+    const Journal journal = JournalOf(path, *bytes);
+    if (!journal.change) return JournalState::Foreign;
+    return journal.written ? JournalState::Written : JournalState::Pending;
+}
+
 std::vector<std::uint8_t> ReadSafeFile(const std::wstring& path) {
     const auto journal = BytesIfThere(JournalPathOf(path));
     const auto change = journal ? JournalOf(path, *journal).change : std::nullopt;

@@ -17,6 +17,16 @@ std::wstring JournalPathOf(const std::wstring& path);
 // True when there is the file, or the journal of the save that was to make it.
 bool SafeFileExists(const std::wstring& path);
 
+// What the journal beside a file is to it.
+enum class JournalState {
+    None,     // there is none
+    Pending,  // of a save that was broken off: the file is not whole without it
+    Written,  // the file holds what it says; it goes at the next idle moment or load
+    Foreign,  // it was not written to its end, or made for another file: it means nothing
+};
+// Nothing is written. Throws RuntimeError when file or journal cannot be read.
+JournalState StateOfJournal(const std::wstring& path);
+
 // All bytes of the file, as they are once the save in its journal is finished. Nothing is written: another
 // program may be in the middle of that save. Throws RuntimeError with the cause when something cannot be
 // read.
