@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <deque>
+#include <iterator>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "engine/clipboard/modClipboard.h"
@@ -13,6 +15,7 @@
 #include "engine/process/modOption.h"
 #include "engine/profiles/ActiveContainer.h"
 #include "engine/profiles/CProfiles.h"
+#include "engine/profiles/DirectoryCheck.h"
 #include "engine/profiles/ProfileAttachment.h"
 #include "engine/profiles/ProfileStore.h"
 #include "engine/profiles/modProfile.h"
@@ -22,6 +25,7 @@
 #include "engine/tree/modTreeEx.h"
 #include "fake/FakePlatform.h"
 #include "fake/ProcessState.h"
+#include "platform/ByteBuffer.h"
 #include "platform/SafeFile.h"
 #include "platform/Text.h"
 
@@ -108,7 +112,18 @@ class ProfileWorld {
     }
 
     Node& Get(const std::wstring& name) { return Named(nodes, name); }
-    static std::string DataOf(const std::wstring& name) { return "data of " + AnsiFromText(name); }
+    // A clip data file of two records.
+    static std::string DataOf(const std::wstring& name) {
+        ByteWriter writer;
+        for (const auto& [id, data] :
+             {std::pair(1, AnsiFromText(name) + '\0'), std::pair(0xC0A5, std::string("data"))}) {
+            writer.Int32(id);
+            writer.Text(id == 1 ? L"Text" : L"Rich Text Format");
+            writer.Int32(static_cast<std::int32_t>(data.size()));
+            writer.Bytes(data.data(), data.size());
+        }
+        return {writer.Image().begin(), writer.Image().end()};
+    }
     std::wstring MemoryOutline() const { return Outline(nodes); }
     // The attached profiles as they would be loaded now.
     std::wstring DiskOutline() {
@@ -147,6 +162,8 @@ class ProfileWorld {
     }
     std::vector<std::wstring> DiskDamage() {
         std::vector<std::wstring> found;
+        for (const CProfile* entry : Profiles().NewEnum())
+            std::ranges::copy(LastingDamage(entry->Directory), std::back_inserter(found));
         NodeCollection loaded;
         LoadFromDisk(loaded);
         NoteDamage(loaded, L"disk: ", found);
