@@ -40,6 +40,55 @@ std::size_t LetterSize(std::wstring_view text) {
     return text.size() > 1 && IsFirstHalf(text[0]) && IsSecondHalf(text[1]) ? 2 : 1;
 }
 
+constexpr std::uint32_t kReplacement = 0xFFFD;
+
+// Takes the next letter from the front of `text`.
+std::uint32_t TakeLetter(std::wstring_view& text) {
+    const std::size_t size = LetterSize(text);
+    const auto first = static_cast<std::uint32_t>(text[0]);
+    const std::uint32_t letter =
+        size == 2 ? 0x10000 + ((first & 0x3FF) << 10) + (static_cast<std::uint32_t>(text[1]) & 0x3FF) : first;
+    text.remove_prefix(size);
+    const bool isHalf = IsFirstHalf(letter) || IsSecondHalf(letter);
+    return isHalf || letter > 0x10FFFF ? kReplacement : letter;
+}
+
+void AppendLetter(std::wstring& text, std::uint32_t letter) {
+    if (sizeof(wchar_t) > 2 || letter < 0x10000) {
+        text += static_cast<wchar_t>(letter);
+    } else {
+        text += static_cast<wchar_t>(0xD800 + ((letter - 0x10000) >> 10));
+        text += static_cast<wchar_t>(0xDC00 + ((letter - 0x10000) & 0x3FF));
+    }
+}
+
+// How many bytes follow the first one of a letter; none for a byte that begins no letter.
+std::optional<std::size_t> FollowingBytes(std::uint8_t first) {
+    if (first < 0x80) return 0;
+    if (first >= 0xC2 && first < 0xE0) return 1;
+    if (first >= 0xE0 && first < 0xF0) return 2;
+    if (first >= 0xF0 && first < 0xF5) return 3;
+    return std::nullopt;
+}
+
+// Takes the next letter from the front of `bytes`; of what is none, one byte.
+std::optional<std::uint32_t> TakeUtf8(std::string_view& bytes) {
+    constexpr std::uint32_t kLeast[] = {0, 0x80, 0x800, 0x10000};
+    const auto byteAt = [&](std::size_t at) { return static_cast<std::uint8_t>(bytes[at]); };
+    const auto following = FollowingBytes(byteAt(0));
+    bool sound = following && *following < bytes.size();
+    std::uint32_t letter = sound && *following > 0 ? byteAt(0) & (0x3Fu >> *following) : byteAt(0);
+    for (std::size_t at = 1; sound && at <= *following; ++at) {
+        sound = (byteAt(at) & 0xC0) == 0x80;
+        letter = letter << 6 | (byteAt(at) & 0x3Fu);
+    }
+    sound = sound && letter >= kLeast[*following] && letter <= 0x10FFFF && !IsFirstHalf(letter) &&
+            !IsSecondHalf(letter);
+    bytes.remove_prefix(sound ? *following + 1 : 1);
+    if (!sound) return std::nullopt;
+    return letter;
+}
+
 template <typename Integer>
 std::optional<Integer> ParseAs(std::wstring_view text) {
     const auto number =
@@ -112,6 +161,47 @@ std::u16string Utf16FromText(std::wstring_view text) {
 
 std::wstring TextFromUtf16(std::u16string_view units) {
     return TextFromUtf16(std::string_view(reinterpret_cast<const char*>(units.data()), 2 * units.size()));
+}
+
+std::string Utf8FromText(std::wstring_view text) {
+    std::string bytes;
+    bytes.reserve(text.size());
+    while (!text.empty()) {
+        const std::uint32_t letter = TakeLetter(text);
+        const auto append = [&](std::uint32_t byte) { bytes += static_cast<char>(byte); };
+        const auto follow = [&](int shift) { append(0x80 | (letter >> shift & 0x3F)); };
+        if (letter < 0x80) {
+            append(letter);
+        } else if (letter < 0x800) {
+            append(0xC0 | letter >> 6);
+            follow(0);
+        } else if (letter < 0x10000) {
+            append(0xE0 | letter >> 12);
+            follow(6);
+            follow(0);
+        } else {
+            append(0xF0 | letter >> 18);
+            follow(12);
+            follow(6);
+            follow(0);
+        }
+    }
+    return bytes;
+}
+
+std::wstring TextFromUtf8(std::string_view bytes) {
+    std::wstring text;
+    text.reserve(bytes.size());
+    while (!bytes.empty())
+        AppendLetter(text, TakeUtf8(bytes).value_or(kReplacement));
+    return text;
+}
+
+bool IsUtf8(std::string_view bytes) {
+    while (!bytes.empty()) {
+        if (!TakeUtf8(bytes)) return false;
+    }
+    return true;
 }
 
 // Every ANSI code page begins with the same 128 characters.

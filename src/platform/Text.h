@@ -35,6 +35,11 @@ unsigned AnsiCodePage();
 // The code page of old programs' texts.
 unsigned OemCodePage();
 
+// UTF-8. What is no letter in it, on either side, becomes U+FFFD.
+std::string Utf8FromText(std::wstring_view text);
+std::wstring TextFromUtf8(std::string_view bytes);
+bool IsUtf8(std::string_view bytes);
+
 // By the rules of the user's language.
 std::wstring UpperCase(std::wstring_view text);
 std::wstring LowerCase(std::wstring_view text);

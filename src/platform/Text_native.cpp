@@ -83,26 +83,6 @@ std::wstring SortLetters(std::wstring_view text) {
     return letters;
 }
 
-// As MultiByteToWideChar does: what is no UTF-8 becomes the replacement character.
-std::wstring TextFromUtf8(std::string_view bytes) {
-    constexpr wchar_t kReplacement = 0xFFFD;
-    std::wstring text;
-    for (std::size_t i = 0; i < bytes.size();) {
-        const auto lead = static_cast<std::uint8_t>(bytes[i++]);
-        const int more = lead < 0x80 ? 0 : lead >= 0xF0 && lead < 0xF5 ? 3 : lead >= 0xE0 ? 2 : 1;
-        if (lead >= 0xF5 || (lead >= 0x80 && lead < 0xC2)) {
-            text += kReplacement;
-            continue;
-        }
-        std::uint32_t code = lead & (more == 0 ? 0x7F : 0x3F >> more);
-        int read = 0;
-        for (; read < more && i < bytes.size() && (bytes[i] & 0xC0) == 0x80; ++read)
-            code = code << 6 | (static_cast<std::uint8_t>(bytes[i++]) & 0x3F);
-        text += read == more ? static_cast<wchar_t>(code) : kReplacement;
-    }
-    return text;
-}
-
 // Signs before digits before letters.
 int RankOf(wchar_t c) {
     if (c >= L'0' && c <= L'9') return 1;
