@@ -2,6 +2,7 @@
 
 #include "engine/clipboard/modFileIO.h"
 #include "engine/profiles/modProfile.h"
+#include "engine/tree/modTreeEx.h"
 #include "platform/Guard.h"
 #include "platform/Platform.h"
 
@@ -39,4 +40,19 @@ bool NewClipFile::FindFreeNumber(Node& container) {
 
 void NewClipFile::Close() {
     CloseClipFile(handle_);
+}
+
+Node& AddClip(NodeCollection& nodes, Node& container, const NewClipFile& file, const std::wstring& name,
+              std::int16_t formatCount) {
+    ClockPort& clock = ThePlatform().clock;
+    const FileTime captured = ThePlatform().files.ChangeTime(file.Path()).value_or(clock.Now());
+    const std::wstring tag = MakeClipTag(file.Number(), formatCount, clock.DateText(captured), {});
+    Node& node = nodes.Add(&container, NodeRelation::Child, name, std::wstring(L"Clip"));
+    try {
+        node.SetTag(tag);
+    } catch (...) {
+        nodes.Remove(node);
+        throw;
+    }
+    return node;
 }

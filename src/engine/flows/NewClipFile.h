@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "engine/tree/Node.h"
+#include "engine/tree/NodeCollection.h"
 #include "platform/Files.h"
 
 // The data file of a clip to come, under a number of its own in the profile of `container`. Removed again at
@@ -34,3 +34,8 @@ class NewClipFile {
     FileHandle handle_ = FileHandle::None;
     bool mustGo_ = false;
 };
+
+// Makes the clip that leads to the file, as the last one in the profile or folder `container` that its number
+// was drawn from. It counts as captured when the file was written. Throws without leaving a node.
+Node& AddClip(NodeCollection& nodes, Node& container, const NewClipFile& file, const std::wstring& name,
+              std::int16_t formatCount);
