@@ -1,0 +1,7 @@
+#pragma once
+
+#include "commandline/Command.h"
+
+// The command that makes clips of ordinary files.
+
+int RunImport(const CommandContext& context);
