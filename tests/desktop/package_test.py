@@ -29,7 +29,7 @@ DRIVE_C = Path(os.environ["WINEPREFIX"]) / "drive_c"
 UNINSTALL_KEY = r"HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\NXClip"
 SETTINGS_KEY = r"HKCU\Software\NXClip\Settings"
 BOUND = 60  # seconds for anything that must happen
-PROGRAM_FILES = ["NXClip.exe", "Nxclip.hlp", "LIESMICH.txt", "Hilfe/inhalt.html", "Hilfe/hilfe.css",
+PROGRAM_FILES = ["NXClip.exe", "nxclip-files.exe", "Nxclip.hlp", "LIESMICH.txt", "Hilfe/inhalt.html", "Hilfe/hilfe.css",
                  "Templates/Develop.nxp", "Templates/Office.nxp", "Templates/Medien.nxp", "Templates/Handbuch.nxp"]
 
 

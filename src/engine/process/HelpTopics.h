@@ -31,4 +31,6 @@
     NXCLIP_HELP_TOPIC(FileChooser, 63, "dateiauswahl")              \
     NXCLIP_HELP_TOPIC(NamePrompt, 64, "namenseingabe")              \
     NXCLIP_HELP_TOPIC(Diagnosis, 70, "diagnose")                    \
-    NXCLIP_HELP_TOPIC(FormatQuery, 71, "formatabfrage")
+    NXCLIP_HELP_TOPIC(FormatQuery, 71, "formatabfrage")             \
+    NXCLIP_HELP_TOPIC(Export, 80, "exportieren")                    \
+    NXCLIP_HELP_TOPIC(CommandLine, 81, "befehlszeile")
