@@ -43,10 +43,10 @@ void NewClipFile::Close() {
 }
 
 Node& AddClip(NodeCollection& nodes, Node& container, const NewClipFile& file, const std::wstring& name,
-              std::int16_t formatCount) {
+              std::int16_t formatCount, const std::wstring& info) {
     ClockPort& clock = ThePlatform().clock;
     const FileTime captured = ThePlatform().files.ChangeTime(file.Path()).value_or(clock.Now());
-    const std::wstring tag = MakeClipTag(file.Number(), formatCount, clock.DateText(captured), {});
+    const std::wstring tag = MakeClipTag(file.Number(), formatCount, clock.DateText(captured), info);
     Node& node = nodes.Add(&container, NodeRelation::Child, name, std::wstring(L"Clip"));
     try {
         node.SetTag(tag);

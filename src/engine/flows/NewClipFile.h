@@ -38,4 +38,4 @@ class NewClipFile {
 // Makes the clip that leads to the file, as the last one in the profile or folder `container` that its number
 // was drawn from. It counts as captured when the file was written. Throws without leaving a node.
 Node& AddClip(NodeCollection& nodes, Node& container, const NewClipFile& file, const std::wstring& name,
-              std::int16_t formatCount);
+              std::int16_t formatCount, const std::wstring& info = {});

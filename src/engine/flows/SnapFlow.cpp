@@ -234,19 +234,7 @@ Node* SnapFlow::MakeNode(const NewClipFile& file, const Content& content) {
             L"Eine Kopie wurde nicht erfasst: Der Ordner für neue Clips hat inzwischen gewechselt.");
         return nullptr;
     }
-    ClockPort& clock = ThePlatform().clock;
-    const FileTime captured = ThePlatform().files.ChangeTime(file.Path()).value_or(clock.Now());
-    const std::wstring tag =
-        MakeClipTag(file.Number(), content.count, clock.DateText(captured), content.Shortfall());
-    NodeCollection& nodes = host_.Nodes();
-    Node& node = nodes.Add(container, NodeRelation::Child, content.Name(), std::wstring(L"Clip"));
-    try {
-        node.SetTag(tag);
-    } catch (...) {
-        nodes.Remove(node);
-        throw;
-    }
-    return &node;
+    return &AddClip(host_.Nodes(), *container, file, content.Name(), content.count, content.Shortfall());
 }
 
 // Nobody asked for the preview: that it shows nothing is no reason for a box.
