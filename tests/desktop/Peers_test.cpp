@@ -119,7 +119,8 @@ TEST_F(BadPeers, BoxingViewerBehind_IsWaitedForOnce) {
         CopyAndWait(bytes);
         EXPECT_TRUE(Answers(nxclip_.Main(), milliseconds(500)));
     }
-    EXPECT_LT(Clock::now() - start, std::chrono::seconds(2));
+    // The two seconds of the first one, which answers questions meanwhile, and no more.
+    EXPECT_LT(Clock::now() - start, std::chrono::seconds(4));
 }
 
 // Six formats of five and a half seconds each would keep the clipboard from everybody for half a minute.
