@@ -8,9 +8,11 @@
 
 namespace {
 
-constexpr std::uint32_t kSignature = 0x324A584E;  // "NXJ2"
+constexpr std::uint32_t kSignature = 0x334A584E;            // "NXJ3"
+constexpr std::uint32_t kSignatureWithoutOld = 0x324A584E;  // "NXJ2"
 constexpr std::size_t kHeadSize = 20;
-constexpr std::size_t kRangeHeadSize = 8;
+constexpr std::size_t kRangeHeadSize = 12;
+constexpr std::size_t kRangeHeadSizeWithoutOld = 8;
 constexpr std::size_t kCheckSumSize = 4;
 
 // Differences that are nearer to each other are mostly written together: another write costs more than some
@@ -36,6 +38,14 @@ std::size_t WithoutSameEnd(const std::uint8_t* a, const std::uint8_t* b, std::si
     return size;
 }
 
+// False when there are not so many left.
+bool ReadBytes(ByteReader& reader, std::size_t size, std::vector<std::uint8_t>& bytes) {
+    if (size > reader.Remaining()) return false;
+    bytes.resize(size);
+    reader.Bytes(bytes.data(), size);
+    return true;
+}
+
 // In their order, one behind the other, inside the file.
 bool AreSound(const FileChange& change) {
     std::size_t end = 0;
@@ -53,7 +63,7 @@ bool AreSound(const FileChange& change) {
 FileChange Reversed(const FileChange& change) {
     FileChange back = change;
     for (ChangedRange& range : back.ranges)
-        range.bytes = range.old;
+        std::swap(range.bytes, range.old);
     return back;
 }
 
@@ -66,8 +76,7 @@ void FileAndChange::Add(const std::uint8_t* bytes, std::size_t size) {
         const std::size_t end = inside ? range_->End() : isLast ? size_ + size : range_->position;
         const std::size_t next = std::min(size, end - size_);
         if (inside)
-            same_ =
-                same_ && std::equal(bytes, bytes + next, range_->bytes.data() + (size_ - range_->position));
+            AddInRange(bytes, next);
         else if (size_ < change_.oldSize)
             outside_ = CheckSum(bytes, std::min(next, change_.oldSize - size_), outside_);
         size_ += next;
@@ -76,7 +85,19 @@ void FileAndChange::Add(const std::uint8_t* bytes, std::size_t size) {
     }
 }
 
+// The system puts zeros where a file becomes longer.
+void FileAndChange::AddInRange(const std::uint8_t* bytes, std::size_t size) {
+    const std::size_t start = size_ - range_->position;
+    for (std::size_t i = 0; i < size; ++i) {
+        const std::size_t at = start + i;
+        if (bytes[i] == range_->bytes[at]) continue;
+        same_ = false;
+        known_ = known_ && bytes[i] == (at < range_->old.size() ? range_->old[at] : 0);
+    }
+}
+
 bool FileAndChange::Fits() const {
+    if (change_.knowsOld && !known_) return false;
     return size_ >= change_.oldSize && size_ <= change_.newSize && outside_ == change_.outside;
 }
 
@@ -90,7 +111,7 @@ void Apply(const FileChange& change, std::vector<std::uint8_t>& file) {
 std::vector<std::uint8_t> EncodeJournal(const FileChange& change) {
     std::size_t size = kHeadSize + kCheckSumSize;
     for (const ChangedRange& range : change.ranges)
-        size += kRangeHeadSize + range.bytes.size();
+        size += kRangeHeadSize + range.bytes.size() + range.old.size();
     ByteWriter writer;
     writer.Reserve(size);
     writer.UInt32(kSignature);
@@ -98,9 +119,10 @@ std::vector<std::uint8_t> EncodeJournal(const FileChange& change) {
         writer.UInt32(static_cast<std::uint32_t>(number));
     writer.UInt32(change.outside);
     for (const ChangedRange& range : change.ranges) {
-        writer.UInt32(static_cast<std::uint32_t>(range.position));
-        writer.UInt32(static_cast<std::uint32_t>(range.bytes.size()));
+        for (const std::size_t number : {range.position, range.bytes.size(), range.old.size()})
+            writer.UInt32(static_cast<std::uint32_t>(number));
         writer.Bytes(range.bytes.data(), range.bytes.size());
+        writer.Bytes(range.old.data(), range.old.size());
     }
     writer.UInt32(CheckSum(writer.Image().data(), writer.Image().size()));
     return writer.TakeImage();
@@ -112,19 +134,22 @@ std::optional<FileChange> DecodeJournal(const std::vector<std::uint8_t>& journal
     if (ByteReader(journal.data() + summed, kCheckSumSize).UInt32() != CheckSum(journal.data(), summed))
         return std::nullopt;
     ByteReader reader(journal.data(), summed);
-    if (reader.UInt32() != kSignature) return std::nullopt;
+    const std::uint32_t signature = reader.UInt32();
+    if (signature != kSignature && signature != kSignatureWithoutOld) return std::nullopt;
     FileChange change;
+    change.knowsOld = signature == kSignature;
+    const std::size_t headSize = change.knowsOld ? kRangeHeadSize : kRangeHeadSizeWithoutOld;
     change.oldSize = reader.UInt32();
     change.newSize = reader.UInt32();
     std::size_t count = reader.UInt32();
     change.outside = reader.UInt32();
-    for (; count > 0 && reader.Remaining() >= kRangeHeadSize; --count) {
+    for (; count > 0 && reader.Remaining() >= headSize; --count) {
         ChangedRange& range = change.ranges.emplace_back();
         range.position = reader.UInt32();
         const std::size_t size = reader.UInt32();
-        if (size > reader.Remaining()) return std::nullopt;
-        range.bytes.resize(size);
-        reader.Bytes(range.bytes.data(), size);
+        const std::size_t oldSize = change.knowsOld ? reader.UInt32() : 0;
+        if (!ReadBytes(reader, size, range.bytes) || !ReadBytes(reader, oldSize, range.old))
+            return std::nullopt;
     }
     if (count > 0 || reader.Remaining() > 0 || !AreSound(change)) return std::nullopt;
     return change;

@@ -11,7 +11,7 @@
 struct ChangedRange {
     std::size_t position = 0;
     std::vector<std::uint8_t> bytes;
-    std::vector<std::uint8_t> old;  // fewer where the file ended; not in the journal
+    std::vector<std::uint8_t> old;  // fewer where the file ended
 
     std::size_t End() const { return position + bytes.size(); }
 };
@@ -22,6 +22,7 @@ struct FileChange {
     std::size_t newSize = 0;
     std::uint32_t outside = 0;  // check sum of the old file without the ranges
     std::vector<ChangedRange> ranges;
+    bool knowsOld = true;  // journals of earlier versions do not tell the old bytes
 };
 
 // Leads from whatever the change left back to the old bytes; a file that became longer stays so.
@@ -34,18 +35,21 @@ class FileAndChange {
     // The next bytes of the file.
     void Add(const std::uint8_t* bytes, std::size_t size);
 
-    // Both once the file is at its end. True when it is the one that the change was made for, whatever stands
-    // in the ranges.
+    // Both once the file is at its end. True when it is the one that the change was made for, and every byte
+    // in the ranges is an old or a new one: a save that was broken off leaves nothing else.
     bool Fits() const;
     // True when the change is in it.
     bool Holds() const { return size_ >= change_.newSize && same_; }
 
  private:
+    void AddInRange(const std::uint8_t* bytes, std::size_t size);
+
     const FileChange& change_;
     std::vector<ChangedRange>::const_iterator range_;
     std::size_t size_ = 0;
     std::uint32_t outside_ = 0;
-    bool same_ = true;  // the ranges hold the new bytes as far as the file goes
+    bool same_ = true;   // the ranges hold the new bytes as far as the file goes
+    bool known_ = true;  // or old ones
 };
 
 void Apply(const FileChange& change, std::vector<std::uint8_t>& file);

@@ -79,7 +79,8 @@ void WriteForGood(const std::wstring& path, const FileChange& change, bool writt
 void TakeBack(const std::wstring& path, const FileChange& back, bool touched) {
     try {
         if (touched) WriteForGood(path, back, false);
-        if (ThePlatform().files.Remove(JournalPathOf(path))) return;
+        FilePort& files = ThePlatform().files;
+        if (files.Remove(JournalPathOf(path)) || IsMissing(files.LastError())) return;
     } catch (const RuntimeError&) {
         // The disk is in trouble; of the two failures the first one is told.
     }
@@ -93,7 +94,7 @@ void TakeBack(const std::wstring& path, const FileChange& back, bool touched) {
 // What was to be made goes again; a half file that stays keeps the journal that completes it.
 void TakeBackNew(const std::wstring& path) {
     FilePort& files = ThePlatform().files;
-    if (files.Remove(path) || files.LastError() == kErrorFileNotFound) files.Remove(JournalPathOf(path));
+    if (files.Remove(path) || IsMissing(files.LastError())) files.Remove(JournalPathOf(path));
 }
 
 // A file from its start on, piece by piece, so that one of some megabytes takes no memory.
