@@ -14,8 +14,12 @@ enum class FileUse {
     WriteInPlace,  // created when missing, never truncated; others may read
     Append,        // created when missing; the position is at its end
     NewOnly,       // created; fails when it exists; others may read
-    Lock,          // created when missing; nobody else may open it meanwhile, and it goes when it is closed
+    Lock,  // created when missing; nobody else may lock or write it meanwhile, everybody may read it; it
+           // goes when it is closed, but stays when the process is killed
 };
+
+// What becomes of a call when another program holds the file at the moment.
+enum class WhenHeld { Wait, GiveUp };
 
 // A file's time of last change: 100-nanosecond steps since 1 January 1601 UTC.
 using FileTime = std::uint64_t;
@@ -41,6 +45,8 @@ class FilePort {
     virtual bool Reserve(FileHandle file, std::int64_t size) = 0;
     // Returns when everything written so far will survive the loss of the current.
     virtual bool Flush(FileHandle file) = 0;
+    // The same for a file that is closed again.
+    virtual bool FlushClosed(const std::wstring& path, WhenHeld held) = 0;
 
     // True when a listing of `path` yields a name, be it a file or a directory.
     virtual bool Exists(const std::wstring& path) = 0;
@@ -51,8 +57,9 @@ class FilePort {
     // only the last part may hold "*" and "?".
     virtual std::vector<std::wstring> List(const std::wstring& pattern) = 0;
     virtual bool Remove(const std::wstring& path) = 0;
-    // Copies a file with its change time; fails when `to` exists unless `replace` is set. A failure leaves no
-    // half copy behind and an old `to` as it was.
+    // Copies a file with its change time; fails when `to` exists unless `replace` is set. The copy may be
+    // written even where its source is only to be read. A failure leaves no half copy behind and an old `to`
+    // as it was.
     virtual bool Copy(const std::wstring& from, const std::wstring& to, bool replace) = 0;
     // Creates one directory; its parent must exist.
     virtual bool MakeDirectory(const std::wstring& path) = 0;

@@ -57,17 +57,29 @@ TEST_F(FileContract, OpenNewOnly_NeverTakesAFileThatIsThere) {
     EXPECT_EQ(ReadFile(path), "new");
 }
 
-TEST_F(FileContract, OpenLock_KeepsEverybodyOutAndLeavesNoFile) {
+TEST_F(FileContract, OpenLock_KeepsLocksAndWritersOutAndLeavesNoFile) {
     for (int i = 0; i < 2; ++i) {
         const FileHandle lock = files.Open(path, FileUse::Lock);
         ASSERT_NE(lock, FileHandle::None) << files.LastError();
-        for (const FileUse use : {FileUse::Lock, FileUse::Read, FileUse::WriteInPlace})
+        for (const FileUse use : {FileUse::Lock, FileUse::WriteInPlace})
             EXPECT_EQ(OpenError(path, use), kErrorSharingViolation);
+        EXPECT_TRUE(ReadFile(path)) << "for backups";
+        EXPECT_TRUE(files.Copy(path, directory + L"Kopie", true));
         EXPECT_FALSE(files.Remove(path));
         files.Close(lock);
         EXPECT_FALSE(files.Exists(path));
         WriteFile(path, "left by a crash");  // does not stand in the way of the next one
     }
+}
+
+TEST_F(FileContract, OpenLock_OfAFileThatABackupReads_TakesItAndLeavesIt) {
+    WriteFile(path, "");
+    const FileHandle backup = files.Open(path, FileUse::Read);
+    const FileHandle lock = files.Open(path, FileUse::Lock);
+    EXPECT_NE(lock, FileHandle::None);
+    files.Close(lock);
+    EXPECT_TRUE(files.Exists(path));
+    files.Close(backup);
 }
 
 TEST_F(FileContract, Identity_IsThatOfTheThingNotOfItsSpelling) {
@@ -214,6 +226,7 @@ TEST_F(FileContract, Copy_IsWholeAndKeepsTheChangeTime) {
     EXPECT_TRUE(files.Copy(path, target, false));
     EXPECT_EQ(ReadFile(target), bytes);
     EXPECT_EQ(files.ChangeTime(target), files.ChangeTime(path));
+    EXPECT_TRUE(files.FlushClosed(target, WhenHeld::GiveUp));
     WriteFile(path, "other");
     EXPECT_FALSE(files.Copy(path, target, false));
     EXPECT_EQ(files.LastError(), kFileExists);
@@ -221,6 +234,19 @@ TEST_F(FileContract, Copy_IsWholeAndKeepsTheChangeTime) {
     EXPECT_TRUE(files.Copy(path, target, true));
     EXPECT_EQ(ReadFile(target), "other");
     EXPECT_EQ(files.List(directory + L"*").size(), 2u);
+
+    // Of what may only be read there is a copy that may be written.
+    home->SetReadOnly(path, true);
+    EXPECT_TRUE(files.Copy(path, target, true));
+    WriteFile(target, "mine");
+    home->SetReadOnly(path, false);
+    EXPECT_TRUE(files.Remove(path));
+    EXPECT_FALSE(files.FlushClosed(path, WhenHeld::Wait));
+    EXPECT_EQ(files.LastError(), kErrorFileNotFound);
+    const FileHandle reader = files.Open(target, FileUse::Read);
+    EXPECT_FALSE(files.FlushClosed(target, WhenHeld::GiveUp));
+    EXPECT_EQ(files.LastError(), kSharingViolation);
+    files.Close(reader);
 }
 
 TEST_F(FileContract, Copy_FailureLeavesTheTargetAndNothingElse) {

@@ -26,7 +26,7 @@ std::wstring NameOf(const std::wstring& path) {
 }
 
 bool Writes(FileUse use) {
-    return use != FileUse::Read;
+    return use != FileUse::Read && use != FileUse::Lock;
 }
 
 }  // namespace
@@ -83,7 +83,8 @@ std::uint32_t FakeFiles::MissingError(const std::wstring& fullPath) const {
 
 std::uint32_t FakeFiles::ChangeError(const std::wstring& fullPath, const Content& content) const {
     if (content.readOnly) return kErrorAccessDenied;
-    const bool inUse = content.readers > 0 || content.writers > 0 || lockedByOther_.contains(fullPath);
+    const bool inUse =
+        content.readers > 0 || content.writers > 0 || content.locks > 0 || lockedByOther_.contains(fullPath);
     return inUse ? kErrorSharingViolation : 0;
 }
 
@@ -95,6 +96,7 @@ std::uint32_t FakeFiles::OpenError(const std::wstring& fullPath, FileUse use) co
         return missing == kErrorPathNotFound || use == FileUse::Read ? missing : 0;
     }
     if (lockedByOther_.contains(fullPath) || content->writers > 0) return kErrorSharingViolation;
+    if (use == FileUse::Lock) return content->locks > 0 ? kErrorSharingViolation : 0;
     if (use == FileUse::NewOnly) return kErrorFileExists;
     return Writes(use) ? ChangeError(fullPath, *content) : 0;
 }
@@ -111,12 +113,13 @@ FileHandle FakeFiles::Open(const std::wstring& path, FileUse use) {
     }
     std::shared_ptr<Content> content = ContentAt(fullPath);
     if (content == nullptr || use == FileUse::WriteNew) {
+        if (use != FileUse::Lock) Changing(fullPath);
         if (content == nullptr) content = std::make_shared<Content>();
-        content->ToChange().clear();
+        content->bytes.clear();
         content->changed = clock_.Now();
         entries_.try_emplace(fullPath, Entry{NameOf(path), content});
     }
-    ++(Writes(use) ? content->writers : content->readers);
+    ++content->Users(use);
     const auto position = use == FileUse::Append ? static_cast<std::int64_t>(content->bytes.size()) : 0;
     const auto file = static_cast<FileHandle>(ledger_.Take(ResourceKind::File));
     open_[file] = FileOwner{content, use, fullPath, position};
@@ -126,8 +129,8 @@ FileHandle FakeFiles::Open(const std::wstring& path, FileUse use) {
 void FakeFiles::Close(FileHandle file) {
     if (!ledger_.Free(ResourceKind::File, static_cast<Ledger::Number>(file))) return;
     FileOwner& closing = open_.at(file);
-    --(Writes(closing.use) ? closing.content->writers : closing.content->readers);
-    if (closing.use == FileUse::Lock) entries_.erase(closing.path);
+    --closing.content->Users(closing.use);
+    if (closing.use == FileUse::Lock && closing.content->readers == 0) entries_.erase(closing.path);
     open_.erase(file);
 }
 
@@ -177,7 +180,8 @@ std::optional<std::uint32_t> FakeFiles::Write(FileHandle file, const void* bytes
     FileOwner* const open = FindOpenToWrite(file);
     if (open == nullptr || (fails && (failures_.writeFailure == WriteFailure::Nothing || failures_.IsDead())))
         return std::nullopt;
-    auto& content = open->content->ToChange();
+    Changing(open->path);
+    auto& content = open->content->bytes;
     const auto length = static_cast<std::int64_t>(content.size());
     const std::int64_t room = Room();
     // The bytes that can go out: what lies inside the file, and what the disk still takes behind it.
@@ -226,7 +230,8 @@ bool FakeFiles::Reserve(FileHandle file, std::int64_t size) {
     if (Strikes(Operation::Other, kErrorDiskFull)) return false;
     FileOwner* const open = FindOpenToWrite(file);
     if (open == nullptr) return false;
-    auto& bytes = open->content->ToChange();
+    Changing(open->path);
+    auto& bytes = open->content->bytes;
     const std::int64_t more = size - static_cast<std::int64_t>(bytes.size());
     if (more <= 0) return true;
     if (more > Room()) return Fail(kErrorDiskFull);
@@ -237,8 +242,18 @@ bool FakeFiles::Reserve(FileHandle file, std::int64_t size) {
 bool FakeFiles::Flush(FileHandle file) {
     if (Strikes(Operation::FilesFlush, kErrorWriteFault)) return false;
     FileOwner* const open = FindOpenToWrite(file);
-    if (open != nullptr) open->content->flushed.reset();
+    if (open != nullptr) Flushed(open->path);
     return open != nullptr;
+}
+
+bool FakeFiles::FlushClosed(const std::wstring& path, WhenHeld /*held*/) {
+    if (Strikes(Operation::FilesFlush, kErrorWriteFault)) return false;
+    const std::wstring fullPath = FullPath(path);
+    const auto content = ContentAt(fullPath);
+    if (content == nullptr) return Fail(MissingError(fullPath));
+    if (const std::uint32_t error = ChangeError(fullPath, *content)) return Fail(error);
+    Flushed(fullPath);
+    return true;
 }
 
 bool FakeFiles::Exists(const std::wstring& path) {
@@ -284,6 +299,7 @@ bool FakeFiles::Remove(const std::wstring& path) {
     const auto content = ContentAt(fullPath);
     if (content == nullptr) return Fail(MissingError(fullPath));
     if (const std::uint32_t error = ChangeError(fullPath, *content)) return Fail(error);
+    Changing(fullPath);
     entries_.erase(fullPath);
     return true;
 }
@@ -306,7 +322,7 @@ bool FakeFiles::Copy(const std::wstring& from, const std::wstring& to, bool repl
     auto copy = std::make_shared<Content>();
     copy->bytes = content->bytes;
     copy->changed = content->changed;
-    copy->readOnly = content->readOnly;
+    Changing(target);
     entries_[target] = Entry{NameOf(to), copy};
     return true;
 }
@@ -331,8 +347,8 @@ void FakeFiles::SetBytes(const std::wstring& path, std::string_view bytes) {
     AddDirectory(path.substr(0, path.find_last_of(L"\\/") + 1));
     auto [entry, isNew] = entries_.try_emplace(fullPath, Entry{NameOf(path), std::make_shared<Content>()});
     entry->second.content->bytes.assign(bytes.begin(), bytes.end());
-    entry->second.content->flushed.reset();
     entry->second.content->changed = clock_.Now();
+    Flushed(fullPath);
 }
 
 std::optional<std::string> FakeFiles::Bytes(const std::wstring& path) const {
@@ -352,16 +368,76 @@ void FakeFiles::AddDirectory(const std::wstring& path) {
     entries_[fullPath] = Entry{NameOf(path), nullptr};
 }
 
-void FakeFiles::LoseCurrent(const std::wstring& path, int kept, int parts) {
-    const std::shared_ptr<Content> content = ContentAt(path);
-    if (content == nullptr || !content->flushed) return;
-    const std::vector<std::uint8_t>& old = *content->flushed;
-    std::vector<std::uint8_t>& bytes = content->bytes;
-    const std::size_t end = bytes.size() * static_cast<std::size_t>(kept) / static_cast<std::size_t>(parts);
-    if (kept == 0) bytes.resize(old.size());
-    for (std::size_t i = end; i < bytes.size(); ++i)
-        bytes[i] = i < old.size() ? old[i] : 0;
-    content->flushed.reset();
+void FakeFiles::Changing(const std::wstring& fullPath) {
+    ++changes_;
+    const auto entry = entries_.find(fullPath);
+    if (entry == entries_.end())
+        unflushed_.try_emplace(fullPath, Unflushed{});
+    else
+        unflushed_.try_emplace(fullPath, Unflushed{entry->second.name, entry->second.content->bytes});
+}
+
+void FakeFiles::Flushed(const std::wstring& fullPath) {
+    ++changes_;
+    unflushed_.erase(fullPath);
+}
+
+FakeFiles::Disk FakeFiles::TakeDisk() const {
+    Disk disk{entries_, unflushed_};
+    for (auto& [path, entry] : disk.entries)
+        if (entry.content) entry.content = std::make_shared<Content>(*entry.content);
+    return disk;
+}
+
+void FakeFiles::PutDisk(const Disk& disk) {
+    entries_ = disk.entries;
+    unflushed_ = disk.unflushed;
+    for (auto& [path, entry] : entries_)
+        if (entry.content) entry.content = std::make_shared<Content>(*entry.content);
+}
+
+std::vector<std::optional<FakeFiles::FileBytes>> FakeFiles::Remains(const std::wstring& fullPath,
+                                                                    const Unflushed& file) const {
+    std::vector<std::optional<FileBytes>> remains = {file.onDisk};
+    const auto content = ContentAt(fullPath);
+    if (content == nullptr) {
+        remains.push_back(std::nullopt);
+        return remains;
+    }
+    const FileBytes& whole = content->bytes;
+    FileBytes old = file.onDisk.value_or(FileBytes());
+    old.resize(whole.size());
+    const auto half = static_cast<std::ptrdiff_t>(whole.size() / 2);
+    FileBytes first = old, second = old;
+    std::copy(whole.begin(), whole.begin() + half, first.begin());
+    std::copy(whole.begin() + half, whole.end(), second.begin() + half);
+    for (const FileBytes& one : {whole, old, first, second})
+        if (std::find(remains.begin(), remains.end(), one) == remains.end()) remains.emplace_back(one);
+    return remains;
+}
+
+int FakeFiles::CurrentLosses() const {
+    int losses = 1;
+    for (const auto& [path, file] : unflushed_)
+        losses *= static_cast<int>(Remains(path, file).size());
+    return losses;
+}
+
+void FakeFiles::LoseCurrent(int which) {
+    for (const auto& [path, file] : unflushed_) {
+        const auto remains = Remains(path, file);
+        const auto count = static_cast<int>(remains.size());
+        const auto& left = remains[static_cast<std::size_t>(which % count)];
+        which /= count;
+        const auto found = entries_.find(path);
+        const std::wstring name = found != entries_.end() ? found->second.name : file.name;
+        if (found != entries_.end()) entries_.erase(found);
+        if (!left) continue;
+        auto content = std::make_shared<Content>();
+        content->bytes = *left;
+        entries_[path] = Entry{name, content};
+    }
+    unflushed_.clear();
 }
 
 std::vector<std::wstring> FakeFiles::AllFiles() const {

@@ -29,6 +29,7 @@ class FakeFiles : public FilePort {
     std::optional<std::int64_t> Size(FileHandle file) override;
     bool Reserve(FileHandle file, std::int64_t size) override;
     bool Flush(FileHandle file) override;
+    bool FlushClosed(const std::wstring& path, WhenHeld held) override;
     bool Exists(const std::wstring& path) override;
     bool IsDirectory(const std::wstring& path) override;
     std::optional<FileTime> ChangeTime(const std::wstring& path) override;
@@ -48,11 +49,11 @@ class FakeFiles : public FilePort {
     // Makes a directory, those above it and its drive.
     void AddDirectory(const std::wstring& path);
     // Somebody else removed a file or an empty directory, whatever is open.
-    void Vanish(const std::wstring& path) { entries_.erase(FullPath(path)); }
+    void Vanish(const std::wstring& path) {
+        entries_.erase(FullPath(path));
+        unflushed_.erase(FullPath(path));
+    }
     void SetReadOnly(const std::wstring& path, bool readOnly) { ContentAt(path)->readOnly = readOnly; }
-    // The current is gone and back. Of a file that was written and not flushed since, `kept` parts in `parts`
-    // stand on the disk, counted from its start; the rest is as it was at the last flush.
-    void LoseCurrent(const std::wstring& path, int kept, int parts);
     // Another program has the file open; for writing it keeps everybody else from opening it.
     void LockByOther(const std::wstring& path) { lockedByOther_.insert(FullPath(path)); }
     void UnlockByOther(const std::wstring& path) { lockedByOther_.erase(FullPath(path)); }
@@ -64,23 +65,47 @@ class FakeFiles : public FilePort {
     std::optional<std::int64_t> capacity;
 
  private:
+    using FileBytes = std::vector<std::uint8_t>;
     struct Content {
-        std::vector<std::uint8_t> bytes;
-        std::optional<std::vector<std::uint8_t>> flushed;  // while it differs from what was flushed last
+        FileBytes bytes;
         FileTime changed = 0;
         bool readOnly = false;
         int readers = 0;
         int writers = 0;
-
-        std::vector<std::uint8_t>& ToChange() {
-            if (!flushed) flushed = bytes;
-            return bytes;
+        int locks = 0;
+        int& Users(FileUse use) {
+            return use == FileUse::Lock ? locks : use == FileUse::Read ? readers : writers;
         }
     };
     struct Entry {
         std::wstring name;                 // as it was written when it was made
         std::shared_ptr<Content> content;  // none for a directory
     };
+    // What the disk surely holds of a file that was made, written or removed and not flushed since; none when
+    // it surely holds no such file.
+    struct Unflushed {
+        std::wstring name;
+        std::optional<FileBytes> onDisk;
+    };
+
+ public:
+    // The files as they are at one moment, and what the disk surely holds of them.
+    struct Disk {
+        std::map<std::wstring, Entry> entries;
+        std::map<std::wstring, Unflushed> unflushed;
+    };
+    Disk TakeDisk() const;
+    void PutDisk(const Disk& disk);
+    // How often something has changed that a loss of the current could show.
+    int Changes() const { return changes_; }
+    // In how many ways the loss of the current can leave the disk: of each file that was not flushed,
+    // whatever becomes of the others, the old content, the new one, half of the one and half of the other, or
+    // only the new length; a removed file is gone or back.
+    int CurrentLosses() const;
+    // The current is gone and back; `which` counts from 0.
+    void LoseCurrent(int which);
+
+ private:
     struct FileOwner {
         std::shared_ptr<Content> content;
         FileUse use;
@@ -100,6 +125,11 @@ class FakeFiles : public FilePort {
     FileOwner* FindOpen(FileHandle file);
     FileOwner* FindOpenToWrite(FileHandle file);
     std::int64_t Room() const;
+    // To be called before each change of what is at `fullPath`.
+    void Changing(const std::wstring& fullPath);
+    void Flushed(const std::wstring& fullPath);
+    // What a loss of the current can leave of a file, none for no file.
+    std::vector<std::optional<FileBytes>> Remains(const std::wstring& fullPath, const Unflushed& file) const;
     bool Fail(std::uint32_t error);
     // True, with `error` as the last one, when the planned failure strikes.
     bool Strikes(Operation operation, std::uint32_t error) {
@@ -111,8 +141,9 @@ class FakeFiles : public FilePort {
     FakeClock& clock_;
     std::set<std::wstring> drives_{L"C:"};
     std::map<std::wstring, Entry> entries_;  // by full path in upper case
+    std::map<std::wstring, Unflushed> unflushed_;
+    int changes_ = 0;
     std::map<FileHandle, FileOwner> open_;
-    std::set<std::wstring> denied_;
     std::set<std::wstring> lockedByOther_;
     std::uint32_t lastError_ = 0;
 };

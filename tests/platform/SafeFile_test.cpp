@@ -1,9 +1,11 @@
 #include "platform/SafeFile.h"
 
+#include <functional>
+#include <memory>
 #include <optional>
 
 #include "fake/DocumentedBytes.h"
-#include "fake/FakePlatformTest.h"
+#include "fake/FaultLoop.h"
 #include "platform/CheckSum.h"
 #include "platform/RuntimeError.h"
 
@@ -12,14 +14,15 @@ namespace {
 const std::wstring kPath = L"C:\\DATA\\nxclip.nxp";
 const std::wstring kJournal = L"C:\\DATA\\nxclip.jnl";
 
+using namespace std::string_literals;
 using Text = std::optional<std::string>;
 
 // One save over what a file held before, in a machine of its own.
 class Save {
  public:
     Save(const Text& before, const std::string& image) : image_(image) {
-        machine.files.AddDirectory(L"C:\\DATA");
-        if (before) machine.files.SetBytes(kPath, *before);
+        fake.files.AddDirectory(L"C:\\DATA");
+        if (before) fake.files.SetBytes(kPath, *before);
     }
     bool Run() {
         try {
@@ -37,7 +40,8 @@ class Save {
         return read;
     }
 
-    FakePlatform machine;
+    FakePlatform fake;
+    bool done = false;
 
  private:
     static Text Read() {
@@ -74,72 +78,62 @@ const Case kCases[] = {
     {"nothing", "the same", "the same", "the same"},
 };
 
-// What stands on disk is looked at by the very next reading, before anything saves again.
-TEST(SafeFileTest, Save_WithAnyOneOrTwoCallsFailing_IsDoneWholeOrNotAtAll) {
-    int saves = 0;
+int StrikeSaves(Fault fault, WriteFailure mode,
+                const std::function<void(Save&, const Case&, bool struck)>& check, bool finished = false) {
+    int strikes = 0;
     for (const Case& each : kCases) {
-        for (const WriteFailure mode :
-             {WriteFailure::DiskFullWithPart, WriteFailure::Nothing, WriteFailure::Short}) {
-            bool firstFired = true;
-            for (int n = 1; firstFired; ++n) {
-                bool bothFired = true;
-                for (int m = 0; bothFired; ++m) {
-                    SCOPED_TRACE(std::string(each.name) + ": calls " + std::to_string(n) + " and " +
-                                 std::to_string(m) + " later fail");
-                    Save save(each.before, each.image);
-                    save.machine.failures.writeFailure = mode;
-                    save.machine.failures.FailPairOfAny(n, m);
-                    const bool done = save.Run();
-                    firstFired = save.machine.Fired();
-                    bothFired = firstFired && (m == 0 || !save.machine.failures.Waiting());
-                    save.machine.failures.FailNone();
-                    const Text loaded = Save::Loaded();
-                    const std::string now = loaded.value_or("");
-                    // What could be made longer but not be written may stay longer. What could neither be
-                    // made nor be removed may stay whole.
-                    const bool untouched = each.before ? loaded && now.starts_with(*each.before)
-                                                       : !loaded || (m > 0 && now == each.after);
-                    ASSERT_TRUE(done ? now == each.after : untouched) << now;
-                    ASSERT_TRUE(done || firstFired);
-                    ++saves;
-                }
-            }
-        }
+        SCOPED_TRACE(each.name);
+        const auto make = [&] {
+            auto save = std::make_unique<Save>(each.before, each.image);
+            save->fake.failures.writeFailure = mode;
+            return save;
+        };
+        const auto run = [&](Save& save) {
+            save.done = save.Run();
+            if (finished) FinishSave(kPath);
+        };
+        strikes +=
+            StrikeEverywhere(fault, make, run, [&](Save& save, bool struck) { check(save, each, struck); });
     }
-    EXPECT_GT(saves, 500);
+    return strikes;
 }
 
-// The process ends inside any call; then nothing of what was not flushed, or half of it, may have reached the
-// disk, of either file.
-TEST(SafeFileTest, Save_KilledInAnyCallOrWithTheCurrentGone_LeavesOldOrNewContent) {
-    int kills = 0;
-    for (const Case& each : kCases) {
-        for (const bool finished : {false, true}) {
-            for (int keptOfFile = 0; keptOfFile <= 2; ++keptOfFile) {
-                for (int keptOfJournal = 0; keptOfJournal <= 2; ++keptOfJournal) {
-                    bool fired = true;
-                    for (int n = 1; fired; ++n) {
-                        SCOPED_TRACE(std::string(each.name) + ": killed in call " + std::to_string(n));
-                        Save save(each.before, each.image);
-                        save.machine.failures.KillInNthOfAny(n);
-                        const bool done = save.Run();
-                        if (finished) FinishSave(kPath);
-                        fired = save.machine.Fired();
-                        save.machine.failures.FailNone();
-                        save.machine.files.LoseCurrent(kPath, keptOfFile, 2);
-                        save.machine.files.LoseCurrent(kJournal, keptOfJournal, 2);
-                        const Text loaded = Save::Loaded();
-                        if (done || loaded != each.before) {
-                            ASSERT_EQ(loaded, each.after);
-                        }
-                        ASSERT_FALSE(save.machine.files.Has(kJournal));
-                        ++kills;
-                    }
-                }
-            }
-        }
+// What stands on disk is looked at by the very next reading, before anything saves again.
+TEST(SafeFileTest, Save_WithAnyOneOrTwoCallsFailing_IsDoneWholeOrNotAtAll) {
+    int strikes = 0;
+    for (const Fault fault : {Fault::OneCall, Fault::TwoCalls}) {
+        const auto check = [&](Save& save, const Case& each, bool struck) {
+            EXPECT_TRUE(save.done || fault == Fault::TwoCalls || !save.fake.files.Has(kJournal));
+            const Text loaded = Save::Loaded();
+            const std::string now = loaded.value_or("");
+            // What could be made longer but not be written may stay longer. What could neither be made nor be
+            // removed may stay whole.
+            const bool untouched = each.before ? loaded && now.starts_with(*each.before)
+                                               : !loaded || (fault == Fault::TwoCalls && now == each.after);
+            EXPECT_TRUE(save.done ? now == each.after : untouched) << now;
+            EXPECT_TRUE(save.done || struck);
+            EXPECT_FALSE(save.fake.files.Has(kJournal));
+        };
+        for (const WriteFailure mode :
+             {WriteFailure::DiskFullWithPart, WriteFailure::Nothing, WriteFailure::Short})
+            strikes += StrikeSaves(fault, mode, check);
     }
-    EXPECT_GT(kills, 1000);
+    EXPECT_GT(strikes, 500);
+}
+
+// The process ends inside any call; then nothing of what was not flushed, or a part of it, may have reached
+// the disk, of either file.
+TEST(SafeFileTest, Save_KilledInAnyCallOrWithTheCurrentGone_LeavesOldOrNewContent) {
+    int strikes = 0;
+    const auto check = [](Save& save, const Case& each, bool) {
+        const Text loaded = Save::Loaded();
+        EXPECT_TRUE(loaded == each.after || (!save.done && loaded == each.before)) << loaded.value_or("none");
+        EXPECT_FALSE(save.fake.files.Has(kJournal));
+    };
+    for (const Fault fault : {Fault::Kill, Fault::PowerLoss})
+        for (const bool finished : {false, true})
+            strikes += StrikeSaves(fault, WriteFailure::Nothing, check, finished);
+    EXPECT_GT(strikes, 400);
 }
 
 class SafeFileJournalTest : public FakePlatformTest {
@@ -181,12 +175,38 @@ TEST_F(SafeFileJournalTest, Journal_DamagedOrOfAnotherFile_IsIgnoredAndGoes) {
             EXPECT_FALSE(fake.files.Has(kJournal));
         }
     }
-    for (const char* other : {"front old", "front old back and more", "Front old back", "front old Back"}) {
+    for (const char* other : {"front old", "front old back and more", "Front old back", "front old Back",
+                              "front NEW back", "front nxd back"}) {
         fake.files.SetBytes(kPath, other);
         fake.files.SetBytes(kJournal, journal);
         EXPECT_EQ(Loaded(), other);
         EXPECT_FALSE(fake.files.Has(kJournal));
     }
+}
+
+// What is laid beside its file again must not undo what came later, at the file's end either.
+TEST_F(SafeFileJournalTest, Journal_OfAnEarlierSave_CountsWhereEveryByteIsOldOrNew) {
+    fake.files.SetBytes(kPath, "1 short");
+    Write("2 short and longer");
+    const std::string journal = *fake.files.Bytes(kJournal);
+    for (const std::string& half :
+         {"2 short"s, "1 short and lo"s, "1 short\0\0\0\0\0\0\0nger"s, "2 short\0\0\0"s}) {
+        fake.files.SetBytes(kPath, half);
+        fake.files.SetBytes(kJournal, journal);
+        EXPECT_EQ(Loaded(), "2 short and longer");
+    }
+    fake.files.SetBytes(kPath, "2 short and larger");
+    fake.files.SetBytes(kJournal, journal);
+    EXPECT_EQ(Loaded(), "2 short and larger");
+}
+
+// Written by version 1.0: without the old bytes.
+TEST_F(SafeFileJournalTest, Journal_OfTheFirstVersion_IsStillFinished) {
+    fake.files.SetBytes(kPath, "front old back");
+    fake.files.SetBytes(kJournal,
+                        "NXJ2\x0E\0\0\0\x0E\0\0\0\x01\0\0\0\xEF\x84\x21\xF5\x06\0\0\0\x03\0\0\0new"
+                        "\xA9\xDF\x51\x2E"s);
+    EXPECT_EQ(Loaded(), "front new back");
 }
 
 TEST_F(SafeFileJournalTest, Save_OfAFewBytes_WritesOnlyTheseWithOneFlush) {

@@ -4,8 +4,8 @@
 
 #include "platform/FileBytes.h"
 
-// Keeps a profile's directory for this program: a file "nxclip.lck" stands in it that nobody else can open,
-// and that the system removes when this program ends, however that happens.
+// Keeps a profile's directory for this program: a file "nxclip.lck" stands in it that nobody else can lock,
+// until this program ends, however that happens. Who copies the directory may read it.
 class ProfileLock {
  public:
     // Keeps nothing.
@@ -17,6 +17,12 @@ class ProfileLock {
     // Another program keeps the directory: what is in it may only be read.
     bool HeldByOther() const { return heldByOther_; }
     bool Held() const { return file_.IsSet(); }
+    FileHandle File() const { return file_.Get(); }
+    // Gives the directory up, be it for whom it may: until it is taken anew it counts as another program's.
+    void LetGo() {
+        file_.Reset();
+        heldByOther_ = true;
+    }
 
  private:
     FileOwner file_;

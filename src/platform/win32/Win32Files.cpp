@@ -25,23 +25,39 @@ bool IsHeldFromRenaming(DWORD error) {
     return IsHeldForTheMoment(error) || error == ERROR_ACCESS_DENIED;
 }
 
+// A name whose file was deleted while somebody had it open is refused until that one closes it. Where the
+// refusal is a real one, the directory shows the file's attributes nevertheless.
+bool IsBeingDeleted(const std::wstring& name, DWORD error) {
+    if (error != ERROR_ACCESS_DENIED || GetFileAttributesW(name.c_str()) != INVALID_FILE_ATTRIBUTES)
+        return false;
+    WIN32_FIND_DATAW found;
+    return UniqueFind(FindFirstFileW(name.c_str(), &found)).IsSet() || GetLastError() == ERROR_FILE_NOT_FOUND;
+}
+
 // Tries until it succeeds or fails for another reason than that somebody holds the file.
-template <typename Try>
-bool WhileHeld(bool (*isHeld)(DWORD error), const Win32Files::Pause& pause, Try&& succeeds) {
+template <typename IsHeld, typename Try>
+bool WhileHeld(const IsHeld& isHeld, const Win32Files::Pause& pause, Try&& succeeds) {
     if (succeeds()) return true;
     for (const DWORD milliseconds : kPausesBetweenTries) {
-        if (!isHeld(GetLastError())) return false;
+        const DWORD error = GetLastError();
+        const bool held = isHeld(error);
+        SetLastError(error);
+        if (!held) return false;
         pause(milliseconds);
         if (succeeds()) return true;
     }
     return false;
 }
 
+template <typename Try>
+bool WhileHeld(const std::wstring& name, const Win32Files::Pause& pause, Try&& succeeds) {
+    const auto isHeld = [&](DWORD error) { return IsHeldForTheMoment(error) || IsBeingDeleted(name, error); };
+    return WhileHeld(isHeld, pause, succeeds);
+}
+
 struct OpenWay {
     DWORD access;
     DWORD disposition;
-    DWORD share = FILE_SHARE_READ;
-    DWORD flags = FILE_ATTRIBUTE_NORMAL;
 };
 
 OpenWay WayOf(FileUse use) {
@@ -54,8 +70,6 @@ OpenWay WayOf(FileUse use) {
         case FileUse::NewOnly:
             return {GENERIC_WRITE, CREATE_NEW};
         case FileUse::Lock:
-            return {GENERIC_WRITE | DELETE, OPEN_ALWAYS, 0,
-                    FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE};
         case FileUse::Read:
             break;
     }
@@ -105,6 +119,7 @@ bool Win32Files::Fail(std::uint32_t error) {
 }
 
 FileHandle Win32Files::Open(const std::wstring& path, FileUse use) {
+    if (use == FileUse::Lock) return OpenLock(SystemPath(path));
     if (use != FileUse::Read && IsReadOnly(path)) {
         Fail(ERROR_ACCESS_DENIED);
         return FileHandle::None;
@@ -113,20 +128,39 @@ FileHandle Win32Files::Open(const std::wstring& path, FileUse use) {
     const std::wstring name = SystemPath(path);
     UniqueFile file;
     const auto open = [&] {
-        file.Reset(
-            CreateFileW(name.c_str(), way.access, way.share, nullptr, way.disposition, way.flags, nullptr));
+        file.Reset(CreateFileW(name.c_str(), way.access, FILE_SHARE_READ, nullptr, way.disposition,
+                               FILE_ATTRIBUTE_NORMAL, nullptr));
         return file.IsSet();
     };
-    // Who has the lock has it for long: there is nothing to wait for.
-    const bool opened = use == FileUse::Lock ? open() : WhileHeld(IsHeldForTheMoment, pause_, open);
-    if (!Noted(opened)) return FileHandle::None;
+    if (!Noted(WhileHeld(name, pause_, open))) return FileHandle::None;
     if (use == FileUse::Append && !Noted(SetFilePointerEx(file.Get(), LARGE_INTEGER{}, nullptr, FILE_END)))
         return FileHandle::None;
     return EngineFile(file.Release());
 }
 
+// What keeps others out is a locked byte far behind the content: backups copy the file, and who only reads is
+// in nobody's way. The holder has it for long, so there is nothing to wait for.
+FileHandle Win32Files::OpenLock(const std::wstring& name) {
+    UniqueFile file(CreateFileW(name.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_ALWAYS,
+                                FILE_ATTRIBUTE_HIDDEN, nullptr));
+    if (!Noted(file.IsSet())) return FileHandle::None;
+    OVERLAPPED place{};
+    place.OffsetHigh = 1;
+    if (!Noted(
+            LockFileEx(file.Get(), LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &place))) {
+        if (lastError_ == ERROR_LOCK_VIOLATION) lastError_ = ERROR_SHARING_VIOLATION;
+        return FileHandle::None;
+    }
+    locks_[EngineFile(file.Get())] = name;
+    return EngineFile(file.Release());
+}
+
+// The file of a lock stays when somebody reads it, or has taken it already.
 void Win32Files::Close(FileHandle file) {
-    if (file != FileHandle::None) CloseHandle(SystemFile(file));
+    if (file == FileHandle::None) return;
+    const auto lock = locks_.extract(file);
+    CloseHandle(SystemFile(file));
+    if (lock) DeleteFileW(lock.mapped().c_str());
 }
 
 std::optional<std::uint32_t> Win32Files::Read(FileHandle file, void* buffer, std::uint32_t size) {
@@ -187,6 +221,18 @@ bool Win32Files::HasRoomFor(FileHandle file, std::int64_t more) {
 
 bool Win32Files::Flush(FileHandle file) {
     return Noted(FlushFileBuffers(SystemFile(file)));
+}
+
+bool Win32Files::FlushClosed(const std::wstring& path, WhenHeld held) {
+    const std::wstring name = SystemPath(path);
+    UniqueFile file;
+    const auto open = [&] {
+        file.Reset(CreateFileW(name.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                               FILE_ATTRIBUTE_NORMAL, nullptr));
+        return file.IsSet();
+    };
+    const bool opened = held == WhenHeld::Wait ? WhileHeld(name, pause_, open) : open();
+    return Noted(opened) && Noted(FlushFileBuffers(file.Get()));
 }
 
 bool Win32Files::Exists(const std::wstring& path) {
@@ -263,7 +309,7 @@ std::vector<std::wstring> Win32Files::List(const std::wstring& pattern) {
 
 bool Win32Files::Remove(const std::wstring& path) {
     const std::wstring name = SystemPath(path);
-    return Noted(WhileHeld(IsHeldForTheMoment, pause_, [&] { return DeleteFileW(name.c_str()) != 0; }));
+    return Noted(WhileHeld(name, pause_, [&] { return DeleteFileW(name.c_str()) != 0; }));
 }
 
 // The copy takes its name only when it is complete, so that neither a half copy nor a half overwritten target
@@ -282,8 +328,6 @@ bool Win32Files::Copy(const std::wstring& from, const std::wstring& to, bool rep
             return MoveFileExW(copy.c_str(), target.c_str(), replace ? MOVEFILE_REPLACE_EXISTING : 0) != 0;
         })))
         return true;
-    // What was read-only would not let itself be deleted.
-    SetFileAttributesW(copy.c_str(), FILE_ATTRIBUTE_NORMAL);
     DeleteFileW(copy.c_str());
     return false;
 }
@@ -293,7 +337,11 @@ bool Win32Files::CopyUnderFreeName(const std::wstring& from, const std::wstring&
     for (int i = 0; i < kMostCopyNames; ++i) {
         copy = SystemPath(to + L".~" + NumberText(i));
         if (GetFileAttributesW(copy.c_str()) != INVALID_FILE_ATTRIBUTES) continue;
-        if (Noted(CopyFileW(from.c_str(), copy.c_str(), TRUE))) return true;
+        const auto copies = [&] { return CopyFileW(from.c_str(), copy.c_str(), TRUE) != 0; };
+        if (Noted(WhileHeld(from, pause_, copies))) {
+            SetFileAttributesW(copy.c_str(), FILE_ATTRIBUTE_NORMAL);
+            return true;
+        }
         if (lastError_ == ERROR_FILE_EXISTS) continue;
         DeleteFileW(copy.c_str());
         return false;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 
 #include "platform/Files.h"
 
@@ -20,6 +21,7 @@ class Win32Files : public FilePort {
     std::optional<std::int64_t> Size(FileHandle file) override;
     bool Reserve(FileHandle file, std::int64_t size) override;
     bool Flush(FileHandle file) override;
+    bool FlushClosed(const std::wstring& path, WhenHeld held) override;
     bool Exists(const std::wstring& path) override;
     bool IsDirectory(const std::wstring& path) override;
     std::optional<FileTime> ChangeTime(const std::wstring& path) override;
@@ -31,6 +33,7 @@ class Win32Files : public FilePort {
     std::uint32_t LastError() override { return lastError_; }
 
  private:
+    FileHandle OpenLock(const std::wstring& name);
     bool Noted(bool succeeded);
     bool Fail(std::uint32_t error);
     bool HasRoomFor(FileHandle file, std::int64_t more);
@@ -38,5 +41,6 @@ class Win32Files : public FilePort {
     std::optional<std::vector<std::wstring>> NamesIn(const std::wstring& directory, bool directories);
 
     Pause pause_;
+    std::map<FileHandle, std::wstring> locks_;  // with their names
     std::uint32_t lastError_ = 0;
 };

@@ -49,9 +49,10 @@ TEST_F(ClipTravelTest, Clip_ComesBackWhole) {
 TEST_F(ClipTravelTest, Capture_WithAnyOperationFailingCountsWhatCanBeReadAgain) {
     for (const auto failure : {WriteFailure::DiskFullWithPart, WriteFailure::Nothing, WriteFailure::Short}) {
         fake.failures.writeFailure = failure;
-        FailEachCall(
-            fake, 51, [&] { fake.clipboard.OtherProgramCopies(content); }, [&] { SaveClipboard(); },
-            [&](bool) { EXPECT_FALSE(fake.clipboard.IsOpen()); });
+        const int calls = StrikeEverywhere(
+            Fault::OneCall, fake, [&] { fake.clipboard.OtherProgramCopies(content); },
+            [&] { SaveClipboard(); }, [&](bool) { EXPECT_FALSE(fake.clipboard.IsOpen()); });
+        EXPECT_EQ(calls, 51);
     }
 }
 
@@ -59,8 +60,8 @@ TEST_F(ClipTravelTest, Restore_WithAnyOperationFailingKeepsTheClipReadable) {
     const std::int16_t count = Capture(content);
     const std::string bytes = ClipBytes();
     bool restored = false;
-    FailEachCall(
-        fake, 43,
+    const int calls = StrikeEverywhere(
+        Fault::OneCall, fake,
         [&] {
             fake.user.statuses.clear();
             fake.user.messages.clear();
@@ -75,6 +76,7 @@ TEST_F(ClipTravelTest, Restore_WithAnyOperationFailingKeepsTheClipReadable) {
             EXPECT_TRUE(!fake.user.statuses.empty() || !fake.user.messages.empty());
             EXPECT_TRUE(failed || allIsThere);
         });
+    EXPECT_EQ(calls, 43);
 }
 
 TEST_F(ClipTravelTest, Request_WithAnyOperationFailingIsAnsweredTheNextTime) {
@@ -82,8 +84,8 @@ TEST_F(ClipTravelTest, Request_WithAnyOperationFailingIsAnsweredTheNextTime) {
     std::vector<std::optional<std::string>> got;
     for (const auto failure : {ReadFailure::Error, ReadFailure::Short}) {
         fake.failures.readFailure = failure;
-        FailEachCall(
-            fake, 58, [&] { ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, count)); },
+        const int calls = StrikeEverywhere(
+            Fault::OneCall, fake, [&] { ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, count)); },
             [&] { got = ReadAll(); },
             [&](bool) {
                 for (std::size_t i = 0; i < got.size(); ++i)
@@ -91,5 +93,6 @@ TEST_F(ClipTravelTest, Request_WithAnyOperationFailingIsAnsweredTheNextTime) {
                 EXPECT_EQ(fake.ledger.Owned(ResourceKind::Block), 0);
                 EXPECT_EQ(ReadAll(), whole);
             });
+        EXPECT_EQ(calls, 58);
     }
 }

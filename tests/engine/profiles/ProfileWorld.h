@@ -157,7 +157,7 @@ class ProfileWorld {
                 found.push_back(L"not in the list: " + root->Text());
             }
         }
-        if (Profiles().Count() != CountRoots()) found.push_back(L"list and tree differ");
+        if (Profiles().Count() != CountRoots(nodes)) found.push_back(L"list and tree differ");
         return found;
     }
     std::vector<std::wstring> DiskDamage() {
@@ -168,6 +168,23 @@ class ProfileWorld {
         LoadFromDisk(loaded);
         NoteDamage(loaded, L"disk: ", found);
         return found;
+    }
+    // The names of the clips that the next start finds with their data, and the number of profiles.
+    std::set<std::wstring> SoundClips() {
+        NodeCollection loaded;
+        LoadFromDisk(loaded);
+        std::set<std::wstring> sound;
+        for (int i = 1; i <= loaded.Count(); ++i) {
+            const Node& node = *loaded.Item(i);
+            if (IsClipNode(&node) && fake.files.Bytes(ClipFileOf(&node)) == DataOf(node.Text()))
+                sound.insert(node.Text());
+        }
+        return sound;
+    }
+    int ProfilesOnDisk() {
+        NodeCollection loaded;
+        LoadFromDisk(loaded);
+        return CountRoots(loaded);
     }
     // All files but those that keep the directories.
     std::set<std::wstring> Files() const {
@@ -189,9 +206,9 @@ class ProfileWorld {
             LoadProfileDirectory(other, entry->Directory);
         }
     }
-    int CountRoots() const {
+    static int CountRoots(const NodeCollection& in) {
         int count = 0;
-        for (const Node* root = nodes.Root(); root != nullptr; root = root->Next())
+        for (const Node* root = in.Root(); root != nullptr; root = root->Next())
             ++count;
         return count;
     }

@@ -30,6 +30,22 @@ TEST(Win32Files, Held_IsTriedAgainUnlessItIsALock) {
     EXPECT_TRUE(files.Copy(file, target, true));
     EXPECT_EQ(reason, static_cast<DWORD>(ERROR_ACCESS_DENIED)) << "what a rename is told";
     hold(file);
+    EXPECT_TRUE(files.Copy(file, target, true));
+    EXPECT_EQ(reason, static_cast<DWORD>(ERROR_SHARING_VIOLATION));
+    // A scanner still has what was deleted, as a journal is at each save.
+    reason = 0;
+    held = CreateFileW(file.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
+                       OPEN_EXISTING, 0, nullptr);
+    ASSERT_TRUE(DeleteFileW(file.c_str()));
+    const FileHandle anew = files.Open(file, FileUse::WriteNew);
+    EXPECT_NE(anew, FileHandle::None);
+    EXPECT_EQ(reason, static_cast<DWORD>(ERROR_ACCESS_DENIED));
+    files.Close(anew);
+    // A real refusal is answered at once.
+    reason = 0;
+    EXPECT_EQ(files.Open(directory.Path().wstring(), FileUse::WriteNew), FileHandle::None);
+    EXPECT_EQ(reason, 0u);
+    hold(file);
     const FileHandle opened = files.Open(file, FileUse::Read);
     EXPECT_NE(opened, FileHandle::None);
     files.Close(opened);
