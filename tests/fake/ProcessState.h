@@ -9,6 +9,7 @@
 #include "engine/process/modMain.h"
 #include "engine/process/modOption.h"
 #include "engine/profiles/CProfiles.h"
+#include "platform/FlushLater.h"
 
 // Every process-wide value is as at the start of a run when the scope begins, and again when it ends: what
 // one test sets does not reach the next one. The fake machine must live longer, since what was announced on
@@ -36,5 +37,7 @@ class ProcessStateScope {
         InitFormatSets();
         InitFormatDescriptions();
         Profiles().Clear();
+        while (FlushNext()) {
+        }
     }
 };

@@ -14,6 +14,7 @@
 #include "engine/tree/modTreeEx.h"
 #include "platform/Busy.h"
 #include "platform/FileBytes.h"
+#include "platform/FlushLater.h"
 #include "platform/Platform.h"
 #include "platform/RuntimeError.h"
 #include "platform/SafeFile.h"
@@ -70,12 +71,77 @@ Node* ClipOperations::Drop(Node* target, Node* source, bool asChild, bool move) 
                   : MoveAcrossProfiles(target, *source, asChild);
 }
 
+// Nodes that are copied, with the clips' data files. Taken back in the end unless it was kept.
+class ClipOperations::CopyUnderWay {
+ public:
+    explicit CopyUnderWay(ClipOperations& operations) : operations_(operations) { operations_.copy_ = this; }
+    ~CopyUnderWay() {
+        operations_.copy_ = nullptr;
+        ErrorIn([this] { TakeBack(); });
+    }
+    CopyUnderWay(const CopyUnderWay&) = delete;
+    CopyUnderWay& operator=(const CopyUnderWay&) = delete;
+
+    // Copies the nodes and, by way of the tree's events, the files, and saves the target's profile. Where the
+    // source is to go afterwards, its data is on the disk a second time before that; otherwise the copies are
+    // flushed when nobody waits. Null after a failure, which has been told.
+    Node* Make(Node* target, Node& source, bool asChild, bool sourceGoes) {
+        Node* const profile = GetProfileNode(target, true);
+        if (profile == nullptr) return nullptr;
+        copy_ = operations_.tree_.CopyNode(target, &source, asChild, false, false);
+        if (failure_) {
+            TakeBack();
+            ThePlatform().user.Tell(failure_->text, failure_->title);
+            return nullptr;
+        }
+        if (copy_ == nullptr || (sourceGoes && !Flush())) return nullptr;
+        return SaveProfile(operations_.tree_, *profile) ? copy_ : nullptr;
+    }
+    void Keep() {
+        copy_ = nullptr;
+        files_.clear();
+    }
+
+    // One clip that could not be copied ends the whole copy.
+    bool HasFailed() const { return failure_.has_value(); }
+    void Fail(std::wstring text, std::wstring title) { failure_ = {std::move(text), std::move(title)}; }
+    void Add(const std::wstring& file) {
+        files_.push_back(file);
+        FlushLater(file);
+    }
+
+ private:
+    struct Failure {
+        std::wstring text;
+        std::wstring title;
+    };
+
+    bool Flush() {
+        FilePort& files = ThePlatform().files;
+        for (const std::wstring& file : files_) {
+            if (files.FlushClosed(file, WhenHeld::Wait)) continue;
+            TellError(FileErrorOf(files.LastError(), file));
+            return false;
+        }
+        return true;
+    }
+    void TakeBack() {
+        if (Node* const copy = std::exchange(copy_, nullptr)) operations_.tree_.TreeView()->Remove(*copy);
+        for (const std::wstring& file : std::exchange(files_, {}))
+            ThePlatform().files.Remove(file);
+    }
+
+    ClipOperations& operations_;
+    Node* copy_ = nullptr;
+    std::vector<std::wstring> files_;
+    std::optional<Failure> failure_;  // told when what was made has been taken back
+};
+
 Node* ClipOperations::Copy(Node* target, Node& source, bool asChild) {
-    Node* const profile = GetProfileNode(target, true);
-    Node* const copy = profile != nullptr ? CopyWithData(target, source, asChild) : nullptr;
-    if (copy == nullptr || SaveProfile(tree_, *profile)) return copy;
-    TakeBack(*copy);
-    return nullptr;
+    CopyUnderWay copying(*this);
+    Node* const copy = copying.Make(target, source, asChild, false);
+    if (copy != nullptr) copying.Keep();
+    return copy;
 }
 
 // The clips keep their files. The profile is saved without the source while that still stands in the tree, so
@@ -101,13 +167,13 @@ Node* ClipOperations::MoveAcrossProfiles(Node* target, Node& source, bool asChil
     if (sourceProfile == nullptr) return nullptr;
     const std::vector<std::wstring> files = FilesBelow(source);
     if (!MayGo(files)) return nullptr;
-    Node* const copy = Copy(target, source, asChild);
+    CopyUnderWay copying(*this);
+    Node* const copy = copying.Make(target, source, asChild, true);
     if (copy == nullptr) return nullptr;
-    if (!SaveProfile(tree_, *sourceProfile, &source)) {
-        // Only what is off the target's disk may lose its data. Should even that fail, the copy stays whole.
-        if (SaveProfile(tree_, *GetProfileNode(copy, true), copy)) TakeBack(*copy);
-        return nullptr;
-    }
+    const bool sourceIsOff = SaveProfile(tree_, *sourceProfile, &source);
+    // Only what is off the target's disk may lose its data. Should even that fail, the copy stays whole.
+    if (sourceIsOff || !SaveProfile(tree_, *GetProfileNode(copy, true), copy)) copying.Keep();
+    if (!sourceIsOff) return nullptr;
     CarryContainerOver(source, *copy);
     RemoveNode(source);
     RemoveFiles(files);
@@ -125,26 +191,6 @@ Node* ClipOperations::MoveProfile(Node* target, Node& source) {
     Profiles().OrderAsInTree(*tree_.TreeView());
     StoreProfileList();
     return copy;
-}
-
-// Copies the nodes and, by way of the events, the clips' data files. Null after a failure, which leaves
-// neither.
-Node* ClipOperations::CopyWithData(Node* target, Node& source, bool asChild) {
-    copiedFiles_.clear();
-    Node* const copy = tree_.CopyNode(target, &source, asChild, false, false);
-    // Left standing it would cancel the next move, which fails nowhere and says nothing.
-    const std::optional<Failure> failure = std::exchange(failure_, std::nullopt);
-    if (!failure) return copy;
-    if (copy != nullptr) TakeBack(*copy);
-    ThePlatform().user.Tell(failure->text, failure->title);
-    return nullptr;
-}
-
-// Removes the copy that was made last, with the data files that were made for it.
-void ClipOperations::TakeBack(Node& copy) {
-    tree_.TreeView()->Remove(copy);
-    for (const std::wstring& file : std::exchange(copiedFiles_, {}))
-        ThePlatform().files.Remove(file);
 }
 
 void ClipOperations::CarryContainerOver(const Node& source, Node& copy) {
@@ -215,6 +261,7 @@ bool ClipOperations::Remove(Node& node) {
     if (!MayGo(files) || !SaveProfile(tree_, *profile, &node)) return false;
     RemoveNode(node);
     RemoveFiles(files);
+    SaveProfile(tree_, *profile);
     return true;
 }
 
@@ -280,9 +327,8 @@ void ClipOperations::DoAction(std::int16_t action, Node& node, bool& /*cancel*/)
     cTV_DoAction(action, node);
 }
 
-// One clip that could not be copied ends the whole copy.
 void ClipOperations::cTV_BeforeNodeCopy(bool& cancel) {
-    cancel = cancel || failure_.has_value();
+    cancel = cancel || (copy_ != nullptr && copy_->HasFailed());
 }
 
 void ClipOperations::cTV_AfterNodeCopy(Node& newNode, Node& sourceNode, bool isMove) {
@@ -293,7 +339,7 @@ void ClipOperations::cTV_AfterNodeCopy(Node& newNode, Node& sourceNode, bool isM
         newNode.SetSorted(sourceNode.Sorted());
         newNode.SetExpandedImage(sourceNode.ExpandedImage());
     }
-    if (isMove || !IsClipNode(&sourceNode)) return;
+    if (isMove || copy_ == nullptr || !IsClipNode(&sourceNode)) return;
 
     const std::wstring from = ClipFileOf(&sourceNode);
     const std::wstring failure =
@@ -304,9 +350,9 @@ void ClipOperations::cTV_AfterNodeCopy(Node& newNode, Node& sourceNode, bool isM
     });
     if (!error) return;
     if (error->Number() == static_cast<int>(ErrorNumber::FileNotFound))
-        failure_ = {failure, L"Datei nicht gefunden"};
+        copy_->Fail(failure, L"Datei nicht gefunden");
     else
-        failure_ = {failure + L"\r\n" + error->Description(), L"Fataler Fehler in AfterNodeCopy"};
+        copy_->Fail(failure + L"\r\n" + error->Description(), L"Fataler Fehler in AfterNodeCopy");
 }
 
 // Gives the copy of a clip a data file of its own, under the next number of the profile it stands in.
@@ -324,7 +370,7 @@ void ClipOperations::CopyClipData(Node& newNode, const Node& sourceNode, const s
         const bool readable = FileOwner(files.Open(from, FileUse::Read)).IsSet();
         throw FileErrorOf(error, readable ? to : from);
     }
-    copiedFiles_.push_back(to);
+    copy_->Add(to);
 
     const NodeAttributes read = AttributesOf(&sourceNode);
     newNode.SetTag(MakeClipTag(number, read.formatCount, read.timeCaptured, read.info));

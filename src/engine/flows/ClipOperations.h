@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -35,12 +34,11 @@ class ClipOperations : public TreeViewExEvents {
     void DoAction(std::int16_t action, Node& node, bool& cancel) override;
 
  private:
+    class CopyUnderWay;
     Node* Copy(Node* target, Node& source, bool asChild);
     Node* MoveInsideProfile(Node* target, Node& source, bool asChild);
     Node* MoveAcrossProfiles(Node* target, Node& source, bool asChild);
     Node* MoveProfile(Node* target, Node& source);
-    Node* CopyWithData(Node* target, Node& source, bool asChild);
-    void TakeBack(Node& copy);
     bool Remove(Node& node);
     void RemoveNode(Node& node);
     void CarryContainerOver(const Node& source, Node& copy);
@@ -56,12 +54,6 @@ class ClipOperations : public TreeViewExEvents {
 
     CTreeViewEx& tree_;
     ActiveContainer& container_;
-    // Told when what was made of the copy has been taken back.
-    struct Failure {
-        std::wstring text;
-        std::wstring title;
-    };
-    std::vector<std::wstring> copiedFiles_;   // of the copy that is under way
-    std::optional<Failure> failure_;          // of the copy that is under way
+    CopyUnderWay* copy_ = nullptr;
     std::vector<std::int32_t> noticedClips_;  // by the walk that is under way; 0 is none
 };

@@ -3,6 +3,7 @@
 #include "engine/clipboard/modFileIO.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/modTreeEx.h"
+#include "platform/FlushLater.h"
 #include "platform/Guard.h"
 #include "platform/Platform.h"
 
@@ -22,7 +23,7 @@ NewClipFile::NewClipFile(Node& container) {
 }
 
 NewClipFile::~NewClipFile() {
-    Close();
+    CloseClipFile(handle_);
     if (mustGo_) Guarded([&] { ThePlatform().files.Remove(path_); });
 }
 
@@ -39,6 +40,7 @@ bool NewClipFile::FindFreeNumber(Node& container) {
 }
 
 void NewClipFile::Close() {
+    if (IsOpen()) FlushLater(path_);
     CloseClipFile(handle_);
 }
 

@@ -22,6 +22,7 @@ class NewClipFile {
     const std::wstring& Path() const { return path_; }
     std::int32_t Number() const { return number_; }
 
+    // Its content comes onto the disk for good when nobody waits.
     void Close();
     // A clip leads to the file now.
     void Keep() { mustGo_ = false; }

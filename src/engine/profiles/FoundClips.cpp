@@ -13,6 +13,7 @@
 #include "engine/tree/modTreeEx.h"
 #include "platform/ByteBuffer.h"
 #include "platform/FileBytes.h"
+#include "platform/FlushLater.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "platform/Text.h"
@@ -158,6 +159,8 @@ void AddFoundClips(NodeCollection& nodes, Node& container, const std::vector<Fou
                                std::wstring(L"Clip"));
         node.SetTag(
             MakeClipTag(clip.number, clip.formatCount, ThePlatform().clock.DateText(clip.changed), {}));
+        // The program that wrote it may have ended before it was flushed.
+        FlushLater(ClipFileOf(&node));
     }
 }
 

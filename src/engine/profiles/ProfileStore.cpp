@@ -10,7 +10,7 @@
 #include "engine/tree/Tags.h"
 #include "engine/tree/TreeWalk.h"
 #include "engine/tree/modTreeEx.h"
-#include "platform/FileBytes.h"
+#include "platform/FlushLater.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "platform/RuntimeError.h"
@@ -187,10 +187,34 @@ bool SaveAllProfiles(CTreeViewEx& tree) {
     return allSaved;
 }
 
-void FinishSaves() {
+bool KeepOwnTree(CTreeViewEx& tree, const CProfile& entry) {
+    bool kept = false;
+    const bool named = Succeeds([&] {
+        const std::wstring copy = FreeKeptPath(KeptStem(entry.Directory));
+        kept = tree.BuildTreeData(entry.Node) && tree.SaveDataToFile(copy);
+        FinishSave(copy);
+    });
+    tree.ReleaseData();
+    return named && kept;
+}
+
+void KeepTreesInConflict(CTreeViewEx& tree) {
+    for (const CProfile* entry : Profiles().NewEnum())
+        if (entry->Conflict != ProfileConflict::None && entry->Node != nullptr) KeepOwnTree(tree, *entry);
+}
+
+bool FinishNextSave() {
+    if (FlushNext()) return true;
     for (CProfile* entry : Profiles().NewEnum()) {
         // What cannot be finished now is finished by the next save or the next load.
-        if (std::exchange(entry->Unfinished, false)) FinishSave(TreeDataFilePath(entry->Directory));
+        FinishSave(TreeDataFilePath(entry->Directory));
+        return true;
+    }
+    return false;
+}
+
+void FinishSaves() {
+    while (FinishNextSave()) {
     }
 }
 

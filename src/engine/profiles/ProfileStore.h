@@ -29,8 +29,16 @@ std::vector<std::wstring> KeptTreeFiles(const std::wstring& directory);
 // Writes every changed profile. One that fails does not keep the others from being written; it stays changed.
 bool SaveAllProfiles(CTreeViewEx& tree);
 
-// Makes the last saves safe from the loss of the current and removes their journals: for the moments when
-// nobody waits. Costs nothing when there are none.
+// Writes the tree of a profile whose file another program changed beside that file, where KeepTreeFile keeps
+// its copies. False, told, when that is not possible.
+bool KeepOwnTree(CTreeViewEx& tree, const CProfile& entry);
+// For the end: nobody is asked any more, so of every profile in conflict both trees are kept.
+void KeepTreesInConflict(CTreeViewEx& tree);
+
+// Makes what was written last safe from the loss of the current, for the moments when nobody waits: the clip
+// files that were written or copied, and then the saved trees, whose journals go. The one does the next file
+// alone and returns false when none is left; costs nothing then.
+bool FinishNextSave();
 void FinishSaves();
 
 // Marks the profile that holds `node` as changed.
