@@ -18,13 +18,15 @@ std::shared_ptr<CFormats> CClipBoard::LoadFormatsByHandle(FileHandle file, std::
     auto formats = std::make_shared<CFormats>();
     formats_ = formats;
     int unreadable = 0;
-    for (int i = 1; i <= count && unreadable < kMostUnreadableRecords; ++i) {
+    damaged_ = false;
+    for (int i = 1; i <= count && unreadable < kMostUnreadableRecords && !damaged_; ++i) {
         auto format = std::make_unique<CFormat>();
         if (format->LoadFromFile(file, false)) {
             formats->Add(std::move(format));
             continue;
         }
         ++unreadable;
+        damaged_ = format->Blank;
         ThePlatform().user.Tell(L"LoadFormatsByHandle: Schwerer Fehler beim Lesen der Formate aus der Datei");
     }
     return formats;

@@ -22,9 +22,13 @@ class CClipBoard {
     // read from where the file stands then; after kMostUnreadableRecords of them the rest is given up.
     std::shared_ptr<CFormats> LoadFormatsByHandle(FileHandle file, std::int16_t count);
 
+    // The last file that was read holds zeros where a record should begin; it ends there, told once.
+    bool FileIsDamaged() const { return damaged_; }
+
     // A count of 32767 over a damaged file must not become as many message boxes.
     static constexpr int kMostUnreadableRecords = 10;
 
  private:
     std::shared_ptr<CFormats> formats_;
+    bool damaged_ = false;
 };

@@ -80,8 +80,8 @@ MetafilePicture DecodePicture(ByteReader reader) {
     return picture;
 }
 
-// A damaged record that claims more than the file holds: what stands behind its header is no record either,
-// so the next reading is to find the file's end.
+// What stands behind the header of a damaged record, one that claims more than the file holds or is blank, is
+// no record either, so the next reading is to find the file's end.
 void SkipToEnd(FileHandle file) {
     const auto end = ThePlatform().files.Size(file);
     if (end) SeekClipFile(file, *end);
@@ -184,9 +184,12 @@ bool CFormat::PutEnhancedMetafile() {
 }
 
 bool CFormat::SetClipboardFromFile(const std::wstring& fileName) {
-    FileOwner file(OpenClipFile(fileName, false, true));
-    if (!file.IsSet()) return false;
-    const bool set = LoadDataFromFile(file.Get(), true) && SetToClipboard();
+    const FileOwner file(OpenClipFile(fileName, false, true));
+    return file.IsSet() && SetClipboardFromFile(file.Get());
+}
+
+bool CFormat::SetClipboardFromFile(FileHandle file) {
+    const bool set = LoadDataFromFile(file, true) && SetToClipboard();
     ReleaseGlobalData(false);
     return set;
 }
@@ -221,7 +224,9 @@ bool CFormat::ReadHeader(FileHandle file) {
     ByteReader frontFields(front.data(), front.size());
     FormatId = frontFields.Int32();
     const std::int16_t nameLength = frontFields.Int16();
-    if (nameLength < 0) return false;
+    Blank = FormatId == 0 && nameLength == 0;
+    if (Blank) SkipToEnd(file);
+    if (Blank || nameLength < 0) return false;
     const std::int64_t headerSize = kSizes + nameLength;
     if (*left < headerSize) {
         SkipToEnd(file);

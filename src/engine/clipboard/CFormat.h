@@ -51,6 +51,9 @@ class CFormat {
     // The system code of the file call that made the last LoadAndSaveFormat fail; 0 when it succeeded or when
     // the format was not storable. Stays when a failed save resets everything else.
     std::uint32_t WriteError = 0;
+    // The record that was read last has neither number nor name. No program writes such a one, but the loss
+    // of the current leaves zeros where data was still to be brought onto the disk.
+    bool Blank = false;
 
     CFormat() = default;
     ~CFormat();
@@ -81,6 +84,8 @@ class CFormat {
     bool SetToClipboard();
     // Answers a request for this format: reads its data from the clip data file and puts it on the clipboard.
     bool SetClipboardFromFile(const std::wstring& fileName);
+    // The same for a file that is open for reading.
+    bool SetClipboardFromFile(FileHandle file);
     // Takes this format's data, as delivered or from the open clipboard, and appends its record at the file's
     // position. False when it was not stored: the object is in its initial state then, but for WriteError,
     // and the file may hold the beginning of the record. Errors beyond the platform's refusals are told to

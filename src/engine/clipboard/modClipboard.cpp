@@ -8,6 +8,7 @@
 #include "engine/clipboard/GlobalBlock.h"
 #include "engine/clipboard/modFileIO.h"
 #include "engine/process/modProt.h"
+#include "platform/FileBytes.h"
 #include "platform/HeldMessages.h"
 #include "platform/Platform.h"
 #include "platform/Text.h"
@@ -81,11 +82,53 @@ bool OwnsClipboard() {
     return ClipboardWindow != WindowHandle::None && ThePlatform().clipboard.Owner() == ClipboardWindow;
 }
 
+// While everything is rendered: the pending clip's file. A file that somebody holds is waited for once, not
+// again for each of its formats.
+const FileOwner* openRenderFile = nullptr;
+
+class OpenRenderFileScope {
+ public:
+    OpenRenderFileScope() : file_(OpenClipFile(RenderFileName, false, true)) { openRenderFile = &file_; }
+    ~OpenRenderFileScope() { openRenderFile = nullptr; }
+    OpenRenderFileScope(const OpenRenderFileScope&) = delete;
+    OpenRenderFileScope& operator=(const OpenRenderFileScope&) = delete;
+
+ private:
+    FileOwner file_;
+};
+
+bool SetFromFile(CFormat& format, const std::wstring& fileName) {
+    if (openRenderFile == nullptr) return format.SetClipboardFromFile(fileName);
+    return openRenderFile->IsSet() && format.SetClipboardFromFile(openRenderFile->Get());
+}
+
 // Asking for an announced format makes the system ask us for it. Where no such question comes, because the
 // window is on its way out, the data is handed over as it is.
-bool RenderNow(CFormat& format, const std::wstring& fileName) {
+bool RenderNow(CFormat& format) {
     if (ThePlatform().clipboard.Data(format.AnnouncedAs) != DataHandle::None) return true;
-    return format.SetClipboardFromFile(fileName);
+    return SetFromFile(format, RenderFileName);
+}
+
+// What keeps the promised formats from being rendered, for the user; empty when all of them are, or when the
+// clipboard is not the main window's.
+std::wstring RenderAll() {
+    if (!OwnsClipboard()) return {};
+    // A command that comes in meanwhile may replace the pending clip: this keeps the one at hand alive.
+    const std::shared_ptr<CFormats> formats = RenderFormats;
+    if (formats == nullptr) return {};
+    const QuietScope quiet;
+    const OpenRenderFileScope file;
+    const OpenClipboardScope opened(ClipboardWindow, Patience::Long);
+    if (!opened.IsOpen()) return L"Ein anderes Programm gibt die Zwischenablage nicht frei.";
+    // Whoever had it open meanwhile may have put something else there.
+    if (!OwnsClipboard()) return {};
+    std::wstring missing;
+    for (CFormat& format : *formats)
+        if (format.AnnouncedAs != 0 && !RenderNow(format))
+            missing += (missing.empty() ? L"" : L", ") + format.FormatName;
+    if (missing.empty()) return {};
+    return L"Aus der Datei\r\n" + RenderFileName + L"\r\nkönnen diese Formate nicht gelesen werden: " +
+           missing;
 }
 
 }  // namespace
@@ -113,19 +156,20 @@ void ClearPendingRenderSet() {
 }
 
 bool RenderAllFormats() {
-    if (!OwnsClipboard()) return true;
-    // A command that comes in meanwhile may replace the pending clip: this keeps the one at hand alive.
-    const std::shared_ptr<CFormats> formats = RenderFormats;
-    if (formats == nullptr) return true;
-    const QuietScope quiet;
-    const OpenClipboardScope opened(ClipboardWindow, Patience::Long);
-    if (!opened.IsOpen()) return false;
-    // Whoever had it open meanwhile may have put something else there.
-    if (!OwnsClipboard()) return true;
-    bool all = true;
-    for (CFormat& format : *formats)
-        if (format.AnnouncedAs != 0) all = RenderNow(format, RenderFileName) && all;
-    return all;
+    return RenderAll().empty();
+}
+
+void RenderBeforeTheEnd() {
+    for (std::wstring obstacle = RenderAll(); !obstacle.empty(); obstacle = RenderAll()) {
+        if (ThePlatform().user.Ask(
+                L"Der Clip auf der Zwischenablage konnte nicht ganz übertragen werden; mit dem "
+                L"Ende von NXClip geht das Fehlende dort verloren.\r\n\r\n" +
+                    obstacle + L"\r\n\r\nSoll es noch einmal versucht werden ?",
+                L"Zwischenablage", false))
+            continue;
+        ClearPendingRenderSet();
+        return;
+    }
 }
 
 void RenderPendingFormat(FormatNumber id) {
@@ -136,7 +180,7 @@ void RenderPendingFormat(FormatNumber id) {
     CFormat* format = formats->SearchFormatIdByName(id);
     // Private numbers have no name, and a name that somebody registered first may be written another way.
     if (format == nullptr) format = AnnouncedUnder(*formats, id);
-    if (format != nullptr) format->SetClipboardFromFile(fileName);
+    if (format != nullptr) SetFromFile(*format, fileName);
 }
 
 bool IsPlainText(const CFormat& format) {
@@ -160,6 +204,10 @@ bool RestoreClip(CClipBoard& clipBoard, WindowHandle owner, const std::wstring& 
             return false;
         }
         formats = clipBoard.LoadFormatsByHandle(file.Get(), count);
+    }
+    if (formats != nullptr && formats->Count() == 0 && clipBoard.FileIsDamaged()) {
+        user.Status(L"Die Datei " + fileName + L" ist beschädigt. Die Zwischenablage bleibt, wie sie ist.");
+        return false;
     }
     if (wanted && formats != nullptr) {
         KeepOnly(*formats, wanted);

@@ -39,14 +39,18 @@ extern WindowHandle ClipboardWindow;
 // True when nothing is promised any more, also because the clipboard's owner is not the main window; false
 // when another program kept the clipboard for three seconds or a format could not be rendered.
 bool RenderAllFormats();
+// The same when the user ends the program: he is told what would be lost, and asked whether it is to be tried
+// again, until all is rendered or he gives it up. What he gives up is not promised any more.
+void RenderBeforeTheEnd();
 // Answers a request for a format from the pending clip. Another program waits for it: what goes wrong is said
 // in the status bar alone.
 void RenderPendingFormat(FormatNumber id);
 
 // Puts a clip on the clipboard, which `owner` (the main window) owns from then on: empties it, announces each
 // of the `count` formats of the file in its order, adds the marker and keeps the formats for later requests.
-// False, after telling the user why, when nothing was announced. Before the file and the clipboard are open
-// nothing is changed; from then on what the clipboard held is gone.
+// False, after telling the user why, when nothing was announced. Before the file and the clipboard are open,
+// and for a file that is damaged from its start on, nothing is changed; from then on what the clipboard held
+// is gone.
 bool RestoreClip(CClipBoard& clipBoard, WindowHandle owner, const std::wstring& fileName, std::int16_t count);
 
 // The same with those formats of the clip alone that `wanted` accepts. A clip that has none of them leaves

@@ -31,7 +31,8 @@ void ListFormats(const Node& clipNode, CClipBoard& clipBoard, ListContent& conte
     }
     const auto formats = clipBoard.LoadFormatsByHandle(file.Get(), AttributesOf(&clipNode).formatCount);
     if (formats == nullptr || formats->Count() == 0) {
-        content.status = L"Keine Formate ermittelt";
+        const bool damaged = formats != nullptr && clipBoard.FileIsDamaged();
+        content.status = damaged ? L"Die Datei " + path + L" ist beschädigt." : L"Keine Formate ermittelt";
         return;
     }
     content.entries.resize(static_cast<std::size_t>(formats->Count()));

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "engine/clipboard/modClipboard.h"
 #include "engine/process/modMain.h"
 #include "engine/process/modOption.h"
 #include "engine/profiles/ProfileStore.h"
@@ -407,6 +408,7 @@ void frmMain::EndWhatIsOpen() {
 // The code below an open dialog goes on with the window when the dialog closes.
 void frmMain::Close() {
     if (Begins(Who::Closing)) {
+        RenderBeforeTheEnd();
         DestroyWindow(window_);
     } else if (MayBegin(Who::Closing) == Answer::Refused) {
         Restore();

@@ -70,6 +70,21 @@ TEST_F(ClipboardUnitTest, RestoreClip_WithoutReadableFormatsEmptiesTheClipboardA
     EXPECT_EQ(fake.user.LastMessage(), L"Keine Formate ermittelt");
 }
 
+// What the loss of the current leaves of a file that was still in the system's cache.
+TEST_F(ClipboardUnitTest, RestoreClip_OfAFileOfZeros_SaysSoOnceAndLeavesTheClipboard) {
+    fake.clipboard.OtherProgramCopies({FakeClipboard::Bytes(8, "old")});
+    fake.files.SetBytes(kClip, std::string(66'000, '\0'));
+    EXPECT_FALSE(RestoreClip(clipBoard, mainWindow, kClip, 3));
+    EXPECT_EQ(fake.user.messages.size(), 1u);
+    EXPECT_NE(fake.user.LastStatus().find(L"ist beschädigt"), std::wstring::npos);
+    EXPECT_EQ(fake.clipboard.OtherProgramReads(8), "old");
+
+    fake.files.SetBytes(kClip, RecordBytes(8, "DIB", "abc") + std::string(100, '\0'));
+    EXPECT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 2)) << "what is whole comes back";
+    EXPECT_EQ(fake.clipboard.OtherProgramReads(8), "abc");
+    EXPECT_EQ(fake.user.LastStatus(), L"Clipboard unvollständig gesetzt, es fehlt: 1 nicht lesbar");
+}
+
 TEST_F(ClipboardUnitTest, RestoreClip_LeavesAllAsItWasUntilFileAndClipboardAreOpen) {
     StoreClip();
     ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 2));
@@ -130,6 +145,28 @@ TEST_F(ClipboardUnitTest, RestoreClip_RegistersNamesAnewAfterASystemRestart) {
     ClearPendingRenderSet();
     DisconnectViewer();
     UnsubclassWindow();
+}
+
+TEST_F(ClipboardUnitTest, RenderBeforeTheEnd_WaitsForWhatIsHeldOnceATryAndSaysWhatWouldBeLost) {
+    StoreClip();
+    ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 2));
+    fake.files.LockByOther(kClip);
+    const int opened = fake.failures.Calls(Operation::FilesOpen);
+    fake.user.answers = {true, true};
+    fake.user.duringMessage = [&] {
+        if (fake.user.questions.size() == 2) fake.files.UnlockByOther(kClip);
+    };
+    RenderBeforeTheEnd();
+    ASSERT_EQ(fake.user.questions.size(), 2u);
+    EXPECT_NE(fake.user.questions[0].text.find(L"Text, Rich Text Format"), std::wstring::npos);
+    EXPECT_EQ(fake.failures.Calls(Operation::FilesOpen), opened + 3) << "once a try";
+    EXPECT_EQ(fake.clipboard.Content(1), std::string("abc\0", 4));
+
+    ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 2));
+    fake.clipboard.OtherProgramHolds(1000);
+    RenderBeforeTheEnd();
+    EXPECT_EQ(fake.user.questions.size(), 3u) << "given up";
+    EXPECT_EQ(RenderFormats, nullptr);
 }
 
 TEST_F(ClipboardUnitTest, RenderAllFormats_MakesEveryAnnouncementRealForTheOwnerOnly) {
