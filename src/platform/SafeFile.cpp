@@ -16,6 +16,23 @@ namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
+constexpr std::uint32_t kErrorFileExists = 80;
+
+// The copies of one file in its directory.
+constexpr int kMostKept = 99;
+
+std::wstring KeptPath(const std::wstring& stem, int number) {
+    return stem + (number > 1 ? NumberText(number) : std::wstring()) + L".bak";
+}
+
+bool HoldTheSame(const std::wstring& a, const std::wstring& b) {
+    try {
+        return ReadWholeFile(a) == ReadWholeFile(b);
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
 [[noreturn]] void ThrowFileError(const std::wstring& path) {
     throw FileErrorOf(ThePlatform().files.LastError(), path);
 }
@@ -278,6 +295,32 @@ bool FinishSave(const std::wstring& path) {
     } catch (const RuntimeError&) {
         return false;
     }
+}
+
+KeptCopy KeepCopy(const std::wstring& path, const std::wstring& stem) {
+    FilePort& files = ThePlatform().files;
+    for (int number = 1;; ++number) {
+        const std::wstring copy = KeptPath(stem, number);
+        if (files.Copy(path, copy, false)) return {copy, true};
+        const std::uint32_t error = files.LastError();
+        if (error == kErrorFileExists && HoldTheSame(path, copy)) return {copy, false};
+        if (error != kErrorFileExists || number == kMostKept) throw FileErrorOf(error, copy);
+    }
+}
+
+std::wstring FreeKeptPath(const std::wstring& stem) {
+    for (int number = 1; number <= kMostKept; ++number)
+        if (!ThePlatform().files.Exists(KeptPath(stem, number))) return KeptPath(stem, number);
+    throw FileErrorOf(kErrorFileExists, KeptPath(stem, kMostKept));
+}
+
+std::vector<std::wstring> KeptCopies(const std::wstring& stem) {
+    std::vector<std::wstring> copies;
+    for (int number = 1; number <= kMostKept; ++number) {
+        if (!ThePlatform().files.Exists(KeptPath(stem, number))) break;
+        copies.push_back(KeptPath(stem, number));
+    }
+    return copies;
 }
 
 bool RemoveSafeFile(const std::wstring& path) {

@@ -60,6 +60,18 @@ void WriteSafeFile(const std::wstring& path, const std::vector<std::uint8_t>& im
 // the mark is of what the file holds now; of nothing known after a failure that may have touched it.
 bool WriteSafeFile(const std::wstring& path, const std::vector<std::uint8_t>& image, FileMark& mark);
 
+// Copies the file to "<stem>.bak", or to the next such name that is free ("<stem>2.bak" and so on), unless
+// one of these copies holds the same already. Throws RuntimeError when no copy can be made.
+struct KeptCopy {
+    std::wstring path;
+    bool isNew = false;
+};
+KeptCopy KeepCopy(const std::wstring& path, const std::wstring& stem);
+// The first of these names that is free; throws RuntimeError when there is none.
+std::wstring FreeKeptPath(const std::wstring& stem);
+// The names of the copies that are there, in the order in which they were made.
+std::vector<std::wstring> KeptCopies(const std::wstring& stem);
+
 // Removes the file and its journal, so that none is made from the other again. False when the file stays; the
 // port's last error says why then.
 bool RemoveSafeFile(const std::wstring& path);

@@ -1,12 +1,14 @@
 #include "engine/formatsets/modFormatSet.h"
 
 #include <algorithm>
+#include <optional>
 #include <string_view>
 
 #include "engine/clipboard/CFormats.h"
 #include "engine/formatsets/FormatSetCoding.h"
 #include "engine/process/modMain.h"
 #include "engine/process/modOption.h"
+#include "platform/Platform.h"
 #include "platform/RuntimeError.h"
 #include "platform/SafeFile.h"
 
@@ -33,6 +35,35 @@ std::vector<std::wstring> Split(std::wstring_view joined) {
     }
 }
 
+// The file is there and was not understood: what the list holds must not simply take its place.
+bool fileUnread = false;
+
+// None when the file was read, or is not there: the list is the default one then.
+std::optional<RuntimeError> ReadFormatSets() {
+    FormatSets().Clear();
+    FinishSave(FormatSetFile);
+    const auto error = ErrorIn([] { DecodeFormatSets(ReadSafeFile(FormatSetFile), FormatSets()); });
+    const int number = error ? error->Number() : 0;
+    const bool isMissing = number == static_cast<int>(ErrorNumber::FileNotFound) ||
+                           number == static_cast<int>(ErrorNumber::PathError);
+    fileUnread = error && !isMissing;
+    if (fileUnread) return error;
+    FormatSetsChanged = false;
+    if (isMissing) InitDefaultFormatSets();
+    return std::nullopt;
+}
+
+bool KeepUnreadFile() {
+    return Succeeds([] {
+        const KeptCopy kept = KeepCopy(FormatSetFile, FormatSetFile);
+        if (kept.isNew)
+            ThePlatform().user.Tell(L"Die Datei\r\n" + FormatSetFile +
+                                    L"\r\nkonnte nicht gelesen werden. Bevor die Formatsätze neu gespeichert "
+                                    L"werden, wurde sie als\r\n" +
+                                    kept.path + L"\r\naufbewahrt.");
+    });
+}
+
 FormatSet MakeSet(const std::wstring& name, std::vector<FormatSetEntry> entries) {
     FormatSet set;
     set.Name = name;
@@ -50,26 +81,25 @@ FormatSetList& FormatSets() {
 
 void InitFormatSets() {
     FormatSets().Clear();
-    FormatSetsChanged = false;
+    FormatSetsChanged = fileUnread = false;
 }
 
 bool LoadFormatSets() {
-    if (!SafeFileExists(FormatSetFile)) {
-        InitDefaultFormatSets();
-        return true;
-    }
-    FormatSets().Clear();
-    FinishSave(FormatSetFile);
-    return Succeeds([] {
-        DecodeFormatSets(ReadSafeFile(FormatSetFile), FormatSets());
-        FormatSetsChanged = false;
-    });
+    const std::optional<RuntimeError> error = ReadFormatSets();
+    if (error) TellError(*error);
+    return !error;
+}
+
+bool LoadFormatSetsAgain() {
+    return !fileUnread || FormatSetsChanged || !ReadFormatSets();
 }
 
 bool SaveFormatSets() {
     if (!FormatSetsChanged) return true;
+    if (fileUnread && !KeepUnreadFile()) return false;
     const bool saved = Succeeds([] { WriteSafeFile(FormatSetFile, EncodeFormatSets(FormatSets())); });
     if (saved) FinishSave(FormatSetFile);
+    fileUnread = fileUnread && !saved;
     return saved;
 }
 

@@ -19,9 +19,13 @@ void InitFormatSets();
 // Reads the list from FormatSetFile, or makes the default sets when there is no such file. False after a read
 // error: it has been told to the user, and the list holds the sets read whole before it.
 bool LoadFormatSets();
+// After a load that failed, and as long as nothing was changed since: reads the list again, without a word.
+// True when there is nothing left to try.
+bool LoadFormatSetsAgain();
 
-// Writes the list to FormatSetFile if it was changed. False after an error, which has been told to the user;
-// the file is as before then, unless the disk itself failed in the write.
+// Writes the list to FormatSetFile if it was changed. A file that could not be read is kept as a copy first,
+// which is told. False after an error, which has been told to the user; the file is as before then, unless
+// the disk itself failed in the write.
 bool SaveFormatSets();
 
 // Puts the two default sets in the list.

@@ -135,6 +135,7 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     void StorePlaces();
     void StorePlacesSoon();
     void StoreEverything();
+    void LoadFormatSetsLater();
     void ExitHook();
 
     // frmMainCommands.cpp

@@ -7,6 +7,7 @@
 #include "engine/flows/NodeProperties.h"
 #include "engine/flows/Search.h"
 #include "engine/flows/Templates.h"
+#include "engine/formatsets/modFormatSet.h"
 #include "engine/process/ModHotKey.h"
 #include "engine/process/modHelp.h"
 #include "engine/process/modMain.h"
@@ -396,6 +397,7 @@ void frmMain::TellHotKeyTaken() {
 }
 
 void frmMain::ShowFormatSets() {
+    LoadFormatSetsAgain();
     frmFormatSets(clipBoard_).ShowModal(window_, IDD_frmFormatSets);
 }
 

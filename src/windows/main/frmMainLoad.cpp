@@ -28,7 +28,7 @@
 
 namespace {
 
-// How often it is looked at whether a profile that another program has is free.
+// How often it is looked at whether what another program has is free: a profile, the format sets' file.
 constexpr std::chrono::milliseconds kPauseBetweenLooks{3000};
 // The window's place and the active container are stored when they have rested for so long.
 constexpr std::chrono::milliseconds kRestOfPlaces{2000};
@@ -57,7 +57,7 @@ void frmMain::Form_Load() {
     SizeControls(ReadSplitter(panes_.SplitterLeft()));
     SetWindowTextW(window_, AppName);
     FillFormatDescriptions();
-    LoadFormatSets();
+    if (!LoadFormatSets()) LoadFormatSetsLater();
     nodes_.Clear();
     LoadListedProfiles(cTV, [this](const std::wstring& name, const std::wstring& directory) {
         frmMissingProfile dialog(name, directory);
@@ -114,6 +114,13 @@ void frmMain::ExitHook() {
     DisconnectViewer();
     UnsubclassWindow();
     TheMainWindowHooks = {};
+}
+
+// Whoever only holds the file for a while need not cost the user his sets.
+void frmMain::LoadFormatSetsLater() {
+    Later(kPauseBetweenLooks, [this] {
+        if (!LoadFormatSetsAgain()) LoadFormatSetsLater();
+    });
 }
 
 void frmMain::OnIdle() {

@@ -1,6 +1,7 @@
 #include "engine/formatsets/modFormatSet.h"
 
 #include "engine/formatsets/FormatSetTest.h"
+#include "fake/FaultLoop.h"
 
 namespace {
 
@@ -116,36 +117,32 @@ TEST_F(modFormatSetTest, SaveFormatSets_Unchanged_LeavesTheFileAlone) {
 }
 
 // What is on disk is looked at by the next load, before anything saves again.
-TEST_F(modFormatSetTest, SaveAndLoadFormatSets_FailingOrKilledInAnyCall_KeepTheOldOrTheNewList) {
+TEST_F(modFormatSetTest, SaveAndLoadFormatSets_WithAnyFault_KeepTheOldOrTheNewList) {
     const FormatSetList before = ListNamed({L"alt", L"und noch einer"});
     const FormatSetList after = ListNamed({L"neu", L"und noch einer, aber länger"});
-    for (const bool killed : {false, true}) {
-        FormatSets() = before;
-        ASSERT_TRUE(SaveFormatSets());
-        bool fired = true;
-        for (int n = 1; fired; ++n) {
-            SCOPED_TRACE((killed ? "killed in call " : "failing call ") + std::to_string(n));
+    const auto save = [](const FormatSetList& list) {
+        FormatSets() = list;
+        FormatSetsChanged = true;
+        return SaveFormatSets();
+    };
+    bool saved = false;
+    for (const Fault fault : {Fault::OneCall, Fault::Kill, Fault::PowerLoss}) {
+        const auto prepare = [&] {
+            ASSERT_TRUE(save(before));
             fake.user.messages.clear();
-            FormatSets() = after;
-            FormatSetsChanged = true;
-            killed ? fake.failures.KillInNthOfAny(n) : fake.FailNthOfAny(n);
-            const bool saved = SaveFormatSets();
-            fired = fake.Fired();
-            fake.failures.FailNone();
-            EXPECT_EQ(fake.user.messages.size(), saved ? 0u : 1u);
+        };
+        const auto check = [&](bool struck) {
+            EXPECT_TRUE(fault == Fault::PowerLoss || fake.user.messages.size() == (saved ? 0u : 1u));
             ASSERT_TRUE(LoadFormatSets());
-            if (saved || FormatSets() != before) {
-                EXPECT_EQ(FormatSets(), after);
-            }
-            EXPECT_TRUE(saved || fired);
-            if (!saved && !killed) {
-                EXPECT_EQ(FormatSets(), before);
-            }
-            FormatSets() = before;
-            FormatSetsChanged = true;
-            ASSERT_TRUE(SaveFormatSets());
-        }
+            EXPECT_TRUE(saved || struck);
+            const bool mayBeNew = saved || fault != Fault::OneCall;
+            EXPECT_TRUE((mayBeNew && FormatSets() == after) || (!saved && FormatSets() == before));
+        };
+        EXPECT_GT(StrikeEverywhere(
+                      fault, fake, prepare, [&] { saved = save(after); }, check),
+                  5);
     }
+    ASSERT_TRUE(save(before));
     for (int n = 2; n == 2 || fake.Fired(); ++n) {  // the first call asks whether the file is there
         InitFormatSets();
         fake.user.messages.clear();
@@ -155,6 +152,31 @@ TEST_F(modFormatSetTest, SaveAndLoadFormatSets_FailingOrKilledInAnyCall_KeepTheO
         EXPECT_EQ(FormatSets(), loaded ? before : FormatSetList());
         EXPECT_TRUE(loaded || fake.Fired());
     }
+}
+
+// Held for a moment or damaged for good, the file is not simply written over.
+TEST_F(modFormatSetTest, SaveFormatSets_AfterALoadThatFailed_KeepsWhatWasThere) {
+    FormatSets() = ListNamed({L"alt"});
+    FormatSetsChanged = true;
+    ASSERT_TRUE(SaveFormatSets());
+    const std::string old = *fake.files.Bytes(kFile);
+    for (const bool held : {true, false}) {
+        FormatSetsChanged = false;
+        fake.files.SetBytes(kFile, held ? old : "\1damaged");
+        if (held) fake.files.LockByOther(kFile);
+        EXPECT_FALSE(LoadFormatSets());
+        EXPECT_FALSE(LoadFormatSetsAgain());
+        FormatSetsChanged = true;  // a click in the dialog is enough
+        EXPECT_NE(SaveFormatSets(), held) << "without a copy nothing is written";
+        fake.files.UnlockByOther(kFile);
+        if (!held) break;
+        EXPECT_EQ(fake.files.Bytes(kFile), old);
+        FormatSetsChanged = false;
+        EXPECT_TRUE(LoadFormatSetsAgain());
+        EXPECT_EQ(FormatSets(), ListNamed({L"alt"}));
+    }
+    EXPECT_EQ(fake.files.Bytes(kFile + L".bak"), "\1damaged");
+    EXPECT_NE(fake.user.LastMessage().find(FormatSetFile + L".bak"), std::wstring::npos);
 }
 
 }  // namespace
