@@ -92,6 +92,10 @@ RuntimeError FileErrorOf(std::uint32_t systemCode, const std::wstring& path) {
     }
 }
 
+RuntimeError DiskFullError(const std::wstring& path) {
+    return FileErrorOf(kDiskFull, path);
+}
+
 RuntimeError ErrorBeingHandled() {
     try {
         throw;

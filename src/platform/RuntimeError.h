@@ -46,6 +46,9 @@ class RuntimeError : public std::exception {
 // description.
 RuntimeError FileErrorOf(std::uint32_t systemCode, const std::wstring& path);
 
+// That the disk which holds the file is full.
+RuntimeError DiskFullError(const std::wstring& path);
+
 // What the exception that is being handled means to the user: an error of ours is itself, memory that could
 // not be had is OutOfMemory, anything else Internal.
 RuntimeError ErrorBeingHandled();

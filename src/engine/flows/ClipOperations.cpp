@@ -258,7 +258,30 @@ bool ClipOperations::Remove(Node& node) {
     Node* const profile = GetProfileNode(&node, true);
     if (profile == nullptr) return false;
     const std::vector<std::wstring> files = FilesBelow(node);
-    if (!MayGo(files) || !SaveProfile(tree_, *profile, &node)) return false;
+    if (!MayGo(files)) return false;
+    const CTreeViewEx::Saved saved = TrySaveProfile(tree_, *profile, &node);
+    if (saved == CTreeViewEx::Saved::DiskFull) return RemoveFilesFirst(node, files);
+    if (saved != CTreeViewEx::Saved::Whole) return false;
+    RemoveNode(node);
+    RemoveFiles(files);
+    return true;
+}
+
+// On a full disk there is no room for the journal of a save either, until something is deleted.
+bool ClipOperations::RemoveFilesFirst(Node& node, const std::vector<std::wstring>& files) {
+    Node* const profile = GetTopNode(&node);
+    const std::wstring full = DiskFullError(TreeDataFilePath(GetProfileDirectory(profile))).Description();
+    if (files.empty()) {
+        ThePlatform().user.Tell(full);
+        return false;
+    }
+    const NodeRef going(&node);
+    if (!ThePlatform().user.Ask(full +
+                                    L"\r\n\r\nDas Profil kann erst gespeichert werden, wenn Platz frei ist. "
+                                    L"Sollen die Clipdateien zuerst gelöscht werden ?",
+                                L"Der Datenträger ist voll", true) ||
+        going.Get() == nullptr)
+        return false;
     RemoveNode(node);
     RemoveFiles(files);
     SaveProfile(tree_, *profile);

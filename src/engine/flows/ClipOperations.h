@@ -40,6 +40,7 @@ class ClipOperations : public TreeViewExEvents {
     Node* MoveAcrossProfiles(Node* target, Node& source, bool asChild);
     Node* MoveProfile(Node* target, Node& source);
     bool Remove(Node& node);
+    bool RemoveFilesFirst(Node& node, const std::vector<std::wstring>& files);
     void RemoveNode(Node& node);
     void CarryContainerOver(const Node& source, Node& copy);
 

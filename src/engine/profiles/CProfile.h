@@ -6,6 +6,13 @@
 #include "engine/tree/NodeRef.h"
 #include "platform/SafeFile.h"
 
+// Another program changed the tree data file, so that this one must not simply write over it.
+enum class ProfileConflict {
+    None,
+    Found,   // the user is to be asked
+    PutOff,  // he has been, and wants neither tree for now
+};
+
 // One attached profile: a directory with a tree data file and clip data files.
 class CProfile {
  public:
@@ -23,6 +30,7 @@ class CProfile {
     NodeRef Waiting;
     // Keeps the directory for this program.
     ProfileLock Lock;
+    ProfileConflict Conflict = ProfileConflict::None;
     // The tree data file as this program last read or wrote it.
     FileMark OnDisk;
     // What tells the directory from every other one; empty when that is not known.

@@ -228,6 +228,57 @@ Node* LoadOrRecover(CTreeViewEx& tree, const std::wstring& directory) {
     return profile != nullptr ? profile : RecoverProfile(tree, directory);
 }
 
+// Null, and nothing is asked any more, when it was detached or settled while a question stood.
+CProfile* StillInConflict(const std::wstring& directory) {
+    CProfile* const entry = Profiles().GetProfile(directory);
+    const bool stands = entry != nullptr && entry->Node != nullptr;
+    return stands && entry->Conflict == ProfileConflict::Found ? entry : nullptr;
+}
+
+bool LoadOthersTree(CTreeViewEx& tree, CProfile& entry, ActiveContainer& container) {
+    if (!KeepOwnTree(tree, entry)) return false;
+    FinishSave(TreeDataFilePath(entry.Directory));
+    Node* const loaded = LoadProfileDirectory(tree, entry.Directory);
+    if (loaded == nullptr) return false;
+    Node& profile = TakePlace(tree, entry, *loaded, container);
+    entry.OnDisk = FileMark::Of(TreeDataFilePath(entry.Directory));
+    entry.Dirty = false;
+    entry.Conflict = ProfileConflict::None;
+    StoreProfileList();
+    OfferFoundClips(tree, profile);
+    return true;
+}
+
+bool WriteOverOthersTree(CTreeViewEx& tree, CProfile& entry) {
+    if (!KeepTreeFile(entry.Directory)) return false;
+    entry.OnDisk = FileMark();
+    return SaveProfile(tree, *entry.Node);
+}
+
+// True when the tree was loaded again.
+bool SettleConflict(CTreeViewEx& tree, const std::wstring& directory, ActiveContainer& container) {
+    UserPort& user = ThePlatform().user;
+    const std::wstring what =
+        L"Die Datei\r\n" + TreeDataFilePath(directory) +
+        L"\r\nwurde von einem anderen Programm geändert. Solange das so bleibt, wird das "
+        L"Profil nicht gespeichert.\r\n\r\n";
+    const wchar_t* const title = L"Profil geändert";
+    const bool loads =
+        user.Ask(what + L"Soll es neu geladen werden ?\r\n(Der bisherige Baum bleibt als Kopie erhalten.)",
+                 title, false);
+    const bool writes = !loads && StillInConflict(directory) != nullptr &&
+                        user.Ask(what +
+                                     L"Soll die Datei überschrieben werden ?\r\n(Eine Kopie bleibt "
+                                     L"erhalten.)",
+                                 title, true);
+    CProfile* const entry = StillInConflict(directory);
+    if (entry == nullptr) return false;
+    entry->Conflict = ProfileConflict::PutOff;
+    const BusyScope operation(Busy::TreeOperation);
+    if (writes) WriteOverOthersTree(tree, *entry);
+    return loads && LoadOthersTree(tree, *entry, container);
+}
+
 }  // namespace
 
 Node* AttachProfileDirectory(CTreeViewEx& tree, const std::wstring& directory) {
@@ -295,4 +346,24 @@ bool TakeOverFreedProfiles(CTreeViewEx& tree, ActiveContainer& container) {
     }
     if (any) StoreProfileList();
     return any;
+}
+
+bool SettleConflicts(CTreeViewEx& tree, ActiveContainer& container) {
+    std::vector<std::wstring> directories;
+    for (const CProfile* entry : Profiles().NewEnum())
+        if (entry->Conflict == ProfileConflict::Found) directories.push_back(entry->Directory);
+    bool anyLoaded = false;
+    for (const std::wstring& directory : directories)
+        anyLoaded = SettleConflict(tree, directory, container) || anyLoaded;
+    return anyLoaded;
+}
+
+void LetProfileGo(FileHandle lock) {
+    for (CProfile* entry : Profiles().NewEnum()) {
+        if (lock == FileHandle::None || entry->Lock.File() != lock) continue;
+        FinishSaves();
+        entry->Lock.LetGo();
+        ThePlatform().user.Status(L"Das Profil \"" + entry->Name +
+                                  L"\" ist freigegeben: Sein Laufwerk soll entfernt werden.");
+    }
 }

@@ -32,8 +32,17 @@ using AskForMissingProfile =
 // may be gone at the next start; only of one whose directory is gone is asked what became of it.
 void LoadListedProfiles(CTreeViewEx& tree, const AskForMissingProfile& ask);
 
+// The drive of the profile that is held by this file is to be ejected: what was written there comes onto the
+// disk, and the profile can only be read from then on, until TakeOverFreedProfiles finds it again.
+void LetProfileGo(FileHandle lock);
+
 // True while one of the attached profiles can only be read because another program has it.
 bool AnyEditedByOther();
+
+// Asks about every profile whose file another program changed since it was read or written last, once for
+// each change: its tree may be loaded again or written over, and both are kept. References to the nodes of
+// one that is loaded again are dead then; selection and active container follow. True when there was one.
+bool SettleConflicts(CTreeViewEx& tree, ActiveContainer& container);
 
 // Takes over the profiles that another program had and has left meanwhile. Each is loaded again, for it may
 // have been changed: references to its nodes are dead then; selection and active container follow. What a

@@ -19,9 +19,6 @@
 
 namespace {
 
-// The copies of tree data files in one directory.
-constexpr int kMostKept = 99;
-
 // The nodes of the collection from `first` on (an index) that stand at the root level.
 std::vector<Node*> RootNodesFrom(const NodeCollection& nodes, int first) {
     std::vector<Node*> roots;
@@ -61,29 +58,22 @@ void ShowKinds(Node& profile) {
     }
 }
 
-// The name of the copy with this number, from 1.
-std::wstring KeptName(int number) {
-    return L"nxclip" + (number > 1 ? NumberText(number) : std::wstring()) + L".bak";
-}
-
-bool SameBytes(const std::wstring& a, const std::wstring& b) {
-    try {
-        return ReadWholeFile(a) == ReadWholeFile(b);
-    } catch (const RuntimeError&) {
-        return false;
-    }
-}
-
-bool MayReplace(const std::wstring& directory) {
-    return ThePlatform().user.Ask(
-               L"Die Datei\r\n" + TreeDataFilePath(directory) +
-                   L"\r\nwurde von einem anderen Programm geändert. Soll sie überschrieben "
-                   L"werden ?\r\n(Eine Kopie bleibt erhalten.)",
-               L"Profil geändert", true) &&
-           KeepTreeFile(directory);
+std::wstring KeptStem(const std::wstring& directory) {
+    return WithBackslash(directory) + L"nxclip";
 }
 
 using Saved = CTreeViewEx::Saved;
+
+// The user is asked once for each change that is found.
+void NoteConflict(CProfile& entry, bool found) {
+    using enum ProfileConflict;
+    if (!found) entry.Conflict = None;
+    if (found && entry.Conflict == None) entry.Conflict = Found;
+    if (found)
+        ThePlatform().user.Status(
+            L"Das Profil \"" + entry.Name +
+            L"\" ist nicht gespeichert: Ein anderes Programm hat seine Datei geändert.");
+}
 
 Saved WriteTree(CTreeViewEx& tree, const Node& profile, const Node* without, const std::wstring& file,
                 FileMark& mark) {
@@ -130,58 +120,48 @@ Node* LoadProfileDirectory(CTreeViewEx& tree, const std::wstring& directory) {
 }
 
 bool KeepTreeFile(const std::wstring& directory) {
-    FilePort& files = ThePlatform().files;
-    constexpr std::uint32_t kFileExists = 80;
-    const std::wstring file = TreeDataFilePath(directory);
-    for (int number = 1;; ++number) {
-        const std::wstring copy = WithBackslash(directory) + KeptName(number);
-        if (files.Copy(file, copy, false)) return true;
-        const std::uint32_t error = files.LastError();
-        if (error == kFileExists && SameBytes(file, copy)) return true;
-        if (error == kFileExists && number < kMostKept) continue;
-        ThePlatform().user.Tell(FileErrorOf(error, copy).Description());
-        return false;
-    }
+    return Succeeds([&] { KeepCopy(TreeDataFilePath(directory), KeptStem(directory)); });
 }
 
 std::vector<std::wstring> KeptTreeFiles(const std::wstring& directory) {
-    std::vector<std::wstring> names;
-    for (int number = 1; number <= kMostKept; ++number) {
-        if (!ThePlatform().files.Exists(WithBackslash(directory) + KeptName(number))) break;
-        names.push_back(KeptName(number));
-    }
+    std::vector<std::wstring> names = KeptCopies(KeptStem(directory));
+    for (std::wstring& name : names)
+        name = LastPartOf(name);
     return names;
 }
 
-bool SaveProfile(CTreeViewEx& tree, Node& profile, Node* without) {
+CTreeViewEx::Saved TrySaveProfile(CTreeViewEx& tree, Node& profile, Node* without) {
     UserPort& user = ThePlatform().user;
     if (IsEditedByOther(&profile)) {
         user.Inform(kEditedByOther);
-        return false;
+        return Saved::Failed;
     }
     CProfile* const entry = Profiles().ProfileOf(&profile);
     const std::wstring file = TreeDataFilePath(GetProfileDirectory(&profile));
     FileMark mark = entry != nullptr ? entry->OnDisk : FileMark();
-    Saved saved = WriteTree(tree, profile, without, file, mark);
-    if (saved == Saved::ChangedByOther && MayReplace(entry->Directory)) {
-        mark = FileMark();
-        saved = WriteTree(tree, profile, without, file, mark);
-    }
+    const Saved saved = WriteTree(tree, profile, without, file, mark);
     if (entry != nullptr) {
         // After a failure file and tree may differ: the next save of all makes up for it.
         entry->Dirty = saved != Saved::Whole;
         entry->Unfinished |= saved != Saved::ChangedByOther;
         // A failed save may have made the file longer.
         entry->OnDisk = mark.IsKnown() ? mark : FileMark::Of(file);
+        NoteConflict(*entry, saved == Saved::ChangedByOther);
     }
+    return saved;
+}
+
+bool SaveProfile(CTreeViewEx& tree, Node& profile, Node* without) {
+    const Saved saved = TrySaveProfile(tree, profile, without);
+    if (saved == Saved::DiskFull) TellError(DiskFullError(TreeDataFilePath(GetProfileDirectory(&profile))));
     return saved == Saved::Whole;
 }
 
 bool SaveAllProfiles(CTreeViewEx& tree) {
     bool allSaved = true;
     for (CProfile* entry : Profiles().NewEnum()) {
-        if (!entry->Dirty || entry->Node == nullptr) continue;
-        if (!SaveProfile(tree, *entry->Node)) allSaved = false;
+        if (!entry->Dirty || entry->Node == nullptr || SaveProfile(tree, *entry->Node)) continue;
+        if (entry->Conflict == ProfileConflict::None) allSaved = false;
     }
     if (!allSaved) ThePlatform().user.Tell(L"Speichern des Profiles ist fehlgeschlagen !!!");
     return allSaved;
@@ -206,6 +186,7 @@ void KeepTreesInConflict(CTreeViewEx& tree) {
 bool FinishNextSave() {
     if (FlushNext()) return true;
     for (CProfile* entry : Profiles().NewEnum()) {
+        if (!std::exchange(entry->Unfinished, false)) continue;
         // What cannot be finished now is finished by the next save or the next load.
         FinishSave(TreeDataFilePath(entry->Directory));
         return true;

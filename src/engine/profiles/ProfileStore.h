@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "engine/profiles/CProfile.h"
 #include "engine/tree/CTreeViewEx.h"
 
 // How profiles come from disk into the tree and back. Each operation tells the user what goes wrong.
@@ -16,9 +17,11 @@ Node* LoadProfileDirectory(CTreeViewEx& tree, const std::wstring& directory);
 
 // Writes one profile's tree data file, without the subtree of `without` if that is given: what is about to be
 // removed is removed on disk first. The profile counts as unchanged after a full save. False after an error,
-// which leaves the file as it was, and for a profile that another program has. A file that was changed behind
-// this program's back is replaced only when the user says so, and kept.
+// which leaves the file as it was, for a profile that another program has, and for a file that was changed
+// behind this program's back: what is to become of that one is asked later (SettleConflicts).
 bool SaveProfile(CTreeViewEx& tree, Node& profile, Node* without = nullptr);
+// The same, but that the disk is full is left to the caller to tell.
+CTreeViewEx::Saved TrySaveProfile(CTreeViewEx& tree, Node& profile, Node* without);
 
 // Copies the tree data file of a directory to "nxclip.bak", or to the next such name that is free, unless one
 // of these copies holds the same already. False, told, when no copy can be made.
@@ -27,6 +30,7 @@ bool KeepTreeFile(const std::wstring& directory);
 std::vector<std::wstring> KeptTreeFiles(const std::wstring& directory);
 
 // Writes every changed profile. One that fails does not keep the others from being written; it stays changed.
+// That another program changed one is no failure.
 bool SaveAllProfiles(CTreeViewEx& tree);
 
 // Writes the tree of a profile whose file another program changed beside that file, where KeepTreeFile keeps

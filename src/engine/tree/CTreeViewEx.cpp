@@ -272,7 +272,9 @@ Node& CTreeViewEx::AddFromRecord(Node* relative, NodeRelation relation, const Ke
 
 bool CTreeViewEx::SaveDataToFile(const std::wstring& path) {
     FileMark any;
-    return SaveDataToFile(path, any) == Saved::Whole;
+    const Saved saved = SaveDataToFile(path, any);
+    if (saved == Saved::DiskFull) TellError(DiskFullError(path));
+    return saved == Saved::Whole;
 }
 
 CTreeViewEx::Saved CTreeViewEx::SaveDataToFile(const std::wstring& path, FileMark& mark) {
@@ -282,6 +284,7 @@ CTreeViewEx::Saved CTreeViewEx::SaveDataToFile(const std::wstring& path, FileMar
         if (image_.empty()) SetData(EncodeTreeData({}));
         written = WriteSafeFile(path, image_, mark);
     });
+    if (error && error->Number() == static_cast<int>(ErrorNumber::DiskFull)) return Saved::DiskFull;
     if (error) ThePlatform().user.Tell(error->Description());
     if (error) return Saved::Failed;
     return written ? Saved::Whole : Saved::ChangedByOther;

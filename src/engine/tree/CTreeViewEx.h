@@ -127,8 +127,8 @@ class CTreeViewEx {
     bool SaveDataToFile(const std::wstring& path);
     // The same for a file that other programs may write as well: what it held when this program last read or
     // wrote it goes in, and what it holds afterwards comes out. When it holds something else nothing is
-    // written.
-    enum class Saved { Whole, Failed, ChangedByOther };
+    // written. Only Failed has been told to the user.
+    enum class Saved { Whole, Failed, DiskFull, ChangedByOther };
     Saved SaveDataToFile(const std::wstring& path, FileMark& mark);
     // Reads TreeData from the file. False without a message when there is none; any other failure is told to
     // the user and leaves TreeData empty. The tree itself is not touched.

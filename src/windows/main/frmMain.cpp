@@ -188,6 +188,9 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case kLaterMessage:
             later_.NextIsDue();
             return 0;
+        case WM_DEVICECHANGE:
+            drives_.DeviceChanged(wParam, lParam);
+            return TRUE;
         case WM_QUERYENDSESSION:
             return TRUE;
         case WM_ENDSESSION:

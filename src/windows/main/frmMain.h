@@ -25,6 +25,7 @@
 #include "windows/dialogs/frmDiagnose.h"
 #include "windows/dialogs/frmErrorMsg.h"
 #include "windows/dialogs/frmNotice.h"
+#include "windows/main/DriveWatch.h"
 #include "windows/main/LaterActions.h"
 #include "windows/main/MainPanes.h"
 #include "windows/main/SearchWorker.h"
@@ -298,4 +299,5 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     std::optional<CaptureState> shownState_;
     cSysTray cSysTray1;
     UINT taskBarCreated_ = 0;
+    DriveWatch drives_;
 };

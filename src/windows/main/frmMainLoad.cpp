@@ -10,6 +10,7 @@
 #include "engine/clipboard/modFormatDesc.h"
 #include "engine/clipboard/modViewerHook.h"
 #include "engine/formatsets/modFormatSet.h"
+#include "engine/process/MayBegin.h"
 #include "engine/process/ModHotKey.h"
 #include "engine/process/modMain.h"
 #include "engine/process/modOption.h"
@@ -37,6 +38,10 @@ LRESULT CALLBACK HookThunk(HWND window, UINT message, WPARAM wParam, LPARAM lPar
     return Guarded<LRESULT>(0, [&] {
         return ClipboardWndProc(EngineWindow(window), message, static_cast<MessageParameter>(wParam), lParam);
     });
+}
+
+bool IsAnythingWaiting() {
+    return HIWORD(GetQueueStatus(QS_ALLINPUT)) != 0;
 }
 
 // One step that fails keeps no other from being done.
@@ -92,7 +97,7 @@ void frmMain::StorePlacesSoon() {
 
 void frmMain::StoreEverything() {
     InTurn([&] { StorePlaces(); }, SaveOptions, [&] { Profiles().SaveRegistry(); }, SaveFormatSets,
-           [&] { ::SaveAllProfiles(cTV); }, FinishSaves);
+           [&] { ::SaveAllProfiles(cTV); }, [&] { KeepTreesInConflict(cTV); }, FinishSaves);
 }
 
 void frmMain::JoinViewerChain() {
@@ -129,7 +134,13 @@ void frmMain::OnIdle() {
     // No message is left; one that was lost on its way takes no action with it.
     while (later_.NextIsDue())
         continue;
-    FinishSaves();
+    // One file takes as long as the disk wants, so whoever comes goes first.
+    while (!IsAnythingWaiting() && FinishNextSave()) {
+    }
+    // What a capture has found out waits until somebody sits in front of the window.
+    const bool somebodyIsThere = GetActiveWindow() == window_ && MayBegin(Who::BoxToldLater) == Answer::Now;
+    if (somebodyIsThere && SettleConflicts(cTV, container_)) UpdateListview();
+    drives_.WatchHeldProfiles(window_);
     if (panes_.SplitterLeft() != storedSplitter_) StorePlacesSoon();
     if (!lookForFreed_.IsDue() && (AnyEditedByOther() || AnyWaiting()))
         lookForFreed_.PutOff(kPauseBetweenLooks);

@@ -211,6 +211,23 @@ TEST_F(ClipOperationsTest, Delete_DataThatCannotGoIsToldOnce) {
 }
 
 // A clip that stands on the clipboard as a promise.
+TEST_F(ClipOperationsTest, Delete_OnAFullDisk_FreesItFirst) {
+    fake.files.capacity = 0;
+    fake.user.answers = {true, false};
+    EXPECT_FALSE(operations.Delete(&Get(L"S")));
+    EXPECT_EQ(MemoryOutline(), L"P(S(c1 T(c2)) c3) Q(U(c4))");
+    EXPECT_EQ(DiskOutline(), MemoryOutline());
+    std::int64_t used = 0;
+    for (const std::wstring& file : fake.files.AllFiles())
+        used += static_cast<std::int64_t>(fake.files.Bytes(file)->size());
+    fake.files.SetBytes(FileOf(L"c1"), std::string(5000, 'x'));
+    fake.files.capacity = used + 5000;
+    fake.user.answers = {true, true};
+    EXPECT_TRUE(operations.Delete(&Get(L"S")));
+    EXPECT_EQ(DiskOutline(), L"P(c3) Q(U(c4))");
+    EXPECT_EQ(Damage(), std::vector<std::wstring>());
+}
+
 class AnnouncedClipTest : public ClipOperationsTest {
  protected:
     void SetUp() override {

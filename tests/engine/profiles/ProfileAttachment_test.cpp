@@ -315,4 +315,18 @@ TEST_F(ProfileAttachmentTest, Start_OffersToMakeADamagedProfileAnew) {
     EXPECT_TRUE(fake.user.questions.empty());
 }
 
+TEST_F(ProfileAttachmentTest, LetProfileGo_LeavesItReadableUntilItsDriveIsThereAgain) {
+    const int flushes = fake.failures.Calls(Operation::FilesFlush);
+    SaveProfile(tree, Get(L"P"));
+    AddFolder(Get(L"P"), L"neu");
+    SaveAllProfiles(tree);
+    LetProfileGo(Profiles().ProfileOf(&Get(L"P"))->Lock.File());
+    EXPECT_GT(fake.failures.Calls(Operation::FilesFlush), flushes + 1) << "the save, and its end";
+    EXPECT_TRUE(ProfileLock(L"C:\\P").Held()) << "nothing stands in the way";
+    EXPECT_FALSE(SaveProfile(tree, Get(L"P")));
+    EXPECT_TRUE(SaveProfile(tree, Get(L"Q")));
+    EXPECT_TRUE(TakeOverFreedProfiles(tree, container));
+    EXPECT_TRUE(SaveProfile(tree, Get(L"P")));
+}
+
 }  // namespace

@@ -1,5 +1,6 @@
 #include "engine/profiles/ProfileStore.h"
 
+#include "engine/clipboard/ClipboardTest.h"
 #include "engine/profiles/ProfileWorldTest.h"
 
 namespace {
@@ -102,31 +103,76 @@ TEST_F(ProfileStoreTest, SaveAllProfiles_WritesOnlyWhatChanged) {
     EXPECT_GT(fake.failures.Calls(Operation::FilesOpen), opened);
 }
 
-TEST_F(ProfileStoreTest, SaveProfile_AFileThatAnotherProgramChangedIsNotOverwrittenInSilence) {
+class ConflictTest : public ProfileWorldTest {
+ protected:
+    // Another program put a tree there that has a folder "fremd" instead of the clips, and NXClip one of its
+    // own.
+    void SetUp() override {
+        Fill();
+        Write(L"C:\\P", {{L"P&9&C:\\P&0&", L"P", 0}, {L"S&", L"fremd", 1}});
+        others = *fake.files.Bytes(kFile);
+        container.SetActiveContainer(&Get(L"S"));
+        AddFolder(Get(L"P"), L"neu");
+        EXPECT_TRUE(SaveAllProfiles(tree));
+    }
+    std::wstring OutlineOf(const wchar_t* copy) {
+        fake.files.SetBytes(L"C:\\K\\nxclip.nxp",
+                            fake.files.Bytes(std::wstring(L"C:\\P\\") + copy).value_or(""));
+        NodeCollection loaded;
+        CTreeViewEx other;
+        other.Bind(&loaded);
+        LoadProfileDirectory(other, L"C:\\K");
+        return Outline(loaded);
+    }
+    const std::wstring kFile = L"C:\\P\\nxclip.nxp";
+    std::string others;
+};
+
+TEST_F(ConflictTest, Save_OfAFileThatAnotherProgramChanged_WritesNothingAndBlamesNobody) {
+    EXPECT_EQ(fake.files.Bytes(kFile), others);
+    EXPECT_TRUE(fake.user.questions.empty() && fake.user.messages.empty());
+    EXPECT_NE(fake.user.LastStatus().find(L"anderes Programm"), std::wstring::npos) << "why, each time";
+    EXPECT_FALSE(SettleConflicts(tree, container));
+    ASSERT_EQ(fake.user.questions.size(), 2u) << "load again? write over it?";
+    EXPECT_TRUE(SaveAllProfiles(tree));
+    SettleConflicts(tree, container);
+    EXPECT_EQ(fake.user.questions.size(), 2u) << "asked once";
+    EXPECT_TRUE(fake.user.messages.empty()) << "No is no failure";
+    EXPECT_EQ(fake.files.Bytes(kFile), others);
+
+    KeepTreesInConflict(tree);
+    EXPECT_EQ(OutlineOf(L"nxclip.bak"), L"P(S(c1 T(c2)) c3 neu)") << "the end keeps both";
+}
+
+TEST_F(ConflictTest, Settle_ByWritingOverIt_KeepsTheOtherTree) {
+    fake.user.answers = {false, true};
+    EXPECT_FALSE(SettleConflicts(tree, container));
+    EXPECT_EQ(DiskOutline(), L"P(S(c1 T(c2)) c3 neu) Q(U(c4))");
+    EXPECT_EQ(fake.files.Bytes(L"C:\\P\\nxclip.bak"), others);
+    AddFolder(Get(L"P"), L"mehr");
+    SaveAllProfiles(tree);
+    EXPECT_EQ(DiskOutline(), MemoryOutline());
+}
+
+TEST_F(ConflictTest, Settle_ByLoadingAgain_KeepsTheOwnTreeAndOffersItsClips) {
+    for (const wchar_t* name : {L"c1", L"c2", L"c3"})
+        fake.files.SetBytes(ClipFileOf(&Get(name)), RecordBytes(1, "Text", "abc"));
+    fake.user.answers = {true, true};
+    EXPECT_TRUE(SettleConflicts(tree, container));
+    EXPECT_EQ(MemoryOutline(), L"P(fremd Wiedergefunden(Clip 1 Clip 2 Clip 3)) Q(U(c4))");
+    EXPECT_EQ(DiskOutline(), MemoryOutline());
+    EXPECT_EQ(OutlineOf(L"nxclip.bak"), L"P(S(c1 T(c2)) c3 neu)");
+    EXPECT_NE(container.Get(), nullptr);
+}
+
+// The moment does not count, only what is in it.
+TEST_F(ProfileStoreTest, SaveProfile_OverTheSameBytesOfAnotherTime_IsNoConflict) {
     Fill();
     const std::wstring file = L"C:\\P\\nxclip.nxp";
-    const auto touch = [&] {
-        fake.clock.Advance(std::chrono::milliseconds(1));
-        fake.files.SetBytes(file, *fake.files.Bytes(file));
-    };
     AddFolder(Get(L"P"), L"neu");
-    touch();
-    EXPECT_TRUE(SaveAllProfiles(tree));
-    EXPECT_TRUE(fake.user.questions.empty()) << "the same bytes at another time are no change";
-
-    FinishSave(file);
-    std::string other = *fake.files.Bytes(file);
-    ++other.back();  // of the same length
-    fake.files.SetBytes(file, other);
-    touch();
-    AddFolder(Get(L"P"), L"noch eins");
-    EXPECT_FALSE(SaveAllProfiles(tree));
-    ASSERT_EQ(fake.user.questions.size(), 1u);
-    EXPECT_TRUE(fake.user.questions[0].noIsDefault);
-    EXPECT_EQ(fake.files.Bytes(file), other);
-    fake.user.answers = {true};
-    EXPECT_TRUE(SaveAllProfiles(tree));
-    EXPECT_EQ(fake.files.Bytes(BackUp(L"C:\\P")), other);
+    fake.clock.Advance(std::chrono::milliseconds(1));
+    fake.files.SetBytes(file, *fake.files.Bytes(file));
+    SaveAllProfiles(tree);
     EXPECT_EQ(DiskOutline(), MemoryOutline());
 }
 

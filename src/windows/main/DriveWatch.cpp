@@ -1,0 +1,47 @@
+#include "windows/main/DriveWatch.h"
+
+#include <dbt.h>
+
+#include <set>
+
+#include "engine/profiles/CProfiles.h"
+#include "engine/profiles/ProfileAttachment.h"
+
+namespace {
+
+bool IsOnRemovableDrive(const std::wstring& directory) {
+    constexpr std::size_t kDrive = 2;  // "E:"
+    return directory.size() > kDrive && directory[1] == L':' &&
+           GetDriveTypeW((directory.substr(0, kDrive) + L'\\').c_str()) == DRIVE_REMOVABLE;
+}
+
+HDEVNOTIFY NotificationOf(HWND window, FileHandle lock) {
+    DEV_BROADCAST_HANDLE filter{};
+    filter.dbch_size = sizeof filter;
+    filter.dbch_devicetype = DBT_DEVTYP_HANDLE;
+    filter.dbch_handle = SystemFile(lock);
+    return RegisterDeviceNotificationW(window, &filter, DEVICE_NOTIFY_WINDOW_HANDLE);
+}
+
+}  // namespace
+
+void DriveWatch::WatchHeldProfiles(HWND window) {
+    std::set<FileHandle> held;
+    for (const CProfile* entry : Profiles().NewEnum()) {
+        const FileHandle lock = entry->Lock.File();
+        if (lock == FileHandle::None) continue;
+        held.insert(lock);
+        if (!watched_.contains(lock) && IsOnRemovableDrive(entry->Directory))
+            watched_[lock].Reset(NotificationOf(window, lock));
+    }
+    std::erase_if(watched_, [&](const auto& watched) { return !held.contains(watched.first); });
+}
+
+void DriveWatch::DeviceChanged(WPARAM event, LPARAM data) {
+    if (event != DBT_DEVICEQUERYREMOVE || data == 0) return;
+    const auto* const device = reinterpret_cast<const DEV_BROADCAST_HANDLE*>(data);
+    if (device->dbch_devicetype != DBT_DEVTYP_HANDLE) return;
+    const FileHandle lock = EngineFile(device->dbch_handle);
+    LetProfileGo(lock);
+    watched_.erase(lock);
+}
