@@ -136,7 +136,7 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     void StorePlaces();
     void StorePlacesSoon();
     void StoreEverything();
-    void LoadFormatSetsLater();
+    void ReadFormatSets();
     void ExitHook();
 
     // frmMainCommands.cpp
@@ -285,6 +285,7 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     Once placesRested_{*this, [this] { StorePlaces(); }};
     Once lookForFreed_{*this, [this] { TakeOverFreed(); }};
     Once previewing_{*this, [this] { PreviewChosenRow(); }};
+    Once readsFormatSets_{*this, [this] { ReadFormatSets(); }};
     Once closing_{*this, [this] { Close(); }};
     frmNotice notice_{[this] { telling_.PutOff(); }};
     Once telling_{*this, [this] { notice_.ShowNext(window_); }, Who::BoxToldLater};

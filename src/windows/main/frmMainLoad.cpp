@@ -62,7 +62,7 @@ void frmMain::Form_Load() {
     SizeControls(ReadSplitter(panes_.SplitterLeft()));
     SetWindowTextW(window_, AppName);
     FillFormatDescriptions();
-    if (!LoadFormatSets()) LoadFormatSetsLater();
+    if (!LoadFormatSets()) readsFormatSets_.PutOff(kPauseBetweenLooks);
     nodes_.Clear();
     LoadListedProfiles(cTV, [this](const std::wstring& name, const std::wstring& directory) {
         frmMissingProfile dialog(name, directory);
@@ -122,10 +122,8 @@ void frmMain::ExitHook() {
 }
 
 // Whoever only holds the file for a while need not cost the user his sets.
-void frmMain::LoadFormatSetsLater() {
-    Later(kPauseBetweenLooks, [this] {
-        if (!LoadFormatSetsAgain()) LoadFormatSetsLater();
-    });
+void frmMain::ReadFormatSets() {
+    if (!LoadFormatSetsAgain()) readsFormatSets_.PutOff(kPauseBetweenLooks);
 }
 
 void frmMain::OnIdle() {
