@@ -57,6 +57,8 @@ class NoSettings : public SettingsPort {
     // Nothing is to be kept from run to run: that is no failure.
     bool Write(const std::wstring&, const std::wstring&, const std::wstring&) override { return true; }
     bool DeleteValue(const std::wstring&, const std::wstring&) override { return true; }
+    std::wstring LogonCommand() override { return {}; }
+    bool SetLogonCommand(const std::wstring&) override { return true; }
 };
 
 class NoWindows : public WindowPort {
