@@ -100,8 +100,13 @@ std::wstring NameOf(ClipFileReader& reader, const Records& records, const std::w
         const std::wstring text = record != nullptr ? Trim(BeginningOf(reader, *record)) : std::wstring();
         if (!text.empty()) return text;
     }
-    const Record* const picture = FirstOf(records, TextForm::None, true);
-    return picture != nullptr ? NameOfPicture(clipFile, *picture) : std::wstring();
+    // Not every kind of picture says its size in its front.
+    for (const Record& record : records) {
+        if ((record.content.kinds & kPictureContent) == 0) continue;
+        const std::wstring name = NameOfPicture(clipFile, record);
+        if (!name.empty()) return name;
+    }
+    return {};
 }
 
 }  // namespace

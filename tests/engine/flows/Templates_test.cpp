@@ -29,7 +29,7 @@ class TemplatesTest : public ProfileWorldTest {
 
 TEST_F(TemplatesTest, InstallFirstStartTemplates_AllInTheirOrderAndUnasked) {
     Node* const first = InstallFirstStartTemplates(tree, container, {true, {true, true, true, true}, true});
-    EXPECT_EQ(MemoryOutline(), L"Clips() Entwicklung(Ordner) Office(Ordner) Medien(Ordner) Handbuch(Ordner)");
+    EXPECT_EQ(MemoryOutline(), L"Clips Entwicklung(Ordner) Office(Ordner) Medien(Ordner) Handbuch(Ordner)");
     EXPECT_EQ(DiskOutline(), MemoryOutline());
     EXPECT_EQ(ListOutline(),
               L"Clips=C:\\PROG\\Daten\\Clips "
