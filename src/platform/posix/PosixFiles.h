@@ -17,6 +17,7 @@ class PosixFiles : public FilePort {
     std::optional<std::int64_t> Size(FileHandle file) override;
     bool Reserve(FileHandle file, std::int64_t size) override;
     bool Flush(FileHandle file) override;
+    bool FlushClosed(const std::wstring& path, WhenHeld held) override;
     bool Exists(const std::wstring& path) override;
     bool IsDirectory(const std::wstring& path) override;
     std::optional<FileTime> ChangeTime(const std::wstring& path) override;
