@@ -202,6 +202,7 @@ TEST_F(ViewerHookTest, BrokenChain_LosesNoCopyInEitherOrderAndIsJoinedAnew) {
         EXPECT_EQ(updates, 4) << "what stood there already was taken once";
         ASSERT_FALSE(forwarded.empty());
         EXPECT_EQ(forwarded.back(), (Forwarded{kChangeChain, Parameter(mainWindow), 0}));
+        ConnectViewer(mainWindow);
         NextViewer = WindowHandle::None;
         forwarded.clear();
     }
