@@ -84,7 +84,7 @@ TEST_F(SetClipTest, SetClip_SaysWhyItFailsAndKeepsTheOldContentWhereItCan) {
 TEST_F(SetClipTest, SetClip_WithOnlySomeFormats) {
     flow.SetClip(nodes.Selected(), IsPlainText);
     EXPECT_EQ(fake.clipboard.Formats(), (std::vector<FormatNumber>{1, OwnMarkerFormat}));
-    EXPECT_EQ(fake.clipboard.OtherProgramReads(1), "abc");
+    EXPECT_EQ(fake.clipboard.OtherProgramReads(1), "ab\0"s);
     EXPECT_EQ(fake.user.LastStatus(), L"Clipboard erfolgreich gesetzt ...");
 
     flow.SetClip(nodes.Selected(), [](const CFormat& format) { return format.FormatName == L"DIB"; });

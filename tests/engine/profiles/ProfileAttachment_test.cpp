@@ -148,6 +148,8 @@ TEST_F(ProfileAttachmentTest, Profile_ThatAnotherProgramHas_CanOnlyBeRead) {
 
     // The other one changes it, is killed in its next save and leaves.
     Write(L"C:\\P", {{L"P&3&C:\\P&0&", L"P", 0}, {L"C&3,2&t&", L"c3", 1}, {L"S&", L"neu", 1}});
+    for (const wchar_t* gone : {L"C:\\P\\C1.nxc", L"C:\\P\\C2.nxc"})
+        fake.files.Vanish(gone);
     container.SetActiveContainer(&Get(L"T"));
     nodes.Select(&Get(L"c1"));
     OtherProgramLeaves(L"C:\\P");
@@ -255,6 +257,8 @@ TEST_F(ProfileAttachmentTest, TakeOver_CarriesTheContainerOverAndOffersWhatAStar
                      {L"S&", L"S", 1, L"Structure"},
                      {L"S&", L"T", 2, L"Structure"},
                      {L"C&2,2&t&", L"c2", 3}});
+    for (const wchar_t* gone : {L"C:\\P\\C1.nxc", L"C:\\P\\C3.nxc"})
+        fake.files.Vanish(gone);
     fake.files.SetBytes(L"C:\\P\\C9.nxc", RecordOf("neun"));
     OtherProgramLeaves(L"C:\\P");
     fake.user.answers = {true};
@@ -284,6 +288,7 @@ TEST_F(ProfileAttachmentTest, TakeOver_OfAProfileThatCannotBeRead_IsToldOnce) {
 
 TEST_F(ProfileAttachmentTest, Start_OffersToMakeADamagedProfileAnew) {
     const auto whole = fake.files.Bytes(L"C:\\P\\nxclip.nxp");
+    fake.files.Vanish(L"C:\\P\\C2.nxc");
     fake.files.SetBytes(L"C:\\P\\C1.nxc", RecordOf("eins"));
     fake.files.SetBytes(L"C:\\P\\C3.nxc", RecordOf("drei"));
     fake.files.SetBytes(L"C:\\P\\nxclip.nxp", "torn");
