@@ -36,7 +36,8 @@ std::optional<Damage> DamageOfRecords(FileHandle file, std::int16_t count) {
     CFormat format;
     for (int i = 0; i < count; ++i) {
         if (RemainingInClipFile(file) == 0) return Damage::RecordsMissing;
-        if (!format.LoadFromFile(file, false)) return Damage::RecordDamaged;
+        if (!format.LoadFromFile(file, false))
+            return format.Blank ? Damage::RecordEmpty : Damage::RecordDamaged;
         if (const auto damage = DamageOfRecord(RecordOf(format))) return damage;
     }
     return std::nullopt;

@@ -330,7 +330,7 @@ TEST(ClipOperationsFaults, EveryOperation_WithAnyCallFailing_IsDoneWholeOrNotAtA
 TEST(ClipOperationsFaults, MoveAndDelete_WithTwoFailures_LoseNothing) {
     constexpr WriteFailure kHalf = WriteFailure::DiskFullWithPart;
     EXPECT_GT(FailEveryPair(kHalf, Prepare, Dropping(L"c1", L"U", true, true)), 300);
-    EXPECT_GT(FailEveryPair(kHalf, Prepare, Deleting(L"S")), 50);
+    EXPECT_GT(FailEveryPair(kHalf, Prepare, Deleting(L"S")), 40);
 }
 
 TEST(ClipOperationsFaults, EveryOperation_KilledAtAnyMoment_LeavesWholeProfiles) {

@@ -21,7 +21,7 @@ TEST(FormatTexts, DescriptionOf_TellsWhatTheTableDoesNot) {
 
 TEST(FormatTexts, SizeText_IsShortAndNeverMoreThanAThousand) {
     const std::pair<std::int64_t, const wchar_t*> cases[] = {
-        {0, L"0 Bytes"},        {1023, L"1023 Bytes"},  {1024, L"1,0 KB"},
+        {0, L"0 Bytes"},        {1023, L"1.023 Bytes"}, {1024, L"1,0 KB"},
         {10'188, L"9,9 KB"},    {10'240, L"10 KB"},     {1'048'575, L"1,0 MB"},
         {1'000'000, L"977 KB"}, {38'400'054, L"37 MB"}, {2'147'483'647, L"2.048 MB"},
     };
