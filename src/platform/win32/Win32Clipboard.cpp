@@ -44,9 +44,11 @@ DataHandle Win32Clipboard::Data(FormatNumber format) {
 }
 
 bool Win32Clipboard::Announce(FormatNumber format) {
-    // The empty handle is also what a success returns, and a success may leave any error code.
+    // The empty handle is also what a success returns, and a success may leave any error code; but not that
+    // the clipboard is closed, on which another program's data of this format may stand.
+    SetLastError(ERROR_SUCCESS);
     SetClipboardData(static_cast<UINT>(format), nullptr);
-    return Noted(Holds(format));
+    return Noted(GetLastError() != ERROR_CLIPBOARD_NOT_OPEN && Holds(format));
 }
 
 bool Win32Clipboard::Put(FormatNumber format, DataHandle data) {
