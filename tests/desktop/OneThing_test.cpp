@@ -228,7 +228,7 @@ TEST_F(OneThing, Load_WatchesTheClipboardBeforeItLoadsTheProfiles) {
     WriteSetting(L"Profiles", L"Name1", L"Verschwunden");
     WriteSetting(L"Profiles", L"File1", (nxclip_.Directory() / L"Nirgends").wstring());
     nxclip_.Launch();
-    const Notice missing = nxclip_.WaitForNotice();
+    const Window missing = nxclip_.WaitForDialog(L"Profil nicht gefunden");
     const Window main(FindWindowW(L"NXClipMain", L"NXClip"));
     ASSERT_TRUE(main) << "it has its caption";
     EXPECT_EQ(GetClipboardViewer(), main.Handle());
@@ -236,8 +236,7 @@ TEST_F(OneThing, Load_WatchesTheClipboardBeforeItLoadsTheProfiles) {
     EXPECT_EQ(main.Rectangle().left, 120);
     EXPECT_FALSE(ToolBarControl(main.Control(tbToolBar)).Pressed(tbbLock)) << "the options come last";
     EXPECT_FALSE(main.Visible());
-    Driver::Answer(missing, IDOK);
-    Driver::Answer(nxclip_.WaitForNotice(), IDYES);
+    missing.Press(cb_cancel);
     nxclip_.WaitForMain();
     WaitFor("the options", [&] { return nxclip_.ToolBar().Pressed(tbbLock); });
     nxclip_.Quit();

@@ -152,24 +152,4 @@ TEST_F(BadPeers, OwnersThatGiveNothing_LeaveNoClipAndHoldNobody) {
     WaitFor("what it holds in the end", [&] { return ClipsOf(std::string("Kopie 4\0", 8)) == 1; });
 }
 
-TEST_F(BadPeers, HungOwner_IsAskedOnceAndHoldsNobody) {
-    StartCapturing();
-    Peer owner(L"owner hung");
-    owner.Copy(1, 5);
-    WaitFor(
-        "the program to answer", [&] { return Answers(nxclip_.Main()); }, std::chrono::seconds(20));
-    const auto bound = std::chrono::seconds(20);
-    WaitFor(
-        "the clipboard",
-        [&] {
-            const bool open = OpenClipboard(nullptr) != FALSE;
-            if (open) CloseClipboard();
-            return open;
-        },
-        bound);
-    owner.Die();
-    CopyAndWait("danach");
-    EXPECT_EQ(nxclip_.Quit(), 0u);
-}
-
 }  // namespace

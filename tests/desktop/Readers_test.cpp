@@ -118,8 +118,11 @@ TEST_F(Readers, ToolBar_IsReachedAndPressedByKeys) {
     PressKeys({VK_SPACE});
     WaitFor("the button", [&] { return nxclip_.ToolBar().Pressed(tbbAutoDetect) != before; });
     WaitFor("the tree to have the keyboard again", [&] { return Focus() == tree; });
-    PressKeys({VK_F6});
-    WaitFor("the list to have the keyboard", [&] { return Focus() == nxclip_.List().window().Handle(); });
+    for (const int pane : {imgSplitter, lvListView}) {
+        PressKeys({VK_F6});
+        WaitFor("the next pane to have the keyboard",
+                [&] { return Focus() == nxclip_.Main().Control(pane).Handle(); });
+    }
 }
 
 }  // namespace

@@ -32,5 +32,4 @@
     NXCLIP_HELP_TOPIC(NamePrompt, 64, "namenseingabe")              \
     NXCLIP_HELP_TOPIC(Diagnosis, 70, "diagnose")                    \
     NXCLIP_HELP_TOPIC(FormatQuery, 71, "formatabfrage")             \
-    NXCLIP_HELP_TOPIC(Export, 80, "exportieren")                    \
     NXCLIP_HELP_TOPIC(CommandLine, 81, "befehlszeile")

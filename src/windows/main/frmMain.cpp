@@ -17,6 +17,7 @@
 #include "platform/Guard.h"
 #include "platform/HeldMessages.h"
 #include "platform/Platform.h"
+#include "platform/RuntimeError.h"
 #include "platform/win32/ModalWindows.h"
 #include "platform/win32/SystemHandles.h"
 #include "resources/controls.h"
@@ -411,7 +412,8 @@ void frmMain::EndWhatIsOpen() {
 // The code below an open dialog goes on with the window when the dialog closes.
 void frmMain::Close() {
     if (Begins(Who::Closing)) {
-        RenderBeforeTheEnd();
+        // Whatever fails here, the window closes.
+        Succeeds([] { RenderBeforeTheEnd(); });
         DestroyWindow(window_);
     } else if (MayBegin(Who::Closing) == Answer::Refused) {
         Restore();
