@@ -66,8 +66,6 @@ void CaptureWatch::UpdateClipBoard() {
         ThePlatform().user.Status(L"Nicht erfasst: Die Erfassung ist gesperrt.");
         return;
     }
-    // The system tells of each change twice: the second word must not call for what comes later.
-    if (snap_.HasLookedAtThis()) return;
     returns_ = 0;
     const milliseconds left = rest_.Left(ThePlatform().clock.Now());
     if (answer == Answer::Now && left == milliseconds(0))
