@@ -88,7 +88,9 @@ std::vector<std::wstring> RequestData(const std::vector<CFormat*>& formats) {
         CFormat* format;
         Answer answer = Answer::Unasked;
     };
-    std::vector<Request> requests(formats.begin(), formats.end());
+    std::vector<Request> requests;
+    for (CFormat* const format : formats)
+        requests.push_back({format});
     std::vector<Request*> cheapFirst;
     for (Request& request : requests) {
         request.format->Delivered = DataHandle::None;
