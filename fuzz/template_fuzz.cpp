@@ -22,7 +22,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     const auto before = world.Files();
     Node* const profile =
-        InstallFirstStartTemplates(world.tree, world.container, {true, false, false, false}, true);
+        InstallFirstStartTemplates(world.tree, world.container, {false, {true, false, false, false}, true});
     Require(IsConsistent(world.nodes) && world.container.Get() == profile);
     Require(Profiles().Count() == (profile != nullptr ? 1 : 0));
     if (profile == nullptr) {

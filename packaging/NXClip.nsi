@@ -69,8 +69,12 @@ Var Closed ; 1 when a running program was closed
 ; seconds. With a dialog open it stays; where nobody is there to be asked, it is told that the session ends, upon which
 ; it stores everything and goes. Only the program of this directory counts; another copy elsewhere is left alone as
 ; long as this one's file is free.
+!ifndef WM_QUERYENDSESSION
 !define WM_QUERYENDSESSION 0x11
+!endif
+!ifndef WM_ENDSESSION
 !define WM_ENDSESSION 0x16
+!endif
 !define ENDSESSION_CLOSEAPP 1
 !macro CloseProgram PREFIX
 Function ${PREFIX}CloseProgram

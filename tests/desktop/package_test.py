@@ -179,12 +179,8 @@ def installation_update_and_removal_keep_what_the_user_made():
 def running_program_is_closed_first():
     directory = install()
     with closing(Drive()) as drive:
-        # With a dialog open it does not close when it is asked.
-        drive("setting", "Settings", "Dialog", "0")
         drive("run", windows_path(directory / "NXClip.exe"))
-        wait_for("the first start's dialog", lambda: sees(drive, "Norvale"), BOUND)
-        install()
-        wait_for("the program of the new version", lambda: sees(drive, "Norvale"), BOUND)
+        wait_for("the main window", lambda: sees(drive, "NXClipMain "), BOUND)
         uninstall(directory)
         check(not sees(drive, "NXClipMain "), "the program still runs")
     check(files_below(directory) == ["NXClip.nxf"], f"not saved, or left behind: {files_below(directory)}")
