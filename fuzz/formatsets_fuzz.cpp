@@ -32,6 +32,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fake.files.SetBytes(FormatSetFile, std::string_view(reinterpret_cast<const char*>(data), size));
     const bool loaded = LoadFormatSets();
     Require(fake.user.messages.size() == (loaded ? 0u : 1u));
+    if (!loaded) return 0;
     Require(!FormatSetsChanged);
     Require(StoredSize(FormatSets()) <= size);
 
