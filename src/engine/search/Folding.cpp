@@ -82,7 +82,8 @@ std::u16string Folding::SourcesOf(char16_t folded) const {
 void Folding::Append(std::u16string_view text, std::u16string& folded) const {
     for (const char16_t unit : text) {
         const char16_t one = units_[unit];
-        if (one != kSeveral)
+        // Unit by unit nothing expands, and what marks an expansion is a unit like any other.
+        if (one != kSeveral || IsByUnits())
             folded += one;
         else
             folded += ExpansionOf(unit);
