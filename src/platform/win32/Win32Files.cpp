@@ -226,8 +226,10 @@ bool Win32Files::Flush(FileHandle file) {
 bool Win32Files::FlushClosed(const std::wstring& path, WhenHeld held) {
     const std::wstring name = SystemPath(path);
     UniqueFile file;
+    // Flushing changes nothing, and what others do with the file meanwhile is theirs to decide.
     const auto open = [&] {
-        file.Reset(CreateFileW(name.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+        file.Reset(CreateFileW(name.c_str(), GENERIC_WRITE,
+                               FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
                                FILE_ATTRIBUTE_NORMAL, nullptr));
         return file.IsSet();
     };
