@@ -132,7 +132,10 @@ TEST_F(Commands, PreviewOfPictureWhoseFileIsGone_IsEmptiedAndToldOnce) {
     const Window box = nxclip_.Main().Control(picPreviewDIB);
     const auto scrolls = [&] { return (GetWindowLongW(box.Handle(), GWL_STYLE) & WS_VSCROLL) != 0; };
     EXPECT_TRUE(scrolls());
-    std::filesystem::remove(ClipFileAt(1));
+    WaitFor("the file, which the idle program may just be flushing, to go", [&] {
+        std::error_code held;
+        return std::filesystem::remove(ClipFileAt(1), held);
+    });
     box.Post(WM_VSCROLL, SB_BOTTOM);
     EXPECT_EQ(nxclip_.AnswerNotice(), L"DIB konnte nicht geladen werden");
     EXPECT_FALSE(scrolls()) << "nothing is left to be read";

@@ -176,25 +176,28 @@ TEST_F(OneThing, End_EndsTheMenuTheDragAndTheRenameFirst) {
     const auto endSession = [&] {
         SendMessageTimeoutW(nxclip_.Main().Handle(), WM_ENDSESSION, TRUE, 0, SMTO_NORMAL, 5000, nullptr);
     };
-    for (const std::function<void()>& end :
-         {std::function<void()>(close), std::function<void()>(endSession)}) {
+    std::wstring path = L"Profil\\Clip";
+    const auto endsAll = [&](const std::wstring& newName, const auto& end) {
         ExpectEnd([&] {
-            OpenContextMenu(L"Profil\\Clip");
+            OpenContextMenu(path);
             end();
         });
         ExpectEnd([&] {
             BringToFront(nxclip_.Main());
-            Drag(nxclip_.Tree().PlaceOf(L"Profil\\Clip"), nxclip_.Tree().PlaceOf(L"Profil"), end);
+            Drag(nxclip_.Tree().PlaceOf(path), nxclip_.Tree().PlaceOf(L"Profil"), end);
         });
         ExpectEnd([&] {
-            nxclip_.Tree().Select(L"Profil\\Clip");
+            nxclip_.Tree().Select(path);
             const Window edit = EditName();
-            Type(L"Clip");
-            WaitFor("the name", [&] { return edit.Text() == L"Clip"; });
+            Type(newName);
+            WaitFor("the name", [&] { return edit.Text() == newName; });
             end();
         });
-    }
-    nxclip_.WaitForTree(L"Profil [Camera] open\n  Clip [Clip]\n");
+        path = L"Profil\\" + newName;
+    };
+    endsAll(L"eins", close);
+    endsAll(L"zwei", endSession);
+    nxclip_.WaitForTree(L"Profil [Camera] open\n  zwei [Clip]\n");
 }
 
 TEST_F(OneThing, FailureOfACapture_TakesNeitherTheKeyboardNorTheNextCopy) {
