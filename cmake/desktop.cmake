@@ -8,12 +8,12 @@ set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/desktop)
 file(GLOB DRIVER_SOURCES CONFIGURE_DEPENDS ${DRIVER}/[A-Z]*.cpp)
 add_library(desktop_driver STATIC ${DRIVER_SOURCES})
 target_include_directories(desktop_driver PUBLIC ${CMAKE_CURRENT_SOURCE_DIR}/tools)
-target_link_libraries(desktop_driver PUBLIC nxclip_flags comctl32 gdi32 user32 advapi32)
+# Of the engine it has what looks at the program's files.
+target_link_libraries(desktop_driver PUBLIC nxclip_engine comctl32 gdi32 user32 advapi32)
 
-# What tries or measures the finished program at length reads and writes its files with its own code.
 foreach(trial copies kill measure monkey)
   add_executable(${trial} ${DRIVER}/${trial}.cpp)
-  target_link_libraries(${trial} PRIVATE desktop_driver nxclip_engine)
+  target_link_libraries(${trial} PRIVATE desktop_driver)
   target_link_options(${trial} PRIVATE -municode)
 endforeach()
 target_link_libraries(measure PRIVATE psapi)

@@ -125,6 +125,7 @@ TEST_F(Commands, PreviewOfPng_IsDecodedOrRefused) {
 }
 
 TEST_F(Commands, PreviewOfPictureWhoseFileIsGone_IsEmptiedAndToldOnce) {
+    leavesWhole_ = false;
     StartWithProfile();
     BITMAPINFOHEADER header{sizeof header, 1, 3000, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
     SnapOf(

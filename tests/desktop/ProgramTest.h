@@ -9,6 +9,7 @@
 #include "desktop/ClipboardData.h"
 #include "desktop/Driver.h"
 #include "desktop/Input.h"
+#include "desktop/LeftProfiles.h"
 #include "desktop/Settings.h"
 #include "desktop/Utf8.h"
 
@@ -16,6 +17,12 @@
 class ProgramTest : public testing::Test {
  protected:
     explicit ProgramTest(const std::filesystem::path& program = ProgramFile()) : nxclip_(program) {}
+    // However the test has ended the program, and if it has not: nothing is lost on the disk.
+    void TearDown() override {
+        nxclip_.Kill();
+        const auto left = leavesWhole_ ? ProfilesLeftBelow(nxclip_.Directory()) : LeftProfiles();
+        EXPECT_EQ(left.losses, std::vector<std::string>());
+    }
     // The program with a profile "Profil" as its active container.
     void StartWithProfile() {
         nxclip_.Start();
@@ -78,4 +85,6 @@ class ProgramTest : public testing::Test {
     }
 
     Driver nxclip_;
+    // False in a test that damages files itself.
+    bool leavesWhole_ = true;
 };

@@ -60,6 +60,7 @@ TEST_F(Restore, DoubleClick_PutsTheClipOnTheClipboard) {
 }
 
 TEST_F(Restore, Quit_LeavesTheWholeClipOnTheClipboard) {
+    leavesWhole_ = false;
     const std::vector<ClipboardOffer> offers = {{Private(), std::string(300000, '\x5A')},
                                                 {CF_TEXT, std::string("bleibt\0", 7)}};
     TakeClip(offers);

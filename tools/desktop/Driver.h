@@ -47,6 +47,10 @@ class Driver {
     DWORD Quit();
     // Quits and starts again, with settings and files as they are.
     void Restart();
+    // Ends the program, whatever it is doing.
+    void Kill() {
+        if (process_ != nullptr) process_->Terminate();
+    }
     bool Running() const { return process_ != nullptr && process_->Running(); }
     Process& Program() const { return *process_; }
     // Another one of the same program file.

@@ -22,6 +22,7 @@
 #include "desktop/Driver.h"
 #include "desktop/HungViewer.h"
 #include "desktop/Input.h"
+#include "desktop/LeftProfiles.h"
 #include "desktop/Settings.h"
 #include "desktop/Utf8.h"
 #include "desktop/WholeFile.h"
@@ -145,7 +146,8 @@ class World {
     void MakeTemplate() {
         const fs::path templates = nxclip_.Directory() / L"Templates";
         fs::create_directories(templates);
-        fs::copy_file(nxclip_.Directory() / L"Zweites" / L"nxclip.nxp", templates / L"Office.nxp");
+        fs::copy_file(nxclip_.Directory() / L"Zweites" / L"nxclip.nxp", templates / L"Office.nxp",
+                      fs::copy_options::overwrite_existing);
         fs::create_directories(OfficeDirectory());
     }
     fs::path OfficeDirectory() const { return nxclip_.Directory() / L"Daten" / L"Office"; }
@@ -267,15 +269,12 @@ class World {
         return withFormatSets ? "end with format sets" : withHungViewer ? "end, viewer hangs" : "end";
     }
 
-    // What a power cut would leave, before any program has mended it.
+    // Before any program has mended it.
     void LookAtTheDisk() {
-        for (const wchar_t* name : {L"Profil\\nxclip.nxp", L"Zweites\\nxclip.nxp"}) {
-            try {
-                DecodeTreeData(BytesOf(nxclip_.Directory() / name));
-            } catch (const RuntimeError&) {
-                ++tornBeforeTheStart;
-            }
-        }
+        const LeftProfiles left = ProfilesLeftBelow(nxclip_.Directory());
+        for (const std::string& loss : left.losses)
+            Lost(loss);
+        tornBeforeTheStart += left.brokenSaves;
     }
 
     void StartAnew() {
@@ -421,6 +420,7 @@ int wmain(int count, wchar_t** arguments) {
     }
     for (const auto& [change, moments] : killed)
         std::printf("%-22s %4d before, %4d after it stood\n", change.c_str(), moments.first, moments.second);
-    std::printf("%d files were torn before the program mended them; %d losses\n", tornBeforeTheStart, lost);
+    std::printf("%d saves were broken off and mended by the next start; %d losses\n", tornBeforeTheStart,
+                lost);
     return lost == 0 ? 0 : 1;
 }

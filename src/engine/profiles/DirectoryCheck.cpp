@@ -273,10 +273,14 @@ DirectoryState CheckDirectory(const std::wstring& directory,
     return Check(directory, goOn).Run();
 }
 
-std::vector<std::wstring> LastingDamage(const std::wstring& directory) {
+bool IsLoss(Damage damage) {
+    const bool treeGone = damage == Damage::TreeDamaged || damage == Damage::TreeWithoutProfile;
+    return treeGone || (damage != Damage::DirectoryMissing && MendingOf(damage) == Mending::None);
+}
+
+std::vector<std::wstring> LossesIn(const std::wstring& directory) {
     std::vector<std::wstring> texts;
-    for (const Finding& finding : CheckDirectory(directory).findings) {
-        if (MendingOf(finding.damage) == Mending::None) texts.push_back(TextOf(finding));
-    }
+    for (const Finding& finding : CheckDirectory(directory).findings)
+        if (IsLoss(finding.damage)) texts.push_back(TextOf(finding));
     return texts;
 }

@@ -86,6 +86,8 @@ DirectoryState CheckDirectory(const std::wstring& directory,
 std::optional<Damage> DamageOfRecord(const ClipRecord& record);
 std::optional<Damage> DamageOfClipFile(const std::wstring& file, std::int16_t formatCount);
 
-// The findings that no load would put right, each as its text: of a directory that the end of the process or
-// of the current left, there must be none.
-std::vector<std::wstring> LastingDamage(const std::wstring& directory);
+// True for what the end of the process must never leave, at whatever moment it comes: no load would put it
+// right, or the tree is gone that stands in the file. What is not there at all may have been deleted.
+bool IsLoss(Damage damage);
+// The losses in a directory, each as its text.
+std::vector<std::wstring> LossesIn(const std::wstring& directory);

@@ -113,6 +113,7 @@ TEST_F(ClipOperationsTest, Question_AboutANodeThatIsGoneDoesNothing) {
 }
 
 TEST_F(ClipOperationsTest, DropCopy_MissingOrUnreadableDataIsTold) {
+    leavesWhole = false;
     const std::string data = *fake.files.Bytes(FileOf(L"c1"));
     fake.files.Remove(FileOf(L"c1"));
     fake.files.Remove(FileOf(L"c2"));

@@ -44,6 +44,7 @@ TEST_F(NodePropertiesTest, ClipProperties_RoundTrip) {
 }
 
 TEST_F(NodePropertiesTest, ClipProperties_OfADamagedTagKeepItAndRefuseAnotherInfo) {
+    leavesWhole = false;
     Node& clip = Get(L"c1");
     for (const wchar_t* tag : {L"C&7", L"C&7&x&y", L"C&x,1&t&i"}) {
         clip.SetTag(tag);

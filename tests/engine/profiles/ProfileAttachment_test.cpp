@@ -269,6 +269,7 @@ TEST_F(ProfileAttachmentTest, TakeOver_CarriesTheContainerOverAndOffersWhatAStar
 }
 
 TEST_F(ProfileAttachmentTest, TakeOver_OfAProfileThatCannotBeRead_IsToldOnce) {
+    leavesWhole = false;
     OtherProgramTakes(L"C:\\P");
     Start();
     container.SetActiveContainer(&Get(L"T"));
@@ -287,6 +288,7 @@ TEST_F(ProfileAttachmentTest, TakeOver_OfAProfileThatCannotBeRead_IsToldOnce) {
 }
 
 TEST_F(ProfileAttachmentTest, Start_OffersToMakeADamagedProfileAnew) {
+    leavesWhole = false;
     const auto whole = fake.files.Bytes(L"C:\\P\\nxclip.nxp");
     fake.files.Vanish(L"C:\\P\\C2.nxc");
     fake.files.SetBytes(L"C:\\P\\C1.nxc", RecordOf("eins"));
