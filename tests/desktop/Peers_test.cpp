@@ -152,4 +152,25 @@ TEST_F(BadPeers, OwnersThatGiveNothing_LeaveNoClipAndHoldNobody) {
     WaitFor("what it holds in the end", [&] { return ClipsOf(std::string("Kopie 4\0", 8)) == 1; });
 }
 
+TEST_F(BadPeers, HungOwner_HoldsNobodyAndIsComeBackTo) {
+    StartCapturing();
+    Peer owner(L"owner hung");
+    const auto expectFree = [&] {
+        WaitFor(
+            "the program to answer", [&] { return Answers(nxclip_.Main()); }, std::chrono::seconds(5));
+        WaitFor(
+            "the clipboard to be free", [] { return OpenClipboard(nullptr) && CloseClipboard(); },
+            std::chrono::seconds(5));
+    };
+    owner.Copy(1, 5, 4000);
+    expectFree();
+    WaitFor("the clip", [&] { return ClipsOf(std::string("Kopie 1\0", 8)) == 1; });
+    owner.Copy(2, 5);
+    expectFree();
+    nxclip_.WaitForStatus(L"Eine Kopie wartet: Das Programm, das kopiert hat, antwortet nicht.");
+    CopyAndWait("danach");
+    nxclip_.WaitForStatus(L"Eine Kopie ging vorüber");
+    EXPECT_EQ(nxclip_.Quit(), 0u);
+}
+
 }  // namespace

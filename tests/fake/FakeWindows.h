@@ -35,7 +35,9 @@ class FakeWindows : public WindowPort {
                                    MessageParameter wParam, MessageParameter lParam) override;
     MessageParameter Deliver(WindowHandle window, std::uint32_t message, MessageParameter wParam,
                              MessageParameter lParam) override;
-    bool Answers(WindowHandle window) override { return windows_.contains(window) && window != hung; }
+    bool Answers(WindowHandle window) override {
+        return !(unanswered > 0 && unanswered--) && windows_.contains(window) && window != hung;
+    }
     bool Hangs(WindowHandle window) override { return window == hung && window != WindowHandle::None; }
     WindowHandle Foreground() override { return foreground; }
     void BringToFront(WindowHandle window) override;
@@ -70,6 +72,8 @@ class FakeWindows : public WindowPort {
     WindowHandle foreground = WindowHandle::None;
     // This window's program takes no messages.
     WindowHandle hung = WindowHandle::None;
+    // How many questions will find no answer, long before a program is called hung.
+    int unanswered = 0;
     std::vector<Help> helps;
     // The characters of the user's keyboard.
     std::map<wchar_t, std::wstring> altGr;

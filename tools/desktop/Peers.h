@@ -13,7 +13,7 @@
 //   viewer reading   asks for every format in the middle of the message
 //   owner            owns content that it gives at once when it is asked for it
 //   owner slow       takes its time for each format
-//   owner hung       takes no message any more once it has promised its content
+//   owner hung       takes no message for a while, or for ever, once it has promised its content
 //   owner empty      gives nothing
 //   owner dying      ends when it is asked
 //   owner changing   replaces its content as soon as it has been read
@@ -29,7 +29,8 @@ class Peer {
     Window Handle() const { return window_; }
     // How many messages of a change have come.
     int Told() const;
-    // `delay` in milliseconds for each format of a slow owner. Returns when it owns the clipboard.
+    // `delay` in milliseconds: for each format of a slow owner; how long a hung one hangs, for ever when 0.
+    // Returns when it owns the clipboard.
     void Copy(int number, int privateFormats = 0, int delay = 0) const;
     // From now on it takes no message, for so many milliseconds; for ever when that is 0.
     void Hang(int milliseconds = 0) const;

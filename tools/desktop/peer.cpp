@@ -100,7 +100,7 @@ LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
             privateFormats = LOWORD(lParam);
             delay = HIWORD(lParam);
             Copy(window);
-            if (Is(L"hung")) PostMessageW(window, kPeerHang, 0, 0);
+            if (Is(L"hung")) PostMessageW(window, kPeerHang, delay, 0);
             return 0;
         case kPeerHang:
             Hang(static_cast<DWORD>(wParam));

@@ -15,13 +15,15 @@ namespace {
 constexpr milliseconds kAtOnce(300);
 // One format that took so long and came to nothing is enough.
 constexpr milliseconds kMostInVain(3000);
+// Each fails after a fifth of a second, or at once; all of them together take as long as one format in vain.
+constexpr int kMostProbes = 15;
 constexpr milliseconds kMostTogether(10000);
 
 enum class Answer {
     Given,
     Refused,
     Late,     // nothing came in the time that the system waits
-    Unasked,  // the owner hangs, or has had his time
+    Unasked,  // the owner takes no messages, or has had his time
 };
 
 // How dear a format usually is to its owner.
@@ -55,8 +57,9 @@ Cost CostOf(const CFormat& format) {
 class Requests {
  public:
     Answer Ask(CFormat& format) {
-        if (hadHisTime_ || together_ >= kMostTogether || OwnerHangs()) return Answer::Unasked;
         const FileTime began = ThePlatform().clock.Now();
+        hadHisTime_ = hadHisTime_ || together_ >= kMostTogether || !OwnerTakesMessages();
+        if (hadHisTime_) return Answer::Unasked;
         format.Delivered = ThePlatform().clipboard.Data(format.FormatId);
         const milliseconds took = Since(began);
         together_ += took;
@@ -66,10 +69,13 @@ class Requests {
     }
 
  private:
-    // The system takes some seconds to call a program hung.
-    static bool OwnerHangs() {
-        const WindowHandle owner = ThePlatform().clipboard.Owner();
-        return owner != WindowHandle::None && ThePlatform().windows.Hangs(owner);
+    // A request to one that does not would hold the clipboard for half a minute, or for ever.
+    static bool OwnerTakesMessages() {
+        for (int probes = 0; probes < kMostProbes; ++probes) {
+            if (OwnerAnswers()) return true;
+            if (ThePlatform().windows.Hangs(ThePlatform().clipboard.Owner())) return false;
+        }
+        return false;
     }
     static milliseconds Since(FileTime began) {
         constexpr FileTime kPerMillisecond = 10'000;
@@ -82,6 +88,11 @@ class Requests {
 };
 
 }  // namespace
+
+bool OwnerAnswers() {
+    const WindowHandle owner = ThePlatform().clipboard.Owner();
+    return owner == WindowHandle::None || ThePlatform().windows.Answers(owner);
+}
 
 std::vector<std::wstring> RequestData(const std::vector<CFormat*>& formats) {
     struct Request {

@@ -167,11 +167,18 @@ void JoinAnew(WindowHandle window) {
     TheChain.formerNext = former;
 }
 
+// A later change that the chain owes gets a time of its own.
 void SuspectChain(WindowHandle window, std::uint32_t change) {
+    TheChain.missing = change;
     if (TheMainWindowHooks.scheduler == nullptr || (TheChain.rejoining && TheChain.rejoining->IsDue()))
         return;
     TheChain.rejoining = std::make_unique<Once>(*TheMainWindowHooks.scheduler, [window, change] {
-        if (IsLater(change, TheChain.brought) && OwnViewer == window) JoinAnew(window);
+        const std::uint32_t missing = TheChain.missing;
+        if (OwnViewer != window || !IsLater(missing, TheChain.brought)) return;
+        if (IsLater(change, TheChain.brought))
+            JoinAnew(window);
+        else
+            SuspectChain(window, missing);
     });
     TheChain.rejoining->PutOff(kChainsDelay);
 }

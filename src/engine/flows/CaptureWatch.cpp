@@ -1,5 +1,6 @@
 #include "engine/flows/CaptureWatch.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -66,7 +67,7 @@ void CaptureWatch::UpdateClipBoard() {
         ThePlatform().user.Status(L"Nicht erfasst: Die Erfassung ist gesperrt.");
         return;
     }
-    returns_ = 0;
+    returns_ = silences_ = 0;
     const milliseconds left = rest_.Left(ThePlatform().clock.Now());
     if (answer == Answer::Now && left == milliseconds(0))
         TakeChange();
@@ -88,6 +89,8 @@ void CaptureWatch::TakeChange() {
     if (outcome == Outcome::Confidential) ThePlatform().user.Status(L"Vertraulicher Inhalt nicht erfasst");
     if (outcome == Outcome::ClipboardBusy)
         ReturnToBusyClipboard();
+    else if (outcome == Outcome::OwnerSilent)
+        ReturnToSilentOwner();
     else
         ++seen_;
 }
@@ -117,6 +120,14 @@ void CaptureWatch::ReturnToBusyClipboard() {
     } else if (!whenFree_.IsDue()) {
         whenFree_.PutOff(kPausesBetweenReturns[returns_++]);
     }
+}
+
+// However long it takes him: what he copied stays where it is, and nobody is kept from it.
+void CaptureWatch::ReturnToSilentOwner() {
+    const std::size_t last = kPausesBetweenReturns.size() - 1;
+    if (silences_++ == last)
+        ThePlatform().user.Status(L"Eine Kopie wartet: Das Programm, das kopiert hat, antwortet nicht.");
+    whenFree_.PutOff(kPausesBetweenReturns[std::min(silences_ - 1, last)]);
 }
 
 void CaptureWatch::OfferMissed() {

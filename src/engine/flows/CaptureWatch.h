@@ -17,6 +17,7 @@ class CaptureWatch {
     // The clipboard changed. Takes what it holds now, unless a snap has looked at it before. Of changes that
     // come faster than the user could bear only the newest is taken. While another program holds the
     // clipboard, comes back a few times within two seconds; then the status bar says that a copy was missed.
+    // While its owner takes no messages, comes back until he does.
     void UpdateClipBoard();
     // Another program has copied, as told once for each copy. Those that no snap has seen when all is quiet
     // again have gone by, and the status bar says so.
@@ -42,6 +43,7 @@ class CaptureWatch {
  private:
     void TakeChange();
     void ReturnToBusyClipboard();
+    void ReturnToSilentOwner();
     void TellOfCopiesGoneBy();
 
     MainWindowHost& host_;
@@ -52,6 +54,8 @@ class CaptureWatch {
     bool refused_ = false;  // the newest copy, since another program had the container's profile
     // How often the newest change was tried again because another program had the clipboard.
     std::size_t returns_ = 0;
+    // The same because its owner took no messages.
+    std::size_t silences_ = 0;
     Once afterRest_;
     Once whenFree_;
     Once showing_;

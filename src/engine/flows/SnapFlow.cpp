@@ -129,6 +129,8 @@ SnapFlow::Outcome SnapFlow::TakeSnap(Trigger trigger) {
         return Outcome::Finished;
     }
     if (HoldsOwnMarker()) return Outcome::Finished;
+    // Nobody else could open the clipboard while we wait for him with it open.
+    if (trigger == Trigger::Change && !OwnerAnswers()) return Outcome::OwnerSilent;
     if (IsEditedByOther(container)) {
         ThePlatform().user.Status(kEditedByOther);
         return Outcome::Refused;
@@ -179,6 +181,10 @@ SnapFlow::Outcome SnapFlow::ReadClipboard(Trigger trigger, const NewClipFile& fi
     const bool takes = formats->Count() > 0 && !confidential;
     const std::optional<Choice> choice = takes ? ChooseFormats(*formats) : std::nullopt;
     if (choice) content = SaveFormats(*formats, *choice, file.Handle());
+    if (trigger == Trigger::Change && content && content->count == 0 && !OwnerAnswers()) {
+        content.reset();
+        return Outcome::OwnerSilent;
+    }
     // Only now: data that the owner rendered for us counts as a change.
     lookedAt_ = ThePlatform().clipboard.SequenceNumber();
     return confidential ? Outcome::Confidential : Outcome::Finished;

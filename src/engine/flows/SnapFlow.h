@@ -24,8 +24,8 @@ class SnapFlow {
     SnapFlow(MainWindowHost& host, CClipBoard& clipBoard) : host_(host), clipBoard_(clipBoard) {}
 
     enum class Trigger { Command, ConfirmedCommand, Change };
-    // Refused: another program has the container's profile.
-    enum class Outcome { Finished, ClipboardBusy, Confidential, Refused };
+    // OwnerSilent: who copied takes no messages now. Refused: another program has the container's profile.
+    enum class Outcome { Finished, ClipboardBusy, OwnerSilent, Confidential, Refused };
     using Messages = std::vector<HeldMessages::Message>;
 
     // Makes a clip of what the clipboard holds now. What the user is to be told comes in `messages`. Of

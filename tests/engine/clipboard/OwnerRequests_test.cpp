@@ -61,6 +61,13 @@ TEST_F(OwnerRequestsTest, RequestData_HoldsTheClipboardForABoundedTime) {
     fake.windows.hung = fake.clipboard.otherProgram;
     EXPECT_EQ(Owed({Taking(one, kNever), Taking(two, kNever)}), 2u);
     EXPECT_TRUE(asked.empty());
+    fake.windows.hung = WindowHandle::None;
+    fake.windows.unanswered = 3;
+    EXPECT_EQ(Owed({Taking(one, kQuick), Taking(two, kQuick)}), 0u);
+    fake.windows.unanswered = 100;
+    EXPECT_EQ(Owed({Taking(one, kNever), Taking(two, kNever)}), 2u);
+    EXPECT_TRUE(asked.empty());
+    EXPECT_EQ(fake.windows.unanswered, 100 - 15) << "three seconds for all formats together";
 }
 
 TEST_F(OwnerRequestsTest, RequestData_AsksOnceMoreForWhatCameTooLate) {

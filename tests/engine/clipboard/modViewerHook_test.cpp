@@ -212,6 +212,21 @@ TEST_F(ViewerHookTest, BrokenChain_LosesNoCopyInEitherOrderAndIsJoinedAnew) {
     EXPECT_EQ(updates, 0);
 }
 
+TEST_F(ViewerHookTest, BrokenChain_IsNoticedWhileTheMessageOfAnEarlierChangeWasLate) {
+    fake.clipboard.listenersFirst = true;
+    Copy();
+    fake.clipboard.BreakChain();
+    fake.clipboard.JoinChain(next);
+    Copy();
+    RunLater();
+    EXPECT_EQ(joins, 0) << "its message may be late, too";
+    RunLater();
+    EXPECT_EQ(joins, 1);
+    Copy();
+    RunLater();
+    EXPECT_TRUE(later.empty());
+}
+
 // Data rendered for somebody else moves the clipboard's number on.
 TEST_F(ViewerHookTest, WholeChain_IsNotSuspectedBecauseAViewerBehindAskedForData) {
     NextViewer = fake.windows.AddWindow(L"Reader", [this](auto, auto, auto, auto) {

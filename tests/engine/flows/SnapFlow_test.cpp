@@ -459,6 +459,39 @@ TEST_F(SnapTest, UpdateClipBoard_ComesBackToABusyClipboard) {
 }
 
 // An owner that is asked for its data lets sent messages in.
+// What he has promised nobody could read now; what is there already stays there.
+TEST_F(SnapTest, UpdateClipBoard_LeavesTheClipboardFreeUntilTheOwnerTakesMessages) {
+    Options().AutoSnap = true;
+    const auto copyOfSilentOwner = [&](int unanswered) {
+        fake.clock.Advance(1s);
+        CopyText(std::to_string(unanswered));
+        flow.CopyTold();
+        fake.windows.unanswered = unanswered;
+        flow.UpdateClipBoard();
+    };
+    const auto comeBack = [&](int times) {
+        for (int i = 0; i < times; ++i)
+            window.BecomeIdle(fake.clock);
+    };
+    fake.clipboard.OtherProgramHolds(1000);  // a try to open it is not made
+    copyOfSilentOwner(30);
+    comeBack(20);
+    EXPECT_EQ(LastClip(), nullptr);
+    EXPECT_EQ(fake.user.LastStatus(), L"Eine Kopie wartet: Das Programm, das kopiert hat, antwortet nicht.");
+    EXPECT_TRUE(fake.files.AllFiles().empty());
+    fake.clipboard.OtherProgramHolds(0);
+    comeBack(15);
+    EXPECT_EQ(StoredData(*LastClip()), std::vector<std::string>{"30\0"s});
+
+    copyOfSilentOwner(1000);
+    comeBack(3);
+    copyOfSilentOwner(0);
+    comeBack(6);
+    EXPECT_EQ(folder->Children(), 2);
+    EXPECT_EQ(fake.user.LastStatus(), L"Eine Kopie ging vorüber");
+    EXPECT_TRUE(window.later.empty());
+}
+
 TEST_F(SnapTest, Snap_SurvivesWhatIsSentWhileTheOwnerRenders) {
     const auto meanwhile = [&](const std::function<void()>& act) {
         const auto make = FakeClipboard::Bytes(1, "text\0"s).make;
