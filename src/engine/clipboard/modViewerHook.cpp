@@ -129,6 +129,8 @@ MessageParameter ClipboardChanged(const Parameters& p) {
     // What stood there when we joined is no change; the system tells of it all the same.
     if (change != TheChain.joinedAt) {
         TheChain.brought = change;
+        // Late, it is of the change that the listener has told of, whatever its number is by now.
+        if (std::exchange(TheChain.owes, false)) TheChain.updatedTo = change;
         TakeChange(p.window);
     }
     return PassOn(p, ChangeMessage(ChangeNumber()));
@@ -137,6 +139,7 @@ MessageParameter ClipboardChanged(const Parameters& p) {
 // While it joins nothing is passed on: the successor is not known yet, and knows the content that is there.
 void JoinChain(WindowHandle window) {
     NextViewer = WindowHandle::None;
+    TheChain.owes = false;
     TheChain.joinedAt = ChangeNumber();
     NextViewer = ThePlatform().clipboard.JoinChain(window);
     TheChain.newestChange = {ChangeMessage(TheChain.joinedAt), 1};
@@ -156,30 +159,37 @@ void LeaveChain(WindowHandle window) {
 }
 
 // Whoever is first has nobody in front who could fail him. In front of a viewer that hangs each message would
-// have to wait for it: where we are now only this one knows, and the listener tells of the changes.
-void JoinAnew(WindowHandle window) {
+// have to wait for it: where we are now only this one knows, and the listener tells of the changes. False
+// when it is to be tried again.
+bool JoinAnew(WindowHandle window) {
     const WindowHandle first = ThePlatform().clipboard.FirstViewer();
-    if (first == window || (first != WindowHandle::None && !ThePlatform().windows.Answers(first))) return;
+    if (first == window) return true;
+    if (first != WindowHandle::None && !ThePlatform().windows.Answers(first)) return false;
     LogDebug(L"Clipboard viewer chain joined anew");
     LeaveChain(window);
     const WindowHandle former = NextViewer;
     JoinChain(window);
     TheChain.formerNext = former;
+    return true;
 }
 
-// A later change that the chain owes gets a time of its own.
-void SuspectChain(WindowHandle window, std::uint32_t change) {
-    TheChain.missing = change;
+void WaitForChain();
+
+// What the chain has not brought after the delay, it does not bring. A change that was told of later has its
+// own time.
+void JudgeChain() {
+    if (IsLater(TheChain.awaited, TheChain.brought)) {
+        if (!JoinAnew(OwnViewer)) TheChain.rejoining->PutOff(2 * kChainsDelay);
+    } else if (TheChain.owes) {
+        WaitForChain();
+    }
+}
+
+void WaitForChain() {
     if (TheMainWindowHooks.scheduler == nullptr || (TheChain.rejoining && TheChain.rejoining->IsDue()))
         return;
-    TheChain.rejoining = std::make_unique<Once>(*TheMainWindowHooks.scheduler, [window, change] {
-        const std::uint32_t missing = TheChain.missing;
-        if (OwnViewer != window || !IsLater(missing, TheChain.brought)) return;
-        if (IsLater(change, TheChain.brought))
-            JoinAnew(window);
-        else
-            SuspectChain(window, missing);
-    });
+    TheChain.awaited = TheChain.updatedTo;
+    TheChain.rejoining = std::make_unique<Once>(*TheMainWindowHooks.scheduler, JudgeChain);
     TheChain.rejoining->PutOff(kChainsDelay);
 }
 
@@ -190,9 +200,10 @@ MessageParameter ListenerTold(const Parameters& p) {
     const std::uint32_t change = ChangeNumber();
     const std::uint32_t before = std::exchange(TheChain.updatedTo, change);
     if (TheMainWindowHooks.copyTold && IsToBeCaptured(p.window)) TheMainWindowHooks.copyTold();
-    if (TheChain.brought == change || IsLater(TheChain.brought, before)) return 0;
+    TheChain.owes = TheChain.brought != change && !IsLater(TheChain.brought, before);
+    if (!TheChain.owes) return 0;
     TakeChange(p.window);
-    SuspectChain(p.window, change);
+    WaitForChain();
     return 0;
 }
 

@@ -51,10 +51,12 @@ struct ChainMessage {
 struct ViewerChain {
     std::uint32_t brought = 0;    // the newest change that a message of the chain told of
     std::uint32_t updatedTo = 0;  // the newest change that the listener was told of
-    std::uint32_t missing = 0;    // the newest that the listener was told of before the chain brought it
     std::uint32_t joinedAt = 0;   // the change that stood there when we joined last
-    // Due when the listener was told of a change that the chain has not brought.
+    // The listener was told of a change that no message of the chain has brought yet.
+    bool owes = false;
+    // Due when the listener was told of a change that the chain has not brought; of which one.
     std::unique_ptr<Once> rejoining;
+    std::uint32_t awaited = 0;
     // What was behind us before we joined anew.
     WindowHandle formerNext = WindowHandle::None;
     // The newest of the messages that are being passed on; null for none.

@@ -196,10 +196,9 @@ TEST_F(ViewerHookTest, BrokenChain_LosesNoCopyInEitherOrderAndIsJoinedAnew) {
         RunLater();
         EXPECT_EQ(fake.clipboard.FirstViewer(), next);
         fake.windows.hung = WindowHandle::None;
-        Copy();
         RunLater();
         EXPECT_EQ(fake.clipboard.FirstViewer(), mainWindow);
-        EXPECT_EQ(updates, 4) << "what stood there already was taken once";
+        EXPECT_EQ(updates, 3) << "what stood there already was taken once";
         ASSERT_FALSE(forwarded.empty());
         EXPECT_EQ(forwarded.back(), (Forwarded{kChangeChain, Parameter(mainWindow), 0}));
         ConnectViewer(mainWindow);
@@ -237,6 +236,30 @@ TEST_F(ViewerHookTest, WholeChain_IsNotSuspectedBecauseAViewerBehindAskedForData
         fake.clipboard.OtherProgramCopies({FakeClipboard::Late(FakeClipboard::Bytes(1, "x"))});
     EXPECT_EQ(updates, 3);
     EXPECT_TRUE(later.empty());
+}
+
+// The message that comes after the listener's, with a number that our own reading moved on, is of that
+// change.
+TEST_F(ViewerHookTest, ChainsLateMessage_DoesNotSpeakForTheNextChange) {
+    fake.clipboard.listenersFirst = true;
+    TheMainWindowHooks.updateClipBoard = [this] {
+        ++updates;
+        fake.clipboard.OtherProgramReads(1);
+    };
+    const auto copyLate = [this] {
+        fake.clipboard.OtherProgramCopies({FakeClipboard::Late(FakeClipboard::Bytes(1, "x"))});
+    };
+    copyLate();
+    fake.clipboard.BreakChain();
+    fake.clipboard.JoinChain(next);
+    updates = 0;
+    copyLate();
+    EXPECT_EQ(updates, 1);
+    RunLater();
+    EXPECT_EQ(joins, 0) << "the change that was waited for did come";
+    RunLater();
+    EXPECT_EQ(joins, 1);
+    DisconnectViewer();
 }
 
 TEST_F(ViewerHookTest, DisconnectViewer_WaitsForNobodyInFront) {
