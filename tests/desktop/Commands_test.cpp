@@ -19,15 +19,6 @@ class Commands : public ProgramTest {
         SnapOf(PrivateOffers());
         nxclip_.WaitForTree(L"Profil [Camera] open\n  Ordner [Structure]\n  Clip [Clip]\n");
     }
-    // Two pixels, one of them half transparent.
-    static std::string Png() {
-        constexpr char kBytes[] =
-            "\x89\x50\x4e\x47\x0d\x0a\x1a\x0a\x00\x00\x00\x0d\x49\x48\x44\x52\x00\x00\x00\x02\x00\x00\x00\x01"
-            "\x08\x06\x00\x00\x00\xf4\x22\x7f\x8a\x00\x00\x00\x11\x49\x44\x41\x54\x78\x9c\x63\xf8\xcf\xc0\xd0"
-            "\xc0\xf0\x9f\xe1\x3f\x00\x0e\x7d\x03\x7e\xea\xf6\x93\xc0\x00\x00\x00\x00\x49\x45\x4e\x44\xae\x42"
-            "\x60\x82";
-        return {kBytes, sizeof kBytes - 1};
-    }
     // Types a name into the edit that is open in the tree and returns what stood there before.
     std::wstring TypeName(const std::wstring& name) {
         const auto edit = [&] {
@@ -86,60 +77,6 @@ TEST_F(Commands, Keys_ReachTheSelectedNode) {
     PressKeys({VK_DELETE});
     EXPECT_EQ(nxclip_.AnswerNotice(IDYES), L"Wollen Sie wirklich den Clip löschen ?");
     nxclip_.WaitForTree(L"Profil [Camera] open\n  Ordner [Structure]\n");
-}
-
-TEST_F(Commands, Preview_ShowsTextAndRichTextOfTheClip) {
-    StartWithProfile();
-    SnapOf(
-        {{CF_TEXT, std::string("gr\xFCn und wei\xDF\0", 14)},
-         {FormatNumber(L"Rich Text Format"), std::string("{\\rtf1\\ansi Ein \\b fetter\\b0  Brief}\0", 37)}});
-    EXPECT_EQ(nxclip_.FormatTab().Names().size(), 3u);
-    EXPECT_EQ(nxclip_.FormatTab().Selected(), 0);
-    WaitFor("the text", [&] { return nxclip_.Main().TextOf(tbPreviewText) == L"grün und weiß"; });
-    nxclip_.FormatTab().Select(1);
-    WaitFor("the rich text", [&] {
-        return nxclip_.Main().TextOf(tbPreviewRtf).find(L"Ein fetter Brief") != std::wstring::npos;
-    });
-    nxclip_.Tree().Select(L"Profil");
-    WaitFor("an empty preview", [&] { return nxclip_.Main().TextOf(tbPreviewRtf).empty(); });
-
-    nxclip_.FormatTab().Select(0);
-    std::string lines;
-    for (int i = 0; i < 20'000; ++i)
-        lines += "Zeile " + std::to_string(i) + "\r\n";
-    SnapOf({{CF_TEXT, lines + '\0'}});
-    WaitFor("the rest of a long text",
-            [&] { return nxclip_.Main().TextOf(tbPreviewText) == std::wstring(lines.begin(), lines.end()); });
-}
-
-TEST_F(Commands, PreviewOfPng_IsDecodedOrRefused) {
-    StartWithProfile();
-    SnapOf({{FormatNumber(L"PNG"), Png()}});
-    EXPECT_TRUE(nxclip_.Main().Control(picPreviewDIB).Visible());
-    EXPECT_TRUE(nxclip_.Quiet());
-    std::string damaged = Png();
-    std::fill(damaged.begin() + 40, damaged.end() - 20, '\x55');
-    PutFormats({{FormatNumber(L"PNG"), damaged}});
-    nxclip_.Command(m_edit_insert);
-    EXPECT_EQ(nxclip_.AnswerNotice(), L"DIB konnte nicht geladen werden");
-}
-
-TEST_F(Commands, PreviewOfPictureWhoseFileIsGone_IsEmptiedAndToldOnce) {
-    leavesWhole_ = false;
-    StartWithProfile();
-    BITMAPINFOHEADER header{sizeof header, 1, 3000, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-    SnapOf(
-        {{CF_DIB, std::string(reinterpret_cast<char*>(&header), sizeof header) + std::string(12000, 'x')}});
-    const Window box = nxclip_.Main().Control(picPreviewDIB);
-    const auto scrolls = [&] { return (GetWindowLongW(box.Handle(), GWL_STYLE) & WS_VSCROLL) != 0; };
-    EXPECT_TRUE(scrolls());
-    WaitFor("the file, which the idle program may just be flushing, to go", [&] {
-        std::error_code held;
-        return std::filesystem::remove(ClipFileAt(1), held);
-    });
-    box.Post(WM_VSCROLL, SB_BOTTOM);
-    EXPECT_EQ(nxclip_.AnswerNotice(), L"DIB konnte nicht geladen werden");
-    EXPECT_FALSE(scrolls()) << "nothing is left to be read";
 }
 
 TEST_F(Commands, Drag_MovesAndWithControlCopiesAClipWithItsFile) {

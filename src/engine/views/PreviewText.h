@@ -17,7 +17,7 @@
 inline constexpr std::size_t kMostPreviewBytes = 1 << 20;
 // What fills any box, and what follows at a time: a box takes in a megabyte in nearly half a second.
 inline constexpr std::size_t kFirstPreviewBytes = 16 << 10;
-inline constexpr std::size_t kNextPreviewBytes = 64 << 10;
+inline constexpr std::size_t kNextPreviewBytes = 32 << 10;
 
 // The text of "Text" or "Unicode" as a text box wants it, every line end as CR LF, piece by piece: up to the
 // first zero, cut at kMostPreviewBytes with "[...]" in a line of its own. Of any other format that which a

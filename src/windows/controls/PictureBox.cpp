@@ -91,18 +91,18 @@ bool PictureBox::Create(HWND parent, int control, const wchar_t* name) {
     shape.lpszClassName = kClassName;
     RegisterClassW(&shape);
     window_ = CreateWindowExW(WS_EX_CLIENTEDGE, kClassName, name,
-                              WS_CHILD | WS_TABSTOP | WS_HSCROLL | WS_VSCROLL, 0, 0, 0, 0, parent,
-                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(control)), instance, this);
+                              WS_CHILD | WS_TABSTOP | WS_CLIPSIBLINGS | WS_HSCROLL | WS_VSCROLL, 0, 0, 0, 0,
+                              parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(control)), instance, this);
     if (window_ == nullptr) return false;
     description_ = {name, kGraphicRole};
     TellReaders(window_, description_);
     return true;
 }
 
-bool PictureBox::Show(PreviewPicture picture, std::wstring ifLost) {
+bool PictureBox::Show(PreviewPicture picture, std::function<void()> lost) {
     Forget();
     picture_ = std::move(picture);
-    ifLost_ = std::move(ifLost);
+    lost_ = std::move(lost);
     size_ = {picture_.Layout().width, picture_.Layout().height};
     const bool shown = DecodeRuns() && Prepare() && IsDrawable();
     if (!shown) Forget();
@@ -170,11 +170,11 @@ void PictureBox::Forget() {
     offset_ = {};
 }
 
-// The file is gone, or its drive. Told only once: nothing is left to be read again.
+// The file is gone, or its drive.
 void PictureBox::Lose() {
     Forget();
     FitBars();
-    ThePlatform().user.TellLater(ifLost_);
+    if (lost_) lost_();
 }
 
 void PictureBox::SetStretch(bool stretch) {
@@ -189,8 +189,7 @@ void PictureBox::LayOut() {
     FitBars();
     HeldMessages reading;
     const bool ready = Prepare();
-    for (const HeldMessages::Message& message : reading.Take())
-        ThePlatform().user.TellLater(message.text);
+    reading.Take();
     if (!ready) Lose();
     InvalidateRect(window_, nullptr, FALSE);
 }

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include <string>
+#include <functional>
 
 #include "engine/views/PreviewPicture.h"
 #include "platform/win32/SystemHandles.h"
@@ -20,8 +20,8 @@ class PictureBox {
     HWND Window() const { return window_; }
 
     // False when the picture cannot be read or the system cannot draw it; the box is empty then, and the
-    // reason may have been told. Should more of it not be had later, the user is told `ifLost` then.
-    bool Show(PreviewPicture picture, std::wstring ifLost);
+    // reason may have been told. Should more of it not be had later, the box is emptied and `lost` called.
+    bool Show(PreviewPicture picture, std::function<void()> lost);
     void Clear();
     void SetStretch(bool stretch);
 
@@ -50,7 +50,7 @@ class PictureBox {
     HWND window_ = nullptr;
     ReaderDescription description_{};
     PreviewPicture picture_;
-    std::wstring ifLost_;
+    std::function<void()> lost_;
     UniqueBitmap decoded_;  // in place of the picture's rows, for run-length coded pixels
     UniqueBitmap picTemp;   // the picture stretched to the box
     SIZE stretched_{};      // the size of that, pixels

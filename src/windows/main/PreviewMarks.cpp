@@ -59,11 +59,6 @@ std::wstring TextOfLine(HWND box, LRESULT line) {
     return text;
 }
 
-void PreviewMarks::Attach(HWND textBox) {
-    box_ = textBox;
-    messages_.Attach(textBox, [this](UINT message, WPARAM, LPARAM) { return OnMessage(message); });
-}
-
 void PreviewMarks::SetWords(std::optional<WordSearch> words) {
     const bool changes = words_.has_value() || words.has_value();
     words_ = std::move(words);

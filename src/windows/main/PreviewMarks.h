@@ -5,7 +5,6 @@
 #include <optional>
 
 #include "engine/search/WordSearch.h"
-#include "windows/controls/Subclass.h"
 
 // As a marker pen does; black is read on it whatever the system's colours are.
 inline constexpr COLORREF kMarkColour = RGB(255, 224, 112);
@@ -15,20 +14,19 @@ inline constexpr COLORREF kMarkedTextColour = RGB(0, 0, 0);
 // whatever makes it draw.
 class PreviewMarks {
  public:
-    // Must outlive the box.
-    void Attach(HWND textBox);
+    void SetBox(HWND textBox) { box_ = textBox; }
     // None for no marks.
     void SetWords(std::optional<WordSearch> words);
+    // A message on its way to the box; the result when it goes no further.
+    std::optional<LRESULT> OnMessage(UINT message);
 
  private:
-    std::optional<LRESULT> OnMessage(UINT message);
     void Draw();
     void DrawInLine(HDC dc, LRESULT line, const RECT& inside);
 
     HWND box_ = nullptr;
     std::optional<WordSearch> words_;
     bool isDue_ = false;
-    Subclass messages_;
 };
 
 // Marks them in a rich-text box, in its text.

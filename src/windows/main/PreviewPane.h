@@ -11,10 +11,9 @@
 #include "engine/views/MainLayout.h"
 #include "engine/views/PreviewFormats.h"
 #include "engine/views/PreviewPicture.h"
-#include "engine/views/PreviewText.h"
-#include "platform/win32/SystemHandles.h"
 #include "windows/controls/PictureBox.h"
-#include "windows/main/PreviewMarks.h"
+#include "windows/main/PreviewRichTextBox.h"
+#include "windows/main/PreviewTextBox.h"
 
 // What a search found in the clip that is shown.
 struct PreviewHit {
@@ -25,14 +24,17 @@ struct PreviewHit {
 };
 
 // The preview below the list: a tab (tabFormat) with a text box, a rich-text box and a picture box. It shows
-// one format of the selected clip, read from the clip's file when its tab is looked at: of a long text what
-// fills the box at once, and the rest when the program has nothing else to do.
+// one format of the selected clip, read from the clip's file when its tab is looked at, as far as it is seen,
+// and nothing at all while the window is hidden or an icon. Nobody asked for it, so it opens no message box:
+// why it shows nothing stands in it (lblPreviewNote).
 class PreviewPane {
  public:
     bool Create(HWND parent);
     void SetFont(HFONT font);
     // Places the tab and what stands in it; an empty box hides them.
     void Place(const Box& area);
+    // Shows what was put off while nobody could see it.
+    void MakeUp();
 
     // Empties all three boxes.
     void Clear();
@@ -56,57 +58,54 @@ class PreviewPane {
     bool Wants(const MSG& message) const;
     // The box of the chosen tab, for the focus.
     HWND ChosenBox() const;
+    // Takes the mouse from a hand that selects in a text.
+    void EndHold();
 
  private:
     PreviewTab InFront() const;
     PreviewTab TabOfHit() const;
     std::size_t BeginOfText(const CFormat& format) const;
+    // The box of the chosen tab when it shows a text; null otherwise.
+    ReadingBox* ShownText();
+    void TextGrew();
     void MarkHits();
-    void ShowHitFrom(std::size_t place);
+    // False when there is none in what has been read.
+    bool ShowHitFrom(std::size_t place);
     void BringToFront(PreviewTab tab);
     const CFormat* FormatFor(PreviewTab tab) const;
+    bool IsSeen() const;
     // Fills the box of the chosen tab and empties the others.
     void Fill();
-    // False when there is nothing to show; what goes wrong is told.
-    bool ShowText();
-    bool ShowRichText();
-    bool ShowPicture();
+    // False when it cannot be shown.
+    bool ShowIn(PreviewTab tab);
+    bool ShowPicture(const CFormat& format);
     std::optional<PreviewPicture> OpenPicture(const CFormat& format) const;
-    bool StreamRichText(const CFormat& format, std::size_t most);
-    void AppendText(const std::wstring& text);
-    void ForgetRest();
-    void ShowRest();
-    void FitBars();
+    // None for no note.
+    void Note(const std::wstring& text);
     void MakeBoxInFront();
-    void MakeRichTextBox();
-    void SetRichTextFont();
-    static void PutOverTab(HWND box, const wchar_t* name);
     // The clip has nothing that a tab shows.
     bool IsEmpty(PreviewTab tab) const;
     void MarkEmptyTabs();
     void FitTabs();
-    void EmptyText();
-    void EmptyRichText();
+    void FitBars();
     void LayOutInside();
+    void PlaceNote();
 
     static constexpr int kTabs = 3;
 
     HWND tab_ = nullptr;
-    HWND text_ = nullptr;
-    HWND richText_ = nullptr;  // made when it is first looked at, as is the picture's box
-    UniqueLibrary richTextLibrary_;
+    HWND note_ = nullptr;
+    PreviewTextBox text_;
+    PreviewRichTextBox richText_;  // made when it is first looked at, as is the picture's box
     PictureBox picture_;
     std::shared_ptr<CFormats> formats_;
     std::wstring clipFile_;
     std::optional<PreviewHit> hit_;
-    PreviewMarks marks_;
     bool hitIsDue_ = false;  // what is shown so far did not hold it
-    PreviewTextReader restOfText_;
-    const CFormat* restOfRichText_ = nullptr;
     bool markedEmpty_[kTabs] = {};
     PreviewTab wanted_ = PreviewTab::Text;
     bool shown_ = false;
-    bool textFilled_ = false;
-    bool richTextFilled_ = false;
-    Timer rest_{[this] { ShowRest(); }};  // of the shown text
+    bool fillIsDue_ = false;  // nobody could see it
+    Subclass tabMessages_;
+    Timer makesUp_{[this] { MakeUp(); }};
 };

@@ -280,6 +280,7 @@ void frmMain::Form_Resize(WPARAM kind) {
         return;
     }
     panes_.FitToWindow();
+    panes_.preview.MakeUp();
     TakeKeyboard();
 }
 
@@ -405,6 +406,7 @@ void frmMain::EndWhatIsOpen() {
     // The command that was to come is the one that asks for this.
     if (menuLoops_ == 0) menu_.reset();
     if (Is(Busy::Drag)) drag_.Cancel();
+    panes_.preview.EndHold();
     panes_.tvTreeView.EndEdit();
     panes_.lvListView.EndEdit();
 }
