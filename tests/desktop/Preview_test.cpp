@@ -1,6 +1,9 @@
 #include <windows.h>
 
+#include <commctrl.h>
+
 #include <algorithm>
+#include <cstdint>
 #include <filesystem>
 
 #include "desktop/ProgramTest.h"
@@ -26,6 +29,37 @@ class Preview : public ProgramTest {
             std::error_code held;
             return std::filesystem::remove(file, held);
         });
+    }
+    // A black square of this many pixels each way, whose header tells another height.
+    static std::string LargePng(std::uint32_t side, std::uint32_t told) {
+        std::string pixels("\x78\x01");
+        const std::string rows((1 + side / 8) * side, '\0');
+        for (std::size_t at = 0; at < rows.size(); at += 0xFFFF) {
+            const auto size = static_cast<std::uint32_t>(std::min<std::size_t>(rows.size() - at, 0xFFFF));
+            pixels += at + size == rows.size() ? '\1' : '\0';
+            for (const std::uint32_t part : {size, ~size})
+                pixels += {static_cast<char>(part), static_cast<char>(part >> 8)};
+            pixels.append(rows, at, size);
+        }
+        pixels += BigEndian(static_cast<std::uint32_t>(rows.size() % 65521) << 16 | 1);
+        return "\x89PNG\r\n\x1A\n" +
+               Chunk("IHDR" + BigEndian(side) + BigEndian(told) + std::string("\1\0\0\0\0", 5)) +
+               Chunk("IDAT" + pixels) + Chunk("IEND");
+    }
+    static std::string BigEndian(std::uint32_t number) {
+        std::string bytes;
+        for (const int shift : {24, 16, 8, 0})
+            bytes += static_cast<char>(number >> shift);
+        return bytes;
+    }
+    static std::string Chunk(const std::string& content) {
+        std::uint32_t sum = ~0u;
+        for (const char byte : content) {
+            sum ^= static_cast<std::uint8_t>(byte);
+            for (int bit = 0; bit < 8; ++bit)
+                sum = sum >> 1 ^ (sum % 2 != 0 ? 0xEDB88320u : 0);
+        }
+        return BigEndian(static_cast<std::uint32_t>(content.size() - 4)) + content + BigEndian(~sum);
     }
     void WaitForNote(std::wstring_view text) const {
         const Window note = nxclip_.Main().Control(lblPreviewNote);
@@ -111,6 +145,33 @@ TEST_F(Preview, Png_IsDecodedOrRefused) {
     nxclip_.Command(m_edit_insert);
     WaitForNote(L"DIB konnte nicht geladen werden");
     EXPECT_TRUE(nxclip_.Quiet()) << "nobody asked for it";
+}
+
+TEST_F(Preview, LargePng_IsDecodedBesideTheProgramWhateverHappensToIt) {
+    leavesWhole_ = false;
+    constexpr std::uint32_t kSide = 4208;  // more than is shown as it is
+    StartWithProfile();
+    SnapOf({{FormatNumber(L"PNG"), LargePng(kSide, kSide)}});
+    const Window box = nxclip_.Main().Control(picPreviewDIB);
+    const auto scrolls = [&] { return (GetWindowLongW(box.Handle(), GWL_STYLE) & WS_VSCROLL) != 0; };
+    WaitFor("the picture", scrolls);
+    SnapOf({{FormatNumber(L"PNG"), LargePng(kSide, 2 * kSide)}});
+    WaitForNote(L"DIB konnte nicht geladen werden");
+    EXPECT_FALSE(scrolls()) << "a picture that lies about its size";
+
+    // From one to the other and on, as quickly as may be; then the file goes away, and the program ends.
+    const Window tree = nxclip_.Tree().window();
+    const LRESULT liar = tree.Send(TVM_GETNEXTITEM, TVGN_CARET, 0);
+    const LRESULT good = tree.Send(TVM_GETNEXTITEM, TVGN_PREVIOUS, liar);
+    for (int round = 0; round < 5; ++round)
+        for (const LRESULT item : {good, liar, good})
+            tree.Send(TVM_SELECTITEM, TVGN_CARET, item);
+    WaitFor("the picture again", scrolls);
+    tree.Send(TVM_SELECTITEM, TVGN_CARET, liar);
+    tree.Send(TVM_SELECTITEM, TVGN_CARET, good);
+    RemoveWhenFree(ClipFileAt(1));
+    EXPECT_TRUE(nxclip_.Quiet());
+    EXPECT_EQ(nxclip_.Quit(), 0u);
 }
 
 TEST_F(Preview, PictureWhoseFileIsGone_IsEmptiedAndSaysSo) {

@@ -259,6 +259,10 @@ LRESULT PictureBox::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lPar
         case WM_MOUSEWHEEL:
             ScrollTo(SB_VERT, offset_.y - GET_WHEEL_DELTA_WPARAM(wParam) / 2);
             return 0;
+        case WM_SETCURSOR:
+            if (!waiting_ || LOWORD(lParam) != HTCLIENT) break;
+            SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+            return TRUE;
         case WM_LBUTTONDOWN:
             SetFocus(window);
             return 0;

@@ -24,6 +24,8 @@ class PictureBox {
     bool Show(PreviewPicture picture, std::function<void()> lost);
     void Clear();
     void SetStretch(bool stretch);
+    // Shows the hourglass over the box, as long as a picture for it is under way.
+    void ShowWaiting(bool waiting) { waiting_ = waiting; }
 
  private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -58,5 +60,6 @@ class PictureBox {
     SIZE size_{};     // of the picture, pixels
     POINT offset_{};  // what stands in the box's upper left corner
     bool stretch_ = false;
+    bool waiting_ = false;
     Timer sized_{[this] { LayOut(); }};
 };

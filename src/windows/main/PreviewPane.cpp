@@ -8,6 +8,7 @@
 
 #include "engine/clipboard/FormatNames.h"
 #include "engine/search/WordSearch.h"
+#include "engine/views/PngSize.h"
 #include "platform/HeldMessages.h"
 #include "platform/Text.h"
 #include "resources/controls.h"
@@ -17,6 +18,11 @@
 #include "windows/controls/Readers.h"
 
 namespace {
+
+constexpr UINT kPngIsReady = WM_APP;
+// What is decoded before anybody could notice.
+constexpr std::uint64_t kMostPixelsAtOnce = 1 << 20;
+constexpr std::int32_t kMostPngAtOnce = 4 << 20;  // bytes
 
 constexpr const wchar_t* kCaptions[] = {L"Text", L"RTF", L"Bild"};
 
@@ -47,8 +53,11 @@ bool PreviewPane::Create(HWND parent) {
     // A window that was hidden and is shown is not told in one way only; what it shows is painted in any.
     tabMessages_.Attach(tab_, [this](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
         if (message == WM_PAINT && fillIsDue_) makesUp_.Start();
-        return std::nullopt;
+        if (message != kPngIsReady) return std::nullopt;
+        PngIsReady();
+        return 0;
     });
+    decoding_.SetListener(tab_, kPngIsReady);
 
     int place = 0;
     for (const wchar_t* caption : kCaptions) {
@@ -267,6 +276,8 @@ void PreviewPane::Fill() {
     if (!fillIsDue_) MakeBoxInFront();
     const CFormat* const format = fillIsDue_ ? nullptr : FormatFor(tab);
     Note({});
+    decoding_.Stop();
+    picture_.ShowWaiting(false);
     {
         const QuietScope quiet(text_.Window());
         HeldMessages reading;
@@ -293,22 +304,39 @@ bool PreviewPane::ShowIn(PreviewTab tab) {
         case PreviewTab::RichText:
             return richText_.Show(PreviewData(clipFile_, format));
         default:
-            return ShowPicture(format);
+            if (IsPng(format)) return ShowPng(format);
+            return ShowPicture(PreviewPicture::In(PreviewData(clipFile_, format)));
     }
 }
 
-bool PreviewPane::ShowPicture(const CFormat& format) {
-    auto picture = OpenPicture(format);
-    const auto lost = [this, why = std::wstring(FailureOf(PreviewTab::Picture, format))] { Note(why); };
+bool PreviewPane::ShowPicture(std::optional<PreviewPicture> picture) {
+    const auto lost = [this, why = std::wstring(FailureOf(PreviewTab::Picture,
+                                                          *FormatFor(PreviewTab::Picture)))] { Note(why); };
     return picture && picture_.Show(std::move(*picture), lost);
 }
 
-std::optional<PreviewPicture> PreviewPane::OpenPicture(const CFormat& format) const {
-    PreviewData data(clipFile_, format);
-    if (!IsPng(format)) return PreviewPicture::In(std::move(data));
+bool PreviewPane::ShowPng(const CFormat& format) {
+    const PreviewData data(clipFile_, format);
+    const auto head = data.Read(0, kPngHead);
+    const auto size = head ? SizeOfPng(head->All()) : std::nullopt;
+    if (!size) return false;
+    if (size->Pixels() > kMostPixelsAtOnce || format.DataSize > kMostPngAtOnce) {
+        picture_.Clear();
+        picture_.ShowWaiting(decoding_.Start(clipFile_, format));
+        return decoding_.IsAtWork();
+    }
     const auto png = data.Read(0, data.Size());
     auto decoded = png ? DecodePng(png->All()) : std::nullopt;
-    return decoded ? PreviewPicture::Of(std::move(*decoded)) : std::nullopt;
+    return ShowPicture(decoded ? PreviewPicture::Of(std::move(*decoded)) : std::nullopt);
+}
+
+void PreviewPane::PngIsReady() {
+    auto answer = decoding_.Take();
+    if (!answer) return;
+    picture_.ShowWaiting(false);
+    if (ShowPicture(answer->dib ? PreviewPicture::Of(std::move(*answer->dib)) : std::nullopt)) return;
+    picture_.Clear();
+    Note(FailureOf(PreviewTab::Picture, *FormatFor(PreviewTab::Picture)));
 }
 
 // White as its neighbours: nobody takes a preview for a box to type in.

@@ -12,6 +12,7 @@
 #include "engine/views/PreviewFormats.h"
 #include "engine/views/PreviewPicture.h"
 #include "windows/controls/PictureBox.h"
+#include "windows/main/PngWorker.h"
 #include "windows/main/PreviewRichTextBox.h"
 #include "windows/main/PreviewTextBox.h"
 
@@ -78,8 +79,10 @@ class PreviewPane {
     void Fill();
     // False when it cannot be shown.
     bool ShowIn(PreviewTab tab);
-    bool ShowPicture(const CFormat& format);
-    std::optional<PreviewPicture> OpenPicture(const CFormat& format) const;
+    bool ShowPicture(std::optional<PreviewPicture> picture);
+    bool ShowPng(const CFormat& format);
+    // A large picture that was decoded beside the program has come, or will not.
+    void PngIsReady();
     // None for no note.
     void Note(const std::wstring& text);
     void MakeBoxInFront();
@@ -98,6 +101,7 @@ class PreviewPane {
     PreviewTextBox text_;
     PreviewRichTextBox richText_;  // made when it is first looked at, as is the picture's box
     PictureBox picture_;
+    PngWorker decoding_;
     std::shared_ptr<CFormats> formats_;
     std::wstring clipFile_;
     std::optional<PreviewHit> hit_;
