@@ -17,6 +17,10 @@ foreach(trial copies kill measure monkey)
   target_link_options(${trial} PRIVATE -municode)
 endforeach()
 target_link_libraries(measure PRIVATE psapi)
+# What the program is measured against.
+add_executable(floor WIN32 ${DRIVER}/floor.cpp)
+target_link_libraries(floor PRIVATE nxclip_flags comctl32 gdi32 user32)
+target_link_options(floor PRIVATE -municode)
 
 add_custom_target(desktop_tools)
 foreach(tool clipput clipget drive peer)

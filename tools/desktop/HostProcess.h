@@ -12,6 +12,7 @@ struct HostFigures {
     // once.
     std::uint64_t written;
     std::uint64_t systemWrites;  // calls that wrote anywhere: nearly all are questions to the window server
+    double processorTime;        // milliseconds
 };
 
 // Of the newest program whose command line holds this text; none on Windows itself.

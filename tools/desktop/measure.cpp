@@ -3,7 +3,8 @@
 // Prints one line a row: what was measured, a tab, the figure, a tab, its unit. CLIPS (10000 unless told
 // otherwise) is the number of clips in the large profile; of the rows only those are measured whose name
 // holds the text ROWS. The program is NXCLIP_EXE, or the one beside this one; tools/bench runs this for two
-// builds in turn and compares them.
+// builds in turn and compares them. With NXCLIP_FLOOR set the program is floor.exe, which is asked for no
+// more than it can do.
 
 #include <windows.h>
 
@@ -13,10 +14,12 @@
 #include <chrono>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "desktop/ClipboardData.h"
 #include "desktop/Driver.h"
@@ -37,6 +40,7 @@ constexpr std::size_t kKilobyte = 1024;
 constexpr std::size_t kMegabyte = 1024 * kKilobyte;
 
 std::string wantedRows;
+const bool isFloor = std::getenv("NXCLIP_FLOOR") != nullptr;
 
 bool IsWanted(const std::string& what) {
     return what.find(wantedRows) != std::string::npos;
@@ -128,9 +132,14 @@ std::uint64_t ChangeOf(const std::filesystem::path& file) {
 class Measured {
  public:
     explicit Measured(int clips) {
-        nxclip_.Start();
-        nxclip_.MakeProfile(L"Profil");
-        nxclip_.Quit();
+        if (isFloor) {
+            SetEnvironmentVariableW(L"NXCLIP_FLOOR", std::to_wstring(clips).c_str());
+            std::filesystem::create_directories(nxclip_.ProfileDirectory());
+        } else {
+            nxclip_.Start();
+            nxclip_.MakeProfile(L"Profil");
+            nxclip_.Quit();
+        }
         if (clips > 0) {
             WriteWholeFile(nxclip_.ProfileDirectory() / L"nxclip.nxp", LargeTreeFile(clips));
         }
@@ -148,13 +157,14 @@ class Measured {
     }
     void Begin() {
         nxclip_.Start();
-        nxclip_.SetAutoDetect(true);
+        if (!isFloor) nxclip_.SetAutoDetect(true);
         taken_ = Items();
     }
     void End() { nxclip_.Quit(); }
 
-    void TakePicture(std::size_t size) {
-        PutFormats({{CF_DIB, NewPicture(size)}});
+    void TakePicture(std::size_t size) { Take(CF_DIB, NewPicture(size)); }
+    void Take(UINT format, const std::string& content) {
+        PutFormats({{format, content}});
         WaitFor(
             "the clip", [&] { return Items() > taken_; }, std::chrono::seconds(60));
         nxclip_.Main().Send(WM_NULL);
@@ -187,6 +197,18 @@ class Measured {
         times.next = std::chrono::duration<double, std::milli>(NextViewer::toldAt - start).count();
         taken_ = Items();
         return times;
+    }
+    void ShowAsIcon(bool icon) { ShowWindow(nxclip_.Main().Handle(), icon ? SW_MINIMIZE : SW_RESTORE); }
+    // The program's own processor time so far, milliseconds, once it does nothing any more.
+    double ProcessorTimeWhenIdle() const {
+        constexpr DWORD kIdle = 500;
+        double before = -1;
+        double now = ProcessorTime();
+        for (int look = 0; look < 100 && now != before; ++look) {
+            Sleep(kIdle);
+            before = std::exchange(now, ProcessorTime());
+        }
+        return now;
     }
     double PutBack() {
         return MillisecondsOf([&] { nxclip_.PutOnClipboard(); });
@@ -248,6 +270,19 @@ class Measured {
     std::optional<HostFigures> OnHost() const { return FiguresOnHost((nxclip_.Directory()).wstring()); }
 
  private:
+    // Wine tells nothing of the time of another process.
+    double ProcessorTime() const {
+        if (const auto figures = OnHost()) return figures->processorTime;
+        const HANDLE process = OpenProcess(PROCESS_QUERY_INFORMATION, FALSE, nxclip_.Program().Id());
+        FILETIME ignored{}, kernel{}, user{};
+        GetProcessTimes(process, &ignored, &ignored, &kernel, &user);
+        CloseHandle(process);
+        constexpr double kUnitsOfAMillisecond = 10'000;
+        const auto units = [](const FILETIME& time) {
+            return static_cast<double>(std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime);
+        };
+        return (units(kernel) + units(user)) / kUnitsOfAMillisecond;
+    }
     HTREEITEM LastClip() const {
         const LRESULT last = nxclip_.Tree().window().Send(TVM_GETNEXTITEM, TVGN_LASTVISIBLE);
         return reinterpret_cast<HTREEITEM>(last);
@@ -337,19 +372,47 @@ void MeasureEffort(Measured& measured, const std::string& many) {
     Row("capture 1 KB" + many + ", bytes written", each(before->written, after->written) / kKilobyte, "KiB");
 }
 
+// What a capture takes of the processor in the program itself, with all that follows when it is idle: the one
+// figure of time that hardly depends on what else the machine does. The mean of several, since the system
+// counts in hundredths of a second.
+void MeasureProcessorTime(Measured& measured, const std::string& what, int rounds,
+                          const std::function<std::string()>& text) {
+    for (const bool icon : {false, true}) {
+        const std::string row = "processor time, capture " + what + (icon ? ", as an icon" : ", shown");
+        if (!IsWanted(row)) continue;
+        measured.ShowAsIcon(icon);
+        const double before = measured.ProcessorTimeWhenIdle();
+        for (int round = 0; round < rounds; ++round)
+            measured.Take(CF_TEXT, text());
+        Row(row, (measured.ProcessorTimeWhenIdle() - before) / rounds, "ms");
+        measured.ShowAsIcon(false);
+    }
+}
+
+std::string NewLongLine() {
+    static int number = 0;
+    return std::to_string(++number) + std::string(kMegabyte, 'x') + '\0';
+}
+
 void MeasureLarge(int clips) {
     const std::string many = ", " + std::to_string(clips) + " clips";
     Measured measured(clips);
     MeasureRuns(measured, many);
     measured.Begin();
     StateRows(measured, many);
-    LeastRow("search without hit" + many, [&] { return measured.SearchWithoutHit(); });
-    LeastRow("rename, saved" + many, [&] { return measured.RenameUntilSaved(); });
-    LeastRow("delete, saved" + many, [&] { return measured.DeleteUntilSaved(); });
+    MeasureProcessorTime(measured, "1 KB" + many, 20, [] { return NewText(kKilobyte); });
+    MeasureProcessorTime(measured, "1 MB" + many, 5, [] { return NewText(kMegabyte); });
+    MeasureProcessorTime(measured, "1 MB in one line" + many, 3, &NewLongLine);
+    if (!isFloor) {
+        LeastRow("search without hit" + many, [&] { return measured.SearchWithoutHit(); });
+        LeastRow("rename, saved" + many, [&] { return measured.RenameUntilSaved(); });
+        LeastRow("delete, saved" + many, [&] { return measured.DeleteUntilSaved(); });
+    }
     MeasureEffort(measured, many);
     MeasureCaptures(measured, "1 KB" + many, kKilobyte);
     MeasureCaptures(measured, "1 MB" + many, kMegabyte);
     MeasureCaptures(measured, "30 MB" + many, 30 * kMegabyte);
+    if (isFloor) return measured.End();
     LeastRow("switch between texts of 30 MB", [&] { return measured.SelectPrevious(); });
     LeastRow("put 30 MB back", [&] { return measured.PutBack(); });
     if (IsWanted("switch between pictures of 30 MB"))
