@@ -1,6 +1,7 @@
 #include "engine/flows/NewClipFile.h"
 
 #include "engine/clipboard/modFileIO.h"
+#include "engine/profiles/DeletedFolder.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/modTreeEx.h"
 #include "platform/FlushLater.h"
@@ -49,7 +50,10 @@ Node& AddClip(NodeCollection& nodes, Node& container, const NewClipFile& file, c
     ClockPort& clock = ThePlatform().clock;
     const FileTime captured = ThePlatform().files.ChangeTime(file.Path()).value_or(clock.Now());
     const std::wstring tag = MakeClipTag(file.Number(), formatCount, clock.DateText(captured), info);
-    Node& node = nodes.Add(&container, NodeRelation::Child, name, std::wstring(L"Clip"));
+    Node* const last = container.LastChild();
+    const bool behind = !IsDeletedFolder(last);
+    Node& node = nodes.Add(behind ? &container : last, behind ? NodeRelation::Child : NodeRelation::Previous,
+                           name, std::wstring(L"Clip"));
     try {
         node.SetTag(tag);
     } catch (...) {

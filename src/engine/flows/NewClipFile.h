@@ -6,6 +6,9 @@
 #include "engine/tree/NodeCollection.h"
 #include "platform/Files.h"
 
+// How the information of a clip begins that the program could not take whole.
+inline constexpr const wchar_t* kIncompleteClip = L"Der Clip ist unvollständig: ";
+
 // The data file of a clip to come, under a number of its own in the profile of `container`. Removed again at
 // the end unless it was kept.
 class NewClipFile {
@@ -37,6 +40,7 @@ class NewClipFile {
 };
 
 // Makes the clip that leads to the file, as the last one in the profile or folder `container` that its number
-// was drawn from. It counts as captured when the file was written. Throws without leaving a node.
+// was drawn from; the folder for what is deleted stays behind it. It counts as captured when the file was
+// written. Throws without leaving a node.
 Node& AddClip(NodeCollection& nodes, Node& container, const NewClipFile& file, const std::wstring& name,
               std::int16_t formatCount, const std::wstring& info = {});

@@ -92,13 +92,12 @@ struct SnapFlow::Content {
 
     // What the clip lacks because its owner did not give it; empty when it lacks nothing.
     std::wstring Shortfall() const {
-        return undelivered.empty() ? L""
-                                   : L"Der Clip ist unvollständig: nicht geliefert wurden " + undelivered;
+        return undelivered.empty() ? L"" : kIncompleteClip + (L"nicht geliefert wurden " + undelivered);
     }
     // What the user is to know of it; empty when all is well.
     std::wstring LastWord(const std::wstring& path) const {
         const std::wstring error = writeError != 0 ? FileErrorOf(writeError, path).Description() : L"";
-        if (count > 0) return error.empty() ? Shortfall() : L"Der Clip ist unvollständig: " + error;
+        if (count > 0) return error.empty() ? Shortfall() : kIncompleteClip + error;
         if (!error.empty()) return L"Kein Format gesichert: " + error;
         return hadKeptFormat
                    ? L"Kein Format gesichert: Die Daten wurden nicht geliefert oder sind zu groß."

@@ -40,6 +40,9 @@ constexpr OptionRow kRows[] = {
     {L"AutoSnapAtStart", L"0", &O::AutoSnapAtStart, chkAutoSnapAtStart},
     {L"CloseToIcon", L"0", &O::CloseToIcon, chkCloseToIcon},
     {L"HotKeyToList", L"0", &O::HotKeyToList, chkHotKeyToList},
+    {L"KeepDeleted", L"0", &O::KeepDeleted, chkKeepDeleted},
+    {L"DeletedDays", L"30", &O::DeletedDays, tbDeletedDays},
+    {L"MostClips", L"0", &O::MostClips, tbMostClips},
 };
 
 std::wstring TextOf(bool value) {

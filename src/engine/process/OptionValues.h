@@ -35,9 +35,12 @@ struct OptionValues {
     bool SkipSame = false;            // automatic capture leaves what the container's newest clip holds
     // The system starts the program when the user logs on; kept in the system's own list alone.
     bool StartWithWindows = false;
-    bool AutoSnapAtStart = false;  // AutoSnap is on once the main window is loaded
-    bool CloseToIcon = false;      // closing the window while captures go on leaves it as an icon
-    bool HotKeyToList = false;     // the hot key leads to the newest clip of the active container
+    bool AutoSnapAtStart = false;   // AutoSnap is on once the main window is loaded
+    bool CloseToIcon = false;       // closing the window while captures go on leaves it as an icon
+    bool HotKeyToList = false;      // the hot key leads to the newest clip of the active container
+    bool KeepDeleted = false;       // what is deleted goes into a folder of its profile first
+    std::int16_t DeletedDays = 30;  // what was deleted longer ago goes from there; 0 = never
+    std::int32_t MostClips = 0;     // so many clips stay in a container after an automatic capture; 0 = all
 
     friend bool operator==(const OptionValues&, const OptionValues&) = default;
 };

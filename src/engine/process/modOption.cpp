@@ -57,6 +57,7 @@ void SetRecommendedOptions() {
     Options().NewMaxLen = 60;
     Options().StartWithWindows = Options().AutoSnapAtStart = Options().AutoSnap = true;
     Options().CloseToIcon = Options().HotKeyToList = Options().IconAfterSetClip = true;
+    Options().KeepDeleted = true;
     ApplyStartWithWindows();
 }
 

@@ -130,9 +130,12 @@ bool UnknownFormatSetKeyPasses(wchar_t key) {
 std::wstring TextAfterLeave(int textBox, const std::wstring& text, const OptionValues& stored) {
     switch (textBox) {
         case tbClipLen:
+        case tbMostClips:
             return IsNumeric(text) ? text : L"0";
         case tbTextLen:
             return IsNumeric(text) ? text : L"20";
+        case tbDeletedDays:
+            return IsNumeric(text) ? text : L"30";
         case tbKeyActivate:
             return KeyActivateAfterLeave(text, stored.KeyActivate);
         default:

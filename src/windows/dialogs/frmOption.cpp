@@ -21,9 +21,10 @@ struct PageShape {
     int firstControl;  // gets the focus when the page is chosen
 };
 
-constexpr std::array<PageShape, 4> kPages{{{L"Allgemein", IDD_frmOptionGeneral, chkTopWindow},
+constexpr std::array<PageShape, 5> kPages{{{L"Allgemein", IDD_frmOptionGeneral, chkTopWindow},
                                            {L"Clipboard", IDD_frmOptionClipboard, chkAutoSnap},
                                            {L"Formatsätze", IDD_frmOptionSets, OptFSet + 1},
+                                           {L"Löschen", IDD_frmOptionDeleted, chkKeepDeleted},
                                            {L"Info", IDD_frmOptionInfo, tbInfo}}};
 
 constexpr int kFormatBoxes = 6;
@@ -126,6 +127,8 @@ bool frmOption::TurnPage(const MSG& message) {
 
 void frmOption::FilterTextBoxes() {
     FilterKeys(Control(tbClipLen), {[](wchar_t key, std::size_t) { return ClipLenKeyPasses(key); }, {}});
+    for (const int box : {tbDeletedDays, tbMostClips})
+        FilterKeys(Control(box), {[](wchar_t key, std::size_t) { return ClipLenKeyPasses(key); }, {}});
     FilterKeys(Control(tbTextLen), {&TextLenKeyPasses, {}});
     FilterKeys(Control(tbUnknownFormatSet),
                {[](wchar_t key, std::size_t) { return UnknownFormatSetKeyPasses(key); }, {}});

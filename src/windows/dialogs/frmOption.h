@@ -42,5 +42,5 @@ class frmOption : public Dialog {
     void chkSaveAll_Click();
 
     HHOOK messageHook_ = nullptr;
-    std::array<Page, 4> pages_{Page(*this), Page(*this), Page(*this), Page(*this)};
+    std::array<Page, 5> pages_{Page(*this), Page(*this), Page(*this), Page(*this), Page(*this)};
 };

@@ -42,7 +42,7 @@ OptionValues ValuesOfAnEmptyStore() {
     values.SkipPrivate = true;
     values.SkipSame = false;
     values.NameByContent = values.StartWithWindows = values.AutoSnapAtStart = values.CloseToIcon =
-        values.HotKeyToList = false;
+        values.HotKeyToList = values.KeepDeleted = false;
     return values;
 }
 
@@ -73,7 +73,7 @@ TEST_F(modOptionTest, SetDefaultOptions_PutsBackTheResetColumnAndTheRecommendedO
     expected.NameByContent = true;
     expected.NewMaxLen = 60;
     expected.AutoSnap = expected.AutoSnapAtStart = expected.StartWithWindows = true;
-    expected.CloseToIcon = expected.HotKeyToList = expected.IconAfterSetClip = true;
+    expected.CloseToIcon = expected.HotKeyToList = expected.IconAfterSetClip = expected.KeepDeleted = true;
     EXPECT_EQ(Options(), expected);
     SaveOptions();
     expected.AutoSnap = false;
@@ -140,7 +140,7 @@ TEST_F(modOptionTest, LoadOptions_BadEntry_KeepsWhatStandsBeforeItAndResetsTheRe
         Store(failing.key, OptionText(failing, stored));
         ++failed;
     }
-    EXPECT_EQ(failed, 5);
+    EXPECT_EQ(failed, 7);
     EXPECT_TRUE(fake.user.messages.empty());
 }
 
