@@ -75,8 +75,8 @@ void NoteConflict(CProfile& entry, bool found) {
             L"\" ist nicht gespeichert: Ein anderes Programm hat seine Datei geändert.");
 }
 
-Saved WriteTree(CTreeViewEx& tree, const Node& profile, const Node* without, const std::wstring& file,
-                FileMark& mark) {
+Saved WriteTree(CTreeViewEx& tree, const Node& profile, std::span<Node* const> without,
+                const std::wstring& file, FileMark& mark) {
     const bool built = tree.BuildTreeData(&profile, without);
     const Saved saved = built ? tree.SaveDataToFile(file, mark) : Saved::Failed;
     tree.ReleaseData();
@@ -130,7 +130,7 @@ std::vector<std::wstring> KeptTreeFiles(const std::wstring& directory) {
     return names;
 }
 
-CTreeViewEx::Saved TrySaveProfile(CTreeViewEx& tree, Node& profile, Node* without) {
+CTreeViewEx::Saved TrySaveProfile(CTreeViewEx& tree, Node& profile, std::span<Node* const> without) {
     UserPort& user = ThePlatform().user;
     if (IsEditedByOther(&profile)) {
         user.Inform(kEditedByOther);
@@ -151,7 +151,7 @@ CTreeViewEx::Saved TrySaveProfile(CTreeViewEx& tree, Node& profile, Node* withou
     return saved;
 }
 
-bool SaveProfile(CTreeViewEx& tree, Node& profile, Node* without) {
+bool SaveProfile(CTreeViewEx& tree, Node& profile, std::span<Node* const> without) {
     const Saved saved = TrySaveProfile(tree, profile, without);
     if (saved == Saved::DiskFull) TellError(DiskFullError(TreeDataFilePath(GetProfileDirectory(&profile))));
     return saved == Saved::Whole;

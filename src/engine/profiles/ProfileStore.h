@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <vector>
 
@@ -15,13 +16,13 @@
 // loaded.
 Node* LoadProfileDirectory(CTreeViewEx& tree, const std::wstring& directory);
 
-// Writes one profile's tree data file, without the subtree of `without` if that is given: what is about to be
-// removed is removed on disk first. The profile counts as unchanged after a full save. False after an error,
+// Writes one profile's tree data file, but for the subtrees of `without`: what is about to be removed is
+// removed on disk first. The profile counts as unchanged after a full save. False after an error,
 // which leaves the file as it was, for a profile that another program has, and for a file that was changed
 // behind this program's back: what is to become of that one is asked later (SettleConflicts).
-bool SaveProfile(CTreeViewEx& tree, Node& profile, Node* without = nullptr);
+bool SaveProfile(CTreeViewEx& tree, Node& profile, std::span<Node* const> without = {});
 // The same, but that the disk is full is left to the caller to tell.
-CTreeViewEx::Saved TrySaveProfile(CTreeViewEx& tree, Node& profile, Node* without);
+CTreeViewEx::Saved TrySaveProfile(CTreeViewEx& tree, Node& profile, std::span<Node* const> without);
 
 // Copies the tree data file of a directory to "nxclip.bak", or to the next such name that is free, unless one
 // of these copies holds the same already. False, told, when no copy can be made.

@@ -201,7 +201,7 @@ void CTreeViewEx::DragOver(DragState state, float y, float height) {
     if (nearTop || nearBottom) lastScrollTime_ = SecondsSinceMidnight(ThePlatform().clock.Now());
 }
 
-bool CTreeViewEx::BuildTreeData(const Node* node, const Node* without) {
+bool CTreeViewEx::BuildTreeData(const Node* node, std::span<Node* const> without) {
     if (mvarTreeView == nullptr) return false;
     // As in ForAllNodes, the whole tree begins with its first root-level node.
     if (node == nullptr && mvarTreeView->Count() < 1) {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -117,7 +118,7 @@ class CTreeViewEx {
     // `without` down are left out, as what is about to be removed is of the file. False for an empty tree
     // (Count is 0 then) and when the subtree cannot be flattened, because it is nested too deeply for the
     // 16-bit depth, a text is too long to be stored or memory runs out (TreeData stays as it was then).
-    bool BuildTreeData(const Node* node, const Node* without = nullptr);
+    bool BuildTreeData(const Node* node, std::span<Node* const> without = {});
     // Makes nodes from TreeData, the first one as a child of `parent`, or at the root level when that is
     // null. Returns the node of the first record. A depth that jumps or is negative, and any other error, is
     // told to the user and ends it; the nodes made so far stay.

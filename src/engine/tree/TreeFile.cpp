@@ -119,9 +119,11 @@ class NodeWriter {
 // Calls `use` with each node that goes into the file, and its depth, in tree order.
 template <typename Use>
 void ForEachStored(const StoredNodes& stored, const Use& use) {
+    std::vector<const Node*> without(stored.without.begin(), stored.without.end());
+    std::sort(without.begin(), without.end());
     TreeWalk<const Node> walk(stored.top);
     while (stored.andAllBehind ? walk.Current() != nullptr : walk.InSubtree()) {
-        if (walk.Current() == stored.without) {
+        if (!without.empty() && std::binary_search(without.begin(), without.end(), walk.Current())) {
             walk.StepOver();
             continue;
         }

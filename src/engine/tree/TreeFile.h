@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -16,9 +17,9 @@ std::vector<std::uint8_t> EncodeTreeData(const TreeData& data);
 
 // The nodes of an image that is made straight from them.
 struct StoredNodes {
-    const Node* top = nullptr;      // it and what is below it
-    bool andAllBehind = false;      // and everything behind that in tree order
-    const Node* without = nullptr;  // but for this one and what is below it
+    const Node* top = nullptr;            // it and what is below it
+    bool andAllBehind = false;            // and everything behind that in tree order
+    std::span<Node* const> without = {};  // but for these and what is below them
 };
 // The image of such nodes. Throws RuntimeError (Overflow) for a text that is too long and for levels that do
 // not fit the depth.

@@ -1,5 +1,7 @@
 #include "engine/profiles/ProfileStore.h"
 
+#include <array>
+
 #include "engine/clipboard/ClipboardTest.h"
 #include "engine/profiles/ProfileWorldTest.h"
 
@@ -178,10 +180,11 @@ TEST_F(ProfileStoreTest, SaveProfile_OverTheSameBytesOfAnotherTime_IsNoConflict)
 
 TEST_F(ProfileStoreTest, SaveProfile_WithoutASubtreeLeavesItInTheTree) {
     Fill();
-    EXPECT_TRUE(SaveProfile(tree, Get(L"P"), &Get(L"T")));
+    EXPECT_TRUE(SaveProfile(tree, Get(L"P"), std::array{&Get(L"T")}));
     EXPECT_EQ(DiskOutline(), L"P(S(c1) c3) Q(U(c4))");
     EXPECT_EQ(MemoryOutline(), L"P(S(c1 T(c2)) c3) Q(U(c4))");
-    EXPECT_TRUE(SaveProfile(tree, Get(L"P"), &Get(L"U"))) << "a node of another profile changes nothing";
+    EXPECT_TRUE(SaveProfile(tree, Get(L"P"), std::array{&Get(L"U")}))
+        << "a node of another profile changes nothing";
     EXPECT_EQ(DiskOutline(), MemoryOutline());
 }
 
