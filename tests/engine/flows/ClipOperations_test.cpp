@@ -229,6 +229,108 @@ TEST_F(ClipOperationsTest, Delete_OnAFullDisk_FreesItFirst) {
     EXPECT_EQ(Damage(), std::vector<std::wstring>());
 }
 
+class SeveralTest : public ClipOperationsTest {
+ protected:
+    void SetUp() override {
+        ClipOperationsTest::SetUp();
+        Options().KeepDeleted = true;
+    }
+    // Of a row below another one nothing is heard twice.
+    std::vector<Node*> Several() { return {&Get(L"c3"), &Get(L"c2"), &Get(L"T"), &Get(L"c1")}; }
+};
+
+TEST_F(SeveralTest, Delete_GoesToTheFolderForItAndComesBackWhereItWas) {
+    container.SetActiveContainer(&Get(L"T"));
+    const std::wstring tag = Get(L"c1").Tag();
+    nodes.Select(&Get(L"c3"));
+    EXPECT_TRUE(operations.Delete(Several()));
+    EXPECT_TRUE(fake.user.questions.empty()) << "it can be taken back";
+    EXPECT_EQ(MemoryOutline(), L"P(S Gelöscht(c3 c1 T(c2))) Q(U(c4))");
+    EXPECT_EQ(DiskOutline(), MemoryOutline());
+    EXPECT_EQ(container.Get(), &Get(L"S"));
+    EXPECT_EQ(nodes.Selected(), &Get(L"S"));
+    EXPECT_EQ(InfoOf(Get(L"c1")), L"[Gelöscht am 15.11.1999 aus P\\S]");
+
+    EXPECT_EQ(operations.TakeBackDeletion().size(), 3u);
+    EXPECT_EQ(MemoryOutline(), L"P(S(c1 T(c2)) c3 Gelöscht) Q(U(c4))");
+    EXPECT_EQ(DiskOutline(), MemoryOutline());
+    EXPECT_EQ(Get(L"c1").Tag(), tag);
+    EXPECT_FALSE(operations.CanTakeBackDeletion());
+    EXPECT_EQ(Damage(), std::vector<std::wstring>());
+}
+
+TEST_F(SeveralTest, TakeBackDeletion_PutsBackWhatIsLeftAndWhereItCan) {
+    operations.Delete(Several());
+    operations.Drop(&Get(L"Q"), &Get(L"S"), true, true);
+    operations.Drop(&Get(L"P"), &Get(L"T"), true, true);
+    EXPECT_EQ(InfoOf(Get(L"T")), L"") << "it is no deleted one any more";
+    EXPECT_EQ(operations.TakeBackDeletion().size(), 2u);
+    EXPECT_EQ(MemoryOutline(), L"P(c3 Gelöscht T(c2) c1) Q(U(c4) S)");
+
+    operations.Delete(Several());
+    fake.user.answers = {true};
+    actions.UnlinkProfile(&Get(L"P"));
+    EXPECT_FALSE(operations.CanTakeBackDeletion());
+    EXPECT_EQ(operations.TakeBackDeletion(), std::vector<Node*>());
+}
+
+TEST_F(SeveralTest, Deleted_GoesForGoodAfterOneQuestionThatCounts) {
+    operations.Delete(Several());
+    Node& folder = *Get(L"c3").Parent();
+    fake.user.answers = {false, true, true};
+    EXPECT_FALSE(operations.EmptyDeleted(Get(L"P")));
+    EXPECT_EQ(fake.user.questions[0].text, L"Wollen Sie wirklich 3 Clips und 1 Ordner endgültig löschen ?");
+    EXPECT_TRUE(operations.Delete(std::vector{&Get(L"c1"), &Get(L"T"), &Get(L"c4")}));
+    EXPECT_EQ(fake.user.questions[1].text, L"Wollen Sie wirklich 2 Clips und 1 Ordner endgültig löschen ?");
+    EXPECT_EQ(MemoryOutline(), L"P(S Gelöscht(c3)) Q(U Gelöscht(c4))");
+    EXPECT_EQ(DiskOutline(), MemoryOutline());
+
+    AddFolder(folder, L"Eigener");
+    SaveAllProfiles(tree);
+    fake.clock.Advance(std::chrono::hours(24 * 30));
+    EXPECT_FALSE(operations.RemoveOldDeleted(30));
+    fake.clock.Advance(std::chrono::hours(24));
+    EXPECT_FALSE(operations.RemoveOldDeleted(0));
+    EXPECT_TRUE(operations.RemoveOldDeleted(30));
+    EXPECT_EQ(MemoryOutline(), L"P(S Gelöscht(Eigener)) Q(U Gelöscht)")
+        << "nobody knows since when it is there";
+    FinishSaves();
+    EXPECT_EQ(Files(), (std::set<std::wstring>{L"C:\\P\\NXCLIP.NXP", L"C:\\Q\\NXCLIP.NXP"}));
+    EXPECT_EQ(fake.user.questions.size(), 2u);
+}
+
+TEST_F(SeveralTest, KeepNewest_LetsTheOldestGoThatNobodyKeeps) {
+    Node& u = Get(L"U");
+    AddClip(u, L"c5", L"Meiner");
+    AddClip(u, L"c6", L"Der Clip ist unvollständig: nicht geliefert wurden RTF");
+    AddClip(u, L"c7");
+    EXPECT_FALSE(operations.KeepNewest(u, 0));
+    EXPECT_FALSE(operations.KeepNewest(u, 3));
+    EXPECT_TRUE(operations.KeepNewest(u, 1));
+    EXPECT_EQ(MemoryOutline(), L"P(S(c1 T(c2)) c3) Q(U(c5 c7) Gelöscht(c4 c6))");
+    EXPECT_FALSE(operations.CanTakeBackDeletion()) << "the user deleted something else last";
+    EXPECT_FALSE(operations.KeepNewest(*Get(L"c4").Parent(), 1));
+    Options().KeepDeleted = false;
+    AddClip(u, L"c8");
+    EXPECT_TRUE(operations.KeepNewest(u, 1));
+    EXPECT_EQ(MemoryOutline(), L"P(S(c1 T(c2)) c3) Q(U(c5 c8) Gelöscht(c4 c6))");
+    EXPECT_EQ(DiskOutline(), MemoryOutline());
+    EXPECT_TRUE(fake.user.questions.empty());
+}
+
+TEST_F(SeveralTest, Drop_MovesThemInOrderOrNoneOfThem) {
+    const WorldState before = StateOf(*this);
+    EXPECT_TRUE(operations.Drop(&Get(L"T"), std::vector{&Get(L"c3"), &Get(L"S")}, true, true).empty());
+    EXPECT_TRUE(operations.Drop(nullptr, std::vector{&Get(L"P"), &Get(L"Q")}, false, true).empty());
+    EXPECT_EQ(StateOf(*this), before);
+    EXPECT_EQ(
+        operations.Drop(&Get(L"U"), std::vector{&Get(L"c3"), &Get(L"T"), &Get(L"c4")}, true, true).size(),
+        3u);
+    EXPECT_EQ(MemoryOutline(), L"P(S(c1)) Q(U(c3 T(c2) c4))");
+    EXPECT_EQ(DiskOutline(), MemoryOutline());
+    EXPECT_EQ(Damage(), std::vector<std::wstring>());
+}
+
 class AnnouncedClipTest : public ClipOperationsTest {
  protected:
     void SetUp() override {
@@ -325,6 +427,54 @@ TEST(ClipOperationsFaults, EveryOperation_WithAnyCallFailing_IsDoneWholeOrNotAtA
             };
             EXPECT_EQ(FailEveryStep(mode, Prepare, each.operation, after), each.calls);
         }
+    }
+}
+
+void PrepareToKeepDeleted(World& world) {
+    Prepare(world);
+    Options().KeepDeleted = true;
+}
+
+void PrepareDeleted(World& world) {
+    PrepareToKeepDeleted(world);
+    world.operations.Delete(std::vector{&world.Get(L"c1"), &world.Get(L"T"), &world.Get(L"c3")});
+    FinishSaves();
+}
+
+// Deletions of several, into their folder and for good, what takes one back, and the emptying.
+TEST(ClipOperationsFaults, DeletionsOfSeveral_WhateverFails_AreDoneWholeOrNotAtAll) {
+    const Operating deleting = [](World& world) {
+        world.fake.user.answers = {true};
+        return world.operations.Delete(std::vector{&world.Get(L"c1"), &world.Get(L"T"), &world.Get(L"c3")});
+    };
+    const Operating keeping = [](World& world) {
+        return world.operations.Delete(std::vector{&world.Get(L"c1"), &world.Get(L"T"), &world.Get(L"c3")});
+    };
+    const Operating takingBack = [](World& world) { return world.operations.TakeBackDeletion().size() == 3; };
+    const Operating emptying = [](World& world) {
+        world.fake.user.answers = {true};
+        return world.operations.EmptyDeleted(world.Get(L"P"));
+    };
+    const std::vector<std::wstring> all = {L"c1", L"c2", L"c3", L"c4"};
+    const struct {
+        Preparing prepare;
+        Operating operation;
+        std::wstring outline;
+        std::vector<std::wstring> keeps;
+    } cases[] = {
+        {PrepareToKeepDeleted, keeping, L"P(S Gelöscht(c1 T(c2) c3)) Q(U(c4))", all},
+        {Prepare, deleting, L"P(S) Q(U(c4))", {L"c4"}},
+        {PrepareDeleted, takingBack, L"P(S(c1 T(c2)) c3 Gelöscht) Q(U(c4))", all},
+        {PrepareDeleted, emptying, L"P(S Gelöscht) Q(U(c4))", {L"c4"}},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(AnsiFromText(each.outline));
+        const auto after = [&](World& world) { EXPECT_EQ(world.MemoryOutline(), each.outline); };
+        for (const WriteFailure mode : {WriteFailure::Nothing, WriteFailure::DiskFullWithPart})
+            EXPECT_GT(FailEveryStep(mode, each.prepare, each.operation, after), 5);
+        EXPECT_GT(FailEveryPair(WriteFailure::DiskFullWithPart, each.prepare, each.operation), 20);
+        EXPECT_GT(KillInEveryStep(each.prepare, each.operation, each.keeps), 5);
+        EXPECT_GT(LoseCurrentInEveryStep(each.prepare, each.operation, each.keeps, each.keeps), 5);
     }
 }
 
