@@ -1,11 +1,32 @@
 #include "engine/views/HitList.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "engine/profiles/modProfile.h"
 #include "engine/views/FormatTexts.h"
 #include "platform/Text.h"
+
+namespace {
+
+// A time as it is shown, "15.11.1999 13:10:00", as a number that grows with it; 0 for what is none.
+std::int64_t MomentOf(const std::wstring& text) {
+    std::array<std::int64_t, 6> parts{};  // day, month, year, hour, minute, second
+    std::size_t part = 0;
+    for (const wchar_t letter : text) {
+        const bool digit = letter >= L'0' && letter <= L'9';
+        if (digit && parts[part] < 10'000) parts[part] = parts[part] * 10 + (letter - L'0');
+        if (!digit && ++part == parts.size()) return 0;
+    }
+    if (part + 1 != parts.size()) return 0;
+    std::int64_t moment = 0;
+    for (const std::size_t place : {2, 1, 0, 3, 4, 5})
+        moment = moment * 100 + parts[place];
+    return moment;
+}
+
+}  // namespace
 
 void HitList::Search(Node* below, const std::wstring& text) {
     SearchQuery query = ParseSearchQuery(text);
@@ -24,7 +45,9 @@ void HitList::End() {
     active_ = false;
     below_.Follow(nullptr);
     query_ = {};
+    order_ = {};
     rows_ = {};
+    shown_ = {};
     plan_ = std::make_shared<SearchPlan>();
     planned_ = {};
     namedRows_ = {};
@@ -38,6 +61,7 @@ void HitList::LookAgain() {
     nodesThen_ = nodes_.Count();
     outdated_ = false;
     rows_.clear();
+    shown_.clear();
     planned_.clear();
     namedRows_.clear();
     readNow_ = unreadable_ = 0;
@@ -55,6 +79,7 @@ void HitList::LookAgain() {
     contents_ = plan.clips.size();
     PlanSizes(plan, searched.found);
     plan_ = std::make_shared<SearchPlan>(std::move(plan));
+    PutInOrder();
 }
 
 HitList::FileKey HitList::KeyOf(const SearchPlan& plan, const ClipTarget& clip) {
@@ -72,6 +97,7 @@ void HitList::AddRowByName(const SearchPlan& plan, FoundByName& found) {
         if (const auto read = hits_.find(row.file); read != hits_.end()) row.size = read->second.fileSize;
     }
     rows_.push_back(std::move(row));
+    ShowLast();
 }
 
 // A clip whose contents are known already is a row or none; of the others the plan is made.
@@ -79,6 +105,7 @@ void HitList::PlanOrAddRow(SearchPlan& plan, const ClipTarget& clip, const Node&
     const FileKey key = KeyOf(plan, clip);
     if (const auto hit = hits_.find(key); hit != hits_.end()) {
         rows_.push_back({node.Index(), key, true, {}, hit->second.fileSize});
+        ShowLast();
         return;
     }
     if (std::binary_search(read_.begin(), read_.end(), key) || IsSilent(plan, clip)) return;
@@ -116,6 +143,7 @@ bool HitList::Add(std::size_t clip, ContentHit hit) {
         return false;
     }
     rows_.push_back({planned_[clip], key, true, {}, size});
+    ShowLast();
     return true;
 }
 
@@ -147,13 +175,50 @@ std::wstring HitList::ScopeTitle() const {
     return below_.Get() != nullptr ? L"Treffer in \"" + below_.Get()->FullPath() + L"\"" : L"Treffer";
 }
 
+void HitList::SetOrder(const ListOrder& order) {
+    order_ = order;
+    PutInOrder();
+}
+
+// What an entry is sorted by is made once for all comparisons.
+void HitList::PutInOrder() {
+    if (order_.column == ListOrder::kAsInTree) {
+        std::sort(shown_.begin(), shown_.end());
+        return;
+    }
+    struct Key {
+        std::size_t row;
+        std::int64_t number;
+        std::wstring text;
+    };
+    std::vector<Key> keys;
+    keys.reserve(shown_.size());
+    for (std::size_t i = 0; i < rows_.size(); ++i) {
+        Key key{i, 0, {}};
+        if (order_.column == kSizeColumn)
+            key.number = rows_[i].size;
+        else if (order_.column == kCapturedColumn)
+            key.number = MomentOf(TextOf(rows_[i], kCapturedColumn));
+        else
+            key.text = TextOf(rows_[i], order_.column);
+        keys.push_back(std::move(key));
+    }
+    const auto isBefore = [](const Key& a, const Key& b) {
+        return a.number != b.number ? a.number < b.number : CompareNoCase(a.text, b.text) < 0;
+    };
+    std::ranges::stable_sort(keys, [&](const Key& a, const Key& b) {
+        return order_.descending ? isBefore(b, a) : isBefore(a, b);
+    });
+    std::ranges::transform(keys, shown_.begin(), &Key::row);
+}
+
 ListContent HitList::Content() const {
     ListContent content;
     content.title = ScopeTitle();
     content.columns = {L"Name", L"Ort", L"Erfasst", L"Größe", L"Fundstelle"};
     content.entries.reserve(rows_.size());
-    for (const Row& row : rows_)
-        content.entries.push_back({row.treeIndex});
+    for (const std::size_t row : shown_)
+        content.entries.push_back({rows_[row].treeIndex});
     content.status = Status();
     content.nodes = &nodes_;
     content.hits = this;
@@ -175,25 +240,29 @@ std::wstring HitList::Status() const {
 }
 
 const HitList::Row* HitList::RowAt(int row) const {
-    const bool shown = row >= 0 && row < static_cast<int>(rows_.size());
-    return shown ? &rows_[static_cast<std::size_t>(row)] : nullptr;
+    const bool shown = row >= 0 && row < static_cast<int>(shown_.size());
+    return shown ? &rows_[shown_[static_cast<std::size_t>(row)]] : nullptr;
 }
 
 std::wstring HitList::Text(int row, int column) const {
     const Row* const shown = RowAt(row);
-    const Node* const node = shown != nullptr ? nodes_.Item(shown->treeIndex) : nullptr;
+    return shown != nullptr ? TextOf(*shown, column) : std::wstring();
+}
+
+std::wstring HitList::TextOf(const Row& row, int column) const {
+    const Node* const node = nodes_.Item(row.treeIndex);
     if (node == nullptr) return {};
     switch (column) {
         case 0:
             return node->Text();
         case 1:
             return node->Parent() != nullptr ? node->Parent()->FullPath() : std::wstring();
-        case 2:
+        case kCapturedColumn:
             return AttributesOf(node).timeCaptured;
         case kSizeColumn:
-            return shown->size >= 0 ? SizeText(shown->size) : std::wstring();
+            return row.size >= 0 ? SizeText(row.size) : std::wstring();
         case kPlaceColumn:
-            return LineOf(row)->text;
+            return LineIn(row).text;
         default:
             return {};
     }
@@ -201,14 +270,21 @@ std::wstring HitList::Text(int row, int column) const {
 
 const HitLine* HitList::LineOf(int row) const {
     const Row* const shown = RowAt(row);
-    if (shown == nullptr) return nullptr;
-    const ContentHit* const content = ContentOf(row);
-    return content != nullptr ? &content->line : &shown->line;
+    return shown != nullptr ? &LineIn(*shown) : nullptr;
+}
+
+const HitLine& HitList::LineIn(const Row& row) const {
+    const ContentHit* const content = ContentIn(row);
+    return content != nullptr ? content->line : row.line;
 }
 
 const ContentHit* HitList::ContentOf(int row) const {
     const Row* const shown = RowAt(row);
-    if (shown == nullptr || !shown->byContent) return nullptr;
-    const auto hit = hits_.find(shown->file);
+    return shown != nullptr ? ContentIn(*shown) : nullptr;
+}
+
+const ContentHit* HitList::ContentIn(const Row& row) const {
+    if (!row.byContent) return nullptr;
+    const auto hit = hits_.find(row.file);
     return hit != hits_.end() ? &hit->second : nullptr;
 }

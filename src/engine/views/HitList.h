@@ -52,13 +52,20 @@ class HitList {
     // letters of other marks. Rows and plan are others then.
     bool GoesOn();
 
+    // The order of the rows: as they were found, or by a column. What is found later stands behind them until
+    // PutInOrder, or until the rows are others.
+    void SetOrder(const ListOrder& order);
+    const ListOrder& Order() const { return order_; }
+    void PutInOrder();
+
     // What the list shows: the rows as they are now.
     ListContent Content() const;
     // How far the search is, for the status bar.
     std::wstring Status() const;
     // The last row; there is one.
-    ListEntry LastEntry() const { return {rows_.back().treeIndex}; }
+    ListEntry LastEntry() const { return {rows_[shown_.back()].treeIndex}; }
 
+    static constexpr int kCapturedColumn = 2;
     static constexpr int kSizeColumn = 3;
     static constexpr int kPlaceColumn = 4;
     std::wstring Text(int row, int column) const;
@@ -79,6 +86,10 @@ class HitList {
     };
 
     const Row* RowAt(int row) const;
+    std::wstring TextOf(const Row& row, int column) const;
+    const HitLine& LineIn(const Row& row) const;
+    const ContentHit* ContentIn(const Row& row) const;
+    void ShowLast() { shown_.push_back(rows_.size() - 1); }
     FileKey KeyOf(const SearchPlan& plan, const ClipTarget& clip);
     void AddRowByName(const SearchPlan& plan, FoundByName& found);
     void PlanOrAddRow(SearchPlan& plan, const ClipTarget& clip, const Node& node);
@@ -93,7 +104,9 @@ class HitList {
     NodeRef below_;
     SearchQuery query_;
     Likeness likeness_ = Likeness::Marks;
-    std::vector<Row> rows_;
+    std::vector<Row> rows_;           // as they were found
+    std::vector<std::size_t> shown_;  // them as the list shows them
+    ListOrder order_;
     int nodesThen_ = 0;
     bool outdated_ = false;
 

@@ -134,8 +134,8 @@ ListContent BuildListContent(const Node* selected, CClipBoard& clipBoard) {
     return content;
 }
 
-ListOrder OrderAfterClick(const ListOrder& order, int column) {
-    const bool firstDescends = column == ListOrder::kCaptured;
+ListOrder OrderAfterClick(const ListOrder& order, int column, int captured) {
+    const bool firstDescends = column == captured;
     if (order.column != column) return {column, firstDescends};
     if (order.descending == firstDescends) return {column, !firstDescends};
     return {};

@@ -51,10 +51,10 @@ struct ListOrder {
 // The newest first.
 inline constexpr ListOrder kNewestFirst{ListOrder::kCaptured, true};
 
-// The order after a click on a column's heading: first by it (by the time of capture the newest in front),
-// then the other way round, then as in the tree again.
-ListOrder OrderAfterClick(const ListOrder& order, int column);
-// What a search found keeps its order, and so do formats.
+// The order after a click on a column's heading: first by it (by the time of capture, whose column is
+// `captured`, the newest in front), then the other way round, then as in the tree again.
+ListOrder OrderAfterClick(const ListOrder& order, int column, int captured = ListOrder::kCaptured);
+// What a search found is put in order by HitList, and formats keep theirs.
 bool CanBeSorted(const ListContent& content);
 // Puts the entries in order, profiles and folders in front of the clips.
 void SortEntries(ListContent& content, const ListOrder& order);

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <utility>
 
+#include "engine/views/HitList.h"
 #include "engine/views/MainLayout.h"
 #include "engine/views/StoredWindow.h"
 #include "resources/controls.h"
@@ -155,7 +156,9 @@ void MainPanes::ShowContent(ListContent content, const std::wstring& containerTi
     SortEntries(content_, order_);
     ShowTitle(content_.title.empty() ? containerTitle : content_.title);
     lvListView.ShowContent(content_);
-    lvListView.MarkOrder(CanBeSorted(content_) ? order_ : ListOrder());
+    lvListView.MarkOrder(content_.hits != nullptr ? content_.hits->Order()
+                         : CanBeSorted(content_)  ? order_
+                                                  : ListOrder());
     ShowStatus(content_.status);
     preview.Show(content_);
 }

@@ -104,3 +104,30 @@ TEST_F(HitListTest, GoesOn_TriesOtherMarksWhenNothingFits) {
     EXPECT_EQ(Rows(), L"eins=die Straße ") << "it has been read";
     EXPECT_NE(list.Status().find(L"antwortet nicht"), std::wstring::npos);
 }
+
+TEST_F(HitListTest, SetOrder_SortsByAColumnAndPutsLaterHitsBehindUntilTheyAreSortedIn) {
+    Clip(L"zwei", "Hut").SetTag(L"C&1,1&02.01.2001 00:00:00&");
+    Clip(L"Drei", "ein Hut von dreien").SetTag(L"C&2,1&01.02.2001 00:00:00&");
+    Clip(L"eins", "kein Hut").SetTag(L"C&3,1&30.12.2000 23:59:59&");
+    list.Search(nullptr, L"hut");
+    const auto names = [&] {
+        std::wstring all;
+        for (int row = 0; row < static_cast<int>(list.Content().entries.size()); ++row)
+            all += list.Text(row, 0) + L" ";
+        return all;
+    };
+    list.SetOrder({0, false});
+    Read();
+    EXPECT_EQ(names(), L"zwei Drei eins ");
+    list.PutInOrder();
+    EXPECT_EQ(names(), L"Drei eins zwei ");
+    EXPECT_EQ(list.LineOf(2)->text, L"Hut") << "a row's place goes with it";
+    EXPECT_EQ(list.Content().entries[2].treeIndex, Get(L"zwei").Index());
+    list.SetOrder({HitList::kCapturedColumn, true});
+    EXPECT_EQ(names(), L"Drei zwei eins ");
+    list.SetOrder({HitList::kSizeColumn, false});
+    list.LookAgain();
+    EXPECT_EQ(names(), L"zwei eins Drei ");
+    list.SetOrder({});
+    EXPECT_EQ(names(), L"zwei Drei eins ");
+}
