@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "engine/profiles/DeletedFolder.h"
 #include "engine/profiles/StructureLock.h"
 #include "engine/profiles/WaitingProfiles.h"
 #include "engine/profiles/modProfile.h"
@@ -44,6 +45,19 @@ bool IsHit(const Situation& situation, const Node* node) {
     return situation.showsHits && node != nullptr;
 }
 
+bool CanTakeBack(const Situation& situation, const Node*) {
+    return situation.canTakeBack;
+}
+
+bool HasDeleted(const Situation&, const Node* node) {
+    const Node* const folder = IsProfileNode(node) ? DeletedFolderOf(*node) : nullptr;
+    return folder != nullptr && folder->Children() > 0;
+}
+
+bool MayMove(const Situation&, const Node* node) {
+    return IsNodeOfKind(node, kStructureKind | kClipKind);
+}
+
 bool IsFormatOfClip(const Situation& situation, const Node* node) {
     return situation.formatChosen && IsClipNode(node);
 }
@@ -79,8 +93,14 @@ constexpr std::array<CommandRow, kMainCommandCount> kRows{{
      Does<TreeAction::UnlinkProfile>},
     {SearchLostClips, kNumbers<m_PP_lostClips>, ActsOn::ChosenOrOpen, Who::TreeCommand, IsProfile,
      Does<TreeAction::NewFolder>},
-    {Delete, kNumbers<m_edit_delete, m_del_profile, m_structDelete, m_delnode, tbbDelete>, ActsOn::Chosen,
+    {EmptyDeleted, kNumbers<m_PP_emptyDeleted>, ActsOn::ChosenOrOpen, Who::TreeCommand, HasDeleted,
+     Does<TreeAction::DeleteFolder>},
+    {Delete, kNumbers<m_edit_delete, m_del_profile, m_structDelete, m_delnode, tbbDelete>, ActsOn::AllChosen,
      Who::TreeCommand, IsKnown, Deletes},
+    {UndoDelete, kNumbers<m_undo_delete>, ActsOn::Nothing, Who::TreeCommand, CanTakeBack},
+    {MoveTo, kNumbers<m_move_to>, ActsOn::AllChosen, Who::TreeCommand, MayMove,
+     Does<TreeAction::DragAndDrop>},
+    {MarkAll, kNumbers<m_mark_all>, ActsOn::Nothing, Who::TreeCommand, Always},
     // A clip stands for the container that it lies in.
     {NewFolder, kNumbers<m_edit_newstruct, m_pop_newstruct, m_substruct_insert, m_pp_substruct_insert>,
      ActsOn::ChosenOrOpen, Who::TreeCommand, IsKnown, Does<TreeAction::NewFolder>},
@@ -155,6 +175,8 @@ Node* NodeFor(const CommandRow& row, const CommandSituation& situation) {
 
 bool IsAllowed(const CommandRow& row, const CommandSituation& situation) {
     const Node* const node = NodeFor(row, situation);
+    const bool takesOne = row.actsOn == ActsOn::Chosen || row.actsOn == ActsOn::ChosenOrOpen;
+    if (situation.severalChosen && takesOne) return false;
     return row.sensible(situation, node) &&
            (row.action == nullptr || WhyNot(row.action(node), node, situation.lockEdit) == nullptr);
 }

@@ -14,7 +14,11 @@ enum class MainCommand {
     ImportProfile,
     UnlinkProfile,
     SearchLostClips,
+    EmptyDeleted,
     Delete,
+    UndoDelete,
+    MoveTo,
+    MarkAll,
     NewFolder,
     Rename,
     Snap,
@@ -60,6 +64,7 @@ enum class ActsOn {
     Nothing,
     Chosen,        // the one chosen where the keyboard is: a row of the list, or else of the tree
     ChosenOrOpen,  // the same; without a row, the one whose content the list shows
+    AllChosen,     // the chosen one, or all rows that are chosen; the others take one alone
 };
 
 // What decides whether a command makes sense now.
@@ -68,8 +73,10 @@ struct CommandSituation {
     Node* open = nullptr;    // selected in the tree
     const Node* activeContainer = nullptr;
     bool lockEdit = false;
-    bool showsHits = false;     // the list shows what a search found
-    bool formatChosen = false;  // the keyboard is on a row of the list that shows a format
+    bool showsHits = false;      // the list shows what a search found
+    bool formatChosen = false;   // the keyboard is on a row of the list that shows a format
+    bool severalChosen = false;  // the keyboard is on one of several chosen rows
+    bool canTakeBack = false;    // what was deleted last can be put back
 };
 
 struct CommandRow {

@@ -34,9 +34,8 @@ std::wstring StoredNameOf(const std::vector<std::wstring>& headings) {
 
 bool ListPane::Create(HWND parent, int control) {
     window_ = CreateWindowExW(WS_EX_CLIENTEDGE, WC_LISTVIEWW, L"",
-                              WS_CHILD | WS_VISIBLE | WS_TABSTOP | LVS_OWNERDATA | LVS_SINGLESEL |
-                                  LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS | LVS_AUTOARRANGE |
-                                  LVS_NOCOLUMNHEADER | StyleOf(mode_),
+                              WS_CHILD | WS_VISIBLE | WS_TABSTOP | LVS_OWNERDATA | LVS_SHOWSELALWAYS |
+                                  LVS_SHAREIMAGELISTS | LVS_AUTOARRANGE | LVS_NOCOLUMNHEADER | StyleOf(mode_),
                               0, 0, 0, 0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(control)),
                               GetModuleHandleW(nullptr), nullptr);
     if (window_ == nullptr) return false;
@@ -232,12 +231,38 @@ std::vector<int> ListPane::FittingWidths() const {
 }
 
 int ListPane::FocusedRow() const {
-    return ListView_GetNextItem(window_, -1, LVNI_SELECTED);
+    const int row = ListView_GetNextItem(window_, -1, LVNI_FOCUSED | LVNI_SELECTED);
+    return row >= 0 ? row : ListView_GetNextItem(window_, -1, LVNI_SELECTED);
+}
+
+std::vector<int> ListPane::ChosenRows() const {
+    std::vector<int> rows;
+    for (int row = -1; (row = ListView_GetNextItem(window_, row, LVNI_SELECTED)) >= 0;)
+        rows.push_back(row);
+    return rows;
+}
+
+int ListPane::ChosenCount() const {
+    return static_cast<int>(ListView_GetSelectedCount(window_));
 }
 
 void ListPane::ChooseRow(int row) {
-    ListView_SetItemState(window_, row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
-    ListView_EnsureVisible(window_, row, FALSE);
+    ChooseRows({row});
+}
+
+void ListPane::ChooseRows(const std::vector<int>& rows) {
+    if (rows.empty()) return;
+    if (ChosenCount() > 0) ListView_SetItemState(window_, -1, 0, LVIS_SELECTED);
+    for (const int row : rows)
+        ListView_SetItemState(window_, row, LVIS_SELECTED, LVIS_SELECTED);
+    ListView_SetItemState(window_, rows.front(), LVIS_FOCUSED, LVIS_FOCUSED);
+    // From here on the keys choose with Umschalt.
+    SendMessageW(window_, LVM_SETSELECTIONMARK, 0, rows.front());
+    ListView_EnsureVisible(window_, rows.front(), FALSE);
+}
+
+void ListPane::ChooseAll() {
+    ListView_SetItemState(window_, -1, LVIS_SELECTED, LVIS_SELECTED);
 }
 
 // Only while it is asked for: a slow second click on a row edits nothing.

@@ -38,10 +38,16 @@ class ListPane {
     void MarkOrder(const ListOrder& order);
     // Keeps the widths that the user gave the columns for the next run.
     void StoreColumns();
-    // The row that is chosen, or -1.
+    // The row that is chosen, of several the one under the cursor, or -1.
     int FocusedRow() const;
+    // All of them, and how many they are.
+    std::vector<int> ChosenRows() const;
+    int ChosenCount() const;
     // Chooses a row as a click does.
     void ChooseRow(int row);
+    // Chooses several, of which the first gets the cursor.
+    void ChooseRows(const std::vector<int>& rows);
+    void ChooseAll();
     // Opens the name of a row for editing; what the control tells its parent of it says whether it may be.
     void EditLabel(int row);
     // While a name is being edited, its edit; null else.

@@ -7,6 +7,18 @@
 
 #include "windows/controls/Boxes.h"
 
+namespace {
+
+constexpr const wchar_t* kTip =
+    L"Alle Wörter, in beliebiger Folge, in Name, Information oder Inhalt\r\n"
+    L"\"mehrere Wörter\"  \u2013  so, wie sie dastehen\r\n"
+    L"name:Brief  \u2013  nur im Namen\r\n"
+    L"datei:Angebot  \u2013  in den Namen der Dateien eines Clips\r\n"
+    L"typ:bild, text, html, rtf oder datei  \u2013  nur Clips mit solchem Inhalt\r\n"
+    L"seit:7  \u2013  nur Clips der letzten 7 Tage";
+
+}  // namespace
+
 bool SearchField::Create(HWND parent, int control) {
     constexpr WPARAM kMostCharacters = 1000;
     window_ = CreateWindowExW(
@@ -29,6 +41,27 @@ void SearchField::SetHint(const std::wstring& hint) {
     if (std::exchange(hint_, hint) == hint) return;
     // Also while the keyboard is in it.
     SendMessageW(window_, EM_SETCUEBANNER, TRUE, reinterpret_cast<LPARAM>(hint_.c_str()));
+}
+
+void SearchField::ShowTip(bool shown) {
+    if (tip_ == nullptr && shown) MakeTip();
+    if (tip_ != nullptr) SendMessageW(tip_, TTM_ACTIVATE, shown, 0);
+}
+
+void SearchField::MakeTip() {
+    constexpr LPARAM kWidest = 600;  // pixels; it breaks its lines itself
+    constexpr LPARAM kShownFor = 30000;
+    tip_ = CreateWindowExW(0, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0, 0, 0,
+                           window_, nullptr, GetModuleHandleW(nullptr), nullptr);
+    TTTOOLINFOW tool{};
+    tool.cbSize = sizeof tool;
+    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+    tool.hwnd = GetParent(window_);
+    tool.uId = reinterpret_cast<UINT_PTR>(window_);
+    tool.lpszText = const_cast<wchar_t*>(kTip);
+    SendMessageW(tip_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+    SendMessageW(tip_, TTM_SETMAXTIPWIDTH, 0, kWidest);
+    SendMessageW(tip_, TTM_SETDELAYTIME, TTDT_AUTOPOP, kShownFor);
 }
 
 std::wstring SearchField::Text() const {

@@ -18,6 +18,9 @@ class SearchField {
 
     // What stands in it while nothing is typed.
     void SetHint(const std::wstring& hint);
+    // While the mouse rests on it, it says what may be typed; until this is called, and when the user wants
+    // no tips, nothing.
+    void ShowTip(bool shown);
     std::wstring Text() const;
     // Sets the text as if it had been typed, and the keyboard behind it.
     void Begin(const std::wstring& text);
@@ -26,6 +29,9 @@ class SearchField {
     bool Wants(const MSG& message) const;
 
  private:
+    void MakeTip();
+
     HWND window_ = nullptr;
+    HWND tip_ = nullptr;
     std::wstring hint_;
 };

@@ -13,6 +13,7 @@
 #include "engine/flows/DropRules.h"
 #include "engine/flows/modDragDrop.h"
 #include "engine/process/MayBegin.h"
+#include "engine/tree/modTreeEx.h"
 #include "platform/Busy.h"
 #include "platform/Guard.h"
 #include "platform/Platform.h"
@@ -198,11 +199,15 @@ void TreeDrag::Stop() {
     if (std::exchange(accepts_, false)) RevokeDragDrop(pane_.Window());
 }
 
-void TreeDrag::Run(Node& node) {
+// The payload names the first of several: what goes with it is known here alone.
+void TreeDrag::Run(ChosenNodes nodes) {
+    if (nodes.empty()) return;
     Accept();
-    const ComOwned<NodeDataObject> data(new NodeDataObject({OwnTree(), node.Index()}));
+    const ComOwned<NodeDataObject> data(new NodeDataObject({OwnTree(), nodes.front()->Index()}));
     const ComOwned<NodeDropSource> source(new NodeDropSource(cancelled_));
-    dragged_.Follow(&node);
+    dragged_.clear();
+    for (Node* const node : nodes)
+        dragged_.emplace_back(node);
     dropped_ = cancelled_ = false;
     HRESULT result = E_FAIL;
     {
@@ -221,27 +226,34 @@ void TreeDrag::Cancel() {
 
 // Copying and moving may take long and ask; the system's own drag loop is over by then.
 void TreeDrag::EndRun(bool letGo) {
-    Node* const source = dragged_.Get();
-    dragged_.Follow(nullptr);
-    if (source == nullptr) return;
+    const std::vector<Node*> sources = Dragged();
+    dragged_.clear();
+    if (sources.empty()) return;
     if (!dropped_) {
-        if (letGo) TellRefusal(*source);
+        if (letGo) TellRefusal(sources);
         return;
     }
     if (MayBegin(Who::TreeCommand) != Answer::Now) return;
     Node* const target = target_.Get();
     if (target == nullptr && !ontoRootLevel_) return;
-    if (Node* const placed = operations_.Drop(target, source, into_, move_); placed != nullptr)
-        placed_(*placed);
+    if (const std::vector<Node*> placed = operations_.Drop(target, sources, into_, move_); !placed.empty())
+        placed_(placed);
+}
+
+std::vector<Node*> TreeDrag::Dragged() const {
+    std::vector<Node*> nodes;
+    for (const NodeRef& node : dragged_)
+        if (node.Get() != nullptr) nodes.push_back(node.Get());
+    return nodes;
 }
 
 // Nothing is dropped where nothing may be. Let go on itself, it was no more than an unsteady click.
-void TreeDrag::TellRefusal(const Node& source) {
+void TreeDrag::TellRefusal(ChosenNodes sources) {
     POINT pointer;
     GetCursorPos(&pointer);
     if (WindowFromPoint(pointer) != pane_.Window()) return;
     ScreenToClient(pane_.Window(), &pointer);
-    if (pane_.RowAt(pointer) != &source)
+    if (std::find(sources.begin(), sources.end(), pane_.RowAt(pointer)) == sources.end())
         ThePlatform().user.Inform(L"Ablage auf diesem Eintrag ist nicht erlaubt !!!");
 }
 
@@ -251,20 +263,24 @@ std::int32_t TreeDrag::OwnTree() const {
 
 bool TreeDrag::IsDragged(const DraggedNode& payload) const {
     const Node* const named = DraggedNodeIn(*tree_.TreeView(), payload, OwnTree());
-    return named != nullptr && named == dragged_.Get();
+    return named != nullptr && !dragged_.empty() && named == dragged_.front().Get();
 }
 
 TreeDrag::Place TreeDrag::PlaceAt(POINT inTree, bool move) const {
     Place place;
-    const Node* const source = dragged_.Get();
-    if (source == nullptr) return place;
+    const std::vector<Node*> sources = Dragged();
+    if (sources.empty()) return place;
     place.target = pane_.RowAt(inTree);
     if (place.target != nullptr) {
         const RECT row = pane_.RowOf(*place.target);
-        place.into = DropsAsChild(tree_, source, place.target, move, static_cast<int>(inTree.y - row.top),
-                                  static_cast<int>(row.bottom - row.top));
+        place.into =
+            DropsAsChild(tree_, sources.front(), place.target, move, static_cast<int>(inTree.y - row.top),
+                         static_cast<int>(row.bottom - row.top));
     }
-    place.permitted = DropPermitted(tree_, source, place.target, place.into, move);
+    place.permitted = std::all_of(sources.begin(), sources.end(), [&](const Node* source) {
+        const bool fits = sources.size() == 1 || !IsProfileNode(source);
+        return fits && DropPermitted(tree_, source, place.target, place.into, move);
+    });
     return place;
 }
 

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <utility>
 
@@ -11,12 +12,12 @@
 #include "engine/tree/NodeRef.h"
 #include "windows/controls/TreePane.h"
 
-// Dragging a node of the tree and dropping it, by OLE.
+// Dragging nodes of the tree and dropping them there, by OLE.
 class TreeDrag {
  public:
-    // `placed` is told the node at its new place. Nothing is owned; all must live until Stop.
+    // `placed` is told the nodes at their new place. Nothing is owned; all must live until Stop.
     TreeDrag(TreePane& pane, CTreeViewEx& tree, ClipOperations& operations,
-             std::function<void(Node& placed)> placed)
+             std::function<void(ChosenNodes placed)> placed)
         : pane_(pane), tree_(tree), operations_(operations), placed_(std::move(placed)) {}
     TreeDrag(const TreeDrag&) = delete;
     TreeDrag& operator=(const TreeDrag&) = delete;
@@ -25,8 +26,8 @@ class TreeDrag {
     void Accept();
     void Stop();
 
-    // Runs a drag that started on `node` to its end: the copy or the move, or the refusal told.
-    void Run(Node& node);
+    // Runs a drag of nodes, one or several, to its end: the copy or the move, or the refusal told.
+    void Run(ChosenNodes nodes);
     // Ends it: nothing is dropped.
     void Cancel();
 
@@ -44,15 +45,16 @@ class TreeDrag {
     void ScrollNear(POINT inTree);
     void Dropped(const Place& place, bool move);
     void EndRun(bool letGo);
-    void TellRefusal(const Node& source);
+    void TellRefusal(ChosenNodes sources);
+    std::vector<Node*> Dragged() const;
 
     TreePane& pane_;
     CTreeViewEx& tree_;
     ClipOperations& operations_;
-    std::function<void(Node&)> placed_;
+    std::function<void(ChosenNodes)> placed_;
     bool accepts_ = false;
     bool cancelled_ = false;
-    NodeRef dragged_;
+    std::deque<NodeRef> dragged_;
     // What was dropped, once `dropped_`.
     bool dropped_ = false;
     NodeRef target_;

@@ -320,6 +320,13 @@ bool frmMain::TranslateKey(MSG& message) {
         SetFocus(GetNextDlgTabItem(window_, GetFocus(), back));
         return true;
     }
+    // Elsewhere the key makes the chosen folder the container.
+    const bool controlAlone = GetKeyState(VK_CONTROL) < 0 && GetKeyState(VK_SHIFT) >= 0;
+    if (message.message == WM_KEYDOWN && message.wParam == 'A' && controlAlone &&
+        message.hwnd == panes_.lvListView.Window()) {
+        OnCommand(m_mark_all);
+        return true;
+    }
     if (message.message == WM_KEYDOWN && message.wParam == VK_F6) {
         GoToNextPane(GetKeyState(VK_SHIFT) < 0);
         return true;
@@ -374,6 +381,7 @@ void frmMain::ShowSwitches() {
 void frmMain::SetOptions() {
     ShowSwitches();
     panes_.tbToolBar.ShowToolTips(Options().ShowTooltips);
+    if (loaded_) panes_.tbFilter.ShowTip(Options().ShowTooltips);
     SetTopless(EngineWindow(window_), Options().TopWindow);
     ShowCaptureState();
     cSysTray1.SetInTray(Options().ShowInTray);
@@ -476,5 +484,7 @@ void frmMain::SetProfileChanged(Node& node) {
 }
 
 bool frmMain::SaveAllProfiles() {
+    // The container may have more than the user wants now.
+    if (Options().AutoSnap && Options().MostClips > 0) keepsNewest_.PutOff();
     return ::SaveAllProfiles(cTV);
 }

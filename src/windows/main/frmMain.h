@@ -5,6 +5,7 @@
 #include <array>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "engine/clipboard/CClipBoard.h"
 #include "engine/flows/CaptureWatch.h"
@@ -158,6 +159,12 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     void UnlinkProfile(Node* profile);
     void SearchLostClips(Node* profile);
     void Delete(Node* node);
+    void EmptyDeleted(Node* profile);
+    void UndoDelete();
+    void MoveTo(Node* node);
+    void MarkAll();
+    void RemoveOldDeleted();
+    void KeepNewest();
     void NewFolder(Node* container);
     void Rename(Node* node);
     // Null, or any node that is no clip, does nothing.
@@ -207,6 +214,16 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     int ListRowOf(const Node* node) const;
     // The node that is chosen where the keyboard is, in the list or in the tree; null for none.
     Node* ChosenNode() const;
+    // All of them: of several rows that are chosen each one, in the order of the list.
+    std::vector<Node*> ChosenNodes() const;
+    bool SeveralChosen() const;
+    // The node that a command was given, or all that are chosen when it is one of them.
+    std::vector<Node*> NodesFor(Node* node) const;
+    bool KeyboardIsInList() const;
+    void ChooseRowsOf(::ChosenNodes nodes);
+    void ShowPlaced(::ChosenNodes placed);
+    void DragFromList();
+    void ShowHowMany();
     // The format of the open clip that is chosen in the list, while the keyboard is there; null for none.
     const CFormat* ChosenFormat() const;
     void ListRowChosen();
@@ -214,6 +231,7 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     void PreviewChosenRow();
     void KeepListRow(int row);
     void SortList(const ListOrder& order);
+    void SortHits(const ListOrder& order);
 
     void ShowContainer();
 
@@ -229,6 +247,7 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     void EndSearch();
     bool LeavesSearch() const;
     void ShowHits();
+    void ShowInOrder();
     // After a change of the tree.
     void UpdateHits();
     void ReadContents();
@@ -258,9 +277,12 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     ClipOperations operations_{cTV, container_};
     ProfileActions profiles_{cTV, container_};
     MainPanes panes_{nodes_};
-    TreeDrag drag_{panes_.tvTreeView, cTV, operations_, [this](Node& placed) { SelectAndShow(placed); }};
+    TreeDrag drag_{panes_.tvTreeView, cTV, operations_, [this](::ChosenNodes placed) { ShowPlaced(placed); }};
     NodeRef shownNode_;  // whose content the list shows
     NodeRef listNode_;   // of the chosen row
+    bool fieldHasTip_ = false;
+    bool several_ = false;  // the status bar says how many rows are chosen
+    NodeRef movedTo_;       // where the user sent something last
     bool filling_ = false;
     NodeRef editedNode_;  // whose name is edited in the list
     std::optional<BusyScope> listEdit_;
@@ -287,6 +309,8 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     Once previewing_{*this, [this] { PreviewChosenRow(); }};
     Once readsFormatSets_{*this, [this] { ReadFormatSets(); }};
     Once closing_{*this, [this] { Close(); }};
+    Once keepsNewest_{*this, [this] { KeepNewest(); }};
+    Once removesOldDeleted_{*this, [this] { RemoveOldDeleted(); }};
     frmNotice notice_{[this] { telling_.PutOff(); }};
     Once telling_{*this, [this] { notice_.ShowNext(window_); }, Who::BoxToldLater};
 

@@ -2,6 +2,7 @@
 // node it acts stands in engine/views/MainCommands.cpp.
 
 #include <array>
+#include <deque>
 #include <utility>
 
 #include "engine/flows/NodeProperties.h"
@@ -28,6 +29,7 @@
 #include "windows/dialogs/frmFileSel.h"
 #include "windows/dialogs/frmFirstStart.h"
 #include "windows/dialogs/frmFormatSets.h"
+#include "windows/dialogs/frmMoveTo.h"
 #include "windows/dialogs/frmOption.h"
 #include "windows/dialogs/frmProfileProp.h"
 #include "windows/dialogs/frmSearch.h"
@@ -64,7 +66,11 @@ frmMain::Action frmMain::ActionOf(MainCommand command) {
         {C::ImportProfile, [](Form& form, Node*) { form.ImportProfile(); }},
         {C::UnlinkProfile, [](Form& form, Node* node) { form.UnlinkProfile(node); }},
         {C::SearchLostClips, [](Form& form, Node* node) { form.SearchLostClips(node); }},
+        {C::EmptyDeleted, [](Form& form, Node* node) { form.EmptyDeleted(node); }},
         {C::Delete, [](Form& form, Node* node) { form.Delete(node); }},
+        {C::UndoDelete, [](Form& form, Node*) { form.UndoDelete(); }},
+        {C::MoveTo, [](Form& form, Node* node) { form.MoveTo(node); }},
+        {C::MarkAll, [](Form& form, Node*) { form.MarkAll(); }},
         {C::NewFolder, [](Form& form, Node* node) { form.NewFolder(node); }},
         {C::Rename, [](Form& form, Node* node) { form.Rename(node); }},
         {C::Snap, [](Form& form, Node*) { form.captures_.Snap(); }},
@@ -118,7 +124,9 @@ CommandSituation frmMain::Situation() const {
             .activeContainer = container_.Get(),
             .lockEdit = Options().LockEdit,
             .showsHits = hits_.IsActive(),
-            .formatChosen = ChosenFormat() != nullptr};
+            .formatChosen = ChosenFormat() != nullptr,
+            .severalChosen = SeveralChosen(),
+            .canTakeBack = operations_.CanTakeBackDeletion()};
 }
 
 void frmMain::OnCommand(int number) {
@@ -203,6 +211,7 @@ void frmMain::ShowTrayMenu() {
 void frmMain::TrackMenu(int menu, POINT point, Node* chosen) {
     CommandSituation situation = Situation();
     situation.chosen = chosen;
+    situation.severalChosen = situation.severalChosen && chosen == ChosenNode();
     const HMENU loaded = LoadMenuW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(menu));
     const HMENU popup = GetSubMenu(loaded, 0);
     GreyMenu(popup, situation, &IsOffered);
@@ -309,13 +318,86 @@ void frmMain::SearchLostClips(Node* profile) {
 // The question's text does not name the node; the status bar does meanwhile.
 void frmMain::Delete(Node* node) {
     if (node == nullptr) return;
-    panes_.ShowStatus(L"Löschen: " + node->FullPath());
+    const std::vector<Node*> nodes = NodesFor(node);
+    const std::wstring what = nodes.size() == 1 ? node->FullPath() : CountedText(nodes);
+    panes_.ShowStatus(L"Löschen: " + what);
     panes_.DrawStatus();
-    if (!operations_.Delete(node))
+    if (!operations_.Delete(nodes)) {
         panes_.ShowStatus(panes_.Content().status);
-    else if (hits_.IsActive() || shownNode_.Get() != nodes_.Selected() || !IsClipNode(nodes_.Selected()))
-        UpdateListview();
+        return;
+    }
     // Else the neighbour is shown already, and a damaged one is told of only once.
+    if (hits_.IsActive() || shownNode_.Get() != nodes_.Selected() || !IsClipNode(nodes_.Selected()))
+        UpdateListview();
+    if (operations_.CanTakeBackDeletion())
+        panes_.ShowStatus(L"Gelöscht: " + what + L". Strg+Z holt es zurück.");
+}
+
+void frmMain::EmptyDeleted(Node* profile) {
+    if (IsProfileNode(profile) && operations_.EmptyDeleted(*profile)) UpdateListview();
+}
+
+void frmMain::UndoDelete() {
+    const bool inTree = !KeyboardIsInList();
+    const std::vector<Node*> back = operations_.TakeBackDeletion();
+    if (back.empty()) return;
+    Node& first = *back.front();
+    if (inTree && back.size() == 1) {
+        SelectAndShow(first);
+    } else if (!hits_.IsActive() && first.Parent() != nodes_.Selected()) {
+        SelectAndShow(*first.Parent());
+    } else {
+        UpdateListview();
+    }
+    if (!inTree) ChooseRowsOf(back);
+    panes_.ShowStatus(L"Zurückgeholt nach \"" + first.Parent()->FullPath() + L"\": " + CountedText(back));
+}
+
+// The keyboard's way to file what is chosen.
+void frmMain::MoveTo(Node* node) {
+    if (!IsNodeOfKind(node, kStructureKind | kClipKind)) return;
+    const std::vector<Node*> nodes = NodesFor(node);
+    for (const Node* const chosen : nodes)
+        if (!ActionAllowed(TreeAction::DragAndDrop, chosen)) return;
+    std::deque<NodeRef> sources;
+    for (Node* const chosen : nodes)
+        sources.emplace_back(chosen);
+    frmMoveTo dialog(cTV, nodes, movedTo_.Get() != nullptr ? movedTo_.Get() : node->Parent());
+    if (!dialog.ShowModal(window_, IDD_frmMoveTo) || dialog.Target() == nullptr) return;
+    movedTo_.Follow(dialog.Target());
+    std::vector<Node*> moving;
+    for (const NodeRef& source : sources)
+        if (source.Get() != nullptr) moving.push_back(source.Get());
+    const std::vector<Node*> placed = operations_.Drop(dialog.Target(), moving, true, !dialog.Copies());
+    if (!placed.empty()) ShowPlaced(placed);
+}
+
+// Who files from the list goes on with the rows that are left.
+void frmMain::ShowPlaced(::ChosenNodes placed) {
+    if (placed.size() == 1 && !KeyboardIsInList()) {
+        SelectAndShow(*placed.front());
+        return;
+    }
+    UpdateListview();
+    panes_.ShowStatus(L"Jetzt in \"" + placed.front()->Parent()->FullPath() + L"\": " + CountedText(placed));
+}
+
+void frmMain::MarkAll() {
+    if (panes_.Content().nodes == nullptr) return;
+    SetFocus(panes_.lvListView.Window());
+    panes_.lvListView.ChooseAll();
+}
+
+void frmMain::RemoveOldDeleted() {
+    if (operations_.RemoveOldDeleted(Options().DeletedDays)) UpdateListview();
+}
+
+// The list is made anew only where it shows what went.
+void frmMain::KeepNewest() {
+    Node* const container = container_.Get();
+    if (container == nullptr || !Options().AutoSnap) return;
+    const bool any = operations_.KeepNewest(*container, Options().MostClips);
+    if (any && (hits_.IsActive() || !IsClipNode(nodes_.Selected()))) UpdateListview();
 }
 
 void frmMain::NewFolder(Node* container) {
@@ -387,6 +469,11 @@ void frmMain::ShowOptions() {
     const bool hasHotKey = RegisterActivationHotKey(EngineWindow(window_));
     SetOptions();
     if (!hasHotKey) TellHotKeyTaken();
+    if (Options().MostClips > 0 && !Options().KeepDeleted && TellsForTheFirstTime(L"LimitTold"))
+        ThePlatform().user.Inform(
+            L"Gelöschtes wird nicht aufgehoben: Was über die Höchstzahl der Clips hinausgeht, wird nach "
+            L"einer "
+            L"automatischen Erfassung endgültig gelöscht.");
 }
 
 void frmMain::TellHotKeyTaken() {

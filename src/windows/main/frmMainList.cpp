@@ -2,12 +2,15 @@
 
 #include <algorithm>
 
+#include "engine/process/MayBegin.h"
 #include "engine/process/modOption.h"
+#include "engine/profiles/StructureLock.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/modTreeEx.h"
 #include "platform/Busy.h"
 #include "platform/ByteBuffer.h"
 #include "platform/SetWhile.h"
+#include "platform/Text.h"
 #include "windows/controls/Dialog.h"
 #include "windows/main/frmMain.h"
 
@@ -31,9 +34,17 @@ LRESULT frmMain::OnListNotify(NMHDR& header) {
             EndListEdit(reinterpret_cast<NMLVDISPINFOW&>(header).item.pszText != nullptr);
             // The row gets its text from its node.
             return FALSE;
-        case LVN_COLUMNCLICK:
-            if (CanBeSorted(panes_.Content()))
-                SortList(OrderAfterClick(panes_.Order(), reinterpret_cast<NMLISTVIEW&>(header).iSubItem));
+        case LVN_COLUMNCLICK: {
+            const int column = reinterpret_cast<NMLISTVIEW&>(header).iSubItem;
+            if (hits_.IsActive())
+                SortHits(OrderAfterClick(hits_.Order(), column, HitList::kCapturedColumn));
+            else if (CanBeSorted(panes_.Content()))
+                SortList(OrderAfterClick(panes_.Order(), column));
+            return 0;
+        }
+        case LVN_BEGINDRAG:
+            // Not in the middle of the control's notification.
+            Later(std::chrono::milliseconds(0), [this] { DragFromList(); });
             return 0;
         case LVN_KEYDOWN:
             if (reinterpret_cast<NMLVKEYDOWN&>(header).wVKey == VK_BACK) OpenFolderAbove();
@@ -141,11 +152,55 @@ void frmMain::RenameEdited(const std::wstring& text) {
     if (panes_.lvListView.LabelEdit() != nullptr) ShowInListEdit(text);
 }
 
-Node* frmMain::ChosenNode() const {
+bool frmMain::KeyboardIsInList() const {
     const HWND pane = FocusedPane();
-    const bool inList =
-        pane == panes_.lvListView.Window() || (hits_.IsActive() && pane != panes_.tvTreeView.Window());
-    return inList ? listNode_.Get() : nodes_.Selected();
+    return pane == panes_.lvListView.Window() || (hits_.IsActive() && pane != panes_.tvTreeView.Window());
+}
+
+Node* frmMain::ChosenNode() const {
+    return KeyboardIsInList() ? listNode_.Get() : nodes_.Selected();
+}
+
+bool frmMain::SeveralChosen() const {
+    return panes_.lvListView.ChosenCount() > 1 && panes_.Content().nodes != nullptr && KeyboardIsInList();
+}
+
+std::vector<Node*> frmMain::ChosenNodes() const {
+    if (!SeveralChosen()) return ChosenNode() != nullptr ? std::vector{ChosenNode()} : std::vector<Node*>();
+    std::vector<Node*> nodes;
+    for (const int row : panes_.lvListView.ChosenRows())
+        if (Node* const node = NodeOfListRow(row); node != nullptr) nodes.push_back(node);
+    return nodes;
+}
+
+std::vector<Node*> frmMain::NodesFor(Node* node) const {
+    if (SeveralChosen() && node == ChosenNode()) return ChosenNodes();
+    return {node};
+}
+
+void frmMain::ChooseRowsOf(::ChosenNodes nodes) {
+    std::vector<const Node*> wanted(nodes.begin(), nodes.end());
+    std::sort(wanted.begin(), wanted.end());
+    std::vector<int> rows;
+    for (int row = 0; row < static_cast<int>(panes_.Content().entries.size()); ++row)
+        if (std::binary_search(wanted.begin(), wanted.end(), NodeOfListRow(row))) rows.push_back(row);
+    if (rows.empty()) return;
+    {
+        const SetWhile filling(filling_);
+        panes_.lvListView.ChooseRows(rows);
+    }
+    ListRowChosen();
+}
+
+void frmMain::DragFromList() {
+    const std::vector<Node*> nodes = ChosenNodes();
+    if (panes_.Content().nodes == nullptr || !KeyboardIsInList() || nodes.empty()) return;
+    // Who has let go meanwhile drags nothing.
+    if (GetAsyncKeyState(GetSystemMetrics(SM_SWAPBUTTON) ? VK_RBUTTON : VK_LBUTTON) >= 0) return;
+    if (MayBegin(Who::TreeCommand) != Answer::Now) return;
+    for (const Node* const node : nodes)
+        if (!ActionAllowed(TreeAction::DragAndDrop, node)) return;
+    drag_.Run(nodes);
 }
 
 const CFormat* frmMain::ChosenFormat() const {
@@ -158,9 +213,20 @@ const CFormat* frmMain::ChosenFormat() const {
 void frmMain::ListRowChosen() {
     if (filling_) return;
     listNode_.Follow(NodeOfListRow(panes_.lvListView.FocusedRow()));
+    ShowHowMany();
     RefreshCommands();
     // Not for each row that the user passes with a key held down.
     previewing_.PutOff();
+}
+
+void frmMain::ShowHowMany() {
+    const int chosen = panes_.lvListView.ChosenCount();
+    const std::wstring all = hits_.IsActive() ? hits_.Status() : panes_.Content().status;
+    if (chosen > 1)
+        panes_.ShowStatus(NumberText(std::int64_t{chosen}) + L" von " + all);
+    else if (several_)
+        panes_.ShowStatus(all);
+    several_ = chosen > 1;
 }
 
 void frmMain::PreviewChosenRow() {
@@ -177,16 +243,27 @@ void frmMain::PreviewChosenRow() {
     if (content.formats == nullptr) panes_.ShowStatus(content.status);
 }
 
+// What is chosen stays it.
 void frmMain::SortList(const ListOrder& order) {
+    const std::vector<Node*> chosen = SeveralChosen() ? ChosenNodes() : std::vector<Node*>();
     panes_.SetOrder(order);
     UpdateListview();
+    ChooseRowsOf(chosen);
+}
+
+void frmMain::SortHits(const ListOrder& order) {
+    const std::vector<Node*> chosen = SeveralChosen() ? ChosenNodes() : std::vector<Node*>();
+    hits_.SetOrder(order);
+    ShowHits();
+    ChooseRowsOf(chosen);
 }
 
 void frmMain::UpdateListview() {
     ShowSearchHint();
     if (hits_.IsActive()) return UpdateHits();
     const bool sameNode = shownNode_.Get() != nullptr && shownNode_.Get() == nodes_.Selected();
-    const int row = sameNode ? panes_.lvListView.FocusedRow() : -1;
+    const std::vector<int> rows = sameNode ? panes_.lvListView.ChosenRows() : std::vector<int>();
+    const int row = rows.empty() ? -1 : rows.front();
     shownNode_.Follow(nodes_.Selected());
     ListContent content = BuildListContent(nodes_.Selected(), clipBoard_);
     {

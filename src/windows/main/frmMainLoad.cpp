@@ -75,6 +75,7 @@ void frmMain::Form_Load() {
     Options().AutoSnap = Options().AutoSnapAtStart;
     SetOptions();
     if (!hasHotKey) TellHotKeyTaken();
+    removesOldDeleted_.PutOff();
 }
 
 void frmMain::Form_Unload() {
@@ -129,6 +130,7 @@ void frmMain::ReadFormatSets() {
 void frmMain::OnIdle() {
     // Not before the first picture: it takes longer than to make the window.
     drag_.Accept();
+    if (!std::exchange(fieldHasTip_, true)) panes_.tbFilter.ShowTip(Options().ShowTooltips);
     // No message is left; one that was lost on its way takes no action with it.
     while (later_.NextIsDue())
         continue;

@@ -95,7 +95,8 @@ void frmMain::ShowHits() {
 }
 
 void frmMain::UpdateHits() {
-    const int row = panes_.lvListView.FocusedRow();
+    const std::vector<int> rows = panes_.lvListView.ChosenRows();
+    const int row = rows.empty() ? -1 : rows.front();
     const int top = panes_.lvListView.TopRow();
     searchWorker_.Stop();
     hits_.LookAgain();
@@ -119,8 +120,19 @@ void frmMain::ContentsAreRead() {
         ShowHits();
         ReadContents();
     } else {
+        if (hits_.Order() != ListOrder()) ShowInOrder();
         panes_.ShowStatus(hits_.Status());
     }
+}
+
+// What was found after the click on a heading comes to its place.
+void frmMain::ShowInOrder() {
+    const std::vector<Node*> chosen = ChosenNodes();
+    const int top = panes_.lvListView.TopRow();
+    hits_.PutInOrder();
+    ShowHits();
+    if (chosen.size() > 1) ChooseRowsOf(chosen);
+    panes_.lvListView.ScrollTo(top);
 }
 
 void frmMain::TakeSearchNews() {

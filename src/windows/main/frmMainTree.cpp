@@ -61,5 +61,6 @@ bool frmMain::LabelEdited(Node& node, const std::wstring& text) {
 
 void frmMain::DragStarted(Node& node) {
     if (!ActionAllowed(TreeAction::DragAndDrop, &node)) return;
-    drag_.Run(node);
+    Node* const dragged = &node;
+    drag_.Run({&dragged, 1});
 }

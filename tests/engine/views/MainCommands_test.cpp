@@ -82,6 +82,22 @@ TEST_F(MainCommandsTest, NodeFor_IsTheChosenRowAndOnlyForSomeTheOpenNode) {
     EXPECT_FALSE(IsAllowed(Row(Delete), situation));
 }
 
+TEST_F(MainCommandsTest, IsAllowed_OfSeveralChosenOnlyWhatTakesThemAll) {
+    situation.chosen = situation.open = &Get(L"c1");
+    situation.severalChosen = true;
+    for (const CommandRow& row : MainCommandRows()) {
+        if (row.actsOn == ActsOn::Nothing) continue;
+        EXPECT_EQ(IsAllowed(row, situation), row.command == Delete || row.command == MoveTo);
+    }
+    situation.severalChosen = false;
+    situation.chosen = &Get(L"P");
+    EXPECT_FALSE(IsAllowed(Row(MoveTo), situation)) << "a profile's place is dragged";
+    EXPECT_FALSE(IsAllowed(Row(EmptyDeleted), situation));
+    ::Options().KeepDeleted = true;
+    operations.Delete(&Get(L"c1"));
+    EXPECT_TRUE(IsAllowed(Row(EmptyDeleted), situation));
+}
+
 TEST_F(MainCommandsTest, IsOffered_UnderADialogOnlyToBringTheWindowBack) {
     const BusyScope dialog(Busy::Dialog);
     situation.chosen = situation.open = &Get(L"Q");
