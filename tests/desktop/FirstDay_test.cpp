@@ -120,6 +120,20 @@ TEST_F(FirstDay, FirstHour_CopiesChoosesAndPastesByKeysAlone) {
     EXPECT_EQ(ReadElsewhere(L"NXClip Desktop Test"), "") << "as text alone";
 
     comeToTheList();
+    PressKeys({VK_SHIFT, VK_DOWN});
+    nxclip_.WaitForStatus(L"2 von 3 Element(e)");
+    PressKeys({VK_DELETE});
+    nxclip_.WaitForTree(
+        L"Clips [Camera] open\n  erstes [Clip]\n  Gelöscht [Structure] open\n"
+        L"    zweites [Clip]\n    drittes [Clip]\n");
+    EXPECT_TRUE(nxclip_.Quiet()) << "what can be taken back is not asked for";
+    PressKeys({VK_CONTROL, 'Z'});
+    WaitFor("the two chosen again", [&] { return nxclip_.List().window().Send(LVM_GETSELECTEDCOUNT) == 2; });
+    EXPECT_EQ(nxclip_.List().Names(),
+              (std::vector<std::wstring>{L"Gelöscht", L"drittes", L"zweites", L"erstes"}));
+    PressKeys({VK_DELETE});
+    WaitFor("them gone", [&] { return nxclip_.List().Count() == 2; });
+
     nxclip_.Main().Post(WM_SYSCOMMAND, SC_CLOSE);
     waitForElsewhere();
     EXPECT_EQ(nxclip_.Quit(), 0u);
@@ -127,6 +141,9 @@ TEST_F(FirstDay, FirstHour_CopiesChoosesAndPastesByKeysAlone) {
     nxclip_.Start(L"ICON");
     WaitFor("the icon", [&] { return nxclip_.Main().Minimised(); });
     EXPECT_TRUE(nxclip_.ToolBar().Pressed(tbbAutoDetect));
+    EXPECT_EQ(TreeOutline(),
+              L"Clips [Camera] open\n  erstes [Clip]\n  Gelöscht [Structure] open\n"
+              L"    zweites [Clip]\n    drittes [Clip]\n");
     DestroyWindow(elsewhere.Handle());
 }
 
