@@ -7,13 +7,18 @@
 
 #include <string>
 
+#include "engine/flows/ClipOperations.h"
+#include "engine/flows/ProfileActions.h"
 #include "engine/flows/Search.h"
+#include "engine/process/modOption.h"
+#include "engine/profiles/ProfileStore.h"
 #include "engine/tree/CTreeViewEx.h"
 #include "engine/tree/TestTree.h"
 #include "engine/tree/TreeFile.h"
 #include "engine/views/ListUpdate.h"
 #include "engine/views/PreviewText.h"
 #include "fake/FakePlatform.h"
+#include "fake/ProcessState.h"
 #include "platform/SafeFile.h"
 
 namespace {
@@ -41,12 +46,12 @@ bool Save(Bench& bench) {
     return bench.tree.BuildTreeData(bench.profile) && bench.tree.SaveDataToFile(kFile);
 }
 
-void SaveProfile(benchmark::State& state) {
+void SaveWholeProfile(benchmark::State& state) {
     Bench bench(state.range(0));
     for (auto _ : state)
         benchmark::DoNotOptimize(Save(bench));
 }
-BENCHMARK(SaveProfile)->Apply(Sizes);
+BENCHMARK(SaveWholeProfile)->Apply(Sizes);
 
 // A new clip at the end of the profile, which counts it, and its save; what is put off until nobody waits
 // does not count.
@@ -129,6 +134,89 @@ void ListFolder(benchmark::State& state) {
         benchmark::DoNotOptimize(BuildListContent(bench.profile, clipBoard));
 }
 BENCHMARK(ListFolder)->Apply(Sizes);
+
+// A profile that is the active container, with so many clips that came one after the other.
+struct BenchOfDay {
+    explicit BenchOfDay(std::int64_t count) {
+        tree.Bind(&nodes);
+        platform.files.AddDirectory(L"C:\\P");
+        profile = ProfileActions(tree, container).BuildNewprofile(L"P", L"C:\\P", L"");
+        for (std::int64_t i = 1; i <= count; ++i)
+            nodes.Add(profile, NodeRelation::Child, L"Ein Clip " + std::to_wstring(count - i), L"Clip")
+                .SetTag(MakeClipTag(static_cast<std::int32_t>(i), 2, L"15.11.1999 13:10:00", L""));
+        SaveProfile(tree, *profile);
+        FinishSaves();
+    }
+    std::vector<Node*> First(int count) const {
+        std::vector<Node*> first;
+        for (Node* child = profile->FirstChild(); static_cast<int>(first.size()) < count;
+             child = child->Next())
+            first.push_back(child);
+        return first;
+    }
+
+    FakePlatform platform;
+    ProcessStateScope state;
+    NodeCollection nodes;
+    CTreeViewEx tree;
+    ActiveContainer container{tree};
+    ClipOperations operations{tree, container};
+    Node* profile = nullptr;
+};
+
+// What the hot key needs before the newest clip stands under the cursor, but for the drawing.
+void HotKeyToFirstRow(benchmark::State& state) {
+    const BenchOfDay bench(state.range(0));
+    CClipBoard clipBoard;
+    for (auto _ : state) {
+        ListContent content = BuildListContent(bench.profile, clipBoard);
+        SortEntries(content, kNewestFirst);
+        benchmark::DoNotOptimize(ListText(content, 0, 0));
+    }
+}
+BENCHMARK(HotKeyToFirstRow)->Apply(Sizes);
+
+void SortByName(benchmark::State& state) {
+    const BenchOfDay bench(state.range(0));
+    CClipBoard clipBoard;
+    ListContent content = BuildListContent(bench.profile, clipBoard);
+    for (auto _ : state) {
+        SortEntries(content, {0, false});
+        SortEntries(content, {0, true});
+    }
+}
+BENCHMARK(SortByName)->Apply(Sizes);
+
+// Into the folder for what is deleted, saved; and back from there.
+void DeleteThousandRows(benchmark::State& state) {
+    BenchOfDay bench(state.range(0));
+    Options().KeepDeleted = true;
+    for (auto _ : state) {
+        const bool gone = bench.operations.Delete(bench.First(1000));
+        state.PauseTiming();
+        FinishSaves();
+        if (!gone || bench.operations.TakeBackDeletion().size() != 1000) state.SkipWithError("not deleted");
+        FinishSaves();
+        state.ResumeTiming();
+    }
+}
+BENCHMARK(DeleteThousandRows)->Apply(Sizes);
+
+void TakeBackThousandRows(benchmark::State& state) {
+    BenchOfDay bench(state.range(0));
+    Options().KeepDeleted = true;
+    for (auto _ : state) {
+        state.PauseTiming();
+        bench.operations.Delete(bench.First(1000));
+        FinishSaves();
+        state.ResumeTiming();
+        if (bench.operations.TakeBackDeletion().size() != 1000) state.SkipWithError("not taken back");
+        state.PauseTiming();
+        FinishSaves();
+        state.ResumeTiming();
+    }
+}
+BENCHMARK(TakeBackThousandRows)->Apply(Sizes);
 
 // A name in the middle of a sorted folder becomes another one.
 void RenameInSortedFolder(benchmark::State& state) {

@@ -104,6 +104,7 @@ class World {
  public:
     World() {
         WriteSetting(L"Settings", L"NewTextMode", L"1");
+        WriteSetting(L"Settings", L"KeepDeleted", L"1");
         nxclip_.Start();
         nxclip_.MakeProfile(L"Profil");
         MakeProfile(L"Zweites");
@@ -154,8 +155,9 @@ class World {
 
     // Begins a change and returns its kind; whether it ever ends is the killer's affair.
     std::string Change() {
-        const int kind = Random(16);
+        const int kind = Random(20);
         if (kind < 6 || standing_.empty()) return Capture();
+        if (kind >= 16) return DeleteSeveral(kind);
         if (kind < 8) return Move();
         if (kind < 11) return End(kind == 9, kind == 10);
         if (kind < 12) return ChangeOptions();
@@ -245,6 +247,31 @@ class World {
         wantedProfile_ = target;
         Drag(nxclip_.Tree().PlaceOf(profile + L"\\" + NameOf(clip)), nxclip_.Tree().PlaceOf(target));
         return "move";
+    }
+    // Into the folder for what is deleted; back from there; or for good, what lies there.
+    std::string DeleteSeveral(int kind) {
+        const auto& [clip, profile] =
+            *std::next(standing_.begin(), Random(static_cast<int>(standing_.size())));
+        nxclip_.Tree().Select(profile);
+        if (kind == 16) {
+            mayGo_ = deleted_[profile];
+            if (mayGo_.empty()) return DeleteSeveral(17);
+            nxclip_.Command(m_PP_emptyDeleted);
+            nxclip_.AnswerNotice(IDYES);
+            return "emptying";
+        }
+        BringToFront(nxclip_.Main());
+        const ListControl list = nxclip_.List();
+        if (list.Count() == 0) return "nothing deleted";
+        Click(list.PlaceOf(list.Count() - 1));
+        PressKeys({VK_SHIFT, VK_UP});
+        PressKeys({VK_SHIFT, VK_UP});
+        // The folder itself goes for good.
+        if (list.Names().back() == L"Gelöscht") mayGo_ = deleted_[profile];
+        PressKeys({VK_DELETE});
+        if (kind == 17) return "deletion of several";
+        PressKeys({VK_CONTROL, 'Z'});
+        return "deletion taken back";
     }
     // Another viewer that hangs must not keep the program from storing everything first.
     std::string End(bool withFormatSets, bool withHungViewer) {
@@ -338,12 +365,15 @@ class World {
             }
         }
         std::map<int, std::wstring> now;
+        deleted_.clear();
         for (const wchar_t* profile : {L"Profil", L"Zweites"})
             ReadProfile(profile, now);
         for (const auto& [clip, profile] : standing_) {
-            if (!now.contains(clip)) Lost(Utf8(NameOf(clip)) + " that stood in " + Utf8(profile));
+            if (!now.contains(clip) && !mayGo_.contains(clip))
+                Lost(Utf8(NameOf(clip)) + " that stood in " + Utf8(profile));
         }
         standing_ = now;
+        mayGo_.clear();
     }
     void ReadProfile(const std::wstring& profile, std::map<int, std::wstring>& now) {
         const fs::path directory = nxclip_.Directory() / profile;
@@ -354,10 +384,13 @@ class World {
             Lost("the tree of " + Utf8(profile) + ": " + Utf8(error.Description()));
             return;
         }
+        bool isDeleted = false;
         for (const TreeNodeRecord& node : data.Nodes) {
+            if (node.Depth == 1) isDeleted = node.Text == L"Gelöscht";
             if (!node.Tag.starts_with(L"C&") || !node.Text.starts_with(L"Nummer ")) continue;
             const int clip = std::stoi(node.Text.substr(7));
             const std::wstring number = node.Tag.substr(2, node.Tag.find(L',') - 2);
+            if (isDeleted) deleted_[profile].insert(clip);
             if (IsWhole(directory / (L"C" + number + L".nxc"), clip))
                 now[clip] = profile;
             else if (standing_.contains(clip))
@@ -380,7 +413,9 @@ class World {
 
     const UINT kFormat = FormatNumber(L"NXClip Kill");
     Driver nxclip_;
-    std::map<int, std::wstring> standing_;  // each clip's profile
+    std::map<int, std::wstring> standing_;           // each clip's profile
+    std::map<std::wstring, std::set<int>> deleted_;  // of each profile, those in the folder for it
+    std::set<int> mayGo_;                            // by the change under way
     int lastClip_ = 0;
     int lastFormat_ = 0;
     ProfileList list_;

@@ -42,16 +42,21 @@ constexpr int kCommands[] = {
     mnuViewOptions,   m_extra_fs,         m_ext_act_format,   m_ext_fa,          m_ext_diag,
     m_copy_info,      m_quickstart,       m_reconnect,        m_PP_UnlinkProfil, m_pp_prop,
     m_tray_restore,   m_tray_autosnap,    m_tray_snap,        m_only_text,       m_only_format,
-    m_edit_autosnap,  m_edit_lock};
+    m_edit_autosnap,  m_edit_lock,        m_undo_delete,      m_move_to,         m_mark_all,
+    m_PP_emptyDeleted};
 constexpr WORD kKeys[] = {VK_RETURN, VK_ESCAPE, VK_TAB,    VK_SPACE, VK_UP,  VK_DOWN,
                           VK_LEFT,   VK_RIGHT,  VK_DELETE, VK_HOME,  VK_END, VK_F2,
                           VK_F3,     VK_F5,     VK_F6,     VK_APPS,  VK_F10, VK_BACK};
+constexpr WORD kChoosing[] = {VK_DOWN, VK_UP, VK_END};
 constexpr const wchar_t* kTexts[] = {L"",     L" ",  L"Affe",        L"Grüße & mehr",
                                      L"C:\\", L"-1", L"99999999999", L"x\\y:z"};
 
 class Monkey {
  public:
     explicit Monkey(unsigned seed) : random_(seed) {
+        // What is deleted is kept on some ways, and the container never grows far on some.
+        WriteSetting(L"Settings", L"KeepDeleted", seed % 3 != 0 ? L"1" : L"0");
+        WriteSetting(L"Settings", L"MostClips", seed % 2 != 0 ? L"5" : L"0");
         nxclip_.Start();
         nxclip_.MakeProfile(L"Profil");
     }
@@ -150,23 +155,45 @@ class Monkey {
                 return PressKeys({VK_CONTROL, VK_MENU, 'L'});
         }
     }
-    // A row is chosen and used, opened or renamed.
+    // A row is chosen and used, opened or renamed, or several go, or all are put in another order.
     void UseList() {
         const int count = nxclip_.List().Count();
         if (count == 0 || !nxclip_.Main().Visible() || nxclip_.Main().Minimised()) return;
         Note("a row of the list");
         Click(nxclip_.List().PlaceOf(Random(static_cast<std::size_t>(count))));
-        switch (Random(4)) {
+        switch (Random(7)) {
             case 0:
                 return PressKeys({VK_RETURN});
             case 1:
                 return PressKeys({VK_CONTROL, VK_RETURN});
             case 2:
                 return PressKeys({VK_CONTROL, VK_SHIFT, VK_RETURN});
+            case 3:
+                return UseSeveral();
+            case 4:
+                return ClickAHeading();
             default:
                 PressKeys({VK_F2});
                 return Type(OneOf(kTexts));
         }
+    }
+    void UseSeveral() {
+        Note("several rows");
+        PressKeys({VK_SHIFT, OneOf(kChoosing)});
+        switch (Random(3)) {
+            case 0:
+                PressKeys({VK_DELETE});
+                return Random(2) == 0 ? PressKeys({VK_CONTROL, 'Z'}) : void();
+            case 1:
+                return PressKeys({VK_CONTROL, VK_SHIFT, 'V'});
+            default:
+                return Drag(nxclip_.List().PlaceOf(0), nxclip_.Tree().PlaceOf(nxclip_.Tree().SelectedPath()));
+        }
+    }
+    void ClickAHeading() {
+        Note("a heading of the list");
+        const RECT list = nxclip_.List().window().Rectangle();
+        Click({list.left + 20 + Random(300), list.top + 10});
     }
     void PressAKey() {
         const WORD key = OneOf(kKeys);

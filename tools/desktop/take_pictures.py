@@ -72,14 +72,14 @@ def dialogs(drive):
               ("frmErrorMsg", "m_ext_fa", "Formatabfragen"), ("frmDiagnose", "m_ext_diag", "Clipboard Diagnose"),
               ("frmFirstStart", "m_quickstart", "Norvale - Der Manger für die Zwischenablage"),
               ("frmAbout", "mnuHelpAbout", "Info zu NXClip"), ("frmClipProp", "m_clip_prop", "Clip-Eigenschaften"),
-              ("frmFileSel", "m_importProfil", "Profil importieren")]
+              ("frmFileSel", "m_importProfil", "Profil importieren"), ("frmMoveTo", "m_move_to", "Verschieben nach")]
     for form, entry, title in simple:
         command(entry)
         shoot_dialog(drive, form, title)
         drive("gone", title)
 
     command("mnuViewOptions")
-    for page in range(4):
+    for page in range(5):
         drive("page", "Optionen", numbers["tabOptions"], page)
         shoot_dialog(drive, f"frmOption{page + 1}", "Optionen")
     drive("gone", "Optionen")
@@ -124,6 +124,8 @@ def main():
             shoot(name, drive("main"))
         drive("search", "öffnungszeiten", 1)
         shoot("frmMainHits", drive("main"))
+        drive("command", numbers["m_mark_all"])
+        shoot("frmMainSeveral", drive("main"))
         dialogs(drive)
         drive("quit")
     finally:
