@@ -150,6 +150,8 @@ TEST_F(FilesProgramTest, ImportAndExport_BringBackEveryByte) {
     const std::string page = BytesOf(root / "Ausgabe/Texte/index.html");
     EXPECT_NE(page.find("href=\"Briefe/Gru%C3%9F.txt\""), std::string::npos);
     EXPECT_NE(page.find("Grüße ☃ 𝄞"), std::string::npos);
+    EXPECT_NE(page.find("<pre>fett &amp; breit</pre>"), std::string::npos) << "what is seen of a page";
+    EXPECT_NE(page.find("5 Clips in 1 Ordner<"), std::string::npos);
     EXPECT_NE(page.find("src=\"Briefe/Foto.png\""), std::string::npos);
     // Another time nothing is replaced.
     EXPECT_EQ(RunThere({L"export", L"Briefe", L"-o", Path("Ausgabe/Texte")}), 0);

@@ -244,8 +244,12 @@ bool EndsWith(const std::wstring& path, std::initializer_list<const wchar_t*> ex
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view kUtf16Mark = "\xFF\xFE";
 
+// Control characters that do not move on a page: no text has them.
+constexpr std::string_view kNoText("\0\1\2\3\4\5\6\7\x0E\x0F\x10\x11\x12\x13\x14\x15\x16\x17", 18);
+
 bool IsText(std::string_view bytes) {
-    return !bytes.empty() && (bytes.starts_with(kUtf16Mark) || bytes.find('\0') == std::string_view::npos);
+    return !bytes.empty() &&
+           (bytes.starts_with(kUtf16Mark) || bytes.find_first_of(kNoText) == std::string_view::npos);
 }
 
 // A mark in front says how it is written. Without one it is as programs of today write text, or in the code

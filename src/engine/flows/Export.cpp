@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "engine/profiles/modProfile.h"
+#include "engine/search/VisibleText.h"
 #include "engine/tree/TreeWalk.h"
 #include "engine/tree/modTreeEx.h"
 #include "platform/FileBytes.h"
@@ -17,6 +18,9 @@ namespace {
 constexpr const wchar_t* kIndex = L"index.html";
 constexpr std::size_t kWritePiece = 1024 * 1024;
 constexpr std::uint32_t kErrorDiskFull = 112;
+// Of a record's text no more than this is read for the page.
+constexpr std::size_t kMostSeen = 1000;
+constexpr std::size_t kReadPiece = 4096;
 
 // A failed write that says nothing is the disk's way to say that it is full.
 std::uint32_t WriteAll(FileHandle file, const std::vector<std::uint8_t>& bytes) {
@@ -28,6 +32,21 @@ std::uint32_t WriteAll(FileHandle file, const std::vector<std::uint8_t>& bytes) 
         at += piece;
     }
     return 0;
+}
+
+// The beginning of what a user sees of a record.
+std::wstring SeenText(const ClipRecord& record, const std::vector<std::uint8_t>& data) {
+    const TextForm form = ContentOfFormat(record.id, AnsiFromText(record.name)).form;
+    if (form == TextForm::None) return BeginningOfText(record, data);
+    const auto reader = VisibleText::Of(form);
+    std::u16string text;
+    for (std::size_t at = 0; at < data.size() && text.size() < kMostSeen && !reader->Ended();
+         at += kReadPiece) {
+        const std::size_t size = std::min(kReadPiece, data.size() - at);
+        reader->Take({reinterpret_cast<const char*>(data.data()) + at, size}, text);
+    }
+    reader->End(text);
+    return Trim(TextFromUtf16(text));
 }
 
 }  // namespace
@@ -145,8 +164,8 @@ void Export::WriteForms(const Item& item, const std::vector<ClipRecord>& records
         if (!bytes) continue;
         const std::wstring file = name + form.extension;
         if (!WriteFile(JoinDirectory(levels_.back().directory, file), *bytes)) continue;
-        shown.files.push_back({form.kind, levels_.back().fromTop + file, form.extension});
-        if (shown.beginning.empty()) shown.beginning = BeginningOfText(record, data);
+        shown.files.push_back({form.kind, levels_.back().fromTop + file});
+        if (shown.beginning.empty()) shown.beginning = SeenText(record, data);
     }
 }
 

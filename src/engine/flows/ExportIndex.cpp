@@ -11,19 +11,58 @@ namespace {
 constexpr std::size_t kMostLetters = 400;
 
 constexpr std::string_view kStyle =
-    "body{font:15px/1.45 system-ui,sans-serif;margin:2em auto;max-width:60em;padding:0 1em;color:#222;"
-    "background:#fafafa}"
-    "h1{font-size:1.6em;margin:0 0 .6em}"
-    "details{margin:.4em 0 .4em .2em;padding-left:.8em;border-left:2px solid #d5dbe3}"
-    "summary{cursor:pointer;font-weight:600;padding:.15em 0}"
-    "article{background:#fff;border:1px solid #e2e5ea;border-radius:6px;margin:.5em 0;padding:.6em .9em}"
-    "h2{font-size:1em;margin:0;display:inline}"
-    ".when,.info{color:#667;font-size:.88em;margin-left:.7em}"
-    "pre{white-space:pre-wrap;overflow-wrap:anywhere;margin:.4em 0;max-height:8em;overflow:hidden;"
-    "background:#f5f6f8;padding:.4em .6em}"
-    "img{max-width:100%;max-height:14em;display:block;margin:.4em 0}"
-    ".files a{margin-right:1em;font-size:.9em}"
-    ".none{color:#99a;font-size:.9em}";
+    ":root{color-scheme:light dark;--page:#f3f5f8;--card:#fff;--line:#dde2ea;--text:#1f2530;--soft:#647084;"
+    "--mark:#1b6ac9;--well:#f6f8fa}"
+    "@media(prefers-color-scheme:dark){:root{--page:#15181d;--card:#1e232a;--line:#323a45;--text:#e3e7ed;"
+    "--soft:#98a3b3;--mark:#7db4f5;--well:#181c22}}"
+    "*{box-sizing:border-box}"
+    "body{font:15px/1.5 \"Segoe UI\",system-ui,sans-serif;margin:0 auto;max-width:76em;padding:2em 1.5em 4em;"
+    "color:var(--text);background:var(--page)}"
+    "header{border-bottom:3px solid var(--mark);padding-bottom:.7em;margin-bottom:1.4em}"
+    "h1{font-size:1.9em;font-weight:600;margin:0}"
+    ".sum,.info,.when{color:var(--soft);font-size:.9em}"
+    "details{margin:.9em 0}"
+    "details details{margin-left:1.1em}"
+    "summary{cursor:pointer;font-size:1.1em;font-weight:600;padding:.2em 0}"
+    "summary .info{font-weight:400;margin-left:.8em}"
+    ".clips{display:grid;grid-template-columns:repeat(auto-fill,minmax(20em,1fr));gap:.8em;margin:.6em 0}"
+    "article{background:var(--card);border:1px solid var(--line);border-radius:8px;padding:.8em 1em;"
+    "display:flex;flex-direction:column;gap:.45em;min-width:0}"
+    "h2{font-size:1em;font-weight:600;margin:0;overflow-wrap:anywhere}"
+    "pre{font:.87em/1.45 "
+    "Consolas,ui-monospace,monospace;white-space:pre-wrap;overflow-wrap:anywhere;margin:0;"
+    "max-height:9.7em;overflow:hidden;background:var(--well);border-radius:5px;padding:.5em .7em}"
+    "img{max-width:100%;max-height:13em;object-fit:contain;align-self:flex-start;border-radius:4px}"
+    ".files{margin-top:auto;padding-top:.2em;display:flex;flex-wrap:wrap;gap:.4em}"
+    ".files a{color:var(--mark);text-decoration:none;border:1px solid var(--line);border-radius:1em;"
+    "padding:.05em .8em;font-size:.88em}"
+    ".files a:hover{border-color:var(--mark)}"
+    ".none{color:var(--soft);font-size:.88em}"
+    ".more{border-left:4px solid #c9701b;padding-left:.8em}"
+    "@media print{article{break-inside:avoid}body{background:none}}";
+
+// What the link to a file says.
+std::wstring LabelOf(OrdinaryKind kind) {
+    switch (kind) {
+        case OrdinaryKind::Text:
+            return L"Text";
+        case OrdinaryKind::WebPage:
+            return L"Webseite";
+        case OrdinaryKind::RichText:
+            return L"Formatierter Text";
+        case OrdinaryKind::Picture:
+            return L"Bild";
+        case OrdinaryKind::Drawing:
+            return L"Zeichnung";
+        case OrdinaryKind::FileList:
+            return L"Liste von Dateien";
+        case OrdinaryKind::Sound:
+            return L"Klang";
+        case OrdinaryKind::Table:
+            return L"Tabelle";
+    }
+    return {};
+}
 
 std::string Escaped(const std::wstring& text) {
     std::string html;
@@ -75,23 +114,35 @@ bool IsShown(const std::wstring& path) {
 void ExportIndex::Begin(const std::wstring& title) {
     body_.clear();
     title_ = title;
-    folders_ = 0;
+    folders_ = allFolders_ = clips_ = 0;
+    inClips_ = false;
     open_ = true;
 }
 
 void ExportIndex::OpenFolder(const std::wstring& name, const std::wstring& info) {
+    ShowClips(false);
+    ++allFolders_;
     body_ += "<details open><summary>" + Escaped(name) + Note("info", info) + "</summary>\n";
     ++folders_;
 }
 
 void ExportIndex::CloseFolder() {
+    ShowClips(false);
     body_ += "</details>\n";
     --folders_;
 }
 
+// The clips that follow each other stand in a field of their own.
+void ExportIndex::ShowClips(bool on) {
+    if (on != inClips_) body_ += on ? "<div class=\"clips\">\n" : "</div>\n";
+    inClips_ = on;
+}
+
 void ExportIndex::Add(const ExportedClip& clip) {
-    body_ += "<article><h2>" + Escaped(clip.name) + "</h2>" + Note("when", clip.captured) +
-             Note("info", clip.info) + "\n";
+    ShowClips(true);
+    ++clips_;
+    body_ += "<article><h2>" + Escaped(clip.name) + "</h2><div>" + Note("when", clip.captured) + "</div>\n";
+    if (!clip.info.empty()) body_ += "<div>" + Note("info", clip.info) + "</div>\n";
     for (const ExportedClip::File& file : clip.files) {
         if (IsShown(file.path))
             body_ += "<img loading=\"lazy\" src=\"" + Linked(file.path) + "\" alt=\"" + Escaped(clip.name) +
@@ -103,20 +154,33 @@ void ExportIndex::Add(const ExportedClip& clip) {
     }
     body_ += "<div class=\"files\">";
     for (const ExportedClip::File& file : clip.files)
-        body_ += "<a href=\"" + Linked(file.path) + "\">" + Escaped(file.label) + "</a>";
+        body_ += "<a href=\"" + Linked(file.path) + "\">" + Escaped(LabelOf(file.kind)) + "</a>";
     if (clip.files.empty())
         body_ += "<span class=\"none\">kein Format, das in einer Datei stehen kann</span>";
     body_ += "</div></article>\n";
 }
 
+std::string ExportIndex::Summary() const {
+    const auto counted = [](int count, const wchar_t* one, const wchar_t* many) {
+        return NumberText(std::int64_t{count}) + (count == 1 ? one : many);
+    };
+    const std::wstring clips = counted(clips_, L" Clip", L" Clips");
+    if (allFolders_ == 0) return Escaped(clips);
+    return Escaped(clips + L" in " + counted(allFolders_, L" Ordner", L" Ordnern"));
+}
+
 std::vector<std::uint8_t> ExportIndex::Finish(bool stopped) {
+    ShowClips(false);
     while (folders_ > 0)
         CloseFolder();
     open_ = false;
     std::string page = "<!DOCTYPE html>\n<html lang=\"de\"><head><meta charset=\"utf-8\"><title>";
-    page += Escaped(title_) + "</title><style>" + std::string(kStyle) + "</style></head><body>\n<h1>";
-    page += Escaped(title_) + "</h1>\n" + std::exchange(body_, {});
-    if (stopped) page += "<p>Der Export wurde hier beendet; es gab noch mehr.</p>\n";
+    page += Escaped(title_) +
+            "</title><meta name=\"viewport\" content=\"width=device-width,initial-scale=1\"><style>" +
+            std::string(kStyle) + "</style></head><body>\n<header><h1>";
+    page += Escaped(title_) + "</h1><div class=\"sum\">" + Summary() + "</div></header>\n" +
+            std::exchange(body_, {});
+    if (stopped) page += "<p class=\"more\">Der Export wurde hier beendet; es gab noch mehr.</p>\n";
     page += "</body></html>\n";
     return {page.begin(), page.end()};
 }

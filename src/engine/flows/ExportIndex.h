@@ -10,8 +10,7 @@
 struct ExportedClip {
     struct File {
         OrdinaryKind kind;
-        std::wstring path;   // from the page's directory on, its parts separated by "/"
-        std::wstring label;  // what the link says
+        std::wstring path;  // from the page's directory on, its parts separated by "/"
     };
     std::wstring name;
     std::wstring info;
@@ -35,8 +34,14 @@ class ExportIndex {
     bool IsOpen() const { return open_; }
 
  private:
+    void ShowClips(bool on);
+    std::string Summary() const;
+
     std::string body_;
     std::wstring title_;
-    int folders_ = 0;
+    int folders_ = 0;  // that are open
+    int allFolders_ = 0;
+    int clips_ = 0;
+    bool inClips_ = false;
     bool open_ = false;
 };
