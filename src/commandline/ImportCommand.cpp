@@ -18,7 +18,7 @@ int RunImport(const CommandContext& context) {
         const Node* const clip = ImportFile(*profile.Tree().TreeView(), container, file, why);
         if (clip != nullptr)
             context.console.Write(clip->FullPath() + L"\n");
-        else
+        else if (!why.empty())
             context.console.WriteError(why + L"\n");
         failed += clip == nullptr ? 1 : 0;
     }

@@ -7,6 +7,7 @@
 
 #include "engine/clipboard/ClipRecords.h"
 #include "engine/flows/ExportIndex.h"
+#include "engine/flows/LongWork.h"
 #include "engine/tree/Node.h"
 #include "platform/FileNames.h"
 
@@ -14,27 +15,26 @@
 // a directory with the page index.html to look through it. Nothing that stands there is replaced.
 //
 // What is to be written is noted at the start: the nodes may change or go meanwhile.
-class Export {
+class Export : public LongWork {
  public:
     // The nodes, each with what is below it, go into the directory, which is made if only it is missing.
     Export(std::span<const Node* const> nodes, std::wstring directory);
 
-    // Writes the next folder or clip. False when there was none left: everything is written then.
-    bool Step();
-    // Ends it here: what is written stays, and the page tells that there was more.
-    void Stop();
+    // Writes the next folder or clip.
+    bool Step() override;
+    // The page tells that there was more.
+    void Stop() override;
 
-    std::size_t Done() const { return next_; }
-    std::size_t Count() const { return items_.size(); }
+    std::size_t Done() const override { return next_; }
+    std::size_t Count() const override { return items_.size(); }
 
     // What became of it.
     std::size_t Files() const { return files_; }
     // Clips that hold nothing that any file could.
     std::size_t WithoutForm() const { return withoutForm_; }
-    // A sentence for each thing that could not be written or read. A full disk ends the export.
-    const std::vector<std::wstring>& Failures() const { return failures_; }
-    // What was written and what was not, in a sentence.
-    std::wstring Summary() const;
+    // Of what could not be written or read. A full disk ends the export.
+    const std::vector<std::wstring>& Failures() const override { return failures_; }
+    std::wstring Summary() const override;
     // The first file or directory that was made; empty for none.
     const std::wstring& FirstMade() const { return firstMade_; }
 

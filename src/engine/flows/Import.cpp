@@ -1,6 +1,7 @@
 #include "engine/flows/Import.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "engine/clipboard/OrdinaryFile.h"
 #include "engine/flows/NewClipFile.h"
@@ -67,12 +68,35 @@ Node* ImportFile(NodeCollection& nodes, Node& container, const std::wstring& pat
                 ErrorNumber::InvalidArgument,
                 L"Von dieser Datei lässt sich nur der Weg aufnehmen, und der ist nicht vollständig");
         NewClipFile file(container);
-        if (!file.IsOpen()) throw RuntimeError(ErrorNumber::FileError);
+        if (!file.IsOpen()) return;  // told
         WriteRecords(file, records);
         file.Close();
         clip = &AddClip(nodes, container, file, ClipNameOf(path), static_cast<std::int16_t>(records.size()));
         file.Keep();
     });
-    if (error) why = path + L": " + error->Description();
+    why = error ? path + L": " + error->Description() : std::wstring();
     return clip;
+}
+
+Import::Import(NodeCollection& nodes, Node& container, std::vector<std::wstring> paths)
+    : nodes_(nodes), container_(&container), paths_(std::move(paths)) {}
+
+bool Import::Step() {
+    Node* const container = container_.Get();
+    if (next_ >= paths_.size() || container == nullptr) return false;
+    std::wstring why;
+    if (ImportFile(nodes_, *container, paths_[next_++], why) != nullptr)
+        ++made_;
+    else if (!why.empty())
+        failures_.push_back(why);
+    else
+        Stop();
+    return true;
+}
+
+std::wstring Import::Summary() const {
+    const auto number = [](std::size_t count) { return NumberText(static_cast<std::int64_t>(count)); };
+    std::wstring text = number(made_) + (made_ == 1 ? L" Datei" : L" Dateien") + L" aufgenommen";
+    if (!failures_.empty()) text += L"; " + number(failures_.size()) + L" Fehler";
+    return text + L".";
 }
