@@ -15,6 +15,7 @@
     NXCLIP_HELP_TOPIC(Restore, 12, "uebernehmen")                   \
     NXCLIP_HELP_TOPIC(Preview, 13, "vorschau")                      \
     NXCLIP_HELP_TOPIC(DragAndDrop, 14, "ziehen")                    \
+    NXCLIP_HELP_TOPIC(Files, 82, "mitnehmen")                       \
     NXCLIP_HELP_TOPIC(TrayIcon, 15, "infobereich")                  \
     NXCLIP_HELP_TOPIC(HotKey, 16, "tastenkombination")              \
     NXCLIP_HELP_TOPIC(Profiles, 20, "profile")                      \

@@ -95,6 +95,8 @@ constexpr std::array<CommandRow, kMainCommandCount> kRows{{
      Does<TreeAction::NewFolder>},
     {EmptyDeleted, kNumbers<m_PP_emptyDeleted>, ActsOn::ChosenOrOpen, Who::TreeCommand, HasDeleted,
      Does<TreeAction::DeleteFolder>},
+    {Export, kNumbers<m_export, m_pp_export, m_ps_export, m_clip_export>, ActsOn::AllChosen, Who::TreeCommand,
+     IsKnown},
     {Delete, kNumbers<m_edit_delete, m_del_profile, m_structDelete, m_delnode, tbbDelete>, ActsOn::AllChosen,
      Who::TreeCommand, IsKnown, Deletes},
     {UndoDelete, kNumbers<m_undo_delete>, ActsOn::Nothing, Who::TreeCommand, CanTakeBack},

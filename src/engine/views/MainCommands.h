@@ -15,6 +15,7 @@ enum class MainCommand {
     UnlinkProfile,
     SearchLostClips,
     EmptyDeleted,
+    Export,
     Delete,
     UndoDelete,
     MoveTo,

@@ -158,6 +158,7 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     void ImportProfile();
     void UnlinkProfile(Node* profile);
     void SearchLostClips(Node* profile);
+    void ExportNode(Node* node);
     void Delete(Node* node);
     void EmptyDeleted(Node* profile);
     void UndoDelete();

@@ -34,6 +34,7 @@
 #include "windows/dialogs/frmProfileProp.h"
 #include "windows/dialogs/frmSearch.h"
 #include "windows/dialogs/frmStructProp.h"
+#include "windows/main/FileCommands.h"
 #include "windows/main/frmMain.h"
 
 namespace {
@@ -67,6 +68,7 @@ frmMain::Action frmMain::ActionOf(MainCommand command) {
         {C::UnlinkProfile, [](Form& form, Node* node) { form.UnlinkProfile(node); }},
         {C::SearchLostClips, [](Form& form, Node* node) { form.SearchLostClips(node); }},
         {C::EmptyDeleted, [](Form& form, Node* node) { form.EmptyDeleted(node); }},
+        {C::Export, [](Form& form, Node* node) { form.ExportNode(node); }},
         {C::Delete, [](Form& form, Node* node) { form.Delete(node); }},
         {C::UndoDelete, [](Form& form, Node*) { form.UndoDelete(); }},
         {C::MoveTo, [](Form& form, Node* node) { form.MoveTo(node); }},
@@ -313,6 +315,12 @@ void frmMain::SearchLostClips(Node* profile) {
     if (!IsProfileNode(profile)) return;
     ::SearchLostClips(cTV, *profile);
     UpdateListview();
+}
+
+void frmMain::ExportNode(Node* node) {
+    if (node == nullptr) return;
+    const std::wstring result = ExportByDialog(window_, TopmostOf(NodesFor(node)));
+    if (!result.empty()) panes_.ShowStatus(result);
 }
 
 // The question's text does not name the node; the status bar does meanwhile.
