@@ -146,8 +146,9 @@ class World {
     void MakeTemplate() {
         const fs::path templates = nxclip_.Directory() / L"Templates";
         fs::create_directories(templates);
-        fs::copy_file(nxclip_.Directory() / L"Zweites" / L"nxclip.nxp", templates / L"Office.nxp",
-                      fs::copy_options::overwrite_existing);
+        // Not every library writes over a file that is there.
+        fs::remove(templates / L"Office.nxp");
+        fs::copy_file(nxclip_.Directory() / L"Zweites" / L"nxclip.nxp", templates / L"Office.nxp");
         fs::create_directories(OfficeDirectory());
     }
     fs::path OfficeDirectory() const { return nxclip_.Directory() / L"Daten" / L"Office"; }
