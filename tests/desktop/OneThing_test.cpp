@@ -187,6 +187,10 @@ TEST_F(OneThing, End_EndsTheMenuTheDragAndTheRenameFirst) {
             Drag(nxclip_.Tree().PlaceOf(path), nxclip_.Tree().PlaceOf(L"Profil"), end);
         });
         ExpectEnd([&] {
+            BringToFront(nxclip_.Main());
+            Drag(nxclip_.Tree().PlaceOf(path), nxclip_.Tree().PlaceOf(path), end);
+        });
+        ExpectEnd([&] {
             nxclip_.Tree().Select(path);
             const Window edit = EditName();
             Type(newName);

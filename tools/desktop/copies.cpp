@@ -56,6 +56,10 @@ class Trial {
                 if (i + 1 < copies) PauseFor(milliseconds(pause));
             }
             WaitUntilQuiet();
+            // On a busy machine the word comes late; one that never comes is waited for in vain.
+            const auto end = Clock::now() + std::chrono::seconds(10);
+            while (Clips() - before + ToldOf() < copies && Clock::now() < end)
+                WaitUntilQuiet();
             const int taken = Clips() - before;
             const int said = std::min(copies - taken, ToldOf());
             row.copies += copies;

@@ -1,10 +1,12 @@
 // Does to NXClip whatever comes into its head: monkey STEPS [SEED], or monkey MINUTESm [SEED].
 //
 // Commands, keys, menus, clicks, drags, names edited in place, dialogs answered at random, a second start,
-// the hot key, windows closed and sessions ended, and another program that copies in between. The program
-// must answer within two seconds after every step, live until it is ended and then leave nothing behind, and
-// show the tree that lies on the disk, which a new start shows again. A failure prints the way that led
-// there; the same seed goes the same way.
+// the hot key, windows closed and sessions ended, another program that copies in between, and programs that
+// share the clipboard and behave badly, which join and leave. The program must answer within two seconds
+// after every step, and whatever time such a program can take of it; live until it is ended, then leave
+// nothing behind and return 0; tell of each copy that it does not take; and show the tree that lies on the
+// disk, which a new start shows again. A failure prints the way that led there; the same seed goes the same
+// way.
 
 #include <windows.h>
 
@@ -13,6 +15,7 @@
 #include <climits>
 #include <cstdio>
 #include <deque>
+#include <list>
 #include <random>
 #include <stdexcept>
 #include <string>
@@ -22,6 +25,7 @@
 #include "desktop/ClipboardData.h"
 #include "desktop/Driver.h"
 #include "desktop/Input.h"
+#include "desktop/Peers.h"
 #include "desktop/Settings.h"
 #include "desktop/Utf8.h"
 #include "desktop/WholeFile.h"
@@ -32,6 +36,11 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr UINT kLongestAnswer = 2000;  // milliseconds
+// What other programs can take of the program's time: those that hang are asked whether they still do, and
+// a slow owner has ten seconds and one format more.
+constexpr UINT kPeersAnswer = 14000;
+constexpr std::size_t kMostPeers = 3;
+constexpr int kStepsOfAPeer = 40;
 constexpr std::size_t kRememberedSteps = 40;
 
 constexpr int kCommands[] = {
@@ -51,8 +60,14 @@ constexpr WORD kChoosing[] = {VK_DOWN, VK_UP, VK_END};
 constexpr const wchar_t* kTexts[] = {L"",     L" ",  L"Affe",        L"Grüße & mehr",
                                      L"C:\\", L"-1", L"99999999999", L"x\\y:z"};
 
+constexpr const wchar_t* kPeers[] = {L"viewer",         L"viewer blind", L"viewer mute",   L"viewer boxing",
+                                     L"viewer reading", L"owner",        L"owner slow",    L"owner hung",
+                                     L"owner empty",    L"owner dying",  L"owner changing"};
+
 class Monkey {
  public:
+    ULONGLONG LongestAnswer() const { return longestAnswer_; }
+
     explicit Monkey(unsigned seed) : random_(seed) {
         // What is deleted is kept on some ways, and the container never grows far on some.
         WriteSetting(L"Settings", L"KeepDeleted", seed % 3 != 0 ? L"1" : L"0");
@@ -98,7 +113,8 @@ class Monkey {
     }
     void Step() {
         const Window dialog = TopDialog();
-        switch (Random(dialog ? 14 : 18)) {
+        LetPeersGo();
+        switch (Random(dialog ? 16 : 20)) {
             case 0:
                 return Copy();
             case 1:
@@ -115,6 +131,10 @@ class Monkey {
                 return GoOrComeBack();
             case 7:
                 return UseList();
+            case 8:
+                return UsePeer();
+            case 9:
+                return dialog ? UsePeer() : CopyInSight();
             default:
                 return dialog ? AnswerSomehow(dialog) : Random(3) == 0 ? DragSomething() : Command();
         }
@@ -132,6 +152,58 @@ class Monkey {
         const std::string number = std::to_string(++copies_);
         PutFormats({{CF_TEXT, "Text " + number + '\0'},
                     {kFormat, std::string(static_cast<std::size_t>(Random(5000)) + 1, 'm')}});
+    }
+    // Programs that share the clipboard come, copy, hang and go.
+    void UsePeer() {
+        if (peers_.size() < kMostPeers && Random(2) == 0) {
+            const wchar_t* const kind = OneOf(kPeers);
+            Note("there is a " + Utf8(kind));
+            return void(peers_.emplace_back(kind, steps_ + Random(kStepsOfAPeer)));
+        }
+        if (peers_.empty()) return;
+        const auto peer = std::next(peers_.begin(), Random(peers_.size()));
+        if (!peer->program.Handle().Exists()) return void(peers_.erase(peer));
+        switch (peer->owns ? 2 : Random(2)) {
+            case 0:
+                Note("a viewer hangs");
+                return peer->program.Hang(Random(2) * 3000);
+            case 1:
+                Note("a viewer leaves");
+                return peer->program.Handle().Post(kPeerLeave);
+            default:
+                Note("an owner copies");
+                peer->program.Handle().Post(kPeerCopy, static_cast<WPARAM>(++copies_),
+                                            MAKELPARAM(Random(5), Random(1500)));
+        }
+    }
+    void LetPeersGo() {
+        std::erase_if(peers_, [&](const Companion& peer) { return peer.until <= steps_; });
+    }
+    UINT Patience() {
+        if (!peers_.empty()) peersAt_ = GetTickCount64();
+        return peersAt_ != 0 && GetTickCount64() - peersAt_ < kPeersAnswer ? kPeersAnswer : kLongestAnswer;
+    }
+
+    // A copy while nothing stands in its way becomes a clip, or something is said.
+    void CopyInSight() {
+        if (!peers_.empty() || !nxclip_.ToolBar().Pressed(tbbAutoDetect) ||
+            nxclip_.ToolBar().Pressed(tbbLock))
+            return;
+        Note("a copy that must be seen");
+        const std::wstring before = nxclip_.StatusBar().Text();
+        Copy();
+        const std::string text = "Text " + std::to_string(copies_) + '\0';
+        WaitFor("a copy to be taken or to be told of", [&] {
+            MustAnswer();
+            return TopDialog() || nxclip_.StatusBar().Text() != before || IsStored(text);
+        });
+    }
+    bool IsStored(const std::string& text) const {
+        for (const auto& file : std::filesystem::recursive_directory_iterator(nxclip_.Directory()))
+            if (file.path().extension() == L".nxc" &&
+                ReadWholeFile(file.path()).find(text) != std::string::npos)
+                return true;
+        return false;
     }
     void Command() {
         const int command = OneOf(kCommands);
@@ -257,7 +329,7 @@ class Monkey {
             return !nxclip_.Running() || (!session && nxclip_.Main().Exists() && !nxclip_.Main().Enabled());
         });
         wantsToClose_ = nxclip_.Running();
-        if (!wantsToClose_) nxclip_.Start();
+        if (!wantsToClose_) StartAgain();
     }
     void AnswerSomehow(Window dialog) {
         std::vector<Window> buttons, edits;
@@ -290,20 +362,26 @@ class Monkey {
     }
 
     void MustAnswer() {
-        if (!nxclip_.Running() && std::exchange(wantsToClose_, false)) nxclip_.Start();
+        if (!nxclip_.Running() && std::exchange(wantsToClose_, false)) StartAgain();
         if (!nxclip_.Running()) throw std::runtime_error("the program has ended");
         DWORD_PTR answer = 0;
         const ULONGLONG asked = GetTickCount64();
         // What this program owns on the clipboard may be asked for meanwhile.
         while (SendMessageTimeoutW(nxclip_.Main().Handle(), WM_NULL, 0, 0, SMTO_NORMAL, 100, &answer) == 0) {
             Pause();
-            if (GetTickCount64() - asked > kLongestAnswer)
-                throw std::runtime_error("no answer for two seconds");
+            if (GetTickCount64() - asked > Patience()) throw std::runtime_error("no answer for too long");
         }
+        longestAnswer_ = std::max(longestAnswer_, GetTickCount64() - asked);
+    }
+    void StartAgain() {
+        if (const DWORD code = nxclip_.Program().WaitForEnd())
+            throw std::runtime_error("exit code " + std::to_string(code));
+        nxclip_.Start();
     }
 
     // Every menu, dialog and question is closed, so that the tree can be read.
     void ComeToRest() {
+        peers_.clear();
         for (int tries = 0; tries < 100; ++tries) {
             PressKeys({VK_ESCAPE});
             MustAnswer();
@@ -353,6 +431,16 @@ class Monkey {
     std::mt19937 random_;
     Driver nxclip_;
     std::deque<std::string> way_;
+    struct Companion {
+        Companion(const wchar_t* kind, int lastStep)
+            : program(kind), owns(std::wstring_view(kind).starts_with(L"owner")), until(lastStep) {}
+        Peer program;
+        bool owns;
+        int until;  // the step
+    };
+    std::list<Companion> peers_;
+    ULONGLONG peersAt_ = 0;  // when there was one last
+    ULONGLONG longestAnswer_ = 0;
     bool wantsToClose_ = false;  // once what was in its way has gone
     int copies_ = 0;
     int steps_ = 0;
@@ -369,7 +457,9 @@ int wmain(int count, wchar_t** arguments) {
     std::printf("%ls with the seed %u\n", (minutes ? length : length + L" steps").c_str(), seed);
     std::fflush(stdout);
     try {
-        Monkey(seed).Run(minutes ? INT_MAX : std::stoi(length), end);
+        Monkey monkey(seed);
+        monkey.Run(minutes ? INT_MAX : std::stoi(length), end);
+        std::printf("the longest answer took %llu ms\n", monkey.LongestAnswer());
     } catch (const std::exception& error) {
         std::printf("%s\n", error.what());
         return 1;

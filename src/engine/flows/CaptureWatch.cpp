@@ -37,11 +37,11 @@ CaptureWatch::CaptureWatch(MainWindowHost& host, CClipBoard& clipBoard)
       snap_(host, clipBoard),
       afterRest_(host,
                  [this] {
-                     if (Options().AutoSnap) UpdateClipBoard();
+                     if (Options().AutoSnap && !missed_) UpdateClipBoard();
                  }),
       whenFree_(host,
                 [this] {
-                    if (Options().AutoSnap) TakeChange();
+                    if (Options().AutoSnap && !missed_) TakeChange();
                 }),
       showing_(host, [this] { snap_.Show(Trigger::Change); }),
       quiet_(host, [this] { TellOfCopiesGoneBy(); }) {}

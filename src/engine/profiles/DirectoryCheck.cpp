@@ -180,8 +180,12 @@ class Check {
         const FileOwner file(ThePlatform().files.Open(JoinDirectory(directory_, name), FileUse::Read));
         if (!file.IsSet()) return Found(Damage::ClipFileUnreadable, name);
         CFormat first;
-        const bool hasRecord = first.LoadFromFile(file.Get(), false) && !DamageOfRecord(RecordOf(first));
-        Found(hasRecord ? Damage::ClipWithoutNode : Damage::RestOfClip, name);
+        if (!first.LoadFromFile(file.Get(), false)) return Found(Damage::RestOfClip, name);
+        const auto damage = DamageOfRecord(RecordOf(first));
+        Found(!damage                          ? Damage::ClipWithoutNode
+              : *damage == Damage::RecordEmpty ? Damage::ZerosOfClip
+                                               : Damage::RestOfClip,
+              name);
     }
 
     struct Level {
@@ -235,6 +239,7 @@ constexpr DamageText kTexts[] = {
     {Damage::ClipWithoutNode, Mending::AfterAnswer, L"Zur Datei gibt es keinen Eintrag im Baum."},
     {Damage::RestOfClip, Mending::ByLoad,
      L"In der Datei ist kein Format ganz; zu ihr gibt es keinen Eintrag."},
+    {Damage::ZerosOfClip, Mending::None, L"In der Datei stehen nur Nullen; zu ihr gibt es keinen Eintrag."},
     {Damage::HalfCopy, Mending::ByLoad, L"Die Datei ist der Rest einer abgebrochenen Kopie."},
 };
 
@@ -275,7 +280,8 @@ DirectoryState CheckDirectory(const std::wstring& directory,
 
 bool IsLoss(Damage damage) {
     const bool treeGone = damage == Damage::TreeDamaged || damage == Damage::TreeWithoutProfile;
-    return treeGone || (damage != Damage::DirectoryMissing && MendingOf(damage) == Mending::None);
+    const bool neverStood = damage == Damage::DirectoryMissing || damage == Damage::ZerosOfClip;
+    return treeGone || (!neverStood && MendingOf(damage) == Mending::None);
 }
 
 std::vector<std::wstring> LossesIn(const std::wstring& directory) {

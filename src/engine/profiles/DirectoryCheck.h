@@ -43,7 +43,8 @@ enum class Damage {
     RecordOfObject,     // under the number of a format that has no data
     // What no node leads to.
     ClipWithoutNode,
-    RestOfClip,  // no record is whole
+    RestOfClip,   // no record is whole
+    ZerosOfClip,  // what a power cut leaves of data that was not on the disk
     HalfCopy,
 };
 
@@ -87,7 +88,8 @@ std::optional<Damage> DamageOfRecord(const ClipRecord& record);
 std::optional<Damage> DamageOfClipFile(const std::wstring& file, std::int16_t formatCount);
 
 // True for what the end of the process must never leave, at whatever moment it comes: no load would put it
-// right, or the tree is gone that stands in the file. What is not there at all may have been deleted.
+// right, or the tree is gone that stands in the file. What is not there at all may have been deleted, and
+// zeros that no node leads to were never a clip.
 bool IsLoss(Damage damage);
 // The losses in a directory, each as its text.
 std::vector<std::wstring> LossesIn(const std::wstring& directory);

@@ -61,7 +61,8 @@ class Repair {
     // What is left without a node and holds nothing whole.
     void PutRestsAside() {
         for (const Finding& finding : CheckDirectory(directory_).findings) {
-            if (finding.damage == Damage::RestOfClip) PutAside(JoinDirectory(directory_, finding.place));
+            if (finding.damage == Damage::RestOfClip || finding.damage == Damage::ZerosOfClip)
+                PutAside(JoinDirectory(directory_, finding.place));
         }
     }
 

@@ -1,7 +1,6 @@
 #include "platform/posix/PosixFiles.h"
 
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <unistd.h>
@@ -25,8 +24,30 @@ constexpr std::uint32_t kFileExists = 80;
 constexpr std::uint32_t kDiskFull = 112;
 constexpr std::uint32_t kInvalidName = 123;
 
-// What the lock of a profile holds, so that one that a crash left is told from one of another program.
-constexpr char kLockMark[] = "nxclip-files";
+// The byte that a lock takes, far behind the content, in all programs alike.
+constexpr off_t kLockedByte = off_t{1} << 32;
+
+// A lock that belongs to the open file where the system knows such ones, and else to the process.
+#ifdef F_OFD_SETLK
+constexpr int kSetLock = F_OFD_SETLK;
+#else
+constexpr int kSetLock = F_SETLK;
+#endif
+
+bool LocksItsByte(int file) {
+    struct flock lock {};
+    lock.l_type = F_WRLCK;
+    lock.l_whence = SEEK_SET;
+    lock.l_start = kLockedByte;
+    lock.l_len = 1;
+    return fcntl(file, kSetLock, &lock) == 0;
+}
+
+// Whoever held the lock before removes its file.
+bool IsRemoved(int file) {
+    struct stat found;
+    return fstat(file, &found) != 0 || found.st_nlink == 0;
+}
 
 std::string SystemName(const std::wstring& path) {
     std::string name = Utf8FromText(path);
@@ -117,21 +138,20 @@ FileHandle PosixFiles::Open(const std::wstring& path, FileUse use) {
     return HandleOf(file);
 }
 
-// A lock file that is there belongs to a program that runs, also under Wine or on another machine, unless it
-// is one of our own that nobody holds any more.
+// What counts is the lock, which the system takes from a program that ends, also from one that runs under
+// Wine or over a network; a file that was left behind is nobody's.
 int PosixFiles::OpenLock(const std::string& path) {
-    int file = open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-    const bool isNew = file >= 0;
-    if (!isNew && errno == EEXIST) file = open(path.c_str(), O_RDWR | O_CLOEXEC);
-    if (file < 0) return file;
-    char mark[sizeof kLockMark] = {};
-    const bool ours = isNew || (read(file, mark, sizeof mark - 1) > 0 && std::string(mark) == kLockMark);
-    if (!ours || flock(file, LOCK_EX | LOCK_NB) != 0) {
-        close(file);
-        errno = EWOULDBLOCK;
-        return -1;
-    }
-    if (isNew && write(file, kLockMark, sizeof kLockMark - 1) < 0) errno = 0;
+    int file = -1;
+    do {
+        if (file >= 0) close(file);
+        file = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+        if (file >= 0 && !LocksItsByte(file)) {
+            const int error = errno == EACCES || errno == EAGAIN ? EWOULDBLOCK : errno;
+            close(file);
+            errno = error;
+            return -1;
+        }
+    } while (file >= 0 && IsRemoved(file));
     return file;
 }
 

@@ -38,6 +38,15 @@ bool IsShownInside(HWND window, HWND child) {
     return child == window;
 }
 
+// A control that follows the mouse does so in a loop of its own, which goes on with the control afterwards.
+// False when none does.
+bool TakesMouseFromAControl(HWND window) {
+    const HWND holder = GetCapture();
+    if (holder == nullptr || !IsChild(window, holder)) return false;
+    ReleaseCapture();
+    return true;
+}
+
 }  // namespace
 
 frmMain::frmMain(Win32User& user) : user_(user) {
@@ -421,7 +430,9 @@ void frmMain::EndWhatIsOpen() {
 
 // The code below an open dialog goes on with the window when the dialog closes.
 void frmMain::Close() {
-    if (Begins(Who::Closing)) {
+    if (!Is(Busy::Drag) && TakesMouseFromAControl(window_)) {
+        closing_.PutOff();
+    } else if (Begins(Who::Closing)) {
         // Whatever fails here, the window closes.
         Succeeds([] { RenderBeforeTheEnd(); });
         DestroyWindow(window_);
@@ -437,6 +448,7 @@ void frmMain::Close() {
 void frmMain::EndSession() {
     // The system ends the process when this returns, and perhaps before.
     if (loaded_) StoreEverything();
+    if (!Is(Busy::Drag) && TakesMouseFromAControl(window_)) return closing_.PutOff();
     if (MayBegin(Who::SessionEnd) == Answer::EndsIt) {
         HeldMessages untold;
         EndWhatIsOpen();

@@ -399,6 +399,27 @@ TEST_F(SnapTest, UpdateClipBoard_TakesOnlyTheNewestOfABurst) {
     EXPECT_EQ(StoredData(*LastClip()), std::vector<std::string>{"999\0"s});
 }
 
+// The system tells of each change twice; the look that the second word calls for comes when the dialog has
+// closed.
+TEST_F(SnapTest, UpdateClipBoard_OffersACopyUnderADialogAndDoesNotTakeIt) {
+    Options().AutoSnap = true;
+    CopyText("eins");
+    flow.UpdateClipBoard();
+    flow.UpdateClipBoard();
+    {
+        const BusyScope dialog(Busy::Dialog);
+        CopyText("zwei");
+        flow.UpdateClipBoard();
+        window.BecomeIdle(fake.clock);
+    }
+    flow.OfferMissed();
+    for (int i = 0; i < 3; ++i)
+        window.BecomeIdle(fake.clock);
+    EXPECT_EQ(folder->Children(), 1);
+    EXPECT_TRUE(flow.TakeMissed());
+    EXPECT_EQ(folder->Children(), 2);
+}
+
 // Each copy's own notice comes before it is taken or after.
 TEST_F(SnapTest, CopyTold_SaysHowManyWentBy) {
     Options().AutoSnap = true;

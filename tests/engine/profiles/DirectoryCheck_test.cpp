@@ -178,7 +178,7 @@ TEST_F(DirectoryCheckTest, CheckDirectory_FindsEachSingleDamage) {
         {Damage::RecordOfObject, L"P\\S\\c1", [&] { SetRecord(2, "Bitmap", 4, 4); }},
         {Damage::ClipWithoutNode, L"C7.nxc", [&] { SetFile(L"C7.nxc", DataOf(L"c7")); }},
         {Damage::RestOfClip, L"C7.nxc", [&] { SetFile(L"C7.nxc", DataOf(L"c7").substr(0, 12)); }},
-        {Damage::RestOfClip, L"C7.nxc", [&] { SetFile(L"C7.nxc", std::string(500, '\0')); }},
+        {Damage::ZerosOfClip, L"C7.nxc", [&] { SetFile(L"C7.nxc", std::string(500, '\0')); }},
         {Damage::HalfCopy, L"C3.nxc.~1", [&] { SetFile(L"C3.nxc.~1", DataOf(L"c3")); }},
     };
     for (const Case& row : cases) {
