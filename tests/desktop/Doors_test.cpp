@@ -116,6 +116,12 @@ TEST_F(Doors, Exception_LeavesNoDoorAndTheProgramGoesOn) {
     modal_ = false;
 
     Throw("TreeDrag::Target::DragEnter", [&] { DragClipToFolder(); });
+    Arm("DraggedNodeData::GetData");
+    DragClipToFolder();
+    // Without its data the clip is refused, which is told as well.
+    const std::string refused = Utf8(nxclip_.AnswerNotice() + nxclip_.AnswerNotice());
+    EXPECT_NE(refused.find("DraggedNodeData::GetData"), std::string::npos) << refused;
+    ExpectWorks();
     Arm("TreeDrag::Target::DragOver");
     Arm("TreeDrag::Target::Drop");
     DragClipToFolder();

@@ -1,7 +1,7 @@
-#include "desktop/ProgramTest.h"
+#include "desktop/DropPeers.h"
 #include "desktop/WholeFile.h"
 
-// Clips that leave as ordinary files, and what nxclip-files does beside the program.
+// Clips that leave as ordinary files, and files that become clips.
 
 namespace {
 
@@ -19,11 +19,71 @@ class Files : public ProgramTest {
         return {ReadWholeFile(output), code};
     }
     DWORD CodeOf(const std::wstring& words) { return RunFiles(words).second; }
+    static void DragOut(POINT from) { Drag(from, FileTaker::PlaceAt(from.y)); }
     std::wstring Make(const std::wstring& name, const std::string& bytes) {
         WriteWholeFile(nxclip_.Directory() / name, bytes);
         return (nxclip_.Directory() / name).wstring();
     }
+
+    const OleHere ole_;
 };
+
+TEST_F(Files, ClipDraggedOut_ArrivesAsFilesAndTheTreesOwnDragStillWorks) {
+    StartWithProfile();
+    SnapOf({{CF_UNICODETEXT, std::string("G\0r\0\xFC\0\xDF\0e\0\0\0", 12)}});
+    MakeFolder(L"Ordner");
+    nxclip_.Tree().Select(L"Profil");
+    WaitFor("the list", [&] { return nxclip_.List().Count() == 2; });
+    const auto names = nxclip_.List().Names();
+    const int row = static_cast<int>(std::find(names.begin(), names.end(), L"Clip") - names.begin());
+    FileTaker taker;
+    BringToFront(nxclip_.Main());
+    DragOut(nxclip_.List().PlaceOf(row));
+    WaitFor("the drop", [&] { return taker.Dropped(); });
+    ASSERT_EQ(taker.Files().size(), 1u);
+    EXPECT_EQ(taker.Files().at(L"Clip.txt"),
+              "Gr\xC3\xBC\xC3\x9F"
+              "e");
+
+    // The file of the clip is gone when its bytes are asked for.
+    FileTaker late;
+    late.beforeTheBytes = [&] { fs::rename(ClipFileAt(1), nxclip_.Directory() / L"weg"); };
+    DragOut(nxclip_.List().PlaceOf(row));
+    WaitFor("the late drop", [&] { return late.Dropped(); });
+    EXPECT_EQ(late.Files().at(L"Clip.txt"), std::nullopt);
+    fs::rename(nxclip_.Directory() / L"weg", ClipFileAt(1));
+    EXPECT_TRUE(nxclip_.Quiet());
+
+    Drag(nxclip_.List().PlaceOf(row), nxclip_.Tree().PlaceOf(L"Profil\\Ordner"));
+    nxclip_.WaitForTree(L"Profil [Camera] open\n  Ordner [Structure] open\n    Clip [Clip]\n");
+}
+
+TEST_F(Files, FilesDroppedOnAFolder_BecomeClips) {
+    StartWithProfile();
+    MakeFolder(L"Ordner");
+    const std::wstring huge = Make(L"groß.bin", "x");
+    fs::resize_file(huge, 300'000'000);
+    const std::vector<std::wstring> paths = {Make(L"Gruß.txt",
+                                                  "Gr\xC3\xBC\xC3\x9F"
+                                                  "e"),
+                                             nxclip_.ProfileDirectory().wstring(), huge,
+                                             (nxclip_.Directory() / L"weg.txt").wstring()};
+    EXPECT_EQ(DragFiles(paths, nxclip_.Tree().PlaceOf(L"Profil\\Ordner")), DWORD{DROPEFFECT_COPY});
+    EXPECT_NE(nxclip_.AnswerNotice().find(L"weg.txt"), std::wstring::npos);
+    nxclip_.WaitForTree(
+        L"Profil [Camera] open\n  Ordner [Structure] open\n    Gruß [Clip]\n    Profil [Clip]\n    groß "
+        L"[Clip]\n");
+    const auto records = ReadClipFile(ClipFileAt(1));
+    ASSERT_FALSE(records.empty());
+    EXPECT_EQ(records[0].bytes, std::string("G\0r\0\xFC\0\xDF\0e\0\0\0", 12));
+    EXPECT_LT(fs::file_size(ClipFileAt(3)), 1000u) << "of a huge file only the way is taken";
+    EXPECT_TRUE(fs::exists(paths[0])) << "the file stays where it is";
+
+    // The lock lets nothing new come in.
+    nxclip_.Command(m_edit_lock);
+    EXPECT_EQ(DragFiles(paths, nxclip_.Tree().PlaceOf(L"Profil\\Ordner"), std::chrono::seconds(1)),
+              DWORD{DROPEFFECT_NONE});
+}
 
 TEST_F(Files, Export_WritesTheProfileEvenIntoItsOwnDirectory) {
     StartWithProfile();

@@ -91,6 +91,10 @@ void MoveMouse(POINT to) {
     SendAll({MouseInput(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE, to)});
 }
 
+void MouseButton(bool down) {
+    SendAll({MouseInput(down ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_LEFTUP)});
+}
+
 void Click(POINT place) {
     MoveMouse(place);
     SendAll({MouseInput(MOUSEEVENTF_LEFTDOWN), MouseInput(MOUSEEVENTF_LEFTUP)});

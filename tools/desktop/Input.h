@@ -30,6 +30,8 @@ class HeldKey {
 };
 
 void MoveMouse(POINT to);
+// The left one, where the pointer is.
+void MouseButton(bool down);
 void Click(POINT place);
 void RightClick(POINT place);
 void DoubleClick(POINT place);

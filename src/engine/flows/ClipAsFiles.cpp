@@ -6,21 +6,29 @@
 #include "platform/FileNames.h"
 #include "platform/RuntimeError.h"
 
-ClipAsFiles::ClipAsFiles(const Node& clip) : clipFile_(ClipFileOf(&clip)) {
-    if (clipFile_.empty()) return;
+ClipAsFiles::ClipAsFiles(ChosenNodes clips) {
+    UniqueNames names;
+    for (const Node* const clip : clips)
+        Note(*clip, names);
+}
+
+void ClipAsFiles::Note(const Node& clip, UniqueNames& names) {
+    const std::wstring clipFile = ClipFileOf(&clip);
+    if (clipFile.empty()) return;
     const std::wstring safe = SafeFileName(clip.Text());
-    const std::wstring name = safe.empty() ? L"Clip" : safe;
+    const std::wstring name =
+        names.Next(safe.empty() ? L"Clip" : safe, [](const std::wstring&) { return false; });
     ErrorIn([&] {
-        for (const ClipRecord& record : BestOfEachKind(RecordsOf(clipFile_, AttributesOf(&clip).formatCount)))
-            files_.push_back({name + OrdinaryFormOf(record)->extension, record});
+        for (const ClipRecord& record : BestOfEachKind(RecordsOf(clipFile, AttributesOf(&clip).formatCount)))
+            files_.push_back({name + OrdinaryFormOf(record)->extension, clipFile, record});
     });
 }
 
 std::optional<std::vector<std::uint8_t>> ClipAsFiles::Bytes(std::size_t index) const {
     std::optional<std::vector<std::uint8_t>> bytes;
     ErrorIn([&] {
-        const ClipRecord& record = files_.at(index).record;
-        bytes = OrdinaryBytes(record, DataOf(clipFile_, record));
+        const File& file = files_.at(index);
+        bytes = OrdinaryBytes(file.record, DataOf(file.clipFile, file.record));
     });
     return bytes;
 }

@@ -6,17 +6,19 @@
 #include <vector>
 
 #include "engine/clipboard/ClipRecords.h"
-#include "engine/tree/Node.h"
+#include "engine/flows/ChosenNodes.h"
+#include "platform/FileNames.h"
 
-// A clip as it is dropped onto the desktop: the ordinary files that it can become, named first, read when
+// Clips as they are dropped onto the desktop: the ordinary files that they can become, named first, read when
 // they are asked for.
 class ClipAsFiles {
  public:
     // None for a node that is no clip and for one whose file cannot be read.
-    explicit ClipAsFiles(const Node& clip);
+    explicit ClipAsFiles(ChosenNodes clips);
 
     struct File {
-        std::wstring name;
+        std::wstring name;  // each another one
+        std::wstring clipFile;
         ClipRecord record;
     };
     const std::vector<File>& Files() const { return files_; }
@@ -24,6 +26,7 @@ class ClipAsFiles {
     std::optional<std::vector<std::uint8_t>> Bytes(std::size_t index) const;
 
  private:
-    std::wstring clipFile_;
+    void Note(const Node& clip, UniqueNames& names);
+
     std::vector<File> files_;
 };

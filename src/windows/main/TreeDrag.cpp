@@ -1,11 +1,8 @@
 #include "windows/main/TreeDrag.h"
 
 #include <ole2.h>
-#include <shlobj.h>
 
 #include <algorithm>
-#include <array>
-#include <cstring>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -13,73 +10,19 @@
 #include "engine/flows/DropRules.h"
 #include "engine/flows/modDragDrop.h"
 #include "engine/process/MayBegin.h"
+#include "engine/process/modOption.h"
+#include "engine/profiles/StructureLock.h"
+#include "engine/profiles/modProfile.h"
 #include "engine/tree/modTreeEx.h"
 #include "platform/Busy.h"
 #include "platform/Guard.h"
 #include "platform/Platform.h"
-#include "platform/win32/LateFunction.h"
 #include "windows/controls/ComObject.h"
 #include "windows/controls/Dpi.h"
 #include "windows/controls/Ole.h"
+#include "windows/main/DraggedClip.h"
 
 namespace {
-
-FORMATETC NodeFormat() {
-    FORMATETC format{};
-    format.cfFormat = static_cast<CLIPFORMAT>(DraggedNodeFormat());
-    format.dwAspect = DVASPECT_CONTENT;
-    format.lindex = -1;
-    format.tymed = TYMED_HGLOBAL;
-    return format;
-}
-
-bool IsNodeFormat(const FORMATETC& format) {
-    return format.cfFormat == static_cast<CLIPFORMAT>(DraggedNodeFormat()) &&
-           (format.tymed & TYMED_HGLOBAL) != 0;
-}
-
-// The data of a drag: one format, the payload.
-class NodeDataObject : public ComObject<IDataObject> {
- public:
-    explicit NodeDataObject(const DraggedNode& payload) : bytes_(DraggedNodeBytes(payload)) {}
-
-    HRESULT STDMETHODCALLTYPE GetData(FORMATETC* format, STGMEDIUM* medium) noexcept override {
-        if (!IsNodeFormat(*format)) return DV_E_FORMATETC;
-        const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, bytes_.size());
-        if (block == nullptr) return E_OUTOFMEMORY;
-        std::memcpy(GlobalLock(block), bytes_.data(), bytes_.size());
-        GlobalUnlock(block);
-        medium->tymed = TYMED_HGLOBAL;
-        medium->hGlobal = block;
-        medium->pUnkForRelease = nullptr;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE GetDataHere(FORMATETC*, STGMEDIUM*) noexcept override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE QueryGetData(FORMATETC* format) noexcept override {
-        return IsNodeFormat(*format) ? S_OK : DV_E_FORMATETC;
-    }
-    HRESULT STDMETHODCALLTYPE GetCanonicalFormatEtc(FORMATETC*, FORMATETC* out) noexcept override {
-        out->ptd = nullptr;
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE SetData(FORMATETC*, STGMEDIUM*, BOOL) noexcept override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE EnumFormatEtc(DWORD direction, IEnumFORMATETC** enumerator) noexcept override {
-        static const auto create =
-            LateFunction<decltype(&SHCreateStdEnumFmtEtc)>(L"shell32.dll", "SHCreateStdEnumFmtEtc");
-        const FORMATETC format = NodeFormat();
-        return direction == DATADIR_GET && create != nullptr ? create(1, &format, enumerator) : E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE DAdvise(FORMATETC*, DWORD, IAdviseSink*, DWORD*) noexcept override {
-        return OLE_E_ADVISENOTSUPPORTED;
-    }
-    HRESULT STDMETHODCALLTYPE DUnadvise(DWORD) noexcept override { return OLE_E_ADVISENOTSUPPORTED; }
-    HRESULT STDMETHODCALLTYPE EnumDAdvise(IEnumSTATDATA**) noexcept override {
-        return OLE_E_ADVISENOTSUPPORTED;
-    }
-
- private:
-    std::array<std::uint8_t, kDraggedNodeSize> bytes_;
-};
 
 class NodeDropSource : public ComObject<IDropSource> {
  public:
@@ -121,7 +64,7 @@ class OleDragData : public DragData {
 
  private:
     static FORMATETC FormatOf(std::int16_t number) {
-        FORMATETC format = NodeFormat();
+        FORMATETC format = DraggedNodeData::NodeFormat();
         format.cfFormat = static_cast<CLIPFORMAT>(number);
         return format;
     }
@@ -141,6 +84,7 @@ class TreeDrag::Target : public ComObject<IDropTarget> {
             DraggedNode payload;
             isNode_ = GetDraggedNode(dragged, payload);
             isOurs_ = isNode_ && drag_.IsDragged(payload);
+            areFiles_ = !isNode_ && AreFiles(data);
             return Over(keys, point, effect);
         });
     }
@@ -151,14 +95,19 @@ class TreeDrag::Target : public ComObject<IDropTarget> {
 
     HRESULT STDMETHODCALLTYPE DragLeave() noexcept override {
         drag_.pane_.ShowDropTarget(nullptr, false);
-        isNode_ = isOurs_ = false;
+        isNode_ = isOurs_ = areFiles_ = false;
         return S_OK;
     }
 
-    HRESULT STDMETHODCALLTYPE Drop(IDataObject*, DWORD keys, POINTL point, DWORD* effect) override {
-        // The program does the move itself: the source has nothing to delete.
-        *effect = DROPEFFECT_NONE;
+    HRESULT STDMETHODCALLTYPE Drop(IDataObject* data, DWORD keys, POINTL point, DWORD* effect) override {
+        const DWORD offered = std::exchange(*effect, DROPEFFECT_NONE);
         const HRESULT result = Guarded<HRESULT>(E_UNEXPECTED, [&] {
+            Node* const container = areFiles_ ? drag_.ContainerAt(InTree(point)) : nullptr;
+            if (container != nullptr && (offered & DROPEFFECT_COPY) != 0) {
+                drag_.filesDropped_(*container, DraggedPaths(data));
+                *effect = DROPEFFECT_COPY;
+            }
+            // The program does the move itself: the source has nothing to delete.
             if (isOurs_) drag_.Dropped(drag_.PlaceAt(InTree(point), Moves(keys)), Moves(keys));
             return S_OK;
         });
@@ -176,6 +125,7 @@ class TreeDrag::Target : public ComObject<IDropTarget> {
     }
 
     HRESULT Over(DWORD keys, POINTL point, DWORD* effect) {
+        if (areFiles_) return FilesOver(point, effect);
         const bool moves = Moves(keys);
         const Place place = isOurs_ ? drag_.PlaceAt(InTree(point), moves) : Place{};
         drag_.pane_.ShowDropTarget(place.permitted ? place.target : nullptr, !place.into);
@@ -184,9 +134,19 @@ class TreeDrag::Target : public ComObject<IDropTarget> {
         return S_OK;
     }
 
+    // The files stay where they are, whatever is held down: nothing but a copy is taken.
+    HRESULT FilesOver(POINTL point, DWORD* effect) {
+        Node* const container = drag_.ContainerAt(InTree(point));
+        drag_.pane_.ShowDropTarget(container, false);
+        *effect = container != nullptr ? *effect & DROPEFFECT_COPY : DROPEFFECT_NONE;
+        drag_.ScrollNear(InTree(point));
+        return S_OK;
+    }
+
     TreeDrag& drag_;
     bool isNode_ = false;
     bool isOurs_ = false;
+    bool areFiles_ = false;
 };
 
 void TreeDrag::Accept() {
@@ -203,7 +163,7 @@ void TreeDrag::Stop() {
 void TreeDrag::Run(ChosenNodes nodes) {
     if (nodes.empty()) return;
     Accept();
-    const ComOwned<NodeDataObject> data(new NodeDataObject({OwnTree(), nodes.front()->Index()}));
+    const ComOwned<DraggedNodeData> data(new DraggedNodeData({OwnTree(), nodes.front()->Index()}, nodes));
     const ComOwned<NodeDropSource> source(new NodeDropSource(cancelled_));
     dragged_.clear();
     for (Node* const node : nodes)
@@ -282,6 +242,15 @@ TreeDrag::Place TreeDrag::PlaceAt(POINT inTree, bool move) const {
         return fits && DropPermitted(tree_, source, place.target, place.into, move);
     });
     return place;
+}
+
+// The profile or folder at this place that new clips may come into now; null for none.
+Node* TreeDrag::ContainerAt(POINT inTree) const {
+    if (MayBegin(Who::TreeCommand) > Answer::EndsIt) return nullptr;
+    Node* const node = pane_.RowAt(inTree);
+    const bool takes = IsNodeOfKind(node, kProfileKind | kStructureKind) &&
+                       WhyNot(TreeAction::Snap, node, Options().LockEdit) == nullptr;
+    return takes ? node : nullptr;
 }
 
 void TreeDrag::ScrollNear(POINT inTree) {

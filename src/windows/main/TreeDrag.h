@@ -5,20 +5,29 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "engine/flows/ClipOperations.h"
 #include "engine/flows/modDragDrop.h"
 #include "engine/tree/NodeRef.h"
 #include "windows/controls/TreePane.h"
 
-// Dragging nodes of the tree and dropping them there, by OLE.
+// Dragging nodes and dropping them on the tree or, clips, as ordinary files on any other program; and files
+// of other programs that are dropped on a profile or folder. All by OLE.
 class TreeDrag {
  public:
-    // `placed` is told the nodes at their new place. Nothing is owned; all must live until Stop.
+    // `placed` is told the nodes at their new place, `filesDropped` the paths of files for a container, while
+    // the program that they came from waits. Nothing is owned; all must live until Stop.
     TreeDrag(TreePane& pane, CTreeViewEx& tree, ClipOperations& operations,
-             std::function<void(ChosenNodes placed)> placed)
-        : pane_(pane), tree_(tree), operations_(operations), placed_(std::move(placed)) {}
+             std::function<void(ChosenNodes placed)> placed,
+             std::function<void(Node& container, std::vector<std::wstring> paths)> filesDropped)
+        : pane_(pane),
+          tree_(tree),
+          operations_(operations),
+          placed_(std::move(placed)),
+          filesDropped_(std::move(filesDropped)) {}
     TreeDrag(const TreeDrag&) = delete;
     TreeDrag& operator=(const TreeDrag&) = delete;
 
@@ -42,6 +51,7 @@ class TreeDrag {
     std::int32_t OwnTree() const;
     bool IsDragged(const DraggedNode& payload) const;
     Place PlaceAt(POINT inTree, bool move) const;
+    Node* ContainerAt(POINT inTree) const;
     void ScrollNear(POINT inTree);
     void Dropped(const Place& place, bool move);
     void EndRun(bool letGo);
@@ -52,6 +62,7 @@ class TreeDrag {
     CTreeViewEx& tree_;
     ClipOperations& operations_;
     std::function<void(ChosenNodes)> placed_;
+    std::function<void(Node&, std::vector<std::wstring>)> filesDropped_;
     bool accepts_ = false;
     bool cancelled_ = false;
     std::deque<NodeRef> dragged_;

@@ -3,8 +3,10 @@
 #include <windows.h>
 
 #include <array>
+#include <list>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "engine/clipboard/CClipBoard.h"
@@ -192,6 +194,9 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     bool LabelEdited(Node& node, const std::wstring& text) override;
     void DragStarted(Node& node) override;
     void NodeActivated(Node& node) override;
+    // From another program, which waits meanwhile: they are taken later.
+    void FilesDropped(Node& container, std::vector<std::wstring> paths);
+    void ImportDropped();
 
     // frmMainList.cpp: what the user does in the list.
     // Enter or a double click on a row: a clip goes on the clipboard, if the user wants that; everything else
@@ -278,9 +283,18 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     ClipOperations operations_{cTV, container_};
     ProfileActions profiles_{cTV, container_};
     MainPanes panes_{nodes_};
-    TreeDrag drag_{panes_.tvTreeView, cTV, operations_, [this](::ChosenNodes placed) { ShowPlaced(placed); }};
-    NodeRef shownNode_;  // whose content the list shows
-    NodeRef listNode_;   // of the chosen row
+    TreeDrag drag_{panes_.tvTreeView, cTV, operations_, [this](::ChosenNodes placed) { ShowPlaced(placed); },
+                   [this](Node& container, std::vector<std::wstring> paths) {
+                       FilesDropped(container, std::move(paths));
+                   }};
+    struct DroppedFiles {
+        DroppedFiles(Node& into, std::vector<std::wstring> all) : container(&into), paths(std::move(all)) {}
+        NodeRef container;
+        std::vector<std::wstring> paths;
+    };
+    std::list<DroppedFiles> dropped_;  // that are still to be taken
+    NodeRef shownNode_;                // whose content the list shows
+    NodeRef listNode_;                 // of the chosen row
     bool fieldHasTip_ = false;
     bool several_ = false;  // the status bar says how many rows are chosen
     NodeRef movedTo_;       // where the user sent something last
@@ -309,6 +323,7 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     Once lookForFreed_{*this, [this] { TakeOverFreed(); }};
     Once previewing_{*this, [this] { PreviewChosenRow(); }};
     Once readsFormatSets_{*this, [this] { ReadFormatSets(); }};
+    Once importing_{*this, [this] { ImportDropped(); }};
     Once closing_{*this, [this] { Close(); }};
     Once keepsNewest_{*this, [this] { KeepNewest(); }};
     Once removesOldDeleted_{*this, [this] { RemoveOldDeleted(); }};

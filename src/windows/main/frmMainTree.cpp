@@ -8,6 +8,7 @@
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/modTreeEx.h"
 #include "platform/Platform.h"
+#include "windows/main/FileCommands.h"
 #include "windows/main/frmMain.h"
 
 void frmMain::TreeSelectionChanged(Node*) {
@@ -63,4 +64,21 @@ void frmMain::DragStarted(Node& node) {
     if (!ActionAllowed(TreeAction::DragAndDrop, &node)) return;
     Node* const dragged = &node;
     drag_.Run({&dragged, 1});
+}
+
+void frmMain::FilesDropped(Node& container, std::vector<std::wstring> paths) {
+    dropped_.emplace_back(container, std::move(paths));
+    importing_.PutOff();
+}
+
+void frmMain::ImportDropped() {
+    std::list<DroppedFiles> files;
+    files.swap(dropped_);
+    for (DroppedFiles& drop : files) {
+        Node* const container = drop.container.Get();
+        if (container == nullptr || !ActionAllowed(TreeAction::Snap, container)) continue;
+        const std::wstring result = ImportWithProgress(window_, cTV, *container, std::move(drop.paths));
+        UpdateListview();
+        panes_.ShowStatus(result);
+    }
 }
