@@ -179,9 +179,7 @@ class Check {
     void LookAtFileWithoutNode(const std::wstring& name) {
         const FileOwner file(ThePlatform().files.Open(JoinDirectory(directory_, name), FileUse::Read));
         if (!file.IsSet()) return Found(Damage::ClipFileUnreadable, name);
-        CFormat first;
-        if (!first.LoadFromFile(file.Get(), false)) return Found(Damage::RestOfClip, name);
-        const auto damage = DamageOfRecord(RecordOf(first));
+        const auto damage = DamageOfRecords(file.Get(), 1);
         Found(!damage                          ? Damage::ClipWithoutNode
               : *damage == Damage::RecordEmpty ? Damage::ZerosOfClip
                                                : Damage::RestOfClip,

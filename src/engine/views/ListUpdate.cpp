@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "engine/clipboard/modFileIO.h"
+#include "engine/flows/NewClipFile.h"
 #include "engine/profiles/ActiveContainer.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/modTreeEx.h"
@@ -173,6 +174,11 @@ std::wstring ListIcon(const ListContent& content, int row) {
 }
 
 std::wstring ListTip(const ListContent& content, int row, int column) {
+    const Node* const node = column == 0 ? NodeOfRow(content, row) : nullptr;
+    if (IsClipNode(node)) {
+        const std::wstring info = AttributesOf(node).info;
+        return info.starts_with(kIncompleteClip) ? info : std::wstring();
+    }
     const CFormat* const format = FormatOfRow(content, row);
     return format != nullptr && column == 2 ? ExactSizeText(format->DataSize) : std::wstring();
 }

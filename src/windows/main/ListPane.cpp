@@ -12,6 +12,9 @@
 
 namespace {
 
+// Enough to fill the window; to measure thousands would take longer than to show them.
+constexpr int kMeasuredRows = 40;
+
 DWORD StyleOf(ListMode mode) {
     switch (mode) {
         case ListMode::Large:
@@ -88,12 +91,15 @@ void ListPane::ShowContent(const ListContent& content) {
 
 void ListPane::ContentGrew() {
     const auto count = static_cast<int>(content_->entries.size());
-    if (ListView_GetItemCount(window_) == 0) {
+    const int before = ListView_GetItemCount(window_);
+    if (before == 0) {
         // The columns were measured without a row.
         ShowContent(*content_);
         return;
     }
     ListView_SetItemCountEx(window_, count, LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
+    // The first rows decide how wide the columns are, and may have got their texts just now.
+    if (before < kMeasuredRows) FillColumns();
     const int top = TopRow();
     ListView_RedrawItems(window_, top, std::min(count - 1, top + ListView_GetCountPerPage(window_)));
 }
@@ -209,8 +215,6 @@ void ListPane::KeepColumnWidths() {
 }
 
 std::vector<int> ListPane::FittingWidths() const {
-    // Enough to fill the window; to measure thousands would take longer than to show them.
-    constexpr int kMeasuredRows = 40;
     constexpr int kLeast = 40;
     const int rows = std::min(static_cast<int>(content_->entries.size()), kMeasuredRows);
     const int margin = Scaled(16, dpi_);

@@ -4,6 +4,7 @@
 #include <commctrl.h>
 
 #include "engine/process/modOption.h"
+#include "windows/controls/Dpi.h"
 
 namespace {
 
@@ -63,4 +64,6 @@ void ListTips::MakeTip() {
     tool.uId = reinterpret_cast<UINT_PTR>(list_);
     tool.lpszText = LPSTR_TEXTCALLBACKW;
     SendMessageW(tip_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+    // A longer text goes on in another line.
+    SendMessageW(tip_, TTM_SETMAXTIPWIDTH, 0, Scaled(400, DpiOfWindow(list_)));
 }

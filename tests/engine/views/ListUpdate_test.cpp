@@ -76,6 +76,10 @@ TEST_F(ListTest, BuildListContent_ListsTheChildrenOfProfilesAndFolders) {
     EXPECT_EQ(ListText(content, 2, 0), L"Clip");
     EXPECT_EQ(content.formats, nullptr);
     EXPECT_EQ(ListText(content, 3, 0), L"") << "behind the last row";
+    EXPECT_EQ(ListTip(content, 1, 0), L"") << "the note has a column";
+    const std::wstring lacks = L"Der Clip ist unvollständig: nicht geliefert wurden PNG";
+    clip.SetTag(MakeClipTag(7, 3, L"15.11.1999 13:10:00", lacks));
+    EXPECT_EQ(ListTip(content, 1, 0), lacks);
     for (const int column : {0, 1, 2, 3, 4})
         EXPECT_EQ(IsNumberColumn(content, column), column >= 1 && column <= 3);
 
