@@ -7,6 +7,7 @@
 #include "engine/clipboard/modClipboard.h"
 #include "engine/flows/DropRules.h"
 #include "engine/profiles/CProfiles.h"
+#include "engine/profiles/NodePictures.h"
 #include "engine/profiles/ProfileStore.h"
 #include "engine/profiles/StructureLock.h"
 #include "engine/profiles/modProfile.h"
@@ -356,7 +357,7 @@ void ClipOperations::cTV_BeforeNodeCopy(bool& cancel) {
 
 void ClipOperations::cTV_AfterNodeCopy(Node& newNode, Node& sourceNode, bool isMove) {
     // The source may show the picture of the active container.
-    newNode.SetImage(KindImage(&newNode));
+    ShowKind(newNode);
     if (isMove) {
         // The tree copies neither, and what was moved is still the same folder.
         newNode.SetSorted(sourceNode.Sorted());

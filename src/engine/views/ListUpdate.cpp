@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "engine/clipboard/modFileIO.h"
-#include "engine/profiles/ActiveContainer.h"
+#include "engine/profiles/NodePictures.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/modTreeEx.h"
 #include "engine/views/FormatTexts.h"
