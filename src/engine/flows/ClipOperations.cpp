@@ -14,6 +14,7 @@
 #include "engine/process/modOption.h"
 #include "engine/profiles/CProfiles.h"
 #include "engine/profiles/DeletedFolder.h"
+#include "engine/profiles/NodePictures.h"
 #include "engine/profiles/ProfileStore.h"
 #include "engine/profiles/StructureLock.h"
 #include "engine/profiles/modProfile.h"
@@ -544,7 +545,7 @@ void ClipOperations::cTV_BeforeNodeCopy(bool& cancel) {
 
 void ClipOperations::cTV_AfterNodeCopy(Node& newNode, Node& sourceNode, bool isMove) {
     // The source may show the picture of the active container.
-    newNode.SetImage(KindImage(&newNode));
+    ShowKind(newNode);
     if (isMove) {
         // The tree copies neither, and what was moved is still the same folder.
         newNode.SetSorted(sourceNode.Sorted());

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "engine/profiles/CProfiles.h"
+#include "engine/profiles/NodePictures.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/NodePlace.h"
 #include "engine/tree/modTreeEx.h"
@@ -81,17 +82,11 @@ Node* Neighbour(const Node& node) {
 
 }  // namespace
 
-std::wstring KindImage(const Node* node) {
-    if (IsProfileNode(node)) return L"Profile";
-    if (IsStructureNode(node)) return L"Structure";
-    return IsClipNode(node) ? L"Clip" : L"";
-}
-
 void ActiveContainer::SetActiveContainer(Node* node) {
     if (!MayBeActive(node)) return;
-    if (Get() != nullptr) Get()->SetImage(KindImage(Get()));
+    if (Get() != nullptr) ShowKind(*Get());
     node_.Follow(node);
-    if (node != nullptr) node->SetImage(std::wstring(L"Camera"));
+    if (node != nullptr) ShowAsActive(*node);
     TellListener();
 }
 

@@ -40,6 +40,3 @@ class ActiveContainer {
     NodeRef node_;
     std::function<void()> changed_;
 };
-
-// The picture of a node's kind: "Profile", "Structure" or "Clip"; empty for a node of no kind.
-std::wstring KindImage(const Node* node);

@@ -4,9 +4,9 @@
 #include <set>
 
 #include "engine/clipboard/ClipRecords.h"
-#include "engine/profiles/ActiveContainer.h"
 #include "engine/profiles/ClipFileNames.h"
 #include "engine/profiles/FoundClips.h"
+#include "engine/profiles/NodePictures.h"
 #include "engine/profiles/ProfileAttachment.h"
 #include "engine/profiles/ProfileStore.h"
 #include "engine/profiles/StructureLock.h"
@@ -81,7 +81,7 @@ class Repair {
         for (Node* node :
              Below([](const Node* one) { return !IsNodeOfKind(one, kClipKind | kStructureKind); })) {
             node->SetTag(MakeStructureTag(AttributesOf(node).info));
-            node->SetImage(KindImage(node));
+            ShowKind(*node);
             Done(*node, L"ist jetzt ein Ordner.");
         }
     }

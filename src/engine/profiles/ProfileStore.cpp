@@ -4,8 +4,8 @@
 #include <utility>
 #include <vector>
 
-#include "engine/profiles/ActiveContainer.h"
 #include "engine/profiles/CProfiles.h"
+#include "engine/profiles/NodePictures.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/Tags.h"
 #include "engine/tree/TreeWalk.h"
@@ -51,11 +51,8 @@ void MakeTagTrue(Node& profile, const std::wstring& directory) {
 
 // The file keeps the picture of what was the active container when it was saved.
 void ShowKinds(Node& profile) {
-    const ImageValue camera(std::wstring(L"Camera"));
-    for (TreeWalk walk(&profile); walk.InSubtree(); walk.Step()) {
-        Node& node = *walk.Current();
-        if (node.Image() == camera) node.SetImage(KindImage(&node));
-    }
+    for (TreeWalk walk(&profile); walk.InSubtree(); walk.Step())
+        if (IsShownAsActive(*walk.Current())) ShowKind(*walk.Current());
 }
 
 std::wstring KeptStem(const std::wstring& directory) {

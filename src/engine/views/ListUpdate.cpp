@@ -4,7 +4,7 @@
 
 #include "engine/clipboard/modFileIO.h"
 #include "engine/flows/NewClipFile.h"
-#include "engine/profiles/ActiveContainer.h"
+#include "engine/profiles/NodePictures.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/modTreeEx.h"
 #include "engine/views/FormatTexts.h"

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "engine/process/MayBegin.h"
+#include "engine/profiles/NodePictures.h"
 #include "platform/ByteBuffer.h"
 #include "platform/SetWhile.h"
 #include "windows/controls/Dialog.h"
@@ -57,9 +58,8 @@ bool ScreenIsReadAloud() {
 
 // To who sees the tree the picture says which the active container is.
 std::wstring ItemText(const Node& node) {
-    static const ImageValue container(std::wstring(L"Camera"));
     std::wstring text = node.Text();
-    if (node.Image() == container && ScreenIsReadAloud()) text += L", aktive Ablage";
+    if (IsShownAsActive(node) && ScreenIsReadAloud()) text += L", aktive Ablage";
     return text;
 }
 

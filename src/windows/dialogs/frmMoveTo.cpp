@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "engine/flows/DropRules.h"
-#include "engine/profiles/ActiveContainer.h"
+#include "engine/profiles/NodePictures.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/TreeWalk.h"
 #include "engine/tree/modTreeEx.h"
