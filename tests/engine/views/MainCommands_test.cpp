@@ -87,7 +87,8 @@ TEST_F(MainCommandsTest, IsAllowed_OfSeveralChosenOnlyWhatTakesThemAll) {
     situation.severalChosen = true;
     for (const CommandRow& row : MainCommandRows()) {
         if (row.actsOn == ActsOn::Nothing) continue;
-        EXPECT_EQ(IsAllowed(row, situation), row.command == Delete || row.command == MoveTo);
+        const bool takesAll = row.command == Delete || row.command == MoveTo || row.command == Export;
+        EXPECT_EQ(IsAllowed(row, situation), takesAll);
     }
     situation.severalChosen = false;
     situation.chosen = &Get(L"P");
