@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <iterator>
 #include <utility>
 #include <vector>
@@ -37,6 +38,10 @@ bool IsShownInside(HWND window, HWND child) {
         if ((GetWindowLongPtrW(child, GWL_STYLE) & WS_VISIBLE) == 0) return false;
     return child == window;
 }
+
+// The look at the queue in which the control's loop was told of the closing may still bring a message, so the
+// closing must not be the next one.
+constexpr std::chrono::milliseconds kUntilTheControlIsDone(50);
 
 // A control that follows the mouse does so in a loop of its own, which goes on with the control afterwards.
 // False when none does.
@@ -431,7 +436,7 @@ void frmMain::EndWhatIsOpen() {
 // The code below an open dialog goes on with the window when the dialog closes.
 void frmMain::Close() {
     if (!Is(Busy::Drag) && TakesMouseFromAControl(window_)) {
-        closing_.PutOff();
+        closing_.PutOff(kUntilTheControlIsDone);
     } else if (Begins(Who::Closing)) {
         // Whatever fails here, the window closes.
         Succeeds([] { RenderBeforeTheEnd(); });
@@ -448,7 +453,7 @@ void frmMain::Close() {
 void frmMain::EndSession() {
     // The system ends the process when this returns, and perhaps before.
     if (loaded_) StoreEverything();
-    if (!Is(Busy::Drag) && TakesMouseFromAControl(window_)) return closing_.PutOff();
+    if (!Is(Busy::Drag) && TakesMouseFromAControl(window_)) return closing_.PutOff(kUntilTheControlIsDone);
     if (MayBegin(Who::SessionEnd) == Answer::EndsIt) {
         HeldMessages untold;
         EndWhatIsOpen();
