@@ -41,7 +41,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Require(profile->Text() == kFirstStartTemplates[0].name && profile->Next() == nullptr);
     // What the template holds comes with it; nothing may be added to that.
     const std::wstring installed = GetProfileDirectory(profile);
-    Require(world.Damage().size() == LastingDamage(installed).size());
+    Require(world.Damage().size() == LossesIn(installed).size());
     for (const Finding& finding : CheckDirectory(installed).findings)
         Require(carried.contains(finding.damage));
     Require(world.MemoryOutline() == world.DiskOutline());

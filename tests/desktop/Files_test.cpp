@@ -117,7 +117,8 @@ TEST_F(Files, Commands_ReadWhatTheProgramHasOpenAndChangeItOnlyAfterwards) {
     EXPECT_EQ(refused.second, 2u);
     EXPECT_NE(refused.first.find("Das Profil ist geöffnet"), std::string::npos) << refused.first;
     EXPECT_EQ(CodeOf(L"repair Profil --yes"), 2u);
-    EXPECT_EQ(CodeOf(L"check Profil"), 0u);
+    WaitFor("the end of the journal, with which a check finds nothing",
+            [&] { return CodeOf(L"check Profil") == 0u; });
     EXPECT_NE(RunFiles(L"show Clip -d Profil").first.find("grün"), std::string::npos);
     SnapOf({{Private(), "noch einer"}});  // who reads is in nobody's way
 

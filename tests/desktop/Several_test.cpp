@@ -99,11 +99,9 @@ TEST_F(Several, Limit_LetsTheOldestGoAfterAnAutomaticCapture) {
         PutFormats({{Private(), text}, {CF_TEXT, text + std::string(1, '\0')}});
         nxclip_.WaitForNewClip(before);
     }
-    WaitFor("two clips and two deleted", [&] {
-        return TreeOutline() ==
-               L"Profil [Camera] open\n  Clip [Clip]\n  Clip [Clip]\n  Gelöscht [Structure] open\n"
-               L"    Clip [Clip]\n    Clip [Clip]\n";
-    });
+    nxclip_.WaitForTree(
+        L"Profil [Camera] open\n  Clip [Clip]\n  Clip [Clip]\n  Gelöscht [Structure] open\n"
+        L"    Clip [Clip]\n    Clip [Clip]\n");
     WaitFor("the newest in the preview", [&] { return nxclip_.Main().TextOf(tbPreviewText) == L"vier"; });
 }
 

@@ -7,6 +7,11 @@
 
 namespace {
 
+class ItemIsGone : public DriverError {
+ public:
+    ItemIsGone() : DriverError("the tree's item is gone") {}
+};
+
 constexpr std::size_t kMaxText = 2048;
 constexpr std::size_t kMaxItems = 20000;
 
@@ -80,7 +85,7 @@ TreeLine TreeControl::LineOf(HTREEITEM item, int depth) const {
     question.pszText = reinterpret_cast<wchar_t*>(static_cast<char*>(memory.Address()) + sizeof(TVITEMW));
     question.cchTextMax = static_cast<int>(kMaxText);
     memory.Put(question);
-    if (window_.Send(TVM_GETITEMW, 0, memory.Parameter()) == 0) throw DriverError("the tree's item is gone");
+    if (window_.Send(TVM_GETITEMW, 0, memory.Parameter()) == 0) throw ItemIsGone();
     const auto answer = memory.Get<TVITEMW>();
     TreeLine line;
     line.depth = depth;
@@ -92,7 +97,19 @@ TreeLine TreeControl::LineOf(HTREEITEM item, int depth) const {
     return line;
 }
 
+// The program may change its tree while it is read; then it is read again.
 std::vector<TreeLine> TreeControl::Lines() const {
+    constexpr int kMostReadings = 50;
+    for (int reading = 1;; ++reading) {
+        try {
+            return LinesAtOnce();
+        } catch (const ItemIsGone&) {
+            if (reading == kMostReadings) throw;
+        }
+    }
+}
+
+std::vector<TreeLine> TreeControl::LinesAtOnce() const {
     std::vector<TreeLine> lines;
     std::vector<HTREEITEM> above;
     HTREEITEM item = Next(nullptr, TVGN_ROOT);

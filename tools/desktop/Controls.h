@@ -45,6 +45,7 @@ class TreeControl {
 
  private:
     TreeLine LineOf(HTREEITEM item, int depth) const;
+    std::vector<TreeLine> LinesAtOnce() const;
     HTREEITEM Find(std::wstring_view path) const;
     HTREEITEM Next(HTREEITEM item, WPARAM relation) const;
 
