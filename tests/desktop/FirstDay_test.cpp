@@ -114,7 +114,7 @@ TEST_F(FirstDay, FirstHour_CopiesChoosesAndPastesByKeysAlone) {
     EXPECT_EQ(ReadElsewhere(L"NXClip Desktop Test"), Unicode(L"zweites").bytes);
 
     comeToTheList();
-    PressKeys({VK_CONTROL, VK_SHIFT, VK_RETURN});
+    nxclip_.Command(m_only_text);
     waitForElsewhere();
     EXPECT_EQ(ReadElsewhere(L"13"), Unicode(L"drittes").bytes);
     EXPECT_EQ(ReadElsewhere(L"NXClip Desktop Test"), "") << "as text alone";

@@ -189,8 +189,10 @@ std::size_t TextDecoder::Decode(std::string_view bytes, std::u16string& text, bo
 
 void TextDecoder::Take(std::string_view bytes, std::u16string& text) {
     if (!waiting_.empty() || coding_ == TextCoding::Guessed) {
-        // As few as complete what waits: the many behind them need not be copied.
-        const std::size_t few = std::min(bytes.size(), kGuessedFrom);
+        // As few as complete what waits: the many behind them need not be copied. The guess looks at the same
+        // bytes however they come.
+        const std::size_t taken = coding_ == TextCoding::Guessed ? waiting_.size() : 0;
+        const std::size_t few = std::min(bytes.size(), kGuessedFrom - taken);
         waiting_ += bytes.substr(0, few);
         bytes.remove_prefix(few);
         if (coding_ == TextCoding::Guessed) {
