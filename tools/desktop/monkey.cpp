@@ -68,7 +68,8 @@ class Monkey {
  public:
     ULONGLONG LongestAnswer() const { return longestAnswer_; }
 
-    explicit Monkey(unsigned seed) : random_(seed) {
+    // Peers are programs that share the clipboard and behave badly.
+    Monkey(unsigned seed, bool withPeers) : random_(seed), withPeers_(withPeers) {
         // What is deleted is kept on some ways, and the container never grows far on some.
         WriteSetting(L"Settings", L"KeepDeleted", seed % 3 != 0 ? L"1" : L"0");
         WriteSetting(L"Settings", L"MostClips", seed % 2 != 0 ? L"5" : L"0");
@@ -155,6 +156,7 @@ class Monkey {
     }
     // Programs that share the clipboard come, copy, hang and go.
     void UsePeer() {
+        if (!withPeers_) return;
         if (peers_.size() < kMostPeers && Random(2) == 0) {
             const wchar_t* const kind = OneOf(kPeers);
             Note("there is a " + Utf8(kind));
@@ -438,6 +440,7 @@ class Monkey {
         bool owns;
         int until;  // the step
     };
+    bool withPeers_;
     std::list<Companion> peers_;
     ULONGLONG peersAt_ = 0;  // when there was one last
     ULONGLONG longestAnswer_ = 0;
@@ -457,7 +460,7 @@ int wmain(int count, wchar_t** arguments) {
     std::printf("%ls with the seed %u\n", (minutes ? length : length + L" steps").c_str(), seed);
     std::fflush(stdout);
     try {
-        Monkey monkey(seed);
+        Monkey monkey(seed, count > 3 && arguments[3] == std::wstring_view(L"peers"));
         monkey.Run(minutes ? INT_MAX : std::stoi(length), end);
         std::printf("the longest answer took %llu ms\n", monkey.LongestAnswer());
     } catch (const std::exception& error) {
