@@ -98,9 +98,7 @@ TEST_F(FirstDay, FirstHour_CopiesChoosesAndPastesByKeysAlone) {
     BringToFront(elsewhere);
     nxclip_.SetAutoDetect(false);  // a late look at the last copy would choose its clip again
     const auto comeToTheList = [&] {
-        // The window server's own word about the last change of the focus comes late, and would take it back.
-        for (const DWORD begin = GetTickCount(); GetTickCount() - begin < 500; Pause()) {
-        }
+        LetFocusSettle();
         PressKeys({VK_CONTROL, VK_MENU, 'L'});
         WaitFor("the keyboard in the list", [&] { return Focus() == nxclip_.List().window(); });
         EXPECT_EQ(ChosenRow(), 0) << "the newest clip";

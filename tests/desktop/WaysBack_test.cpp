@@ -67,6 +67,7 @@ class WaysBack : public ProgramTest {
             SCOPED_TRACE(std::string(name) + (maximised ? ", maximised" : ""));
             const Elsewhere elsewhere;
             leave();
+            LetFocusSettle();
             comeBack();
             ExpectListHasKeyboard();
             // The first instance is told by another process to show its window as a normal one.
@@ -97,6 +98,7 @@ TEST_F(WaysBack, FromBehindAndFromTheIcon_KeyboardIsInTheListAgain) {
     const Window options = nxclip_.WaitForDialog(L"Optionen");
     {
         const Elsewhere elsewhere;
+        LetFocusSettle();
         PressKeys({VK_CONTROL, VK_MENU, 'L'});
         WaitFor("the dialog in front", [&] { return GetForegroundWindow() == options.Handle(); });
     }
