@@ -299,15 +299,17 @@ def all_steps():
             [win[bits]]))
     for name in fuzz_targets():
         steps.append(Step(name.replace("_fuzz", " fuzz"), fuzz(name), [fuzzing]))
-    # The desktop tests watch a real program in real time: they begin when no compiler runs any more.
+    # The desktop tests watch a real program in real time: they begin when nothing else runs any more, one home
+    # after the other.
     for bits in (32, 64):
         if not wine_available(bits):
             continue
+        before = list(steps)
         if any((REPO / "tests" / "desktop").glob("*_test.cpp")):
-            steps.append(Step(f"desktop win{bits}", desktop_tests(bits), [win[bits]], builds))
-        steps.append(Step(f"monkey win{bits}", monkey(bits), [win[bits]], builds))
+            steps.append(Step(f"desktop win{bits}", desktop_tests(bits), [win[bits]], before))
+        steps.append(Step(f"monkey win{bits}", monkey(bits), [win[bits]], before))
         for script in desktop_scripts():
-            steps.append(Step(f"{script.name} win{bits}", desktop_script(script, bits), [win[bits]], builds))
+            steps.append(Step(f"{script.name} win{bits}", desktop_script(script, bits), [win[bits]], before))
     return steps
 
 
