@@ -68,10 +68,7 @@ TEST_F(Files, FilesDroppedOnAFolder_BecomeClips) {
                                                   "e"),
                                              nxclip_.ProfileDirectory().wstring(), huge,
                                              (nxclip_.Directory() / L"weg.txt").wstring()};
-    // A drag that nobody took has dropped nothing.
-    WaitFor("the drop", [&] {
-        return DragFiles(paths, nxclip_.Tree().PlaceOf(L"Profil\\Ordner")) == DWORD{DROPEFFECT_COPY};
-    });
+    EXPECT_EQ(DragFiles(paths, nxclip_.Tree().PlaceOf(L"Profil\\Ordner")), DWORD{DROPEFFECT_COPY});
     EXPECT_NE(nxclip_.AnswerNotice().find(L"weg.txt"), std::wstring::npos);
     nxclip_.WaitForTree(
         L"Profil [Camera] open\n  Ordner [Structure] open\n    Gruß [Clip]\n    Profil [Clip]\n    groß "

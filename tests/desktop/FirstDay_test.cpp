@@ -96,10 +96,9 @@ TEST_F(FirstDay, FirstHour_CopiesChoosesAndPastesByKeysAlone) {
     const Window elsewhere(CreateWindowExW(0, L"STATIC", L"anderes", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50,
                                            nullptr, nullptr, nullptr, nullptr));
     BringToFront(elsewhere);
-    nxclip_.SetAutoDetect(false);  // a late look at the last copy would choose its clip again
     const auto comeToTheList = [&] {
-        LetFocusSettle();
         PressKeys({VK_CONTROL, VK_MENU, 'L'});
+        WaitForFront();
         WaitFor("the keyboard in the list", [&] { return Focus() == nxclip_.List().window(); });
         EXPECT_EQ(ChosenRow(), 0) << "the newest clip";
     };
@@ -116,7 +115,7 @@ TEST_F(FirstDay, FirstHour_CopiesChoosesAndPastesByKeysAlone) {
     EXPECT_EQ(ReadElsewhere(L"NXClip Desktop Test"), Unicode(L"zweites").bytes);
 
     comeToTheList();
-    nxclip_.Command(m_only_text);
+    PressKeys({VK_CONTROL, VK_SHIFT, VK_RETURN});
     waitForElsewhere();
     EXPECT_EQ(ReadElsewhere(L"13"), Unicode(L"drittes").bytes);
     EXPECT_EQ(ReadElsewhere(L"NXClip Desktop Test"), "") << "as text alone";
@@ -136,7 +135,6 @@ TEST_F(FirstDay, FirstHour_CopiesChoosesAndPastesByKeysAlone) {
     PressKeys({VK_DELETE});
     WaitFor("them gone", [&] { return nxclip_.List().Count() == 2; });
 
-    nxclip_.SetAutoDetect(true);
     nxclip_.Main().Post(WM_SYSCOMMAND, SC_CLOSE);
     waitForElsewhere();
     EXPECT_EQ(nxclip_.Quit(), 0u);

@@ -54,8 +54,19 @@ class ProgramTest : public testing::Test {
     Window Focus() const {
         GUITHREADINFO info{};
         info.cbSize = sizeof info;
-        GetGUIThreadInfo(GetWindowThreadProcessId(nxclip_.Main().Handle(), nullptr), &info);
+        // A thread remembers its focus while another program has the keyboard.
+        const DWORD thread = GetWindowThreadProcessId(nxclip_.Main().Handle(), nullptr);
+        if (GetWindowThreadProcessId(GetForegroundWindow(), nullptr) != thread) return Window();
+        GetGUIThreadInfo(thread, &info);
         return Window(info.hwndFocus);
+    }
+    // The main window is in front, and what brought it there has come to its end: until then the focus moves.
+    void WaitForFront() const {
+        const Window main = nxclip_.Main();
+        WaitFor("the window in front", [&] {
+            return main.Visible() && !main.Minimised() && GetForegroundWindow() == main.Handle();
+        });
+        main.Send(WM_NULL);
     }
     // The row of the list that is chosen, or -1.
     int ChosenRow() const {

@@ -57,11 +57,6 @@ void BringToFront(Window window) {
     });
 }
 
-void LetFocusSettle() {
-    for (const DWORD begin = GetTickCount(); GetTickCount() - begin < 400;)
-        Pause();
-}
-
 void Type(std::wstring_view text) {
     std::vector<INPUT> inputs;
     for (const wchar_t character : text) {

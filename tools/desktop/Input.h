@@ -13,9 +13,6 @@
 
 // Brings a window to the front and waits until it is there.
 void BringToFront(Window window);
-// The window server's own word about the last change of the focus comes late, by messages to the window that
-// got it, and would take the keyboard back from the next one. There is no condition to wait for.
-void LetFocusSettle();
 
 void Type(std::wstring_view text);
 // Presses keys together and lets them go in reverse order: {VK_CONTROL, 'C'}.
