@@ -98,7 +98,7 @@ class ConsoleUser : public UserPort {
     explicit ConsoleUser(ConsolePort& console) : console_(console) {}
 
     void Tell(const std::wstring& text, const std::wstring&, MessageIcon) override {
-        if (tells) console_.WriteError(OnOneLine(text) + L"\n");
+        console_.WriteError(OnOneLine(text) + L"\n");
     }
     void TellLater(const std::wstring& text) override { Tell(text, {}, MessageIcon::None); }
     bool Ask(const std::wstring& text, const std::wstring&, bool) override {
@@ -112,7 +112,6 @@ class ConsoleUser : public UserPort {
     void Beep() override {}
     bool PlaySoundFile(const std::wstring&) override { return false; }
 
-    bool tells = true;
     bool saysYes = false;
 
  private:
@@ -139,10 +138,6 @@ ConsolePlatform::ConsolePlatform(FilePort& files, ClockPort& clock, ConsolePort&
 
 ConsolePlatform::~ConsolePlatform() {
     UsePlatform(before_);
-}
-
-void ConsolePlatform::SetTells(bool tells) {
-    ports_->user.tells = tells;
 }
 
 void ConsolePlatform::SayYes() {

@@ -6,7 +6,8 @@
 #include "platform/Platform.h"
 
 // The machine as a program sees it that works on files alone: there is no clipboard, no window and no store
-// of settings, and the user sits at a console. In force while it lives.
+// of settings, and the user sits at a console: what he is told goes where errors go, a line each. In force
+// while it lives.
 class ConsolePlatform {
  public:
     // Not owned; must live as long.
@@ -15,9 +16,6 @@ class ConsolePlatform {
     ConsolePlatform(const ConsolePlatform&) = delete;
     ConsolePlatform& operator=(const ConsolePlatform&) = delete;
 
-    // What the user is told goes where errors go, a line each. While this is off they are told nothing: the
-    // caller knows better.
-    void SetTells(bool tells);
     // Every question is answered by Yes from now on, and not put.
     void SayYes();
 

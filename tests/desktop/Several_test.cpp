@@ -14,6 +14,14 @@ class Several : public ProgramTest {
         StartWithList();
         ChooseRow(0);
     }
+    // The first two of three, with a folder behind them.
+    void ChooseTwoClips() {
+        nxclip_.Tree().Select(L"Profil");
+        WaitFor("the list", [&] { return nxclip_.List().Count() == 4; });
+        ChooseRow(0);
+        PressKeys({VK_SHIFT, VK_DOWN});
+        WaitFor("two rows", [&] { return ChosenRows() == 2; });
+    }
     void ChooseAll(int rows) {
         PressKeys({VK_CONTROL, 'A'});
         WaitFor("all rows", [&] { return ChosenRows() == rows; });
@@ -24,11 +32,7 @@ class Several : public ProgramTest {
 TEST_F(Several, MoveTo_FilesAllThatIsChosenByKeysAlone) {
     StartKeepingDeleted();
     MakeFolder(L"Ablage");
-    nxclip_.Tree().Select(L"Profil");
-    WaitFor("the list", [&] { return nxclip_.List().Count() == 4; });
-    ChooseRow(0);
-    PressKeys({VK_SHIFT, VK_DOWN});
-    WaitFor("two rows", [&] { return ChosenRows() == 2; });
+    ChooseTwoClips();
     EXPECT_FALSE(nxclip_.ToolBar().Enabled(tbbCopy)) << "that takes one";
     EXPECT_TRUE(nxclip_.ToolBar().Enabled(tbbDelete));
     PressKeys({VK_CONTROL, VK_SHIFT, 'V'});
@@ -49,11 +53,7 @@ TEST_F(Several, MoveTo_FilesAllThatIsChosenByKeysAlone) {
 TEST_F(Several, Drag_TakesAllThatIsChosenIntoTheTree) {
     StartKeepingDeleted();
     MakeFolder(L"Ablage");
-    nxclip_.Tree().Select(L"Profil");
-    WaitFor("the list", [&] { return nxclip_.List().Count() == 4; });
-    ChooseRow(0);
-    PressKeys({VK_SHIFT, VK_DOWN});
-    WaitFor("two rows", [&] { return ChosenRows() == 2; });
+    ChooseTwoClips();
     // Where nobody has just clicked: that would be a double click.
     Drag(nxclip_.List().PlaceOf(1), nxclip_.Tree().PlaceOf(L"Profil\\Ablage"));
     nxclip_.WaitForStatus(L"Jetzt in \"Profil\\Ablage\": 2 Clips");

@@ -62,7 +62,6 @@ class Export : public LongWork {
     bool WriteFile(const std::wstring& path, const std::vector<std::uint8_t>& bytes);
     std::wstring FreeName(const std::wstring& wanted, const std::wstring& fallback,
                           const std::vector<std::wstring>& extensions);
-    void FinishIndex();
     void LeaveTo(std::size_t depth);
     void Failed(const std::wstring& what);
     void Made(const std::wstring& path);

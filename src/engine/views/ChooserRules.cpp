@@ -62,14 +62,6 @@ bool MatchesPattern(const std::wstring& name, const std::wstring& patterns) {
     return false;
 }
 
-std::vector<std::wstring> FilesMatching(const std::wstring& directory, const std::wstring& patterns) {
-    std::vector<std::wstring> matching;
-    for (const std::wstring& name : ThePlatform().files.List(JoinDirectory(directory, L"*"))) {
-        if (MatchesPattern(name, patterns)) matching.push_back(name);
-    }
-    return matching;
-}
-
 std::wstring MakeDirectoryIn(const std::wstring& parent, const std::wstring& name) {
     const std::wstring directory = JoinDirectory(parent, Trim(name));
     UserPort& user = ThePlatform().user;

@@ -24,8 +24,6 @@ void TellNoSuchPath(const std::wstring& path);
 // True when a file name matches one of the patterns, which are separated by ";" and hold "*" and "?". Case
 // does not matter.
 bool MatchesPattern(const std::wstring& name, const std::wstring& patterns);
-// The names of the files in a directory that match, sorted.
-std::vector<std::wstring> FilesMatching(const std::wstring& directory, const std::wstring& patterns);
 
 // Makes the directory `name` inside `parent` and returns its full path; empty after a failure, which is told
 // to the user.

@@ -75,7 +75,6 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     void UpdateClipBoard();
     // Puts the selected clip on the clipboard.
     void PrepareClipboard();
-    Node* SearchForNode(Node* start);
     Node* ImportProfileDirect(const std::wstring& directory);
     // The new profile's top node, or null.
     Node* BuildNewprofile(const std::wstring& name, const std::wstring& directory,

@@ -465,10 +465,6 @@ void frmMain::Search(bool again) {
         [this](Node& found) { SelectAndShow(found); });
 }
 
-Node* frmMain::SearchForNode(Node* start) {
-    return ::SearchForNode(cTV, TheSearchCriteria(), start);
-}
-
 void frmMain::ShowOptions() {
     if (!frmOption().ShowModal(window_, IDD_frmOption)) return;
     ApplyStartWithWindows();

@@ -1,6 +1,5 @@
 #include "engine/views/ChooserRules.h"
 
-#include "engine/views/CFilters.h"
 #include "fake/FakePlatformTest.h"
 
 namespace {
@@ -37,20 +36,6 @@ TEST_F(ChooserRulesTest, MatchesPattern_TakesAnyOfThem) {
     }
     for (const wchar_t* patterns : {L"", L";", L" ; "})
         EXPECT_FALSE(MatchesPattern(L"a", patterns));
-}
-
-TEST_F(ChooserRulesTest, FilesMatching_ListsByTheFilter) {
-    for (const wchar_t* name : {L"b.ico", L"a.CUR", L"c.bmp", L"ohne"}) {
-        fake.files.SetBytes(std::wstring(L"C:\\Bilder\\") + name, "");
-    }
-    fake.files.AddDirectory(L"C:\\Bilder\\ordner.ico");
-    CFilters filters;
-    filters.AddPreset(2);
-    EXPECT_EQ(FilesMatching(L"C:\\Bilder", filters.Item(3).Pattern),
-              (std::vector<std::wstring>{L"a.CUR", L"b.ico"}));
-    EXPECT_EQ(FilesMatching(L"C:\\Bilder\\", L"*.*").size(), 4u);
-    fake.files.SetBytes(L"C:\\wurzel.wav", "");
-    EXPECT_EQ(FilesMatching(L"C:\\", L"*.wav").size(), 1u);
 }
 
 TEST_F(ChooserRulesTest, MakeDirectoryIn_MakesPlainNamesOnly) {
