@@ -36,16 +36,17 @@ std::span<const std::chrono::milliseconds> PausesOf(Patience patience) {
     return std::span(kPauses).first(count);
 }
 
-// Another program waits, or the program ends: nobody is to answer a box.
-class QuietScope {
+// Another program waits, or the program ends: nobody is to answer a box, so the first text stands in the
+// status bar.
+class StatusInsteadOfBoxes {
  public:
-    QuietScope() = default;
-    ~QuietScope() {
+    StatusInsteadOfBoxes() = default;
+    ~StatusInsteadOfBoxes() {
         const auto messages = held_.Take();
         if (!messages.empty()) ThePlatform().user.Status(messages.front().text);
     }
-    QuietScope(const QuietScope&) = delete;
-    QuietScope& operator=(const QuietScope&) = delete;
+    StatusInsteadOfBoxes(const StatusInsteadOfBoxes&) = delete;
+    StatusInsteadOfBoxes& operator=(const StatusInsteadOfBoxes&) = delete;
 
  private:
     HeldMessages held_;
@@ -116,7 +117,7 @@ std::wstring RenderAll() {
     // A command that comes in meanwhile may replace the pending clip: this keeps the one at hand alive.
     const std::shared_ptr<CFormats> formats = RenderFormats;
     if (formats == nullptr) return {};
-    const QuietScope quiet;
+    const StatusInsteadOfBoxes quiet;
     const OpenRenderFileScope file;
     const OpenClipboardScope opened(ClipboardWindow, Patience::Long);
     if (!opened.IsOpen()) return L"Ein anderes Programm gibt die Zwischenablage nicht frei.";
@@ -176,7 +177,7 @@ void RenderPendingFormat(FormatNumber id) {
     const std::shared_ptr<CFormats> formats = RenderFormats;
     const std::wstring fileName = RenderFileName;
     if (fileName.empty() || formats == nullptr) return;
-    const QuietScope quiet;
+    const StatusInsteadOfBoxes quiet;
     CFormat* format = formats->SearchFormatIdByName(id);
     // Private numbers have no name, and a name that somebody registered first may be written another way.
     if (format == nullptr) format = AnnouncedUnder(*formats, id);

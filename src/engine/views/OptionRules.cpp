@@ -10,8 +10,6 @@
 namespace {
 
 constexpr wchar_t kBackspace = 8;
-constexpr int kFormatBoxes = 5;
-constexpr int kSaveAllBox = chkSaveUnknown + kFormatBoxes + 1;
 constexpr std::int16_t kAllFormats = 255;
 
 bool IsDigit(wchar_t character) {

@@ -5,14 +5,20 @@
 #include <string>
 
 #include "engine/process/OptionValues.h"
+#include "resources/controls.h"
 
 // The rules of the options dialog. The form only moves texts and check marks between its controls and these.
+
+// The check boxes of the kept formats are chkSaveUnknown + 1 to + kFormatBoxes; behind them stands "Alles
+// sichern".
+inline constexpr int kFormatBoxes = 5;
+inline constexpr int kSaveAllBox = chkSaveUnknown + kFormatBoxes + 1;
 
 // The contents of the dialog's controls, by their numbers (resources/controls.h).
 struct OptionControls {
     std::map<int, bool> marks;          // check boxes and option buttons
     std::map<int, std::wstring> texts;  // text boxes
-    bool formatBoxesEnabled = true;     // chkSaveUnknown 1 to 5
+    bool formatBoxesEnabled = true;     // not kSaveAllBox
 };
 
 OptionControls ControlsFromOptions(const OptionValues& values);

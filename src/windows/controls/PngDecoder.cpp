@@ -13,26 +13,22 @@
 #include "engine/clipboard/DibLayout.h"
 #include "engine/views/CheckerBoard.h"
 #include "engine/views/PngSize.h"
+#include "windows/controls/ComObject.h"
 #include "windows/controls/Ole.h"
+#include "windows/controls/ScreenBitmap.h"
 
 namespace {
 
-struct ComRelease {
-    void operator()(IUnknown* object) const { object->Release(); }
-};
-template <typename Interface>
-using ComPointer = std::unique_ptr<Interface, ComRelease>;
-
 // The interface that a call hands out through its last argument; null when the call fails.
 template <typename Interface, typename Call>
-ComPointer<Interface> Made(Call call) {
+ComOwned<Interface> Made(Call call) {
     Interface* made = nullptr;
     const HRESULT result = call(&made);
-    ComPointer<Interface> object(made);
+    ComOwned<Interface> object(made);
     return SUCCEEDED(result) ? std::move(object) : nullptr;
 }
 
-ComPointer<IWICImagingFactory> Factory() {
+ComOwned<IWICImagingFactory> Factory() {
     return Made<IWICImagingFactory>([](IWICImagingFactory** factory) {
         return CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER,
                                 __uuidof(IWICImagingFactory), reinterpret_cast<void**>(factory));
@@ -40,7 +36,7 @@ ComPointer<IWICImagingFactory> Factory() {
 }
 
 // The first frame, as pixels of blue, green, red and alpha; null when it is none.
-ComPointer<IWICFormatConverter> OpenFrame(IWICImagingFactory& factory, IStream& stream) {
+ComOwned<IWICFormatConverter> OpenFrame(IWICImagingFactory& factory, IStream& stream) {
     const auto decoder = Made<IWICBitmapDecoder>([&](IWICBitmapDecoder** made) {
         return factory.CreateDecoder(GUID_ContainerFormatPng, nullptr, made);
     });
@@ -54,16 +50,6 @@ ComPointer<IWICFormatConverter> OpenFrame(IWICImagingFactory& factory, IStream& 
         SUCCEEDED(converter->Initialize(frame.get(), GUID_WICPixelFormat32bppBGRA, WICBitmapDitherTypeNone,
                                         nullptr, 0, WICBitmapPaletteTypeCustom));
     return converts ? std::move(converter) : nullptr;
-}
-
-BITMAPINFOHEADER HeaderOf(UINT width, UINT height) {
-    BITMAPINFOHEADER header{};
-    header.biSize = sizeof header;
-    header.biWidth = static_cast<LONG>(width);
-    header.biHeight = -static_cast<LONG>(height);
-    header.biPlanes = 1;
-    header.biBitCount = 32;
-    return header;
 }
 
 // Some rows of a picture at a time: a decoder that begins anew each time is not asked often.
@@ -127,7 +113,7 @@ std::optional<PreviewBytes> Decode(IWICImagingFactory& factory, IStream& png,
     const std::uint32_t factor = ReductionOf(size);
     const std::uint32_t columns = (width + factor - 1) / factor;
     const std::uint32_t rows = (height + factor - 1) / factor;
-    const BITMAPINFOHEADER header = HeaderOf(columns, rows);
+    const BITMAPINFOHEADER header = TopDownHeader(static_cast<int>(columns), static_cast<int>(rows));
     const std::size_t pixelBytes = std::size_t{4} * columns * rows;
     PreviewBytes dib(sizeof header + pixelBytes);
     if (dib.size == 0) return std::nullopt;

@@ -3,19 +3,11 @@
 // Subclassing by the common controls needs <windows.h> in front of it.
 #include <commctrl.h>
 
+#include "windows/controls/WindowFont.h"
+
 namespace {
 
 constexpr UINT_PTR kCentreId = 2;
-
-int TextHeight(HWND window) {
-    const HDC dc = GetDC(window);
-    const HGDIOBJ before = SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)));
-    TEXTMETRICW metrics{};
-    GetTextMetricsW(dc, &metrics);
-    SelectObject(dc, before);
-    ReleaseDC(window, dc);
-    return metrics.tmHeight;
-}
 
 // The box's inside, in coordinates of its window: between the border and what was taken from the text's area.
 struct Inside {
@@ -55,7 +47,7 @@ LRESULT CALLBACK Centred(HWND window, UINT message, WPARAM wParam, LPARAM lParam
     switch (message) {
         case WM_NCCALCSIZE: {
             RECT& client = *reinterpret_cast<RECT*>(lParam);
-            const int spare = client.bottom - client.top - TextHeight(window);
+            const int spare = client.bottom - client.top - WindowFont(window).Metrics().tmHeight;
             if (spare > 1) {
                 client.top += spare / 2;
                 client.bottom -= spare - spare / 2;

@@ -27,8 +27,6 @@ constexpr std::array<PageShape, 5> kPages{{{L"Allgemein", IDD_frmOptionGeneral, 
                                            {L"Löschen", IDD_frmOptionDeleted, chkKeepDeleted},
                                            {L"Info", IDD_frmOptionInfo, tbInfo}}};
 
-constexpr int kFormatBoxes = 6;
-
 constexpr ReaderDescription kChooseSound{L"Sounddatei auswählen"};
 
 // The one dialog that is open; it is modal.
@@ -150,7 +148,7 @@ void frmOption::ShowControls(const OptionControls& controls) {
         Check(box, marked);
     for (const auto& [box, text] : controls.texts)
         SetText(box, text);
-    for (int i = 1; i < kFormatBoxes; ++i)
+    for (int i = 1; i <= kFormatBoxes; ++i)
         Enable(chkSaveUnknown + i, controls.formatBoxesEnabled);
 }
 
@@ -172,7 +170,7 @@ void frmOption::OnCommand(int control, int code) {
         SetText(lbKeyHint, HotKeyHint(Text(tbKeyActivate)));
     else if (control == cbFile)
         cbFile_Click();
-    else if (control == chkSaveUnknown + kFormatBoxes && code == BN_CLICKED)
+    else if (control == kSaveAllBox && code == BN_CLICKED)
         chkSaveAll_Click();
     else
         Dialog::OnCommand(control, code);

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "platform/Text.h"
+#include "windows/controls/WindowFont.h"
 
 namespace {
 
@@ -79,19 +80,13 @@ void PreviewMarks::Draw() {
     if (!words_ || !IsWindowVisible(box_)) return;
     RECT inside{};
     SendMessageW(box_, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&inside));
-    const HDC dc = GetDC(box_);
-    const int saved = SaveDC(dc);
-    SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(box_, WM_GETFONT, 0, 0)));
-    IntersectClipRect(dc, inside.left, inside.top, inside.right, inside.bottom);
-    TEXTMETRICW metrics{};
-    GetTextMetricsW(dc, &metrics);
+    const WindowFont font(box_);
+    IntersectClipRect(font.Dc(), inside.left, inside.top, inside.right, inside.bottom);
     const LRESULT first = SendMessageW(box_, EM_GETFIRSTVISIBLELINE, 0, 0);
-    const LRESULT shown = (inside.bottom - inside.top) / std::max(metrics.tmHeight, 1L) + 1;
+    const LRESULT shown = (inside.bottom - inside.top) / std::max(font.Metrics().tmHeight, 1L) + 1;
     const LRESULT end = std::min(first + shown, SendMessageW(box_, EM_GETLINECOUNT, 0, 0));
     for (LRESULT line = first; line < end; ++line)
-        DrawInLine(dc, line, inside);
-    RestoreDC(dc, saved);
-    ReleaseDC(box_, dc);
+        DrawInLine(font.Dc(), line, inside);
 }
 
 // What is selected keeps its own colours.

@@ -16,6 +16,7 @@
 #include "windows/controls/PngDecoder.h"
 #include "windows/controls/QuietScope.h"
 #include "windows/controls/Readers.h"
+#include "windows/controls/WindowFont.h"
 
 namespace {
 
@@ -368,16 +369,13 @@ void PreviewPane::MarkEmptyTabs() {
 
 // As wide as the widest of the captions that are drawn, whatever the tabs' own texts are.
 void PreviewPane::FitTabs() {
-    const HDC dc = GetDC(tab_);
-    const HGDIOBJ before = SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(tab_, WM_GETFONT, 0, 0)));
+    const WindowFont font(tab_);
     SIZE widest{};
     for (const wchar_t* caption : kCaptions) {
         SIZE size{};
-        GetTextExtentPoint32W(dc, caption, lstrlenW(caption), &size);
+        GetTextExtentPoint32W(font.Dc(), caption, lstrlenW(caption), &size);
         widest = {std::max(widest.cx, size.cx), std::max(widest.cy, size.cy)};
     }
-    SelectObject(dc, before);
-    ReleaseDC(tab_, dc);
     const UINT dpi = DpiOfWindow(tab_);
     SendMessageW(tab_, TCM_SETITEMSIZE, 0,
                  MAKELPARAM(widest.cx + Scaled(16, dpi), widest.cy + Scaled(6, dpi)));

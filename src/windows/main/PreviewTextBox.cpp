@@ -13,6 +13,7 @@
 #include "platform/win32/SystemHandles.h"
 #include "resources/controls.h"
 #include "windows/controls/QuietScope.h"
+#include "windows/controls/WindowFont.h"
 
 namespace {
 
@@ -40,13 +41,10 @@ TextExtent ExtentOf(HWND box) {
         }
     const std::wstring text = TextOfLine(box, longest);
 
-    const HDC dc = GetDC(box);
-    const HGDIOBJ before = SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(box, WM_GETFONT, 0, 0)));
-    TEXTMETRICW metrics{};
-    GetTextMetricsW(dc, &metrics);
-    const DWORD size = GetTabbedTextExtentW(dc, text.c_str(), static_cast<int>(text.size()), 0, nullptr);
-    SelectObject(dc, before);
-    ReleaseDC(box, dc);
+    const WindowFont font(box);
+    const TEXTMETRICW metrics = font.Metrics();
+    const DWORD size =
+        GetTabbedTextExtentW(font.Dc(), text.c_str(), static_cast<int>(text.size()), 0, nullptr);
     return {LOWORD(size) + 2 * metrics.tmAveCharWidth, static_cast<int>(lines * metrics.tmHeight)};
 }
 
