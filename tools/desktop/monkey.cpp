@@ -365,7 +365,9 @@ class Monkey {
 
     void MustAnswer() {
         if (!nxclip_.Running() && std::exchange(wantsToClose_, false)) StartAgain();
-        if (!nxclip_.Running()) throw std::runtime_error("the program has ended");
+        if (!nxclip_.Running())
+            throw std::runtime_error("the program has ended, code " +
+                                     std::to_string(nxclip_.Program().WaitForEnd()));
         DWORD_PTR answer = 0;
         const ULONGLONG asked = GetTickCount64();
         // What this program owns on the clipboard may be asked for meanwhile.
