@@ -54,7 +54,7 @@ class NoSettings : public SettingsPort {
     std::wstring Read(const std::wstring&, const std::wstring&, const std::wstring& absent) override {
         return absent;
     }
-    // Nothing is to be kept from run to run: that is no failure.
+    // This program keeps no settings, so to write none is no failure.
     bool Write(const std::wstring&, const std::wstring&, const std::wstring&) override { return true; }
     bool DeleteValue(const std::wstring&, const std::wstring&) override { return true; }
     std::wstring LogonCommand() override { return {}; }

@@ -75,7 +75,7 @@ void WriteJson(const Node& node, int depth, JsonText& json) {
 constexpr std::int32_t kFirstLook = 4096;  // bytes
 constexpr std::size_t kShownLetters = 200;
 
-// On one line.
+// Line breaks become blanks, so that the text fits one line.
 std::wstring Shortened(const std::wstring& text) {
     std::wstring line;
     for (const wchar_t c : text.substr(0, kShownLetters)) {

@@ -17,7 +17,7 @@
 
 namespace {
 
-// As a path of the tree is compared: parts separated by "\", without regard to case.
+// Paths of the tree are compared by parts between "\", without regard to case.
 std::wstring Comparable(std::wstring path) {
     std::replace(path.begin(), path.end(), L'/', L'\\');
     while (path.ends_with(L'\\'))

@@ -46,7 +46,7 @@ bool ReadBytes(ByteReader& reader, std::size_t size, std::vector<std::uint8_t>& 
     return true;
 }
 
-// In their order, one behind the other, inside the file.
+// True when the ranges are in order, do not overlap, and lie inside the file.
 bool AreSound(const FileChange& change) {
     std::size_t end = 0;
     for (const ChangedRange& range : change.ranges) {

@@ -82,7 +82,7 @@ FileOwner OpenInPlace(const std::wstring& path) {
     return FileOwner(ThePlatform().files.Open(path, FileUse::WriteInPlace));
 }
 
-// With nothing left to write it is only brought onto the disk.
+// With nothing left to write, the file is only flushed.
 void WriteForGood(const std::wstring& path, const FileChange& change, bool written) {
     const FileOwner file = OpenInPlace(path);
     if (!file.IsSet()) ThrowFileError(path);
@@ -91,7 +91,7 @@ void WriteForGood(const std::wstring& path, const FileChange& change, bool writt
     FlushFile(file.Get(), path);
 }
 
-// After a failure: the old bytes come back where new ones may stand. Where that fails too, or where the
+// Takes back a failed write: the old bytes return where new ones may stand. Where that fails too, or the
 // journal would lead to the new ones later, a journal takes its place that leads to the old ones.
 void TakeBack(const std::wstring& path, const FileChange& back, bool touched) {
     try {
@@ -104,7 +104,7 @@ void TakeBack(const std::wstring& path, const FileChange& back, bool touched) {
     try {
         WriteJournal(path, back);
     } catch (const RuntimeError&) {
-        // Nothing can be written any more.
+        // The disk takes no write any more.
     }
 }
 
@@ -157,7 +157,7 @@ class PieceReader {
     Bytes piece_;
 };
 
-// Of nothing known when there is no file.
+// The mark of a missing file says that nothing is known.
 FileMark MarkOfFile(const std::wstring& path) {
     PieceReader file(path);
     if (!file.IsThere()) return {};
@@ -197,7 +197,7 @@ void Finish(const std::wstring& path) {
     ThePlatform().files.Remove(JournalPathOf(path));
 }
 
-// One save of a file, whose last save is finished.
+// One save of a file. The last save of the same file must be finished.
 struct Save {
     bool isNew = false;
     FileChange change;

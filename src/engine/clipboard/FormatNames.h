@@ -40,7 +40,7 @@ std::wstring RegisteredFormatName(FormatNumber id);
 bool IsStandardFormat(FormatNumber id);
 
 // True for the formats that stand for a GDI object, or for a block with the handle of one, and not for data:
-// they are never stored, so their data need not be asked for. Asking is dear: the owner or the system draws a
+// they are never stored, so their data is not asked for. Asking is costly: the owner or the system draws a
 // whole bitmap. A record of one, in a damaged file, is never put on the clipboard.
 bool IsGdiObjectFormat(FormatNumber id);
 

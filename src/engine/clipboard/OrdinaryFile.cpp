@@ -68,7 +68,7 @@ Bytes BytesOf(std::string_view characters) {
 
 constexpr std::string_view kPngSignature = "\x89PNG\r\n\x1A\n";
 
-// As the clipboard has it, the lower byte first.
+// UTF-16 as the clipboard has it, the lower byte first.
 Bytes Utf16Bytes(const std::wstring& text) {
     Bytes bytes;
     for (const char16_t unit : Utf16FromText(text)) {

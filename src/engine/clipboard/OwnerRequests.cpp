@@ -26,7 +26,7 @@ enum class Answer {
     Unasked,  // the owner takes no messages, or has had his time
 };
 
-// How dear a format usually is to its owner.
+// How much work a format usually is for its owner.
 enum class Cost { Text, Data, Picture, Object };
 
 Cost CostOf(const CFormat& format) {

@@ -158,7 +158,7 @@ void LeaveChain(WindowHandle window) {
     }
 }
 
-// Whoever is first has nobody in front who could fail him. In front of a viewer that hangs each message would
+// The first viewer has nobody in front who could fail it. In front of a viewer that hangs each message would
 // have to wait for it: where we are now only this one knows, and the listener tells of the changes. False
 // when it is to be tried again.
 bool JoinAnew(WindowHandle window) {
@@ -207,7 +207,7 @@ MessageParameter ListenerTold(const Parameters& p) {
     return 0;
 }
 
-// Of both places that we may have in the chain.
+// We may stand in the chain twice for a moment; both places are looked at.
 MessageParameter ChainChanged(const Parameters& p) {
     const WindowHandle leaving = WindowOf(p.w), behindIt = WindowOf(p.l);
     if (leaving == TheChain.formerNext) TheChain.formerNext = behindIt;

@@ -32,7 +32,7 @@ class CaptureWatch {
     // The container's profile can be changed again: takes the copy that was refused for that, if it is still
     // on the clipboard.
     void ReturnToRefused();
-    // It is not on the clipboard any more.
+    // The missed copy is not on the clipboard any more.
     void ForgetMissed() { missed_ = false; }
 
     // The window goes while a clip is being made: it ends without one.

@@ -8,7 +8,7 @@
 
 namespace {
 
-// To be looked up among many.
+// Sorted, so that each can be looked up among many.
 class NodeSet {
  public:
     explicit NodeSet(ChosenNodes nodes) : nodes_(nodes.begin(), nodes.end()) {

@@ -31,7 +31,7 @@
 
 namespace {
 
-// For a walk over what is deleted.
+// The action number of the walk over what is deleted.
 constexpr std::int16_t kDeleteAction = 1;
 
 // The description of what went wrong, empty when the file is gone. It is not asked beforehand whether the

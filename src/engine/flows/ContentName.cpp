@@ -100,7 +100,7 @@ std::wstring NameOf(ClipFileReader& reader, const Records& records, const std::w
         const std::wstring text = record != nullptr ? Trim(BeginningOf(reader, *record)) : std::wstring();
         if (!text.empty()) return text;
     }
-    // Not every kind of picture says its size in its front.
+    // Some kinds of pictures do not say their size at their beginning.
     for (const Record& record : records) {
         if ((record.content.kinds & kPictureContent) == 0) continue;
         const std::wstring name = NameOfPicture(clipFile, record);

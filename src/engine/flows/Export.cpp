@@ -18,7 +18,7 @@ namespace {
 constexpr const wchar_t* kIndex = L"index.html";
 constexpr std::size_t kWritePiece = 1024 * 1024;
 constexpr std::uint32_t kErrorDiskFull = 112;
-// Of a record's text no more than this is read for the page.
+// No more than this is read of a record's text for the page.
 constexpr std::size_t kMostSeen = 1000;
 constexpr std::size_t kReadPiece = 4096;
 

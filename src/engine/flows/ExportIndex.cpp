@@ -7,7 +7,7 @@
 
 namespace {
 
-// Of a text the page shows no more than this.
+// The page shows no more than this of a text.
 constexpr std::size_t kMostLetters = 400;
 
 constexpr std::string_view kStyle =

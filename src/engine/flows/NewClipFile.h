@@ -25,7 +25,7 @@ class NewClipFile {
     const std::wstring& Path() const { return path_; }
     std::int32_t Number() const { return number_; }
 
-    // Its content comes onto the disk for good when nobody waits.
+    // Leaves the flush to the disk to the next idle moment.
     void Close();
     // A clip leads to the file now.
     void Keep() { mustGo_ = false; }

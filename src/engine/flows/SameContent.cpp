@@ -31,7 +31,7 @@ const Node* NewestClip(const Node& container) {
 // These differ from copy to copy of the same content: each holds an address or a handle.
 constexpr const wchar_t* kPassedOver[] = {
     L"DataObject",                  // the window that hands out the copying program's data object
-    L"Wine Marshalled DataObject",  // the way to that object, made anew for each copy
+    L"Wine Marshalled DataObject",  // the way to that object, another one for each copy
     L"GTK_TEXT_BUFFER_CONTENTS",    // the text buffer's address
 };
 

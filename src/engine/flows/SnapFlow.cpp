@@ -72,7 +72,7 @@ struct SnapFlow::Content {
     std::wstring undelivered;      // the names of what the owner owes
     std::uint32_t writeError = 0;  // the system's code of the first record that could not be written
 
-    // Its plain text may have lost the letters that "Unicode" still has.
+    // "Unicode" goes before the plain text, which may have lost letters.
     void NameAfter(const CFormat& format) {
         const bool unicode = format.FormatId == kUnicodeFormat;
         if (!unicode && (format.FormatId != kTextFormat || namedAfterUnicode)) return;

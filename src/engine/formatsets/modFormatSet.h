@@ -32,7 +32,7 @@ bool SaveFormatSets();
 void InitDefaultFormatSets();
 
 // Adds sets for what programs of today put on the clipboard, each unless its combination is known already.
-// They keep whatever can be kept.
+// The sets keep whatever can be kept.
 void AddRecommendedFormatSets();
 
 // Appends a set with the names of `formats`, all of them kept. The result is its index, -1 when there are no

@@ -65,7 +65,7 @@ bool MayBeActive(const Node* node) {
     return node == nullptr || IsNodeOfKind(node, kProfileKind | kStructureKind);
 }
 
-// From here on at the root level: one that waits for its drive cannot be it.
+// The next usable node of the root level: a profile that waits for its drive cannot be active.
 Node* NextProfile(Node* root) {
     while (root != nullptr && !IsProfileNode(root))
         root = root->Next();

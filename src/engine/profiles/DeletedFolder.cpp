@@ -50,7 +50,7 @@ std::optional<Day> ParseDate(const std::wstring& text) {
     return date.ok() ? std::optional<Day>(date) : std::nullopt;
 }
 
-// Where the note begins; npos when there is none.
+// The place where the note begins; npos when there is none.
 std::size_t PlaceOfNote(const std::wstring& info) {
     if (info.empty() || info.back() != L']') return std::wstring::npos;
     const std::size_t place = info.rfind(kNote);
@@ -72,7 +72,7 @@ std::wstring WithNote(const std::wstring& info, const std::wstring& from, FileTi
     return info.empty() ? note : info + L" " + note;
 }
 
-// A damaged clip's tag would lead elsewhere if it were made anew.
+// The tag of a damaged clip is not rewritten: it would lead elsewhere.
 std::optional<std::wstring> TagWithInfo(const Node& node, const std::wstring& info) {
     if (IsStructureNode(&node)) return MakeStructureTag(info);
     const NodeAttributes read = AttributesOf(&node);

@@ -139,7 +139,7 @@ class Repair {
                        NumberText(tag.formatCount) + L" Formaten.");
     }
 
-    // It keeps its place when that fails: the next check finds it again.
+    // When this fails the file keeps its place, and the next check finds it again.
     static void PutAside(const std::wstring& file) {
         FilePort& files = ThePlatform().files;
         std::wstring aside = file + L".defekt";

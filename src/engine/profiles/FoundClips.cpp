@@ -90,7 +90,7 @@ ClipFile LookAt(const std::wstring& path) {
     return found;
 }
 
-// In their order.
+// The numbers of the clips below a profile, sorted.
 std::vector<std::int32_t> NumbersOf(const Node* profile) {
     std::vector<std::int32_t> numbers;
     for (TreeWalk walk(profile); walk.InSubtree(); walk.Step())

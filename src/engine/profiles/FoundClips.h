@@ -15,8 +15,8 @@ struct FoundClip {
     FileTime changed = 0;
 };
 
-// Those in a directory, by number. What a broken-off copy left is removed, and what an interrupted capture
-// did: a file that is empty, or that ends before its first record does. One that cannot be read, or makes no
+// The found clips of a directory, by number. Removes what a broken-off copy or an interrupted capture left
+// there: a file that is empty, or that ends before its first record. One that cannot be read, or makes no
 // sense, stays. `profile` is the top node over the directory; null when there is none: every file is found
 // then, half ones stay.
 std::vector<FoundClip> FindClips(const std::wstring& directory, const Node* profile);

@@ -161,7 +161,7 @@ Node& TakePlace(CTreeViewEx& tree, CProfile& entry, Node& loaded, ActiveContaine
     return profile;
 }
 
-// It stays in the list, and the user knows why it is gone from the tree.
+// The entry stays in the list; the caller has told the user why its profile leaves the tree.
 void TakeOutOfTree(CTreeViewEx& tree, CProfile& entry, ActiveContainer& container) {
     container.LeaveSubtree(*entry.Node);
     tree.TreeView()->Remove(*std::exchange(entry.Node, nullptr));
@@ -184,7 +184,7 @@ bool IsListedTwice(const CProfile& entry) {
     return false;
 }
 
-// Until the profile is found or the user has decided. False when it is to leave the list.
+// Asks until the profile is found or the user has decided. False when it is to leave the list.
 bool AskWhereItIs(CTreeViewEx& tree, CProfile& entry, const AskForMissingProfile& ask) {
     for (;;) {
         const MissingProfileAnswer answer = ask(entry.Name, entry.Directory);
@@ -221,7 +221,7 @@ bool IsListed(const CProfile* entry) {
     return std::find(entries.begin(), entries.end(), entry) != entries.end();
 }
 
-// Null when there is nothing in the directory that could be loaded, or made anew.
+// Null when the directory holds nothing that could be loaded or rebuilt.
 Node* LoadOrRecover(CTreeViewEx& tree, const std::wstring& directory) {
     FinishSave(TreeDataFilePath(directory));
     Node* const profile = LoadProfileDirectory(tree, directory);

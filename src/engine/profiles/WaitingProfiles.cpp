@@ -24,7 +24,7 @@ bool IsListed(const CProfile* entry) {
     return std::find(entries.begin(), entries.end(), entry) != entries.end();
 }
 
-// From the end of the root level to where it waited.
+// Moves the profile from the end of the root level to where it waited.
 void TakeWaitingPlace(CTreeViewEx& tree, CProfile& entry) {
     NodeCollection& nodes = *tree.TreeView();
     const BulkChangeScope bulk(nodes);

@@ -10,9 +10,9 @@ namespace {
 
 // Most clips are smaller; of a picture no more is read in vain.
 constexpr std::size_t kFirstRead = 16 << 10;
-// Of a header, with the longest name that anybody gives.
+// The size of a header with the longest name that anybody gives.
 constexpr std::size_t kHeaderRead = 512;
-// Of a long text at a time: what stays in the processor's cache.
+// A long text is read in pieces that stay in the processor's cache.
 constexpr std::size_t kPiece = 128 << 10;
 constexpr std::size_t kFixedHeader = kRecordIdSize + kRecordNameLengthSize;
 

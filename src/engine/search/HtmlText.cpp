@@ -108,7 +108,7 @@ void HtmlText::Take(std::string_view bytes, std::u16string& text) {
     TakePart(bytes, text);
 }
 
-// Without those lines what was read belongs to the text.
+// When the header's lines are missing, what was read belongs to the text.
 void HtmlText::EndHeader() {
     inHeader_ = false;
     if (!header_.starts_with("Version:")) return;

@@ -66,7 +66,7 @@ struct FoundByName {
 struct SearchedTree {
     std::vector<FoundByName> found;
     SearchPlan plan;
-    // Those that the plan's clips belong to, at the same places.
+    // The nodes of the plan's clips, at the same places.
     std::vector<Node*> clips;
 };
 SearchedTree SearchTree(Node* below, const NodeCollection& nodes, const SearchQuery& query, Likeness likeness,

@@ -12,7 +12,7 @@ namespace {
 constexpr unsigned kUtf8CodePage = 65001;
 // What is looked at to guess a coding.
 constexpr std::size_t kGuessedFrom = 16;
-// Of a code page whose characters have several bytes: what waits for its end at most.
+// The most bytes of an unfinished character, in a code page with several bytes a character.
 constexpr std::size_t kMostWaiting = 64;
 
 bool IsPlain(char byte) {

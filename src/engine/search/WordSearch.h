@@ -35,7 +35,7 @@ class WordSearch {
     WordSet OfFiles() const { return ofFiles_; }
     WordSet Anywhere() const { return all_ & ~ofName_ & ~ofFiles_; }
 
-    // Those of the `wanted` words that the text holds, which is to be seen whole or in windows that overlap
+    // Which of the `wanted` words the text holds. The text may come whole or in windows that overlap
     // by Overlap(). The place of the foremost of them goes into `first`, if there is one.
     WordSet FindIn(std::u16string_view text, WordSet wanted, TextPlace* first = nullptr);
     // Of all words that any text may hold, the place that begins first at or behind `from`.

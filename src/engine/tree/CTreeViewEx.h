@@ -136,7 +136,7 @@ class CTreeViewEx {
     bool LoadDataFromFile(const std::wstring& path);
     void ReleaseData();
     const TreeData& Data() const;
-    // Its Count, without making its records.
+    // The Count of TreeData, without making the records.
     std::int32_t DataCount() const;
 
     // Not implemented: both tell the user so and return false. The tree is persisted through TreeData alone.

@@ -67,7 +67,7 @@ void NodeCollection::Remove(Node& node) {
     RemoveAll({&only, 1});
 }
 
-// Those that go are marked; then the rest closes up in one pass, however many they are.
+// The removed nodes are marked first, so that one pass closes all gaps, however many there are.
 void NodeCollection::RemoveAll(std::span<Node* const> nodes) {
     std::vector<Node*> going;
     int firstGap = Count() + 1;

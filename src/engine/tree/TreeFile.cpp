@@ -76,7 +76,7 @@ std::string_view StoredBytes(const KeptText& text, std::vector<std::uint8_t>& ot
 }
 
 // Writes the fields of nodes, which bear no key. There are many nodes at every save: each goes into the image
-// at once, and what stands behind its depth is made anew only where it differs from that of the node before.
+// at once, and the bytes behind its depth are encoded only where they differ from those of the node before.
 class NodeWriter {
  public:
     explicit NodeWriter(ByteWriter& writer) : writer_(writer) {}

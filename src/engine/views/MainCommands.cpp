@@ -22,7 +22,7 @@ bool IsProfile(const Situation&, const Node* node) {
     return IsProfileNode(node);
 }
 
-// One that waits for its drive may go as well.
+// A profile that waits for its drive can be taken out as well.
 bool IsListedProfile(const Situation&, const Node* node) {
     return IsProfileNode(node) || WaitingAs(node) != nullptr;
 }
@@ -188,7 +188,7 @@ bool IsOffered(const CommandRow& row, const CommandSituation& situation) {
 }
 
 bool IsPermitted(const CommandRow& row, const Node* node) {
-    // Of what makes no sense there is nothing to forbid.
+    // A command that makes no sense now need not be forbidden.
     if (row.action == nullptr || (row.actsOn != ActsOn::Nothing && !IsKnown({}, node))) return true;
     return ActionAllowed(row.action(node), node);
 }

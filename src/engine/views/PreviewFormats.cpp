@@ -25,7 +25,7 @@ const CFormat* FirstOf(std::initializer_list<const CFormat*> candidates) {
     return found != candidates.end() ? *found : nullptr;
 }
 
-// Without what only stands in for a missing text.
+// Leaves out the formats that only stand in for a missing text.
 const CFormat* OwnFormat(const CFormats& formats, PreviewTab tab) {
     switch (tab) {
         case PreviewTab::Text:

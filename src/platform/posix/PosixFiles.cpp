@@ -43,7 +43,7 @@ bool LocksItsByte(int file) {
     return fcntl(file, kSetLock, &lock) == 0;
 }
 
-// Whoever held the lock before removes its file.
+// The program that held the lock before removes its file.
 bool IsRemoved(int file) {
     struct stat found;
     return fstat(file, &found) != 0 || found.st_nlink == 0;

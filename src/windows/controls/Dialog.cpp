@@ -46,7 +46,7 @@ void CentreOver(HWND window, HWND owner) {
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-// Of a few messages the system takes what the procedure returns; of all others what it has set as the result.
+// For a few messages the system takes the procedure's own result; for all others what was set for the window.
 bool IsAnsweredDirectly(UINT message) {
     return (message >= WM_CTLCOLORMSGBOX && message <= WM_CTLCOLORSTATIC) || message == WM_VKEYTOITEM ||
            message == WM_CHARTOITEM || message == WM_COMPAREITEM || message == WM_QUERYDRAGICON;
@@ -95,7 +95,7 @@ void Dialog::ComeUp() const {
     flash.hwnd = window_;
     flash.dwFlags = FLASHW_ALL | FLASHW_TIMERNOFG;
     FlashWindowEx(&flash);
-    // Nobody who does not look at the screen would know of it.
+    // Without a sound, somebody who does not look at the screen would not know of it.
     MessageBeep(MB_OK);
 }
 
@@ -147,7 +147,7 @@ HWND Dialog::CreateBeside(HWND owner, int dialogTemplate) {
     const HWND made = CreateDialogIndirectParamW(GetModuleHandleW(nullptr),
                                                  reinterpret_cast<const DLGTEMPLATE*>(bytes.data()), owner,
                                                  &Dialog::Procedure, reinterpret_cast<LPARAM>(this));
-    // It may be gone again.
+    // OnInit may have closed the window.
     return IsWindow(made) ? made : nullptr;
 }
 
@@ -263,7 +263,7 @@ void Dialog::Close(bool confirmed) {
     }
     confirmed_ = confirmed;
     const HWND owner = GetWindow(window_, GW_OWNER);
-    // Before the window goes: the system gives its place in front to an owner that can take it.
+    // The owner is enabled before the window goes: the system brings forward an owner that can take it.
     if (kind_ == Kind::Unasked) EnableWindow(owner, TRUE);
     DestroyWindow(window_);
     // A dialog closed by a message that was sent leaves its loop waiting for one that is posted.

@@ -49,7 +49,7 @@ DWORD WINAPI ReadInThread(void* parameter) noexcept {
     try {
         (*job)->content = ReadNow((*job)->pattern);
     } catch (const std::bad_alloc&) {
-        // Not read, then: the one who waits says so.
+        // The directory counts as not read; who waits for it says so.
     }
     return 0;
 }

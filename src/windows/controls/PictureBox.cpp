@@ -64,7 +64,7 @@ std::vector<std::uint8_t> HeaderOf(const PreviewPicture& picture) {
     return header;
 }
 
-// Of some of its rows, as a picture of their own. The oldest kind has its height in 16 bits.
+// The header for some of its rows as a picture of their own. The oldest kind keeps the height in 16 bits.
 std::vector<std::uint8_t> HeaderOfRows(const PreviewPicture& picture, int rows) {
     std::vector<std::uint8_t> header = HeaderOf(picture);
     if (reinterpret_cast<const BITMAPCOREHEADER*>(header.data())->bcSize == sizeof(BITMAPCOREHEADER)) {
@@ -110,7 +110,7 @@ bool PictureBox::Show(PreviewPicture picture, std::function<void()> lost) {
     return shown;
 }
 
-// Of run-length coded pixels no part can be drawn without those before it.
+// Run-length coded pixels cannot be drawn without those before them.
 bool PictureBox::DecodeRuns() {
     if (!IsRunLengthCoded(picture_.Layout())) return true;
     decoded_ = MakeScreenBitmap(size_.cx, size_.cy);
@@ -224,7 +224,7 @@ void PictureBox::FitBars() {
     }
 }
 
-// To draw a bar is dear, and most of the time nothing about it is new.
+// Drawing a bar is costly, and mostly nothing about it has changed.
 void PictureBox::ShowBar(int bar, const SCROLLINFO& range) {
     if (std::memcmp(&bars_[bar], &range, sizeof range) == 0) return;
     // Before, since showing the bar leads here again.

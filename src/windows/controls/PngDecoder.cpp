@@ -52,7 +52,7 @@ ComOwned<IWICFormatConverter> OpenFrame(IWICImagingFactory& factory, IStream& st
     return converts ? std::move(converter) : nullptr;
 }
 
-// Some rows of a picture at a time: a decoder that begins anew each time is not asked often.
+// Reads some rows of a picture at a time, in few pieces, since some decoders begin again for each of them.
 class Pieces {
  public:
     Pieces(IWICFormatConverter& picture, const PngSize& size, std::uint32_t factor)

@@ -56,7 +56,7 @@ bool ScreenIsReadAloud() {
     return SystemParametersInfoW(SPI_GETSCREENREADER, 0, &read, 0) && read;
 }
 
-// To who sees the tree the picture says which the active container is.
+// Whoever sees the tree knows the active container by its picture; a reader needs it in the text.
 std::wstring ItemText(const Node& node) {
     std::wstring text = node.Text();
     if (IsShownAsActive(node) && ScreenIsReadAloud()) text += L", aktive Ablage";
@@ -177,7 +177,7 @@ void TreePane::OnBeginLabelEdit(const Node& node) {
 }
 
 void TreePane::OnEndLabelEdit(Node& node, const wchar_t* text) {
-    // Some controls tell it once more when the edit loses the focus by its end.
+    // Some versions of the control tell the end twice, since the edit then loses the focus.
     if (IsRenameWaiting()) return;
     const HWND edit = TreeView_GetEditControl(window_);
     TellLater(Deed::Rename, node, edit != nullptr ? WindowText(edit) : text);
@@ -283,7 +283,7 @@ void TreePane::EndEdit() {
     if (editing_) TellWaiting();
 }
 
-// Its node went: the control does not always say so.
+// The control does not always say that an edit has ended because its node went.
 void TreePane::ForgetEndedEdit() {
     if (!IsRenameWaiting() && !IsEditing()) editing_.reset();
 }
@@ -493,7 +493,7 @@ void TreePane::ChildrenReordered(Node* parent) {
     if (bulkDepth_ == 0) redrawn.emplace(window_);
     SelectItemOf(nullptr);
     if (parent != nullptr) TreeView_Expand(window_, ItemOf(*parent), TVE_COLLAPSE);
-    // From the first on: to take one out, the control walks along its elder siblings.
+    // Removes from the first on: to take an item out, the control walks along the siblings before it.
     for (Node* child = FirstOf(parent); child != nullptr; child = child->Next())
         if (child->viewItem != 0) TreeView_DeleteItem(window_, ItemOf(*child));
     ShowChildren(parent);

@@ -17,9 +17,9 @@ class frmMoveTo : public Dialog {
     // dialog.
     frmMoveTo(const CTreeViewEx& tree, ChosenNodes sources, Node* start);
 
-    // What was chosen; null when it is gone.
+    // The chosen folder; null when it is gone.
     Node* Target() const { return target_.Get(); }
-    // They are to be copied there, not moved.
+    // True when the sources are to be copied, not moved.
     bool Copies() const { return copies_; }
 
  private:

@@ -34,7 +34,7 @@ std::wstring ResultOf(HWND owner, const std::wstring& title, LongWork& work) {
     return (whole ? L"" : L"Abgebrochen. ") + work.Summary();
 }
 
-// Those that are still there after a dialog.
+// The nodes that are still there after a dialog.
 std::vector<const Node*> Living(const std::vector<std::unique_ptr<NodeRef>>& references) {
     std::vector<const Node*> nodes;
     for (const auto& reference : references)

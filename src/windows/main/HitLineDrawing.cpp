@@ -14,7 +14,7 @@ struct Part {
     bool marked;
 };
 
-// Where the part ends on the screen.
+// The place on the screen where the part ends.
 int DrawPart(HDC dc, const RECT& cell, int left, const Part& part) {
     RECT place{left, cell.top, cell.right, cell.bottom};
     SIZE size{};

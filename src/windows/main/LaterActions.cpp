@@ -18,7 +18,7 @@ void LaterActions::Later(std::chrono::milliseconds delay, std::function<void()> 
 }
 
 void LaterActions::IsDue(const Delayed& delayed) {
-    // It lasts until its action has come back, whatever that does.
+    // The entry must outlive its action, which may change the list.
     std::list<Delayed> due;
     due.splice(due.begin(), delayed_,
                std::find_if(delayed_.begin(), delayed_.end(),

@@ -82,7 +82,7 @@ void ListPane::ShowContent(const ListContent& content) {
     if (wasEmpty && count == 0 && headings_ == content.columns) return;
     const QuietScope quiet(window_);
     SendMessageW(window_, WM_SETREDRAW, FALSE, 0);
-    // With its rows go the control's selection and scroll position: the new ones are others.
+    // The control loses selection and scroll position with its rows.
     if (!wasEmpty) ListView_SetItemCountEx(window_, 0, 0);
     FillColumns();
     if (count > 0) ListView_SetItemCountEx(window_, count, 0);
@@ -260,7 +260,7 @@ void ListPane::ChooseRows(const std::vector<int>& rows) {
     for (const int row : rows)
         ListView_SetItemState(window_, row, LVIS_SELECTED, LVIS_SELECTED);
     ListView_SetItemState(window_, rows.front(), LVIS_FOCUSED, LVIS_FOCUSED);
-    // From here on the keys choose with Umschalt.
+    // This row is where a selection with Umschalt begins.
     SendMessageW(window_, LVM_SETSELECTIONMARK, 0, rows.front());
     ListView_EnsureVisible(window_, rows.front(), FALSE);
 }

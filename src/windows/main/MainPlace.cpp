@@ -29,7 +29,7 @@ RECT NormalPlaceOf(HWND window) {
 MainState RestoreMainPlace(HWND window) {
     const StoredPlace place = ReadMainPlace();
     const UINT system = DpiOfSystem();
-    // On its monitor it has that one's resolution.
+    // The window has the resolution of the monitor on which it stands.
     SetWindowPos(window, nullptr, PixelsFromTwips(place.left, system), PixelsFromTwips(place.top, system), 0,
                  0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     const UINT own = DpiOfWindow(window);

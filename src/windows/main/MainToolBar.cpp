@@ -174,7 +174,7 @@ bool MainToolBar::OnKey(WPARAM key) {
     }
 }
 
-// As by the mouse, which leaves the keyboard where it is: what the command is about depends on that.
+// A button pressed by keys leaves the focus alone, as the mouse does: what a command is about depends on it.
 void MainToolBar::PressByKey(const TBBUTTON& button) {
     SetFocus(comeFrom_);
     if (button.fsStyle & BTNS_CHECK)

@@ -133,7 +133,7 @@ void PngWorker::SetListener(HWND window, UINT message) {
 
 bool PngWorker::Start(const std::wstring& clipFile, const CFormat& format) {
     Stop();
-    // Of one that has ended the message may still come, or never.
+    // The message of a decoding that was broken off may still come, or never.
     if (running_ != nullptr && running_->finished) running_ = nullptr;
     wanted_ = std::make_shared<Job>();
     wanted_->path = clipFile;

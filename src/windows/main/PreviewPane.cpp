@@ -115,7 +115,7 @@ void PreviewPane::LayOutInside() {
     PlaceNote();
 }
 
-// In the box in front, which is empty as long as there is a note.
+// The note stands over the box in front, which is empty then.
 void PreviewPane::PlaceNote() {
     const bool visible = shown_ && GetWindowTextLengthW(note_) > 0;
     if (!visible) return void(ShowWindow(note_, SW_HIDE));
@@ -173,7 +173,7 @@ bool PreviewPane::Wants(const MSG& message) const {
     if (message.hwnd != text_.Window() && (message.hwnd != richText_.Window() || message.hwnd == nullptr))
         return false;
     if (message.message != WM_KEYDOWN) return false;
-    // Whoever reads a text does not mean the clip.
+    // In a text box the command means the text, not the clip.
     if (message.wParam == VK_DELETE) return true;
     return GetKeyState(VK_CONTROL) < 0 && (message.wParam == L'C' || message.wParam == L'A');
 }
@@ -234,7 +234,7 @@ void PreviewPane::MarkHits() {
     ShownText()->ReadOn(hitIsDue_);
 }
 
-// What was searched for is read up to, wherever it stands.
+// The text is read up to the hit, wherever that stands.
 void PreviewPane::TextGrew() {
     ReadingBox* const text = ShownText();
     if (!hit_ || text == nullptr) return;
@@ -352,7 +352,7 @@ bool PreviewPane::IsEmpty(PreviewTab tab) const {
     return formats_ != nullptr && FormatFor(tab) == nullptr;
 }
 
-// To who sees them their captions are grey; their texts are for who has them read aloud.
+// Whoever sees the tabs knows the empty ones by their grey; whoever has them read aloud, by their texts.
 void PreviewPane::MarkEmptyTabs() {
     for (int tab = 0; tab < kTabs; ++tab) {
         const bool empty = IsEmpty(static_cast<PreviewTab>(tab));
@@ -367,7 +367,7 @@ void PreviewPane::MarkEmptyTabs() {
     }
 }
 
-// As wide as the widest of the captions that are drawn, whatever the tabs' own texts are.
+// Each tab is as wide as the widest caption that is drawn, whatever the tabs' own texts are.
 void PreviewPane::FitTabs() {
     const WindowFont font(tab_);
     SIZE widest{};

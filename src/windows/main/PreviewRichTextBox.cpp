@@ -67,7 +67,7 @@ DWORD CALLBACK FeedRichText(DWORD_PTR cookie, LPBYTE buffer, LONG wanted, LONG* 
     return 0;
 }
 
-// With one character for each line's end: so the box counts.
+// The box counts one character for each line's end.
 std::wstring TextOfRichBox(HWND box) {
     constexpr UINT kUtf16 = 1200;
     GETTEXTLENGTHEX length{GTL_NUMCHARS | GTL_PRECISE, kUtf16};
@@ -95,7 +95,7 @@ HWND MakeRichTextWindow(HWND parent, UniqueLibrary& library) {
     return nullptr;
 }
 
-// While one lives, what is done to the box leaves what is chosen in it and seen of it as it was.
+// While one lives, changes to the box leave its selection and scroll position as they were.
 class SameViewScope {
  public:
     explicit SameViewScope(HWND box) : box_(box), quiet_(box) {
@@ -131,7 +131,7 @@ bool PreviewRichTextBox::Create(HWND parent, HFONT font) {
     return true;
 }
 
-// For text that names no font of its own: the box would begin with the system's bold one of fixed sizes.
+// The font for text that names none: the box would take the system's bold bitmap font.
 void PreviewRichTextBox::SetFont(HFONT pixels) {
     LOGFONTW font{};
     GetObjectW(pixels, sizeof font, &font);

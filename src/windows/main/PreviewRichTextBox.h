@@ -12,7 +12,7 @@
 // from the beginning: no part of a rich text means anything without what stands in front of it.
 class PreviewRichTextBox : public ReadingBox {
  public:
-    // Its library is large: made when it is first looked at. Text that names no font has this one.
+    // To be called when it is first shown, since its library is large. `font` is for text that names none.
     bool Create(HWND parent, HFONT font);
     void SetFont(HFONT font);
     // False when the beginning cannot be read; the box is empty then.

@@ -28,7 +28,7 @@ LRESULT LengthOfLine(HWND box, LRESULT line) {
 }
 
 // How much room the text of an edit box takes, in pixels. Of many lines the first count, of those the one
-// with the most characters: to measure is dear.
+// with the most characters, since measuring is costly.
 TextExtent ExtentOf(HWND box) {
     constexpr LRESULT kLookedAt = 500;
     const LRESULT lines = SendMessageW(box, EM_GETLINECOUNT, 0, 0);
@@ -50,7 +50,7 @@ TextExtent ExtentOf(HWND box) {
 
 std::wstring TextOfBox(HWND box) {
     std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(box)), L'\0');
-    // With the zero behind it, which the text has room for.
+    // A string has room for the zero behind its last character.
     text.resize(
         static_cast<std::size_t>(GetWindowTextW(box, text.data(), static_cast<int>(text.size()) + 1)));
     return text;
@@ -72,7 +72,7 @@ bool PreviewTextBox::Create(HWND parent) {
     SendMessageW(box, EM_SETLIMITTEXT, 0, 0);
     Attach(box);
     marks_.SetBox(box);
-    // Made with them, it can have them; without a text there is nothing to scroll with them.
+    // The styles must be set at creation, or the bars cannot be shown later; without text they are hidden.
     SetWindowLongPtrW(box, GWL_STYLE,
                       GetWindowLongPtrW(box, GWL_STYLE) & ~static_cast<LONG_PTR>(WS_VSCROLL | WS_HSCROLL));
     return true;
@@ -155,7 +155,7 @@ void PreviewTextBox::ForgetRest() {
     lines_ = {};
 }
 
-// What is selected and shown stays so.
+// The selection and the scroll position stay as they are.
 void PreviewTextBox::Append(const std::wstring& text) {
     const HWND box = Window();
     const Selection selected = Selected();

@@ -39,7 +39,7 @@ void SearchField::SetFont(HFONT font) {
 
 void SearchField::SetHint(const std::wstring& hint) {
     if (std::exchange(hint_, hint) == hint) return;
-    // Also while the keyboard is in it.
+    // The text is shown also while the field has the keyboard.
     SendMessageW(window_, EM_SETCUEBANNER, TRUE, reinterpret_cast<LPARAM>(hint_.c_str()));
 }
 
@@ -66,7 +66,7 @@ void SearchField::MakeTip() {
 
 std::wstring SearchField::Text() const {
     std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window_)), L'\0');
-    // With the zero behind it, which the text has room for.
+    // A string has room for the zero behind its last character.
     text.resize(
         static_cast<std::size_t>(GetWindowTextW(window_, text.data(), static_cast<int>(text.size()) + 1)));
     return text;

@@ -52,14 +52,14 @@ class WindowsStartUp : public StartUpHost {
         const DWORD error = GetLastError();
         // The one of an instance with more rights may not even be opened.
         if (mutex == nullptr) return error == ERROR_ACCESS_DENIED;
-        // Its own one is held until the process ends; another's is not kept from going with that.
+        // Our own mutex is held until the process ends; another instance's must not be kept alive by us.
         if (error == ERROR_ALREADY_EXISTS) CloseHandle(mutex);
         return error == ERROR_ALREADY_EXISTS;
     }
     void Wait(std::chrono::milliseconds time) override { Sleep(static_cast<DWORD>(time.count())); }
 
     WindowHandle FindTopLevelWindow(const std::wstring& title) override {
-        // By the class as well: a window of the file manager bears the name of its folder.
+        // The class is asked for too, since a window of the file manager bears the name of its folder.
         return EngineWindow(FindWindowW(kMainWindowClass, title.c_str()));
     }
     bool IsMinimised(WindowHandle window) override { return IsIconic(SystemWindow(window)) != 0; }
@@ -67,7 +67,7 @@ class WindowsStartUp : public StartUpHost {
 
     void ActivateByTitle(const std::wstring& title) override {
         const HWND window = FindWindowW(kMainWindowClass, title.c_str());
-        // One that lives as an icon in the notification area is hidden.
+        // A window that lives as an icon in the notification area is hidden.
         if (!IsWindowVisible(window)) ShowWindow(window, SW_SHOWNORMAL);
         SetForegroundWindow(GetLastActivePopup(window));
     }
@@ -111,7 +111,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, wchar_t* commandLine, int) {
 
     INITCOMMONCONTROLSEX controls{sizeof controls, ICC_WIN95_CLASSES | ICC_STANDARD_CLASSES};
     InitCommonControlsEx(&controls);
-    // After an update or an installer that had to end it; not after a fault of its own.
+    // The system starts it again after an update or an installer had to end it, not after a fault of its own.
     RegisterApplicationRestart(Arguments(commandLine).c_str(), RESTART_NO_CRASH | RESTART_NO_HANG);
 
     const OleScope ole;

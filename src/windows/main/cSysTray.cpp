@@ -47,7 +47,7 @@ void cSysTray::SetInTray(bool inTray) {
 }
 
 void cSysTray::AddIcon() {
-    // A task bar may say that it was made anew and still have the icon, which it does not take twice.
+    // A task bar may announce itself again and still have the icon, which it does not take twice.
     const bool added = Notify(NIM_ADD) || Notify(NIM_MODIFY);
     if (added || ++tries_ == kMostTries)
         tryAgain_.Stop();

@@ -44,7 +44,7 @@ class cSysTray {
     void Say(const std::wstring& title, const std::wstring& text);
     const std::wstring& TrayTip() const { return trayTip_; }
 
-    // The task bar was made anew: it has forgotten the icon.
+    // To be called when the task bar was started again: it has forgotten the icon.
     void TaskBarCreated();
 
  private:

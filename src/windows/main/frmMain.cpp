@@ -463,7 +463,7 @@ void frmMain::EndSession() {
     DestroyWindow(window_);
 }
 
-// One that lives in the notification area only stays there: minimising would show it on the task bar.
+// A window that lives in the notification area stays there: minimising would show it on the task bar.
 void frmMain::Minimise() {
     if (!IsWindowVisible(window_)) return;
     lastFocus_ = FocusedPane();

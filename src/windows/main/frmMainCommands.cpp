@@ -204,7 +204,7 @@ void frmMain::ShowContextMenu(HWND source, POINT point) {
 void frmMain::ShowTrayMenu() {
     POINT point;
     GetCursorPos(&point);
-    // Without the foreground the menu would not go away by a click beside it.
+    // A menu of a window that is not in front would not close by a click beside it.
     SetForegroundWindow(ModalWindowOver(window_));
     TrackMenu(IDM_tray, point, ChosenNode());
     PostMessageW(window_, WM_NULL, 0, 0);
@@ -334,7 +334,7 @@ void frmMain::Delete(Node* node) {
         panes_.ShowStatus(panes_.Content().status);
         return;
     }
-    // Else the neighbour is shown already, and a damaged one is told of only once.
+    // Otherwise the neighbour is shown already, and damage in it must be told only once.
     if (hits_.IsActive() || shownNode_.Get() != nodes_.Selected() || !IsClipNode(nodes_.Selected()))
         UpdateListview();
     if (operations_.CanTakeBackDeletion())
@@ -400,7 +400,7 @@ void frmMain::RemoveOldDeleted() {
     if (operations_.RemoveOldDeleted(Options().DeletedDays)) UpdateListview();
 }
 
-// The list is made anew only where it shows what went.
+// The list is filled again only where it shows what was removed.
 void frmMain::KeepNewest() {
     Node* const container = container_.Get();
     if (container == nullptr || !Options().AutoSnap) return;

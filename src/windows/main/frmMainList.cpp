@@ -43,7 +43,7 @@ LRESULT frmMain::OnListNotify(NMHDR& header) {
             return 0;
         }
         case LVN_BEGINDRAG:
-            // Not in the middle of the control's notification.
+            // This comes later, not in the middle of the control's notification.
             Later(std::chrono::milliseconds(0), [this] { DragFromList(); });
             return 0;
         case LVN_KEYDOWN:
@@ -195,7 +195,7 @@ void frmMain::ChooseRowsOf(::ChosenNodes nodes) {
 void frmMain::DragFromList() {
     const std::vector<Node*> nodes = ChosenNodes();
     if (panes_.Content().nodes == nullptr || !KeyboardIsInList() || nodes.empty()) return;
-    // Who has let go meanwhile drags nothing.
+    // The button may have been let go of meanwhile.
     if (GetAsyncKeyState(GetSystemMetrics(SM_SWAPBUTTON) ? VK_RBUTTON : VK_LBUTTON) >= 0) return;
     if (MayBegin(Who::TreeCommand) != Answer::Now) return;
     for (const Node* const node : nodes)
@@ -215,7 +215,7 @@ void frmMain::ListRowChosen() {
     listNode_.Follow(NodeOfListRow(panes_.lvListView.FocusedRow()));
     ShowHowMany();
     RefreshCommands();
-    // Not for each row that the user passes with a key held down.
+    // The preview waits, so that rows passed with a key held down are not read.
     previewing_.PutOff();
 }
 
@@ -243,7 +243,7 @@ void frmMain::PreviewChosenRow() {
     if (content.formats == nullptr) panes_.ShowStatus(content.status);
 }
 
-// What is chosen stays it.
+// The chosen rows stay chosen.
 void frmMain::SortList(const ListOrder& order) {
     const std::vector<Node*> chosen = SeveralChosen() ? ChosenNodes() : std::vector<Node*>();
     panes_.SetOrder(order);

@@ -122,7 +122,7 @@ void frmMain::ExitHook() {
     TheMainWindowHooks = {};
 }
 
-// Whoever only holds the file for a while need not cost the user his sets.
+// A program that only holds the file for a while must not cost the user his format sets.
 void frmMain::ReadFormatSets() {
     if (!LoadFormatSetsAgain()) readsFormatSets_.PutOff(kPauseBetweenLooks);
 }

@@ -168,7 +168,7 @@ void frmMain::LookAtDrive() {
     }
 }
 
-// Where the user goes in the tree himself, the search has ended; what the program selects for him leaves it.
+// The search ends when the user himself goes elsewhere in the tree, not when the program selects for him.
 bool frmMain::LeavesSearch() const {
     return hits_.IsActive() && !keepsSearch_ && GetFocus() == panes_.tvTreeView.Window();
 }
@@ -187,7 +187,7 @@ int frmMain::FindListRow(const NMLVFINDITEMW& find) {
     const bool typed = (find.lvfi.flags & LVFI_PARTIAL) != 0 && find.lvfi.psz != nullptr &&
                        GetFocus() == panes_.lvListView.Window();
     if (row >= 0 || !typed || panes_.Content().nodes == nullptr) return row;
-    // Not while the control looks for it.
+    // The control must not be changed while it looks for a row.
     Later(std::chrono::milliseconds(0),
           [this, text = std::wstring(find.lvfi.psz)] { panes_.tbFilter.Begin(text); });
     return row;
