@@ -36,6 +36,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr UINT kLongestAnswer = 2000;  // milliseconds
+constexpr ULONGLONG kHangs = 60000;    // after so long nobody would believe in an answer any more
 // What other programs can take of the program's time: those that hang are asked whether they still do, and
 // a slow owner has ten seconds and one format more.
 constexpr UINT kPeersAnswer = 14000;
@@ -364,18 +365,24 @@ class Monkey {
     }
 
     void MustAnswer() {
-        if (!nxclip_.Running() && std::exchange(wantsToClose_, false)) StartAgain();
-        if (!nxclip_.Running())
-            throw std::runtime_error("the program has ended, code " +
-                                     std::to_string(nxclip_.Program().WaitForEnd()));
-        DWORD_PTR answer = 0;
         const ULONGLONG asked = GetTickCount64();
+        ULONGLONG took = 0;
         // What this program owns on the clipboard may be asked for meanwhile.
-        while (SendMessageTimeoutW(nxclip_.Main().Handle(), WM_NULL, 0, 0, SMTO_NORMAL, 100, &answer) == 0) {
-            Pause();
-            if (GetTickCount64() - asked > Patience()) throw std::runtime_error("no answer for too long");
+        for (DWORD_PTR answer = 0; nxclip_.Running(); Pause()) {
+            const LRESULT answers =
+                SendMessageTimeoutW(nxclip_.Main().Handle(), WM_NULL, 0, 0, SMTO_NORMAL, 100, &answer);
+            took = GetTickCount64() - asked;
+            if (answers != 0) break;
+            if (took > kHangs) throw std::runtime_error("no answer at all");
         }
-        longestAnswer_ = std::max(longestAnswer_, GetTickCount64() - asked);
+        if (!nxclip_.Running()) {
+            if (!std::exchange(wantsToClose_, false))
+                throw std::runtime_error("the program has ended, code " +
+                                         std::to_string(nxclip_.Program().WaitForEnd()));
+            return StartAgain();
+        }
+        if (took > Patience()) throw std::runtime_error("no answer for " + std::to_string(took) + " ms");
+        longestAnswer_ = std::max(longestAnswer_, took);
     }
     void StartAgain() {
         if (const DWORD code = nxclip_.Program().WaitForEnd())
