@@ -144,6 +144,13 @@ void TreeControl::ExpandAll() const {
     }
 }
 
+TreeLine TreeControl::Line(HTREEITEM item) const {
+    int depth = 0;
+    for (HTREEITEM above = item; (above = Next(above, TVGN_PARENT)) != nullptr;)
+        ++depth;
+    return LineOf(item, depth);
+}
+
 std::wstring TreeControl::Outline(bool withSelection) const {
     std::wstring text;
     for (const TreeLine& line : Lines()) {

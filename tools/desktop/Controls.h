@@ -40,6 +40,9 @@ class TreeControl {
     void Select(HTREEITEM item) const;
     void Expand(std::wstring_view path, bool open = true) const;
     std::wstring SelectedPath() const;
+    // Null when nothing is.
+    HTREEITEM Selected() const { return Next(nullptr, TVGN_CARET); }
+    TreeLine Line(HTREEITEM item) const;
     // In pixels of the screen: the middle of the item's text, after scrolling it into view.
     POINT PlaceOf(std::wstring_view path) const;
 

@@ -201,20 +201,17 @@ std::set<HTREEITEM> Driver::Items() const {
 
 TreeLine Driver::WaitForNewClip(const std::set<HTREEITEM>& before, std::chrono::milliseconds bound) const {
     // The clip's item is there before its content is: other programs may be asked for that, and this question
-    // is answered meanwhile. It is selected when everything is on disk.
-    TreeLine found;
-    WaitFor(
+    // is answered meanwhile. It is selected when everything is on disk. Until then no memory of the program
+    // is touched: Wine interrupts it for that, and ends it when it is just handing half a megabyte to the
+    // window server, as it does for formats that the system makes of others.
+    const HTREEITEM item = WaitFor(
         "a new clip in the tree",
         [&] {
-            for (const TreeLine& line : Tree().Lines()) {
-                if (!line.selected || before.contains(line.item)) continue;
-                found = line;
-                return true;
-            }
-            return false;
+            const HTREEITEM selected = Tree().Selected();
+            return before.contains(selected) ? nullptr : selected;
         },
         bound);
-    return found;
+    return Tree().Line(item);
 }
 
 TreeLine Driver::Snap() const {

@@ -139,9 +139,6 @@ std::vector<Window> TopLevelWindows(DWORD processId) {
 }
 
 RemoteMemory::RemoteMemory(Window window, std::size_t size) : size_(size) {
-    // Wine interrupts the program for this. One that is just handing a large content to the window server
-    // would be ended by Wine, so it has to be between two messages.
-    window.Send(WM_NULL);
     process_ =
         OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, window.ProcessId());
     if (process_ != nullptr) {
