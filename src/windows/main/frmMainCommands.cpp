@@ -382,12 +382,14 @@ void frmMain::MoveTo(Node* node) {
 
 // Who files from the list goes on with the rows that are left.
 void frmMain::ShowPlaced(::ChosenNodes placed) {
-    if (placed.size() == 1 && !KeyboardIsInList()) {
+    const Node* const container = placed.front()->Parent();
+    // A profile lies in none, and a list that does not show it has not changed.
+    if (container == nullptr || (placed.size() == 1 && !KeyboardIsInList())) {
         SelectAndShow(*placed.front());
         return;
     }
     UpdateListview();
-    panes_.ShowStatus(L"Jetzt in \"" + placed.front()->Parent()->FullPath() + L"\": " + CountedText(placed));
+    panes_.ShowStatus(L"Jetzt in \"" + container->FullPath() + L"\": " + CountedText(placed));
 }
 
 void frmMain::MarkAll() {
