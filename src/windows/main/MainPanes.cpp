@@ -26,10 +26,8 @@ bool MainPanes::Create(HWND parent) {
     NameByHiddenText(tvTreeView.Window(), L"Profile und Clips");
     NameByHiddenText(tbFilter.Window(), L"In Namen und Inhalten suchen");
     // Directly before the list, whose name it is.
-    lblTitle_ = CreateWindowExW(
-        0, L"STATIC", L"",
-        WS_CHILD | WS_VISIBLE | SS_LEFTNOWORDWRAP | SS_PATHELLIPSIS | SS_NOPREFIX | SS_CENTERIMAGE, 0, 0, 0,
-        0, parent, reinterpret_cast<HMENU>(lblTitle), instance, nullptr);
+    lblTitle_ = CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE | SS_OWNERDRAW | SS_NOPREFIX, 0, 0,
+                                0, 0, parent, reinterpret_cast<HMENU>(lblTitle), instance, nullptr);
     if (!lvListView.Create(parent, ::lvListView) || !preview.Create(parent)) return false;
     sbStatusBar_ = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0, 0, 0,
                                    0, parent, reinterpret_cast<HMENU>(sbStatusBar), instance, nullptr);
@@ -170,6 +168,19 @@ void MainPanes::GrowContent(const std::vector<ListEntry>& more) {
 
 void MainPanes::ShowTitle(const std::wstring& title) {
     if (std::exchange(title_, title) != title) SetWindowTextW(lblTitle_, title.c_str());
+}
+
+// A static text with an ellipsis in a path ends the program under Wine where there is room for no letter.
+bool MainPanes::DrawTitle(const DRAWITEMSTRUCT& item) const {
+    if (item.hwndItem != lblTitle_) return false;
+    RECT place = item.rcItem;
+    FillRect(item.hDC, &place, GetSysColorBrush(COLOR_BTNFACE));
+    SelectObject(item.hDC, reinterpret_cast<HFONT>(SendMessageW(lblTitle_, WM_GETFONT, 0, 0)));
+    SetBkMode(item.hDC, TRANSPARENT);
+    SetTextColor(item.hDC, GetSysColor(COLOR_BTNTEXT));
+    DrawTextW(item.hDC, title_.c_str(), -1, &place,
+              DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_PATH_ELLIPSIS);
+    return true;
 }
 
 void MainPanes::ShowStatus(const std::wstring& text) {

@@ -62,6 +62,8 @@ class MainPanes {
     // More rows at the end of the list; the chosen one stays chosen, and nothing scrolls.
     void GrowContent(const std::vector<ListEntry>& more);
     void ShowTitle(const std::wstring& title);
+    // False for another control's drawing.
+    bool DrawTitle(const DRAWITEMSTRUCT& item) const;
     // In the status bar, soon: when the program is done with what it does, or while that goes on for long.
     void ShowStatus(const std::wstring& text);
     // What it is to show, at once.

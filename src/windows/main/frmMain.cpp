@@ -170,6 +170,7 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_DRAWITEM: {
             const auto& item = *reinterpret_cast<DRAWITEMSTRUCT*>(lParam);
+            if (panes_.DrawTitle(item)) return TRUE;
             if (!panes_.preview.IsTab(item.hwndItem)) break;
             panes_.preview.DrawTab(item);
             return TRUE;
