@@ -39,12 +39,8 @@ bool IsShownInside(HWND window, HWND child) {
     return child == window;
 }
 
-// The look at the queue in which the control's loop was told of the closing may still bring a message, so the
-// closing must not be the next one.
-constexpr std::chrono::milliseconds kUntilTheControlIsDone(50);
-
-// A control that follows the mouse does so in a loop of its own, which goes on with the control afterwards.
-// False when none does.
+// A control that follows the mouse does so in a loop of its own, which may still take a message after this
+// and goes on with the control afterwards. False when none does.
 bool TakesMouseFromAControl(HWND window) {
     const HWND holder = GetCapture();
     if (holder == nullptr || !IsChild(window, holder)) return false;
@@ -437,7 +433,7 @@ void frmMain::EndWhatIsOpen() {
 // The code below an open dialog goes on with the window when the dialog closes.
 void frmMain::Close() {
     if (!Is(Busy::Drag) && TakesMouseFromAControl(window_)) {
-        closing_.PutOff(kUntilTheControlIsDone);
+        closesAtRest_ = true;
     } else if (Begins(Who::Closing)) {
         // Whatever fails here, the window closes.
         Succeeds([] { RenderBeforeTheEnd(); });
@@ -454,7 +450,10 @@ void frmMain::Close() {
 void frmMain::EndSession() {
     // The system ends the process when this returns, and perhaps before.
     if (loaded_) StoreEverything();
-    if (!Is(Busy::Drag) && TakesMouseFromAControl(window_)) return closing_.PutOff(kUntilTheControlIsDone);
+    if (!Is(Busy::Drag) && TakesMouseFromAControl(window_)) {
+        closesAtRest_ = true;
+        return;
+    }
     if (MayBegin(Who::SessionEnd) == Answer::EndsIt) {
         HeldMessages untold;
         EndWhatIsOpen();

@@ -324,6 +324,7 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     Once readsFormatSets_{*this, [this] { ReadFormatSets(); }};
     Once importing_{*this, [this] { ImportDropped(); }};
     Once closing_{*this, [this] { Close(); }};
+    bool closesAtRest_ = false;  // as soon as no control's own loop is left
     Once keepsNewest_{*this, [this] { KeepNewest(); }};
     Once removesOldDeleted_{*this, [this] { RemoveOldDeleted(); }};
     frmNotice notice_{[this] { telling_.PutOff(); }};

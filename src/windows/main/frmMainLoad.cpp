@@ -128,6 +128,7 @@ void frmMain::ReadFormatSets() {
 }
 
 void frmMain::OnIdle() {
+    if (std::exchange(closesAtRest_, false)) return Close();
     // Not before the first picture: it takes longer than to make the window.
     drag_.Accept();
     if (!std::exchange(fieldHasTip_, true)) panes_.tbFilter.ShowTip(Options().ShowTooltips);
