@@ -59,10 +59,12 @@ TEST_F(Several, Drag_TakesAllThatIsChosenIntoTheTree) {
     nxclip_.WaitForStatus(L"Jetzt in \"Profil\\Ablage\": 2 Clips");
     EXPECT_EQ(nxclip_.List().Count(), 2);
     // A profile is placed in nothing, wherever the keyboard is.
-    const RECT tree = nxclip_.Tree().window().Rectangle();
-    Drag(nxclip_.Tree().PlaceOf(L"Profil"), {tree.left + 40, tree.bottom - 20});
     nxclip_.Tree().Select(L"Profil\\Ablage");
     WaitFor("what lies there", [&] { return nxclip_.List().Count() == 2; });
+    ChooseRow(0);
+    const RECT tree = nxclip_.Tree().window().Rectangle();
+    Drag(nxclip_.Tree().PlaceOf(L"Profil"), {tree.left + 40, tree.bottom - 20});
+    WaitFor("the profile", [&] { return nxclip_.Title() == L"Profil \"Profil\""; });
 }
 
 TEST_F(Several, Deleted_GoesForGoodFromItsFolderAlone) {
