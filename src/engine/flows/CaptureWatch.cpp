@@ -6,6 +6,7 @@
 
 #include "engine/process/MayBegin.h"
 #include "engine/process/modOption.h"
+#include "engine/process/modProt.h"
 #include "platform/Platform.h"
 #include "platform/Text.h"
 
@@ -19,6 +20,8 @@ constexpr std::array kPausesBetweenReturns = {milliseconds(100), milliseconds(30
 
 // Longer than a notice of a copy may lie before it is read.
 constexpr milliseconds kQuiet(200);
+// Somebody may copy without end, and the current may go.
+constexpr std::chrono::seconds kLongestBurst(5);
 
 bool ConfirmsConfidential() {
     return ThePlatform().user.Ask(
@@ -97,8 +100,15 @@ void CaptureWatch::TakeChange() {
 
 void CaptureWatch::CopyTold() {
     if (MayBegin(Who::AutomaticCapture) == Answer::Missed || host_.LockPressed()) return;
+    if (!quiet_.IsDue()) firstTold_ = ThePlatform().clock.Now();
     quiet_.PutOff(kQuiet);
     ++told_;
+}
+
+bool CaptureWatch::MoreMayFollow() const {
+    constexpr FileTime kPerSecond = 10'000'000;
+    const FileTime now = ThePlatform().clock.Now();
+    return quiet_.IsDue() && now >= firstTold_ && now - firstTold_ < kLongestBurst.count() * kPerSecond;
 }
 
 // The notices of copies come in their own time, so nothing can be said before all have come.
@@ -108,8 +118,11 @@ void CaptureWatch::TellOfCopiesGoneBy() {
     if (!isQuiet || afterRest_.IsDue() || whenFree_.IsDue()) return quiet_.PutOff(kQuiet);
     const int goneBy = told_ - seen_;
     told_ = seen_ = counted_ = 0;
-    if (goneBy == 1) ThePlatform().user.Status(L"Eine Kopie ging vorüber");
-    if (goneBy > 1) ThePlatform().user.Status(NumberText(goneBy) + L" Kopien gingen vorüber");
+    if (goneBy <= 0) return;
+    const std::wstring word =
+        goneBy == 1 ? L"Eine Kopie ging vorüber" : NumberText(goneBy) + L" Kopien gingen vorüber";
+    LogDebug(word);
+    ThePlatform().user.Status(word);
 }
 
 void CaptureWatch::ReturnToBusyClipboard() {

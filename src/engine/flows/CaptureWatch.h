@@ -22,6 +22,9 @@ class CaptureWatch {
     // Another program has copied, as told once for each copy. Those that no snap has seen when all is quiet
     // again have gone by, and the status bar says so.
     void CopyTold();
+    // A copy came just now, and others may follow: what would keep us from taking them is put off, a few
+    // seconds at most.
+    bool MoreMayFollow() const;
     // Takes a snap at the user's command, of confidential content after a question.
     void Snap();
 
@@ -62,5 +65,6 @@ class CaptureWatch {
     // Copies since all was quiet last.
     int told_ = 0, seen_ = 0;
     int counted_ = 0;  // both together, when they were looked at last
+    FileTime firstTold_ = 0;
     Once quiet_;
 };

@@ -135,8 +135,8 @@ void frmMain::OnIdle() {
     // No message is left; one that was lost on its way takes no action with it.
     while (later_.NextIsDue())
         continue;
-    // One file takes as long as the disk wants, so whoever comes goes first.
-    while (!IsAnythingWaiting() && FinishNextSave()) {
+    // One file takes as long as the disk wants, so whoever comes goes first, also the next of several copies.
+    while (!IsAnythingWaiting() && !captures_.MoreMayFollow() && FinishNextSave()) {
     }
     // What a capture has found out waits until somebody sits in front of the window.
     const bool somebodyIsThere = GetActiveWindow() == window_ && MayBegin(Who::BoxToldLater) == Answer::Now;

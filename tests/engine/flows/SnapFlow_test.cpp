@@ -446,6 +446,21 @@ TEST_F(SnapTest, CopyTold_SaysHowManyWentBy) {
     EXPECT_TRUE(window.later.empty());
 }
 
+TEST_F(SnapTest, MoreMayFollow_UntilAllIsQuietOrForTooLong) {
+    Options().AutoSnap = true;
+    EXPECT_FALSE(flow.MoreMayFollow());
+    for (fake.clock.Advance(1s); flow.CopyTold(), flow.MoreMayFollow(); fake.clock.Advance(1s))
+        CopyText("x");
+    EXPECT_EQ(folder->Children(), 0);
+    while (!window.later.empty())
+        window.BecomeIdle(fake.clock);
+    flow.CopyTold();
+    EXPECT_TRUE(flow.MoreMayFollow());
+    window.BecomeIdle(fake.clock);
+    window.BecomeIdle(fake.clock);
+    EXPECT_FALSE(flow.MoreMayFollow());
+}
+
 TEST_F(SnapTest, UpdateClipBoard_ComesBackToABusyClipboard) {
     Options().AutoSnap = true;
     CopyText("text");
