@@ -128,10 +128,12 @@ MessageParameter ClipboardChanged(const Parameters& p) {
     const std::uint32_t change = ChangeNumber();
     // What stood there when we joined is no change; the system tells of it all the same.
     if (change != TheChain.joinedAt) {
-        TheChain.brought = change;
-        // Late, it is of the change that the listener has told of, whatever its number is by now.
-        if (std::exchange(TheChain.owes, false)) TheChain.updatedTo = change;
-        TakeChange(p.window);
+        // Late, it is of the change that the listener has told of and that was taken then. The number may
+        // have moved on since, because others read what nobody had read before: that is no new change, and of
+        // one the listener tells.
+        const bool late = std::exchange(TheChain.owes, false);
+        TheChain.brought = late ? TheChain.updatedTo : change;
+        if (!late) TakeChange(p.window);
     }
     return PassOn(p, ChangeMessage(ChangeNumber()));
 }
