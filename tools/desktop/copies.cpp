@@ -1,6 +1,7 @@
 // Prints what becomes of quick copies: 1 to 20 of them, with pauses between, for NXClip alone in the viewer
-// chain, with a viewer in front, behind, and both. Of each row: how many copies became clips, how many went
-// by, how many the status bar told of, and how often the chain was joined anew.
+// chain, with a viewer in front, behind, and both. Of each row: how many copies became clips, how many it
+// said had gone by, how many of those the status bar still tells of, and how often the chain was joined anew.
+// Takes the pauses in milliseconds, if others are wanted.
 
 #include <windows.h>
 
@@ -8,13 +9,16 @@
 #include <chrono>
 #include <cstdio>
 #include <memory>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <tuple>
+#include <vector>
 
 #include "desktop/ClipboardData.h"
 #include "desktop/Driver.h"
 #include "desktop/Peers.h"
+#include "desktop/Utf8.h"
 #include "desktop/WholeFile.h"
 
 namespace {
@@ -23,13 +27,15 @@ using std::chrono::milliseconds;
 using Clock = std::chrono::steady_clock;
 
 constexpr int kMostCopies = 20;
-constexpr int kPauses[] = {0, 10, 40, 200};
+const std::vector<int> kUsualPauses = {0, 10, 40, 200};
 
 struct Row {
     int copies = 0;
     int taken = 0;
     int said = 0;
     int lostInSilence = 0;
+    int twice = 0;
+    int standing = 0;
 };
 
 void PauseFor(milliseconds duration) {
@@ -50,27 +56,28 @@ class Trial {
     Row Copies(int pause) {
         Row row;
         for (int copies = 1; copies <= kMostCopies; ++copies) {
-            const int before = Clips();
+            const int clipsBefore = Clips(), saidBefore = Said();
             for (int i = 0; i < copies; ++i) {
                 PutFormats({{kFormat, "Kopie " + std::to_string(++number_)}});
                 if (i + 1 < copies) PauseFor(milliseconds(pause));
             }
+            const auto accountedFor = [&] { return Clips() - clipsBefore + Said() - saidBefore; };
             WaitUntilQuiet();
             // On a busy machine the word comes late; one that never comes is waited for in vain.
             const auto end = Clock::now() + std::chrono::seconds(10);
-            while (Clips() - before + ToldOf() < copies && Clock::now() < end)
+            while (accountedFor() < copies && Clock::now() < end)
                 WaitUntilQuiet();
-            const int taken = Clips() - before;
-            const int said = std::min(copies - taken, ToldOf());
             row.copies += copies;
-            row.taken += taken;
-            row.said += said;
-            row.lostInSilence += copies - taken - said;
+            row.taken += Clips() - clipsBefore;
+            row.said += Said() - saidBefore;
+            row.lostInSilence += std::max(copies - accountedFor(), 0);
+            row.twice += std::max(accountedFor() - copies, 0);
+            row.standing += StatusBarTellsOf();
         }
         return row;
     }
     int Rejoins() const {
-        const std::string log = ReadWholeFile(nxclip_.Directory() / L"protokol.txt");
+        const std::string log = Log();
         int times = 0;
         for (std::size_t at = 0; (at = log.find("joined anew", at)) != std::string::npos; ++at)
             ++times;
@@ -98,11 +105,19 @@ class Trial {
             clips = newClips;
         }
     }
-    int ToldOf() const {
-        const std::wstring status = nxclip_.StatusBar().Text();
-        if (status.starts_with(L"Eine Kopie ging vorüber")) return 1;
-        return status.find(L"Kopien gingen vorüber") != std::wstring::npos ? std::stoi(status) : 0;
+    std::string Log() const { return ReadWholeFile(nxclip_.Directory() / L"protokol.txt"); }
+    int Said() const {
+        int copies = 0;
+        std::istringstream log(Log());
+        for (std::string line; std::getline(log, line);)
+            if (line.find(" ging") != std::string::npos) copies += CopiesIn(line.substr(line.find(": ") + 2));
+        return copies;
     }
+    int StatusBarTellsOf() const {
+        const std::wstring status = nxclip_.StatusBar().Text();
+        return status.find(L" ging") != std::wstring::npos ? CopiesIn(Utf8(status)) : 0;
+    }
+    static int CopiesIn(const std::string& word) { return word.starts_with("Eine") ? 1 : std::stoi(word); }
 
     const UINT kFormat = FormatNumber(L"NXClip Copies");
     std::unique_ptr<Peer> behind_, inFront_;
@@ -112,19 +127,24 @@ class Trial {
 
 }  // namespace
 
-int wmain() {
+int wmain(int count, wchar_t** arguments) {
     try {
-        std::printf("%-18s %6s %7s %6s %6s %16s %8s\n", "other viewers", "pause", "copies", "taken", "said",
-                    "lost in silence", "rejoins");
+        std::vector<int> pauses;
+        for (int i = 1; i < count; ++i)
+            pauses.push_back(std::stoi(arguments[i]));
+        if (pauses.empty()) pauses = kUsualPauses;
+        std::printf("%-19s %6s %7s %6s %6s %16s %6s %9s %8s\n", "other viewers", "pause", "copies", "taken",
+                    "said", "lost in silence", "twice", "standing", "rejoins");
         for (const auto& [name, inFront, behind] : {std::tuple{"none", false, false},
                                                     {"one in front", true, false},
                                                     {"one behind", false, true},
                                                     {"in front and behind", true, true}}) {
             Trial trial(inFront, behind);
-            for (const int pause : kPauses) {
+            for (const int pause : pauses) {
+                const int rejoins = trial.Rejoins();
                 const Row row = trial.Copies(pause);
-                std::printf("%-18s %3d ms %7d %6d %6d %16d %8d\n", name, pause, row.copies, row.taken,
-                            row.said, row.lostInSilence, trial.Rejoins());
+                std::printf("%-19s %3d ms %7d %6d %6d %16d %6d %9d %8d\n", name, pause, row.copies, row.taken,
+                            row.said, row.lostInSilence, row.twice, row.standing, trial.Rejoins() - rejoins);
                 std::fflush(stdout);
             }
         }
