@@ -61,7 +61,8 @@ TEST_F(OwnerRequestsTest, RequestData_HoldsTheClipboardForABoundedTime) {
     fake.windows.hung = fake.clipboard.otherProgram;
     EXPECT_EQ(Owed({Taking(one, kNever), Taking(two, kNever)}), 2u);
     EXPECT_TRUE(asked.empty());
-    fake.windows.hung = WindowHandle::None;
+    fake.clock.duringPause = [this] { fake.windows.hung = WindowHandle::None; };
+    EXPECT_EQ(Owed({Taking(one, kQuick)}), 0u) << "he was only busy with the format before";
     fake.windows.unanswered = 3;
     EXPECT_EQ(Owed({Taking(one, kQuick), Taking(two, kQuick)}), 0u);
     fake.windows.unanswered = 100;
