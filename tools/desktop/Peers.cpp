@@ -23,6 +23,10 @@ int Peer::Told() const {
     return static_cast<int>(window_.Send(kPeerTold));
 }
 
+int Peer::ToldOfLeavings() const {
+    return static_cast<int>(window_.Send(kPeerToldOfLeavings));
+}
+
 void Peer::Copy(int number, int privateFormats, int delay) const {
     window_.Send(kPeerCopy, static_cast<WPARAM>(number), MAKELPARAM(privateFormats, delay));
 }

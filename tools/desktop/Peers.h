@@ -29,6 +29,8 @@ class Peer {
     Window Handle() const { return window_; }
     // How many messages of a change have come.
     int Told() const;
+    // How many messages of a viewer that leaves have come.
+    int ToldOfLeavings() const;
     // `delay` in milliseconds: for each format of a slow owner; how long a hung one hangs, for ever when 0.
     // Returns when it owns the clipboard.
     void Copy(int number, int privateFormats = 0, int delay = 0) const;
@@ -49,4 +51,5 @@ inline constexpr UINT kPeerTold = WM_APP + 1;
 inline constexpr UINT kPeerCopy = WM_APP + 2;  // wParam: the number; lParam: how many formats, and the delay
 inline constexpr UINT kPeerHang = WM_APP + 3;  // wParam: milliseconds
 inline constexpr UINT kPeerLeave = WM_APP + 4;
+inline constexpr UINT kPeerToldOfLeavings = WM_APP + 5;
 inline constexpr wchar_t kPeerClass[] = L"NXClip.Peer";

@@ -13,7 +13,7 @@ namespace {
 std::set<std::wstring> kind;
 HWND next = nullptr;
 bool ready = false;
-int told = 0;
+int told = 0, toldOfLeavings = 0;
 int number = 0;
 int privateFormats = 0;
 DWORD delay = 0;
@@ -45,6 +45,7 @@ LRESULT ChangeTold(HWND window, WPARAM wParam, LPARAM lParam) {
 }
 
 LRESULT ChainChanged(WPARAM wParam, LPARAM lParam) {
+    ++toldOfLeavings;
     if (Is(L"mute")) return 0;
     if (Is(L"blind") || reinterpret_cast<HWND>(wParam) != next)
         return PassOn(WM_CHANGECBCHAIN, wParam, lParam);
@@ -95,6 +96,8 @@ LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
             return 0;
         case kPeerTold:
             return told;
+        case kPeerToldOfLeavings:
+            return toldOfLeavings;
         case kPeerCopy:
             number = static_cast<int>(wParam);
             privateFormats = LOWORD(lParam);
