@@ -81,8 +81,8 @@ class PassingMessage {
 
 namespace {
 
-// Viewers that post what they pass on make a ring of which the stack knows nothing. More copies than these
-// are not told of at once.
+// Viewers that post what they pass on make a ring of which the stack knows nothing; one that is not waited
+// for does so as well. More copies than these are not told of at once, and a viewer behind us leaves once.
 constexpr int kMostRepeats = 50;
 
 // How often the same message came before, one after the other.
@@ -97,8 +97,9 @@ int TimesBefore(const ChainMessage& message) {
 // had, and gets served there, once.
 WindowHandle SuccessorFor(const ChainMessage& message, bool isAgain) {
     const int times = TimesBefore(message);
+    const int mostRepeats = message.change != 0 ? kMostRepeats : 0;
     if (TheChain.formerNext == WindowHandle::None)
-        return isAgain || times > kMostRepeats ? WindowHandle::None : NextViewer;
+        return isAgain || times > mostRepeats ? WindowHandle::None : NextViewer;
     return times == 0 ? NextViewer : times == 1 ? TheChain.formerNext : WindowHandle::None;
 }
 
@@ -145,6 +146,7 @@ void JoinChain(WindowHandle window) {
     TheChain.joinedAt = ChangeNumber();
     NextViewer = ThePlatform().clipboard.JoinChain(window);
     TheChain.newestChange = {ChangeMessage(TheChain.joinedAt), 1};
+    TheChain.newestLeaving = {};
 }
 
 // The system itself would wait without end for the first viewer to take note; it has nobody to tell when that

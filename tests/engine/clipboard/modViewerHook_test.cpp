@@ -327,6 +327,10 @@ TEST_F(ViewerHookTest, Ring_IsLeftAfterOneRoundAndServesThePlaceThatWeHad) {
     for (int i = 0; i < 1000; ++i)
         Send(kDrawClipboard, 1, 2);
     EXPECT_LT(forwarded.size(), 100u);
+    forwarded.clear();
+    for (int i = 0; i < 1000; ++i)
+        Send(kChangeChain, Parameter(leaving), 0);
+    EXPECT_EQ(forwarded.size(), 1u);
 }
 
 // Private numbers have no name, and a name that somebody registered first may be written another way.
