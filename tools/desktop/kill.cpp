@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <functional>
 #include <map>
 #include <memory>
 #include <random>
@@ -40,12 +41,25 @@ namespace fs = std::filesystem;
 constexpr std::size_t kClipBytes = 700'000;
 constexpr int kKillsOfAWorld = 25;
 constexpr ULONGLONG kLongestStart = 60'000;  // milliseconds; it mends what the kill left
-constexpr int kLongestDelay = 90'000;        // microseconds; the longest change takes about that long
+constexpr double kShortestDelay = 1000, kLongestDelay = 1'000'000;  // microseconds
 
 std::mt19937 randomNumbers;
 int lost = 0;
 int tornBeforeTheStart = 0;
-std::map<std::string, std::pair<int, int>> killed;  // by kind of change: before and after it stood
+
+// One kind of change: how many kills came before and how many after it stood, and up to which delay they are
+// tried. That follows what the change takes on this machine, so that about half of them come before.
+struct Moments {
+    int before = 0;
+    int after = 0;
+    double longestDelay = 20'000;  // microseconds
+
+    void Note(bool stands) {
+        ++(stands ? after : before);
+        longestDelay = std::clamp(longestDelay * (stands ? 0.8 : 1.25), kShortestDelay, kLongestDelay);
+    }
+};
+std::map<std::string, Moments> killed;
 
 int Random(int below) {
     return static_cast<int>(randomNumbers() % static_cast<unsigned>(below));
@@ -115,9 +129,9 @@ class World {
     }
 
     void KillOnce() {
-        const std::string change = Change();
-        // Most changes are short.
-        WaitMicroseconds(Random(Random(3) == 0 ? kLongestDelay : kLongestDelay / 5));
+        stands_ = [] { return false; };
+        Moments& moments = killed[Change()];
+        WaitMicroseconds(Random(static_cast<int>(moments.longestDelay)));
         const bool ended = !nxclip_.Running();
         nxclip_.Program().Terminate();
         viewer_.reset();
@@ -125,10 +139,7 @@ class World {
         StartAnew();
         const bool stands = LookAtTheLeads();
         LookAtTheClips();
-        auto& [before, after] = killed[change];
-        ++(ended || stands || Stands() ? after : before);
-        wanted_ = 0;
-        wantedProfile_.clear();
+        moments.Note(ended || stands || stands_());
     }
 
  private:
@@ -192,6 +203,7 @@ class World {
         }
         if (Random(3) == 0) {
             WaitFor("the tree to follow the list", [&] { return TopNames() == NamesOf(wantedList_); });
+            nxclip_.Main().Send(WM_NULL);  // answered when the command is done
             list_ = wantedList_;
         }
         return change;
@@ -232,47 +244,70 @@ class World {
         return names;
     }
     std::string Capture() {
-        wanted_ = ++lastClip_;
-        wantedProfile_ = L"Profil";
-        PutFormats({{CF_TEXT, AnsiFromText(NameOf(wanted_)) + '\0'}, {kFormat, DataOf(wanted_)}});
+        const int clip = ++lastClip_;
+        PutFormats({{CF_TEXT, AnsiFromText(NameOf(clip)) + '\0'}, {kFormat, DataOf(clip)}});
         nxclip_.Command(m_edit_insert);
+        stands_ = [this, clip] { return standing_.contains(clip); };
         return "capture";
     }
     std::string Move() {
         const auto& [clip, profile] =
             *std::next(standing_.begin(), Random(static_cast<int>(standing_.size())));
+        if (deleted_[profile].contains(clip)) return Capture();
         const std::wstring target = profile == L"Profil" ? L"Zweites" : L"Profil";
         nxclip_.Tree().Expand(profile);
         BringToFront(nxclip_.Main());
-        wanted_ = clip;
-        wantedProfile_ = target;
+        stands_ = [this, clip = clip, target] { return standing_[clip] == target; };
         Drag(nxclip_.Tree().PlaceOf(profile + L"\\" + NameOf(clip)), nxclip_.Tree().PlaceOf(target));
         return "move";
     }
     // Into the folder for what is deleted; back from there; or for good, what lies there.
     std::string DeleteSeveral(int kind) {
-        const auto& [clip, profile] =
-            *std::next(standing_.begin(), Random(static_cast<int>(standing_.size())));
+        const std::wstring profile = StandingProfile();
+        const std::set<int> deleted = deleted_[profile];
         nxclip_.Tree().Select(profile);
-        if (kind == 16) {
-            mayGo_ = deleted_[profile];
-            if (mayGo_.empty()) return DeleteSeveral(17);
+        if (kind == 16 && !deleted.empty()) {
             nxclip_.Command(m_PP_emptyDeleted);
+            mayGo_ = deleted;
+            stands_ = [this, profile] { return deleted_[profile].empty(); };
             nxclip_.AnswerNotice(IDYES);
             return "emptying";
         }
-        BringToFront(nxclip_.Main());
-        const ListControl list = nxclip_.List();
-        if (list.Count() == 0) return "nothing deleted";
-        Click(list.PlaceOf(list.Count() - 1));
-        PressKeys({VK_SHIFT, VK_UP});
-        PressKeys({VK_SHIFT, VK_UP});
-        // The folder itself goes for good.
-        if (list.Names().back() == L"Gelöscht") mayGo_ = deleted_[profile];
+        const bool withTheFolder = ChooseRows(profile);
+        const std::vector<std::wstring> names = nxclip_.List().Names();
         PressKeys({VK_DELETE});
+        if (withTheFolder) {
+            mayGo_ = deleted;
+            stands_ = [this, profile, deleted] { return deleted_[profile] != deleted; };
+            nxclip_.AnswerNotice(IDYES);
+            return "deletion with folder";
+        }
+        stands_ = [this, profile, deleted] { return deleted_[profile].size() > deleted.size(); };
         if (kind == 17) return "deletion of several";
+        WaitFor("the deletion", [&] { return nxclip_.List().Names() != names; });
+        stands_ = [this, profile, deleted] { return deleted_[profile] == deleted; };
         PressKeys({VK_CONTROL, 'Z'});
         return "deletion taken back";
+    }
+    // One that has clips.
+    std::wstring StandingProfile() {
+        return std::next(standing_.begin(), Random(static_cast<int>(standing_.size())))->second;
+    }
+    // Up to three rows of the profile; true when the folder for what is deleted is among them.
+    bool ChooseRows(const std::wstring& profile) {
+        const ListControl list = nxclip_.List();
+        WaitFor("the rows of " + Utf8(profile), [&] { return list.Count() == rows_[profile]; });
+        const std::vector<std::wstring> names = list.Names();
+        const int last = Random(list.Count());
+        const int rows = std::min(3, last + 1);
+        BringToFront(nxclip_.Main());
+        Click(list.PlaceOf(last));
+        for (int row = 1; row < rows; ++row)
+            PressKeys({VK_SHIFT, VK_UP});
+        WaitFor("the rows to be chosen",
+                [&] { return static_cast<int>(list.window().Send(LVM_GETSELECTEDCOUNT)) == rows; });
+        const auto end = names.begin() + last + 1;
+        return std::count(end - rows, end, L"Gelöscht") > 0;
     }
     // Another viewer that hangs must not keep the program from storing everything first.
     std::string End(bool withFormatSets, bool withHungViewer) {
@@ -385,8 +420,10 @@ class World {
             Lost("the tree of " + Utf8(profile) + ": " + Utf8(error.Description()));
             return;
         }
+        rows_[profile] = 0;
         bool isDeleted = false;
         for (const TreeNodeRecord& node : data.Nodes) {
+            rows_[profile] += node.Depth == 1;
             if (node.Depth == 1) isDeleted = node.Text == L"Gelöscht";
             if (!node.Tag.starts_with(L"C&") || !node.Text.starts_with(L"Nummer ")) continue;
             const int clip = std::stoi(node.Text.substr(7));
@@ -407,16 +444,13 @@ class World {
             return false;
         }
     }
-    bool Stands() const {
-        const auto found = standing_.find(wanted_);
-        return found != standing_.end() && found->second == wantedProfile_;
-    }
 
     const UINT kFormat = FormatNumber(L"NXClip Kill");
     Driver nxclip_;
     std::map<int, std::wstring> standing_;           // each clip's profile
     std::map<std::wstring, std::set<int>> deleted_;  // of each profile, those in the folder for it
     std::set<int> mayGo_;                            // by the change under way
+    std::map<std::wstring, int> rows_;               // directly in each profile
     int lastClip_ = 0;
     int lastFormat_ = 0;
     ProfileList list_;
@@ -426,8 +460,7 @@ class World {
     std::wstring wantedInfo_;
     int lastInfo_ = 0;
     std::unique_ptr<HungViewer> viewer_;
-    int wanted_ = 0;  // the clip that the change under way brings, and where; 0 for none
-    std::wstring wantedProfile_;
+    std::function<bool()> stands_;  // whether the change under way stands, as far as the clips tell
 };
 
 void Run(int times) {
@@ -455,7 +488,7 @@ int wmain(int count, wchar_t** arguments) {
         Lost(error.what());
     }
     for (const auto& [change, moments] : killed)
-        std::printf("%-22s %4d before, %4d after it stood\n", change.c_str(), moments.first, moments.second);
+        std::printf("%-22s %4d before, %4d after it stood\n", change.c_str(), moments.before, moments.after);
     std::printf("%d saves were broken off and mended by the next start; %d losses\n", tornBeforeTheStart,
                 lost);
     return lost == 0 ? 0 : 1;
