@@ -243,8 +243,9 @@ bool ClipOperations::DeleteOfOneProfile(ChosenNodes nodes) {
     const auto kept = std::stable_partition(lost.begin(), lost.end(), GoesForGood);
     const std::vector<Node*> moving(kept, lost.end());
     lost.erase(kept, lost.end());
-    const bool moved = !moving.empty() && MoveToDeleted(moving, true);
-    const bool gone = (!lost.empty() && Remove(lost)) || moved;
+    // The folder for what is deleted may be among the lost: what comes after it goes to a new one.
+    const bool removed = !lost.empty() && Remove(lost);
+    const bool gone = (!moving.empty() && MoveToDeleted(moving, true)) || removed;
     if (gone && std::exchange(deletionBegins_, false)) lastDeletion_.Begin();
     return gone;
 }
@@ -426,8 +427,8 @@ bool ClipOperations::DeleteProfile(Node& profile) {
         return false;
     }
     Profiles().Remove(UpperCase(entry->Directory));
-    StoreProfileList();
     RemoveNodes({&only, 1});
+    StoreProfileList();
     RemoveFiles(clipFiles);
     return true;
 }

@@ -299,6 +299,17 @@ TEST_F(SeveralTest, Deleted_GoesForGoodAfterOneQuestionThatCounts) {
     EXPECT_EQ(fake.user.questions.size(), 2u);
 }
 
+TEST_F(SeveralTest, Delete_OfTheFolderForItWithOthers_KeepsTheOthers) {
+    operations.Delete(&Get(L"c3"));
+    fake.user.answers = {true};
+    EXPECT_TRUE(operations.Delete(std::vector{&Get(L"S"), Get(L"c3").Parent()}));
+    EXPECT_EQ(fake.user.questions[0].text, L"Wollen Sie wirklich 1 Clip und 1 Ordner endgültig löschen ?");
+    EXPECT_EQ(MemoryOutline(), L"P(Gelöscht(S(c1 T(c2)))) Q(U(c4))");
+    EXPECT_EQ(DiskOutline(), MemoryOutline());
+    operations.TakeBackDeletion();
+    EXPECT_EQ(MemoryOutline(), L"P(S(c1 T(c2)) Gelöscht) Q(U(c4))");
+}
+
 TEST_F(SeveralTest, KeepNewest_LetsTheOldestGoThatNobodyKeeps) {
     Node& u = Get(L"U");
     AddClip(u, L"c5", L"Meiner");
