@@ -25,11 +25,19 @@ struct StoredPlace {
     std::optional<std::wstring> path;  // none in what an older version stored
 };
 
-std::wstring PlaceText(std::int32_t position, const Node& node) {
+std::wstring PlaceText(std::int32_t position, const StoredPlace& place) {
+    return NumberText(position) + L"," + NumberText(place.steps) + L"," + place.directory +
+           (place.path ? L"|" + *place.path : std::wstring());
+}
+
+StoredPlace PlaceOf(const Node& node) {
     const Node& profile = *GetTopNode(&node);
     const NodePlace place = PlaceBelow(profile, node);
-    return NumberText(position) + L"," + NumberText(place.steps) + L"," + GetProfileDirectory(&profile) +
-           L"|" + place.path;
+    return {GetProfileDirectory(&profile), place.steps, place.path};
+}
+
+std::int32_t StoredPosition() {
+    return ParseInt32(ThePlatform().settings.Read(kSection, kKey, L"-1")).value_or(-1);
 }
 
 // None when it was stored for another position: by another version of this program.
@@ -102,13 +110,14 @@ void ActiveContainer::LeaveSubtree(const Node& node) {
     if (Get() == nullptr || !tree_.IsSubNode(Get(), &node)) return;
     Node* const heir = node.Parent() != nullptr ? node.Parent() : Neighbour(node);
     SetActiveContainer(MayBeActive(heir) ? heir : nullptr);
+    // The list without it is stored at once as well: no start is to look for the container in it.
+    if (node.Parent() == nullptr) Store();
 }
 
 void ActiveContainer::Restore() {
     // The container of before, if any, went with the tree that was loaded anew.
     node_.Follow(nullptr);
-    const auto stored = ParseInt32(ThePlatform().settings.Read(kSection, kKey, L"-1"));
-    tree_.SetActiveContainer(stored.value_or(-1));
+    tree_.SetActiveContainer(StoredPosition());
     const std::optional<StoredPlace> place = StoredPlaceFor(tree_.ActiveContainer());
     Node* const last = place ? NodeAt(*place) : tree_.NodeAtPosition(tree_.ActiveContainer());
     const bool found = last != nullptr && MayBeActive(last);
@@ -124,5 +133,13 @@ void ActiveContainer::Store() const {
     tree_.SetActiveContainer(tree_.PositionOf(Get()));
     const std::int32_t position = tree_.ActiveContainer();
     Write(kKey, NumberText(position));
-    Write(kPlaceKey, Get() != nullptr ? PlaceText(position, *Get()) : L"");
+    Write(kPlaceKey, Get() != nullptr ? PlaceText(position, PlaceOf(*Get())) : L"");
+}
+
+void StoredContainerMoved(const std::wstring& from, const std::wstring& to) {
+    const std::int32_t position = StoredPosition();
+    std::optional<StoredPlace> place = StoredPlaceFor(position);
+    if (!place || UpperCase(place->directory) != UpperCase(from)) return;
+    place->directory = to;
+    Write(kPlaceKey, PlaceText(position, *place));
 }

@@ -26,7 +26,7 @@ class ActiveContainer {
     void TellListener() const;
 
     // Must be called before `node` and all below it are removed: a container among them moves up to the
-    // parent, from a profile to its neighbour at the root level.
+    // parent, from a profile to its neighbour at the root level, which is stored at once.
     void LeaveSubtree(const Node& node);
 
     // At the window's load, after the profiles: the container of the last run, or the first profile when
@@ -40,3 +40,6 @@ class ActiveContainer {
     NodeRef node_;
     std::function<void()> changed_;
 };
+
+// A profile lies in another directory than at the end of the last run; to be called before `Restore`.
+void StoredContainerMoved(const std::wstring& from, const std::wstring& to);

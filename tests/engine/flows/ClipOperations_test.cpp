@@ -424,7 +424,7 @@ TEST(ClipOperationsFaults, EveryOperation_WithAnyCallFailing_IsDoneWholeOrNotAtA
         {Dropping(L"S", L"U", true, true), L"P(c3) Q(U(c4 S(c1 T(c2))))", L"T", 33},
         {Deleting(L"c2"), L"P(S(c1 T) c3) Q(U(c4))", L"T", 13},
         {Deleting(L"S"), L"P(c3) Q(U(c4))", L"P", 14},
-        {Deleting(L"P"), L"Q(U(c4))", L"Q", 13},
+        {Deleting(L"P"), L"Q(U(c4))", L"Q", 15},
     };
     for (const WriteFailure mode :
          {WriteFailure::Nothing, WriteFailure::DiskFullWithPart, WriteFailure::Short}) {
@@ -501,7 +501,7 @@ TEST(ClipOperationsFaults, EveryOperation_KilledAtAnyMoment_LeavesWholeProfiles)
     EXPECT_EQ(KillInEveryStep(Prepare, Dropping(L"S", L"U", true, true), all), 33);
     EXPECT_EQ(KillInEveryStep(Prepare, Dropping(L"S", L"c3", false, true), all), 13);
     EXPECT_EQ(KillInEveryStep(Prepare, Deleting(L"S"), {L"c3", L"c4"}), 14);
-    EXPECT_EQ(KillInEveryStep(Prepare, Deleting(L"P"), {L"c4"}), 13);
+    EXPECT_EQ(KillInEveryStep(Prepare, Deleting(L"P"), {L"c4"}), 15);
 }
 
 TEST(ClipOperationsFaults, EveryOperation_WithTheCurrentGoneAtAnyMoment_LosesNoClip) {

@@ -1,6 +1,7 @@
 #include "engine/profiles/ActiveContainer.h"
 
 #include "engine/profiles/ProfileWorldTest.h"
+#include "fake/FaultLoop.h"
 
 namespace {
 
@@ -61,6 +62,25 @@ TEST_F(ActiveContainerTest, Restore_AProfileThatIsMissingShiftsNothing) {
     }
 }
 
+// The two values that are stored of it fit together, or the older one still leads to one of the two.
+TEST_F(ActiveContainerTest, Store_FailingTwiceOrKilledInAnyCall_LeavesTheOldOneOrTheNewOne) {
+    for (const auto& [before, after] : {std::pair{L"T", L"U"}, {L"U", L"S"}, {L"P", L"Q"}}) {
+        for (const Fault fault : {Fault::OneCall, Fault::TwoCalls, Fault::Kill}) {
+            const auto store = [&](const wchar_t* name) {
+                container.SetActiveContainer(&Get(name));
+                container.Store();
+            };
+            const auto check = [&](bool) {
+                container.Restore();
+                EXPECT_TRUE(container.Title() == before || container.Title() == after);
+                EXPECT_TRUE(fake.user.messages.empty());
+            };
+            StrikeEverywhere(
+                fault, fake, [&] { store(before); }, [&] { store(after); }, check);
+        }
+    }
+}
+
 TEST_F(ActiveContainerTest, Restore_FallsBackToTheFirstProfile) {
     container.SetActiveContainer(&Get(L"U"));
     container.Store();
@@ -88,6 +108,8 @@ TEST_F(ActiveContainerTest, LeaveSubtree_MovesUpToALivingNode) {
         EXPECT_EQ(container.Title(), then);
     }
     nodes.Remove(Get(L"Q"));
+    EXPECT_TRUE(fake.settings.Value(L"Settings", L"ActiveContainerPlace")->ends_with(L"C:\\P|"))
+        << "the next start finds it, should this one be killed";
     container.LeaveSubtree(Get(L"P"));
     EXPECT_EQ(container.Get(), nullptr);
 }
