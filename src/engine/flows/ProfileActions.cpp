@@ -189,7 +189,10 @@ Node* ProfileActions::ImportProfileDirect(const std::wstring& directory) {
 }
 
 void ProfileActions::TakeOut(Node& profile) {
-    Profiles().Remove(Profiles().ProfileOf(&profile)->Directory);
+    const CProfile* const entry = Profiles().ProfileOf(&profile);
+    // While something was asked, everything may have come to its end.
+    if (entry == nullptr) return;
+    Profiles().Remove(entry->Directory);
     container_.LeaveSubtree(profile);
     tree_.TreeView()->Remove(profile);
 }

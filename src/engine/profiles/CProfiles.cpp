@@ -55,6 +55,11 @@ void CProfiles::Remove(const std::wstring& key) {
     Remove(SearchDir(key));
 }
 
+void CProfiles::Clear() {
+    entries_.clear();
+    lastStored_.clear();
+}
+
 std::vector<CProfile*> CProfiles::NewEnum() const {
     std::vector<CProfile*> all;
     for (const auto& entry : entries_)

@@ -22,7 +22,8 @@ class CProfiles {
     int Count() const { return static_cast<int>(entries_.size()); }
     void Remove(int position);
     void Remove(const std::wstring& key);
-    void Clear() { entries_.clear(); }
+    // Forgets them all, as the end of the program does: what is stored stays, whatever is saved afterwards.
+    void Clear();
     // The entries as they are now, in list order: entries may be removed while they are gone through.
     std::vector<CProfile*> NewEnum() const;
 

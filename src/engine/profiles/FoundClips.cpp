@@ -5,6 +5,7 @@
 
 #include "engine/clipboard/CFormat.h"
 #include "engine/clipboard/ClipFileLayout.h"
+#include "engine/profiles/CProfiles.h"
 #include "engine/profiles/ProfileStore.h"
 #include "engine/profiles/RefusedClips.h"
 #include "engine/profiles/StructureLock.h"
@@ -169,7 +170,9 @@ void OfferFoundClips(CTreeViewEx& tree, Node& profile) {
     const std::vector<FoundClip> all = FindClips(directory, &profile);
     std::vector<FoundClip> clips = all;
     LeaveOutRefused(clips, directory);
-    if (!clips.empty() && !Offer(tree, profile, clips)) KeepRefusal(all, directory);
+    if (clips.empty() || Offer(tree, profile, clips)) return;
+    // Nobody has said No where the program came to its end.
+    if (Profiles().ProfileOf(&profile) != nullptr) KeepRefusal(all, directory);
 }
 
 void SearchLostClips(CTreeViewEx& tree, Node& profile) {

@@ -197,7 +197,10 @@ bool AskWhereItIs(CTreeViewEx& tree, CProfile& entry, const AskForMissingProfile
             continue;
         }
         entry.Directory = answer.directory;
-        if (AttachProfileDirectory(tree, answer.directory) != nullptr) return true;
+        if (AttachProfileDirectory(tree, answer.directory) != nullptr) {
+            StoredContainerMoved(before, answer.directory);
+            return true;
+        }
         entry.Directory = before;
         ThePlatform().user.Tell(NotLoaded(entry.Name));
     }
@@ -328,11 +331,12 @@ bool TakeOverFreedProfiles(CTreeViewEx& tree, ActiveContainer& container) {
     const BusyScope operation(Busy::TreeOperation);
     bool any = false;
     for (CProfile* entry : Profiles().NewEnum()) {
+        // While something was asked, everything may have come to its end.
+        if (!IsListed(entry)) return any;
         if (entry->Node == nullptr || !entry->Lock.HeldByOther()) continue;
         ProfileLock lock(entry->Directory);
         if (!lock.Held()) continue;
         const NodeRef loaded(LoadOrRecover(tree, entry->Directory));
-        // While something was asked, everything may have come to its end.
         if (!IsListed(entry)) return any;
         any = true;
         if (loaded.Get() == nullptr) {

@@ -2,9 +2,10 @@
 
 #include "engine/flows/NodeProperties.h"
 #include "engine/profiles/FoundClips.h"
-#include "engine/profiles/ProfileWorldTest.h"
 #include "engine/profiles/StructureLock.h"
 #include "engine/profiles/WaitingProfiles.h"
+#include "engine/profiles/WorldFaults.h"
+#include "platform/Busy.h"
 #include "platform/DirectoryAnswers.h"
 
 namespace {
@@ -81,11 +82,14 @@ TEST_F(ProfileAttachmentTest, LoadListedProfiles_KeepsTheirOrderAndWhatCannotBeL
 TEST_F(ProfileAttachmentTest, LoadListedProfiles_FindsAProfileThatWasMoved) {
     List(3, L"Alt", L"C:\\Alt");
     Write(L"D:\\Neu", {{L"P&0&C:\\Alt&0&", L"Alt", 0, L"Profile"}});
+    fake.settings.Set(L"Settings", L"ActiveContainer", L"9");
+    fake.settings.Set(L"Settings", L"ActiveContainerPlace", L"9,0,c:\\alt|");
     using Choice = MissingProfileAnswer::Choice;
     missingAnswers = {{Choice::Moved, L"C:\\Q"}, {Choice::Moved, L"D:\\"}, {Choice::Moved, L"D:\\Neu"}};
     Start();
     EXPECT_EQ(StoredList(), L"P=C:\\P Q=C:\\Q Alt=D:\\Neu ");
     EXPECT_EQ(fake.user.messages.size(), 2u) << "attached already, and no profile there";
+    EXPECT_EQ(container.Title(), L"Alt") << "it has moved as well";
     EXPECT_EQ(Damage(), std::vector<std::wstring>());
 }
 
@@ -243,6 +247,30 @@ TEST_F(ProfileAttachmentTest, Start_ANoHidesNothingThatCameAfterIt) {
     EXPECT_EQ(fake.user.LastMessage(), L"Es wurden keine verlorenen Clips gefunden.");
 }
 
+TEST(ProfileAttachmentFaults, FoundClips_WhateverFails_AreTakenInWholeOrStayToBeFound) {
+    const std::wstring file = L"C:\\P\\C9.nxc";
+    const auto prepare = [&](ProfileWorld& world) {
+        world.Fill();
+        world.fake.files.SetBytes(file, ProfileWorld::DataOf(L"Clip 9"));
+        world.fake.user.answers = {true};
+    };
+    const auto take = [](ProfileWorld& world) {
+        SearchLostClips(world.tree, world.Get(L"P"));
+        return world.MemoryOutline().find(L"Wiedergefunden(Clip 9)") != std::wstring::npos &&
+               !Profiles().Item(1).Dirty;
+    };
+    const std::vector<std::wstring> all = {L"c1", L"c2", L"c3", L"c4"};
+    const auto stays = [&](TriedWorld& world, bool struck) {
+        EXPECT_TRUE(world.done || struck);
+        EXPECT_EQ(world.fake.files.Bytes(file), ProfileWorld::DataOf(L"Clip 9"));
+        EXPECT_EQ(world.DiskDamage(), std::vector<std::wstring>());
+        EXPECT_TRUE(!world.done || world.DiskOutline() == world.MemoryOutline());
+    };
+    for (const Fault fault : {Fault::OneCall, Fault::TwoCalls, Fault::Kill})
+        EXPECT_GT(StrikeWorld(fault, WriteFailure::DiskFullWithPart, prepare, take, stays), 10);
+    EXPECT_GT(LoseCurrentInEveryStep(prepare, take, all, {L"Clip 9"}), 20);
+}
+
 TEST_F(ProfileAttachmentTest, TakeOver_CarriesTheContainerOverAndOffersWhatAStartDoes) {
     OtherProgramTakes(L"C:\\P");
     Start();
@@ -266,6 +294,39 @@ TEST_F(ProfileAttachmentTest, TakeOver_CarriesTheContainerOverAndOffersWhatAStar
     EXPECT_EQ(container.Get()->FullPath(), L"P\\S\\T");
     EXPECT_EQ(nodes.Selected(), &Get(L"c2"));
     EXPECT_NE(MemoryOutline().find(L"Wiedergefunden(Clip 9)"), std::wstring::npos);
+}
+
+// The session ends while the clips that were found are offered.
+TEST_F(ProfileAttachmentTest, End_InAQuestionForgetsNoProfileAndIsNoAnswer) {
+    Write(L"E:\\R", {{L"P&0&E:\\R&0&", L"R", 0, L"Profile"}});
+    for (const wchar_t* file : {L"C:\\P\\C9.nxc", L"E:\\R\\C9.nxc"})
+        fake.files.SetBytes(file, RecordOf("neun"));
+    const std::wstring before = StoredList();
+    fake.user.duringMessage = [] {
+        if (Is(Busy::TreeOperation)) Profiles().Clear();
+    };
+    actions.ImportProfileDirect(L"E:\\R");
+    EXPECT_EQ(StoredList(), before);
+    fake.user.duringMessage = nullptr;
+    OtherProgramTakes(L"C:\\P");
+    OtherProgramTakes(L"C:\\Q");
+    Start();
+    OtherProgramLeaves(L"C:\\P");
+    OtherProgramLeaves(L"C:\\Q");
+    fake.user.duringMessage = [] { Profiles().Clear(); };
+    TakeOverFreedProfiles(tree, container);
+    EXPECT_EQ(StoredList(), before);
+    SilentDrives drives;
+    drives.silent = {L"C:\\P"};
+    fake.user.duringMessage = nullptr;
+    Start();
+    drives.silent = {};
+    fake.user.duringMessage = [] { Profiles().Clear(); };
+    AttachAnswering(tree);
+    EXPECT_EQ(StoredList(), before);
+    fake.user.duringMessage = nullptr;
+    Start();
+    EXPECT_EQ(fake.user.questions.size(), 1u) << "nobody has said No";
 }
 
 TEST_F(ProfileAttachmentTest, TakeOver_OfAProfileThatCannotBeRead_IsToldOnce) {
