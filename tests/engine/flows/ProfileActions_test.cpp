@@ -229,6 +229,9 @@ TEST(ProfileActionsFaults, NewProfileAndImport_WithAnyCallFailing_AreDoneWholeOr
     EXPECT_EQ(KillInEveryStep(
                   prepare, [](World& world) { return world.actions.UnlinkProfile(&world.Get(L"Q")); }, all),
               8);
+    EXPECT_GT(FailEveryPair(WriteFailure::DiskFullWithPart, prepare, building(kTemplate)), 300);
+    EXPECT_GT(FailEveryPair(WriteFailure::DiskFullWithPart, prepareImport, import), 100);
+    EXPECT_GT(LoseCurrentInEveryStep(prepare, building(kTemplate), all, all), 20);
     for (const WriteFailure mode : {WriteFailure::Nothing, WriteFailure::DiskFullWithPart}) {
         const auto withNew = expecting(L"P=C:\\P Q=C:\\Q Neu=C:\\Neu ");
         EXPECT_EQ(FailEveryStep(mode, prepare, building(L""), withNew), 32);

@@ -126,7 +126,7 @@ TEST_F(modFormatSetTest, SaveAndLoadFormatSets_WithAnyFault_KeepTheOldOrTheNewLi
         return SaveFormatSets();
     };
     bool saved = false;
-    for (const Fault fault : {Fault::OneCall, Fault::Kill, Fault::PowerLoss}) {
+    for (const Fault fault : {Fault::OneCall, Fault::TwoCalls, Fault::Kill, Fault::PowerLoss}) {
         const auto prepare = [&] {
             ASSERT_TRUE(save(before));
             fake.user.messages.clear();

@@ -3,6 +3,7 @@
 #include "engine/process/AppTest.h"
 #include "engine/process/OptionTable.h"
 #include "engine/process/SearchCriteria.h"
+#include "fake/FaultLoop.h"
 #include "platform/Text.h"
 
 namespace {
@@ -159,12 +160,36 @@ TEST_F(modOptionTest, LoadOptions_InDebugMode_LogsAndTellsOfABadEntry) {
     EXPECT_TRUE(Log().ends_with("\r\nNXClip\r\n"));
 }
 
-TEST_F(modOptionTest, SaveOptions_AWriteThatFails_DoesNotStopTheOthers) {
-    Options() = UnusualValues();
-    fake.FailNth(Operation::SettingsWrite, 3);
-    EXPECT_FALSE(SaveOptions());
-    EXPECT_EQ(fake.settings.KeyCount(kSettings), OptionRows().size() - 3);
-    EXPECT_EQ(Stored(L"KeyActivate"), L"1");
+TEST_F(modOptionTest, SaveOptions_FailingTwiceOrKilledInAnyCall_LeavesEachOptionOldOrNew) {
+    const OptionValues after = UnusualValues();
+    OptionValues before;
+    LoadOptions();
+    std::swap(before, Options());
+    bool saved = false;
+    const auto store = [&](const OptionValues& values) {
+        Options() = values;
+        return SaveOptions();
+    };
+    for (const Fault fault : {Fault::OneCall, Fault::TwoCalls, Fault::Kill}) {
+        const auto check = [&](bool struck) {
+            EXPECT_EQ(saved, !struck);
+            int kept = 0;
+            const OptionValues left = Loaded();
+            for (const OptionRow& row : OptionRows()) {
+                const std::wstring text = OptionText(row, left);
+                EXPECT_TRUE(text == OptionText(row, before) || text == OptionText(row, after));
+                kept += text != OptionText(row, after);
+            }
+            if (fault != Fault::Kill) {
+                EXPECT_LE(kept, fault == Fault::OneCall ? 1 : 2) << "one that fails stops no other";
+            }
+            EXPECT_TRUE(store(after));
+            EXPECT_EQ(Loaded(), after);
+        };
+        EXPECT_GT(StrikeEverywhere(
+                      fault, fake, [&] { ASSERT_TRUE(store(before)); }, [&] { saved = store(after); }, check),
+                  20);
+    }
 }
 
 TEST_F(modOptionTest, InitSearchOptions_PutsTheCriteriaBack) {

@@ -4,7 +4,7 @@
 #include <ctime>
 
 #include "engine/tree/TestTree.h"
-#include "fake/FakePlatformTest.h"
+#include "fake/FaultLoop.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
 
@@ -65,50 +65,65 @@ TEST_F(CProfilesTest, SaveRegistry_LeavesNothingOfAListThatShrank) {
     EXPECT_EQ(Loaded(), L"eins=C:\\1 drei=C:\\3 ");
 }
 
-// A failing call, or the end of the process in it, leaves one list or the other, whatever the change.
-TEST(CProfilesSave, SaveRegistry_FailingOrKilledInAnyCall_LeavesTheOldListOrTheNewOne) {
-    const std::vector<std::pair<std::wstring, std::wstring>> changes = {
-        {L"ABC", L"AC"}, {L"ABC", L"CAB"}, {L"AB", L"BXA"}, {L"", L"A"}, {L"ABC", L""}, {L"AB", L"AB"}};
-    const auto fill = [](CProfiles& profiles, const std::wstring& names) {
+std::wstring StoredNames() {
+    CProfiles loaded;
+    loaded.LoadRegistry();
+    std::wstring names;
+    for (const CProfile* entry : loaded.NewEnum())
+        names += entry->Directory == L"C:\\" + entry->Name ? entry->Name : L"?";
+    return names;
+}
+
+// A machine with a stored list, and the program's own.
+struct ListWorld {
+    explicit ListWorld(const std::wstring& names) { Save(names); }
+    bool Save(const std::wstring& names) {
+        while (list.Count() > 0)
+            list.Remove(1);
         for (const wchar_t name : names)
-            profiles.Add(std::wstring(1, name), std::wstring(L"C:\\") + name, false, nullptr);
-    };
-    const auto stored = [] {
-        CProfiles loaded;
-        loaded.LoadRegistry();
-        std::wstring names;
-        for (const CProfile* entry : loaded.NewEnum())
-            names += entry->Directory == L"C:\\" + entry->Name ? entry->Name : L"?";
-        return names;
-    };
-    for (const auto& [before, after] : changes) {
-        for (const bool killed : {false, true}) {
-            bool fired = true;
-            for (int n = 1; fired; ++n) {
-                SCOPED_TRACE(AnsiFromText(before + L" to " + after) + ", call " + std::to_string(n));
-                FakePlatform machine;
-                CProfiles old, changed;
-                fill(old, before);
-                old.SaveRegistry();
-                changed.LoadRegistry();
-                changed.Clear();
-                fill(changed, after);
-                killed ? machine.failures.KillInNthOfAny(n) : machine.failures.FailNthOfAny(n);
-                const bool saved = changed.SaveRegistry();
-                fired = machine.Fired();
-                machine.failures.FailNone();
-                const std::wstring left = stored();
-                EXPECT_TRUE(left == before || left == after) << AnsiFromText(left);
-                if (!killed || !fired) {
-                    EXPECT_EQ(left, saved ? after : before);
-                }
-                EXPECT_TRUE(saved || fired);
-                changed.SaveRegistry();
-                EXPECT_EQ(stored(), after);
-                EXPECT_EQ(machine.settings.KeyCount(L"Profiles"), 1 + 2 * after.size());
-            }
+            list.Add(std::wstring(1, name), std::wstring(L"C:\\") + name, false, nullptr);
+        return list.SaveRegistry();
+    }
+    FakePlatform fake;
+    CProfiles list;
+    std::wstring stored;  // as far as the saves said
+};
+
+// Two changes, one after the other: the list is the one that the last save told to stand. Killed in a call,
+// it is that one or the one that was being stored.
+TEST(CProfilesSave, SaveRegistry_FailingTwiceOrKilledInAnyCall_LeavesOneListOrTheOther) {
+    const std::vector<std::array<std::wstring, 3>> cases = {{L"ABC", L"AC", L"CAB"},
+                                                            {L"AB", L"BXA", L""},
+                                                            {L"", L"A", L"AB"},
+                                                            {L"ABC", L"", L"C"},
+                                                            {L"AB", L"AB", L"B"}};
+    int strikes = 0;
+    for (const auto& [before, first, second] : cases) {
+        SCOPED_TRACE(AnsiFromText(before + L" to " + first + L" to " + second));
+        for (const Fault fault : {Fault::OneCall, Fault::TwoCalls, Fault::Kill}) {
+            const auto make = [&] {
+                auto world = std::make_unique<ListWorld>(before);
+                world->stored = before;
+                return world;
+            };
+            const auto operation = [&](ListWorld& world) {
+                for (const std::wstring& list : {first, second})
+                    if (world.Save(list)) world.stored = list;
+            };
+            const auto check = [&](ListWorld& world, bool struck) {
+                const std::wstring left = StoredNames();
+                const bool killed = struck && fault == Fault::Kill;
+                EXPECT_TRUE(left == world.stored || (killed && (left == first || left == second)))
+                    << AnsiFromText(left);
+                EXPECT_TRUE(struck || left == second);
+                EXPECT_TRUE(world.Save(second));
+                EXPECT_EQ(StoredNames(), second);
+                EXPECT_EQ(world.fake.settings.KeyCount(L"Profiles"), 1 + 2 * second.size());
+            };
+            strikes += StrikeEverywhere(fault, make, operation, check);
         }
     }
+    EXPECT_GT(strikes, 150);
 }
 
 TEST_F(CProfilesTest, SaveRegistry_KeepsWhatAnotherInstanceHasEntered) {

@@ -101,8 +101,8 @@ inline int KillInEveryStep(const Preparing& prepare, const Operating& operation,
     });
 }
 
-// The current goes in each call, too. Every profile can be read then, and of each clip whose name is in
-// `keeps` there is one with its data; once the operation is done and its saves are finished, of each in
+// The current goes in each call, too. Every listed profile can be read then, and of each clip whose name is
+// in `keeps` there is one with its data; once the operation is done and its saves are finished, of each in
 // `finished`, too. Returns the number of states of the disk that were looked at.
 inline int LoseCurrentInEveryStep(const Preparing& prepare, const Operating& operation,
                                   const std::vector<std::wstring>& keeps,
@@ -113,6 +113,7 @@ inline int LoseCurrentInEveryStep(const Preparing& prepare, const Operating& ope
         return done;
     };
     const auto check = [&](TriedWorld& world, bool struck) {
+        Profiles().LoadRegistry();
         const std::set<std::wstring> sound = world.SoundClips();
         EXPECT_EQ(world.ProfilesOnDisk(), Profiles().Count());
         for (const std::wstring& clip : keeps)
