@@ -75,14 +75,15 @@ void CProfiles::LoadRegistry() {
 }
 
 bool CProfiles::SaveRegistry() {
-    std::vector<StoredProfile> list;
+    std::vector<StoredProfile> own;
     for (const auto& entry : entries_)
-        list.push_back({UpToZero(entry->Name), UpToZero(entry->Directory)});
-    // What another instance has entered meanwhile leads to clips as well.
+        own.push_back({UpToZero(entry->Name), UpToZero(entry->Directory)});
+    // What another instance has entered meanwhile leads to clips as well, be it stored once or again.
+    std::vector<StoredProfile> list = own;
     for (const StoredProfile& entry : ReadStoredProfiles())
         if (!Names(lastStored_, entry.directory) && !Names(list, entry.directory)) list.push_back(entry);
     if (!WriteStoredProfiles(list)) return false;
-    lastStored_ = std::move(list);
+    lastStored_ = std::move(own);
     return true;
 }
 

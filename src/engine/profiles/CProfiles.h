@@ -49,7 +49,7 @@ class CProfiles {
 
  private:
     std::vector<std::unique_ptr<CProfile>> entries_;
-    std::vector<StoredProfile> lastStored_;  // as this program last read or wrote it
+    std::vector<StoredProfile> lastStored_;  // this program's own, as it last read or wrote them
 };
 
 // The one list of the process.

@@ -136,7 +136,9 @@ TEST_F(CProfilesTest, SaveRegistry_KeepsWhatAnotherInstanceHasEntered) {
     other.SaveRegistry();
     list.Remove(1);
     list.SaveRegistry();
-    EXPECT_EQ(Loaded(), L"zwei=C:\\2 drei=C:\\3 ");
+    list.Add(L"vier", L"C:\\4", false, nullptr);
+    list.SaveRegistry();
+    EXPECT_EQ(Loaded(), L"zwei=C:\\2 vier=C:\\4 drei=C:\\3 ");
 }
 
 TEST_F(CProfilesTest, SearchDir_IgnoresCaseAndNothingElse) {
