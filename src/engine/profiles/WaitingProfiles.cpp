@@ -68,7 +68,13 @@ bool AttachAnswering(CTreeViewEx& tree) {
     for (CProfile* entry : Profiles().NewEnum()) {
         // A box may have been open meanwhile, and everything have come to its end.
         if (!IsListed(entry)) break;
-        if (entry->Waiting.Get() == nullptr || !Answers(*entry, milliseconds(0))) continue;
+        if (entry->Waiting.Get() == nullptr) continue;
+        if (entry->Node != nullptr) {
+            // The user was faster and has attached it himself.
+            tree.TreeView()->Remove(*entry->Waiting.Get());
+            continue;
+        }
+        if (!Answers(*entry, milliseconds(0))) continue;
         any = true;
         const std::wstring name = entry->Name;
         const bool attached = AttachProfileDirectory(tree, entry->Directory) != nullptr;

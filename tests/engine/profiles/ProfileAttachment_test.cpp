@@ -115,6 +115,15 @@ TEST_F(ProfileAttachmentTest, Profile_WhoseDirectoryDoesNotAnswer_WaitsInItsPlac
     EXPECT_FALSE(AnyWaiting());
     EXPECT_EQ(StoredList(), L"P=C:\\P Q=C:\\Q ");
     EXPECT_EQ(Damage(), std::vector<std::wstring>());
+
+    List(3, L"R", L"E:\\R");
+    Profiles().Clear();
+    Start();
+    drives.silent = {};
+    EXPECT_NE(actions.ImportProfileDirect(L"E:\\R"), nullptr);
+    AttachAnswering(tree);
+    EXPECT_EQ(MemoryOutline(), L"P(S(c1 T(c2)) c3) Q(U(c4)) R") << "the user was faster";
+    EXPECT_EQ(Damage(), std::vector<std::wstring>());
 }
 
 TEST_F(ProfileAttachmentTest, Import_TheSameDirectoryByAnotherSpellingIsAttachedAlready) {
