@@ -8,6 +8,7 @@
 #include "engine/clipboard/FormatNames.h"
 #include "engine/clipboard/modFileIO.h"
 #include "engine/profiles/ClipFileNames.h"
+#include "engine/profiles/ProfileLock.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/TreeFile.h"
 #include "engine/tree/modTreeEx.h"
@@ -73,9 +74,12 @@ class Check {
         if (!state_.readable) return Found(Damage::TreeWithoutProfile, name);
         LookAtTheCounter();
     }
+    // That of a profile in use is being written, or will be finished by the program that has it.
     void LookAtTheJournal() {
         const std::wstring name = LastPartOf(JournalPathOf(file_));
-        switch (StateOfJournal(file_)) {
+        const JournalState state = StateOfJournal(file_);
+        if (state == JournalState::None || IsKept(directory_)) return;
+        switch (state) {
             case JournalState::None:
                 return;
             case JournalState::Pending:
@@ -165,9 +169,8 @@ class Check {
 
     void LookAtTheFiles() {
         for (const std::wstring& name : ThePlatform().files.List(JoinDirectory(directory_, L"*"))) {
-            if (IsHalfCopyName(name)) Found(Damage::HalfCopy, name);
             const std::int32_t number = ClipNumberInName(name);
-            if (number != 0 && !HasNode(number)) LookAtFileWithoutNode(name);
+            if (IsHalfCopyName(name) || (number != 0 && !HasNode(number))) LookAtFileWithoutNode(name);
         }
     }
     bool HasNode(std::int32_t number) const {
@@ -176,9 +179,16 @@ class Check {
             [](const CheckedClip& clip, std::int32_t wanted) { return clip.number < wanted; });
         return found != clips_.end() && found->number == number;
     }
+    // One that another program holds is just becoming a clip, and one that is gone was no finding.
     void LookAtFileWithoutNode(const std::wstring& name) {
-        const FileOwner file(ThePlatform().files.Open(JoinDirectory(directory_, name), FileUse::Read));
+        FilePort& files = ThePlatform().files;
+        const FileOwner file(files.Open(JoinDirectory(directory_, name), FileUse::Read));
+        const std::uint32_t error = file.IsSet() ? 0 : files.LastError();
+        if (error == kErrorSharingViolation || IsMissing(error)) return;
+        if (IsHalfCopyName(name)) return Found(Damage::HalfCopy, name);
         if (!file.IsSet()) return Found(Damage::ClipFileUnreadable, name);
+        // A load passes by it.
+        if (!IsTrustedClipNumber(ClipNumberInName(name))) return Found(Damage::ClipNumberTooHigh, name);
         const auto damage = DamageOfRecords(file.Get(), 1);
         Found(!damage                          ? Damage::ClipWithoutNode
               : *damage == Damage::RecordEmpty ? Damage::ZerosOfClip
@@ -273,7 +283,16 @@ std::optional<Damage> DamageOfClipFile(const std::wstring& file, std::int16_t fo
 
 DirectoryState CheckDirectory(const std::wstring& directory,
                               const std::function<bool(std::size_t, std::size_t)>& goOn) {
-    return Check(directory, goOn).Run();
+    constexpr int kMostLooks = 3;
+    const std::wstring file = TreeDataFilePath(directory);
+    for (int look = 1;; ++look) {
+        const FileMark before = FileMark::Of(file);
+        const DirectoryState state = Check(directory, goOn).Run();
+        // Whoever has the profile open may have saved it meanwhile: the tree and the files are of two
+        // moments.
+        const bool tellsOneMoment = state.findings.empty() || FileMark::Of(file) == before;
+        if (tellsOneMoment || !state.complete || look == kMostLooks) return state;
+    }
 }
 
 bool IsLoss(Damage damage) {

@@ -58,10 +58,12 @@ class Repair {
             PutAside(file);
         return done_;
     }
-    // What is left without a node and holds nothing whole.
+    // What is left without a node and is taken by no load.
     void PutRestsAside() {
         for (const Finding& finding : CheckDirectory(directory_).findings) {
-            if (finding.damage == Damage::RestOfClip || finding.damage == Damage::ZerosOfClip)
+            const Damage damage = finding.damage;
+            if (damage == Damage::RestOfClip || damage == Damage::ZerosOfClip ||
+                damage == Damage::ClipNumberTooHigh)
                 PutAside(JoinDirectory(directory_, finding.place));
         }
     }

@@ -28,3 +28,7 @@ class ProfileLock {
     FileOwner file_;
     bool heldByOther_ = false;
 };
+
+// Whether a program, be it this one, keeps the directory. Nobody is kept out by the question; what a killed
+// program left of its lock goes by it.
+bool IsKept(const std::wstring& directory);

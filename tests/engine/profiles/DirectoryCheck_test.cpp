@@ -177,6 +177,7 @@ TEST_F(DirectoryCheckTest, CheckDirectory_FindsEachSingleDamage) {
         {Damage::RecordWithoutData, L"P\\S\\c1", [&] { SetRecord(3, "Metafile", 16, 16); }},
         {Damage::RecordOfObject, L"P\\S\\c1", [&] { SetRecord(2, "Bitmap", 4, 4); }},
         {Damage::ClipWithoutNode, L"C7.nxc", [&] { SetFile(L"C7.nxc", DataOf(L"c7")); }},
+        {Damage::ClipNumberTooHigh, L"C2147483647.nxc", [&] { SetFile(L"C2147483647.nxc", DataOf(L"c7")); }},
         {Damage::RestOfClip, L"C7.nxc", [&] { SetFile(L"C7.nxc", DataOf(L"c7").substr(0, 12)); }},
         {Damage::ZerosOfClip, L"C7.nxc", [&] { SetFile(L"C7.nxc", std::string(500, '\0')); }},
         {Damage::HalfCopy, L"C3.nxc.~1", [&] { SetFile(L"C3.nxc.~1", DataOf(L"c3")); }},
@@ -199,6 +200,42 @@ TEST_F(DirectoryCheckTest, CheckDirectory_FindsEachSingleDamage) {
         EXPECT_TRUE(fake.user.messages.empty()) << "who looks is not told";
         RepairLeavesItWhole(row.damage);
     }
+}
+
+TEST_F(DirectoryCheckTest, CheckDirectory_LeavesToTheOwnerWhatHeIsInTheMiddleOf) {
+    MakeWhole();
+    const std::string old = *fake.files.Bytes(kTree);
+    SaveWithJournal();
+    const std::string saved = *fake.files.Bytes(kTree);
+    const std::wstring half = L"C:\\P\\C3.nxc.~1", captured = L"C:\\P\\C7.nxc";
+    for (const std::wstring& file : {half, captured}) {
+        fake.files.SetBytes(file, DataOf(L"c7"));
+        fake.files.LockByOther(file);
+    }
+    {
+        const FileOwner lock(fake.files.Open(L"C:\\P\\nxclip.lck", FileUse::Lock));
+        for (const std::string& image : {old, saved}) {
+            fake.files.SetBytes(kTree, image);
+            EXPECT_EQ(TextsOf(CheckDirectory(L"C:\\P")), std::vector<std::wstring>());
+        }
+    }
+    for (const std::wstring& file : {half, captured})
+        fake.files.UnlockByOther(file);
+    EXPECT_EQ(CheckDirectory(L"C:\\P").findings.size(), 3u);
+}
+
+TEST_F(DirectoryCheckTest, CheckDirectory_LooksAgainAtWhatWasSavedMeanwhile) {
+    MakeWhole();
+    const auto secondClipGoes = [&](std::size_t done, std::size_t) {
+        Records records = WholeTree();
+        records.pop_back();
+        if (done == 1) Write(L"C:\\P", records);
+        if (done == 1) fake.files.Vanish(L"C:\\P\\C2.nxc");
+        return true;
+    };
+    const DirectoryState found = CheckDirectory(L"C:\\P", secondClipGoes);
+    EXPECT_EQ(TextsOf(found), std::vector<std::wstring>());
+    EXPECT_EQ(found.clips, 1);
 }
 
 TEST_F(DirectoryCheckTest, CheckDirectory_CountsAndCanBeEnded) {
