@@ -1,11 +1,17 @@
 #include "engine/search/WordFinder.h"
 
 #include <algorithm>
-#include <cstdint>
+#include <cstring>
 
 namespace {
 
-constexpr std::size_t kBlock = 64;
+constexpr std::size_t kGroup = sizeof(std::uint64_t) / sizeof(std::uint16_t);
+
+bool NoneOf(const std::uint16_t* group) {
+    std::uint64_t all;
+    std::memcpy(&all, group, sizeof all);
+    return all == 0;
+}
 
 }  // namespace
 
@@ -29,25 +35,29 @@ WordFinder::Forms WordFinder::FormsOf(char16_t letter) {
 
 // Written so that the compiler makes a few instructions for many units of it.
 template <std::size_t forms>
-bool WordFinder::AnyBegins(const char16_t* block) const {
+bool WordFinder::AnyBegins(const char16_t* block, Begins& begins) const {
     const char16_t* const ends = block + folded_.size() - 1;
     std::uint16_t any = 0;
     for (std::size_t i = 0; i < kBlock; ++i) {
-        std::uint16_t begins = 0;
+        std::uint16_t beginsHere = 0;
         std::uint16_t endsHere = 0;
         for (std::size_t form = 0; form < forms; ++form) {
-            begins = static_cast<std::uint16_t>(begins | (block[i] == first_[form] ? 0xFFFF : 0));
+            beginsHere = static_cast<std::uint16_t>(beginsHere | (block[i] == first_[form] ? 0xFFFF : 0));
             endsHere = static_cast<std::uint16_t>(endsHere | (ends[i] == last_[form] ? 0xFFFF : 0));
         }
-        any = static_cast<std::uint16_t>(any | (begins & endsHere));
+        begins[i] = static_cast<std::uint16_t>(beginsHere & endsHere);
+        any = static_cast<std::uint16_t>(any | begins[i]);
     }
     return any != 0;
 }
 
-bool WordFinder::MayBegin(const char16_t* block) const {
-    if (tooManyForms_) return true;
-    if (forms_ == 1) return AnyBegins<1>(block);
-    return forms_ == 2 ? AnyBegins<2>(block) : AnyBegins<kMostForms>(block);
+bool WordFinder::MayBegin(const char16_t* block, Begins& begins) const {
+    if (tooManyForms_) {
+        begins.fill(1);
+        return true;
+    }
+    if (forms_ == 1) return AnyBegins<1>(block, begins);
+    return forms_ == 2 ? AnyBegins<2>(block, begins) : AnyBegins<kMostForms>(block, begins);
 }
 
 bool WordFinder::IsAt(const char16_t* place) const {
@@ -60,15 +70,16 @@ std::size_t WordFinder::FindIn(std::u16string_view text) const {
     if (folded_.empty() || text.size() < folded_.size()) return kNowhere;
     const std::size_t places = text.size() - folded_.size() + 1;
     std::size_t place = 0;
-    while (place < places) {
-        const bool wholeBlock = places - place >= kBlock;
-        const std::size_t end = wholeBlock ? place + kBlock : places;
-        if (wholeBlock && !MayBegin(text.data() + place)) {
-            place = end;
-            continue;
+    for (Begins begins; places - place >= kBlock; place += kBlock) {
+        if (!MayBegin(text.data() + place, begins)) continue;
+        for (std::size_t i = 0; i < kBlock; ++i) {
+            if (i % kGroup == 0 && NoneOf(&begins[i]))
+                i += kGroup - 1;
+            else if (begins[i] != 0 && IsAt(text.data() + place + i))
+                return place + i;
         }
-        for (; place < end; ++place)
-            if (IsAt(text.data() + place)) return place;
     }
+    for (; place < places; ++place)
+        if (IsAt(text.data() + place)) return place;
     return kNowhere;
 }

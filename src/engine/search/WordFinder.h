@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -28,9 +29,12 @@ class WordFinder {
     using Forms = std::array<char16_t, kMostForms>;
     Forms FormsOf(char16_t letter);
     bool IsAt(const char16_t* place) const;
-    bool MayBegin(const char16_t* block) const;
+    // The places of a block where the word may begin are those that are not 0.
+    static constexpr std::size_t kBlock = 64;
+    using Begins = std::array<std::uint16_t, kBlock>;
+    bool MayBegin(const char16_t* block, Begins& begins) const;
     template <std::size_t forms>
-    bool AnyBegins(const char16_t* block) const;
+    bool AnyBegins(const char16_t* block, Begins& begins) const;
 
     const Folding& folding_;
     std::u16string folded_;
