@@ -55,6 +55,7 @@ Folding::Folding(Kind kind) : units_(AllUnits()) {
         next = std::min(end + 1, folded.size());
         if (letter.size() == 1) {
             units_[unit] = letter[0];
+            if (letter[0] != unit) changed_.emplace_back(letter[0], static_cast<char16_t>(unit));
         } else if (kind == Kind::Letters) {
             units_[unit] = kSeveral;
             expanded_ += static_cast<char16_t>(unit);
@@ -63,6 +64,7 @@ Folding::Folding(Kind kind) : units_(AllUnits()) {
         }
     }
     begins_ += static_cast<char32_t>(expansions_.size());
+    std::sort(changed_.begin(), changed_.end());
 }
 
 std::u16string_view Folding::ExpansionOf(char16_t unit) const {
@@ -74,8 +76,11 @@ std::u16string_view Folding::ExpansionOf(char16_t unit) const {
 
 std::u16string Folding::SourcesOf(char16_t folded) const {
     std::u16string sources;
-    for (std::size_t unit = 0; unit < kUnits; ++unit)
-        if (units_[unit] == folded) sources += static_cast<char16_t>(unit);
+    if (units_[folded] == folded) sources += folded;
+    const std::pair first{folded, char16_t{0}};
+    for (auto one = std::lower_bound(changed_.begin(), changed_.end(), first);
+         one != changed_.end() && one->first == folded; ++one)
+        sources += one->second;
     return sources;
 }
 

@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 // What makes two letters the same in a search, by the system's own rules.
 class Folding {
@@ -36,6 +38,8 @@ class Folding {
     static constexpr char16_t kSeveral = 0xFFFF;
 
     std::u16string units_;  // what each becomes
+    // Of those that become another one, in the order of what they become: that one and the unit.
+    std::vector<std::pair<char16_t, char16_t>> changed_;
     // Of those that become none or several, all in one, in the order of the units; where each begins.
     std::u16string expansions_;
     std::u16string expanded_;
