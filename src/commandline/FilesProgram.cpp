@@ -38,7 +38,7 @@ const std::vector<Command>& Commands() {
         {L"extract",
          L"CLIP [FORMAT] -o DATEI [--raw] [-d VERZEICHNIS]",
          L"schreibt ein Format eines Clips in eine Datei",
-         L"FORMAT ist die Nummer oder der Name, wie \"show\" sie zeigt; sonst wird das Format gewählt,\n"
+         L"FORMAT ist die laufende Nummer oder der Name, wie \"show\" sie zeigt; sonst wird das gewählt,\n"
          L"das am meisten sagt. Text wird UTF-8, Bilder, Zeichnungen, HTML und RTF werden Dateien, wie\n"
          L"andere Programme sie öffnen. DATEI darf es noch nicht geben.\n"
          L"  -o, --output      die neue Datei\n"
@@ -61,7 +61,7 @@ const std::vector<Command>& Commands() {
         {L"check",
          L"[VERZEICHNIS]",
          L"prüft den Baum, das Journal und die Datei jedes Clips",
-         L"Verändert nichts. Sagt zu jedem Befund, was der Start von NXClip daran täte.\n"
+         L"Verändert nichts. Sagt zu einem Befund, was der Start von NXClip daran täte.\n"
          L"Ergebnis: 0 alles ist ganz, 1 es gibt Befunde, 2 das Profil ist nicht zu lesen.\n",
          0,
          1,
@@ -80,6 +80,7 @@ const std::vector<Command>& Commands() {
         {L"search",
          L"TEXT [-d VERZEICHNIS]",
          L"sucht in Namen, Informationen und Inhalten",
+         L"Es gilt, was das Suchfeld des Programms versteht, auch name:, datei:, typ: und seit:\n"
          L"Ergebnis: 0 gefunden, 1 nichts gefunden.\n"
          L"  -d, --directory   das Verzeichnis des Profils, sonst das aktuelle\n",
          1,
@@ -133,7 +134,8 @@ std::optional<std::wstring> HelpFor(const std::vector<std::wstring>& words) {
                                 : UsageOf(*named) + L"\n" + named->summary + L".\n\n" + named->help;
     }
     const Command* const command = CommandNamed(words[0]);
-    if (command == nullptr || std::none_of(words.begin(), words.end(), IsHelp)) return std::nullopt;
+    const auto options = std::find(words.begin(), words.end(), L"--");
+    if (command == nullptr || std::none_of(words.begin(), options, IsHelp)) return std::nullopt;
     return HelpFor({L"help", words[0]});
 }
 

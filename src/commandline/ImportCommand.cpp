@@ -10,18 +10,21 @@ int RunImport(const CommandContext& context) {
     if (to.empty()) throw CommandError{L"Es fehlt --to mit dem Ordner."};
     OpenedProfile profile(context.arguments.Of(L"--directory", kCurrentDirectory),
                           OpenedProfile::kForWriting);
-    Node& container = profile.Find(to);
+    Node& container = profile.Find(to, OpenedProfile::Wanted::Container);
     if (IsClipNode(&container)) throw CommandError{L"Das ist kein Ordner: " + container.FullPath()};
-    int failed = 0;
+    std::size_t failed = 0;
     for (const std::wstring& file : context.arguments.Values()) {
         std::wstring why;
-        const Node* const clip = ImportFile(*profile.Tree().TreeView(), container, file, why);
+        const Node* const clip =
+            ImportFile(*profile.Tree().TreeView(), container, context.console.FullPath(file), why);
         if (clip != nullptr)
             context.console.Write(clip->FullPath() + L"\n");
         else if (!why.empty())
             context.console.WriteError(why + L"\n");
         failed += clip == nullptr ? 1 : 0;
     }
+    // Not for a counter that went on alone.
+    if (failed == context.arguments.Values().size()) return 1;
     const bool saved = SaveAllProfiles(profile.Tree());
     FinishSaves();
     return saved && failed == 0 ? 0 : 1;

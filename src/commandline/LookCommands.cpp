@@ -127,7 +127,7 @@ int RunList(const CommandContext& context) {
 int RunShow(const CommandContext& context) {
     OpenedProfile profile(context.arguments.Of(L"--directory", kCurrentDirectory),
                           OpenedProfile::kForReading);
-    const Node& clip = profile.Find(context.arguments.Values()[0]);
+    const Node& clip = profile.Find(context.arguments.Values()[0], OpenedProfile::Wanted::Clip);
     if (!IsClipNode(&clip)) throw CommandError{L"Das ist kein Clip: " + clip.FullPath()};
     const NodeAttributes tag = AttributesOf(&clip);
     context.console.Write(clip.FullPath() + L"\nNummer:      " + NumberText(tag.clipNumber) +

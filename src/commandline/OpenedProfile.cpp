@@ -92,17 +92,23 @@ OpenedProfile::~OpenedProfile() {
     Profiles().Clear();
 }
 
-Node& OpenedProfile::Find(const std::wstring& named) {
+std::vector<Node*> OpenedProfile::AllNamed(const std::wstring& named, Wanted wanted) const {
     const std::int32_t number = NumberIn(named);
     const std::wstring path = Comparable(named);
     std::vector<Node*> found, byNumber;
     for (TreeWalk walk(top_); walk.InSubtree(); walk.Step()) {
         Node* const node = walk.Current();
+        if (wanted != Wanted::Any && IsClipNode(node) != (wanted == Wanted::Clip)) continue;
         const std::wstring full = Comparable(node->FullPath());
         if (full == path || WithoutFirstPart(full) == path) found.push_back(node);
         if (number > 0 && ClipNumberOf(node) == number) byNumber.push_back(node);
     }
-    if (!byNumber.empty()) found = byNumber;
+    return byNumber.empty() ? found : byNumber;
+}
+
+Node& OpenedProfile::Find(const std::wstring& named, Wanted wanted) {
+    std::vector<Node*> found = AllNamed(named, wanted);
+    if (found.empty()) found = AllNamed(named, Wanted::Any);
     if (found.empty()) throw CommandError{L"Im Profil gibt es nicht: " + named};
     if (found.size() > 1) ThrowAmbiguous(named, found);
     return *found.front();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "engine/profiles/ProfileLock.h"
 #include "engine/tree/CTreeViewEx.h"
@@ -22,11 +23,14 @@ class OpenedProfile {
     CTreeViewEx& Tree() { return tree_; }
     Node& Top() { return *top_; }
     // The node that the user names: a clip by its number, each by its path in the tree with or without the
-    // profile's name in front, its parts separated by "/" or "\". Throws CommandError for none and for
-    // several.
-    Node& Find(const std::wstring& named);
+    // profile's name in front, its parts separated by "/" or "\". Where there are several, those of the kind
+    // count that is wanted. Throws CommandError for none and for several.
+    enum class Wanted { Any, Clip, Container };
+    Node& Find(const std::wstring& named, Wanted wanted = Wanted::Any);
 
  private:
+    std::vector<Node*> AllNamed(const std::wstring& named, Wanted wanted) const;
+
     NodeCollection nodes_;
     CTreeViewEx tree_;
     Node* top_ = nullptr;

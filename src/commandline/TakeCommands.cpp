@@ -57,7 +57,7 @@ int RunExtract(const CommandContext& context) {
     const std::wstring output = WantedOutput(context);
     OpenedProfile profile(context.arguments.Of(L"--directory", kCurrentDirectory),
                           OpenedProfile::kForReading);
-    const Node& clip = profile.Find(context.arguments.Values()[0]);
+    const Node& clip = profile.Find(context.arguments.Values()[0], OpenedProfile::Wanted::Clip);
     if (!IsClipNode(&clip)) throw CommandError{L"Das ist kein Clip: " + clip.FullPath()};
     const std::wstring file = ClipFileOf(&clip);
     const ClipRecord record = WantedRecord(RecordsOf(file, AttributesOf(&clip).formatCount), context);

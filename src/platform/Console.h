@@ -15,4 +15,6 @@ class ConsolePort {
     virtual bool IsWatched() = 0;
     // The next line of the input without its end; none at its end.
     virtual std::optional<std::wstring> ReadLine() = 0;
+    // The full path of what the user names from the directory in which the program was started.
+    virtual std::wstring FullPath(const std::wstring& named) = 0;
 };

@@ -53,8 +53,10 @@ constexpr std::uint32_t kNotReady = 21;
 constexpr std::uint32_t kSharingViolation = 32;
 constexpr std::uint32_t kLockViolation = 33;
 constexpr std::uint32_t kHandleDiskFull = 39;
+constexpr std::uint32_t kFileExists = 80;
 constexpr std::uint32_t kDiskFull = 112;
 constexpr std::uint32_t kInvalidName = 123;
+constexpr std::uint32_t kAlreadyExists = 183;
 
 }  // namespace
 
@@ -81,6 +83,9 @@ RuntimeError FileErrorOf(std::uint32_t systemCode, const std::wstring& path) {
         case kSharingViolation:
         case kLockViolation:
             return error(ErrorNumber::AccessDenied, L"Die Datei wird von einem anderen Programm benutzt");
+        case kFileExists:
+        case kAlreadyExists:
+            return error(ErrorNumber::FileError, L"Den Namen gibt es dort schon");
         case kHandleDiskFull:
         case kDiskFull:
             return error(ErrorNumber::DiskFull, DescriptionOf(ErrorNumber::DiskFull));

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -36,6 +37,7 @@ class HeardConsole : public ConsolePort {
     void WriteError(const std::wstring& text) override { errors += text; }
     bool IsWatched() override { return false; }
     std::optional<std::wstring> ReadLine() override { return std::exchange(answer, std::nullopt); }
+    std::wstring FullPath(const std::wstring& named) override { return named; }
 
     std::wstring output, errors;
     std::optional<std::wstring> answer;
@@ -174,6 +176,13 @@ TEST_F(FilesProgramTest, ImportAndExport_BringBackEveryByte) {
     EXPECT_EQ(RunThere({L"search", L"fett"}), 0);
     EXPECT_NE(console.output.find(L"Texte\\Briefe\\Seite"), std::wstring::npos);
     EXPECT_EQ(RunThere({L"search", L"nirgends"}), 1);
+
+    // A clip of the folder's name: each command takes the one that it works on.
+    SetBytes(root / "Briefe.txt", "noch einer");
+    for (const wchar_t* to : {L"Texte", L"Briefe"})
+        EXPECT_EQ(RunThere({L"import", Path("Briefe.txt"), L"--to", to}), 0) << Utf8FromText(console.errors);
+    EXPECT_EQ(console.output, L"Texte\\Briefe\\Briefe\n");
+    EXPECT_EQ(RunThere({L"show", L"Briefe"}), 0) << Utf8FromText(console.errors);
 }
 
 TEST_F(FilesProgramTest, Repair_AsksAndLeavesWhatCheckCallsWhole) {
@@ -228,9 +237,12 @@ TEST_F(FilesProgramTest, Run_WrongUseIsOneSentenceAndChangesNothing) {
                            {L"search", L"", L"-d", profile}};
     for (const Words& words : wrong) {
         EXPECT_EQ(Run(words), 2) << Utf8FromText(words[0]);
-        EXPECT_FALSE(console.errors.empty());
+        EXPECT_EQ(std::ranges::count(console.errors, L'\n'), 1) << Utf8FromText(console.errors);
         EXPECT_EQ(console.output, L"");
     }
+    EXPECT_EQ(RunThere({L"export", L"-o", Path("fehlt/a")}), 1);
+    EXPECT_EQ(std::ranges::count(console.errors, L'\n'), 1) << Utf8FromText(console.errors);
+    EXPECT_EQ(Run({L"search", L"-d", profile, L"--", L"--help"}), 1) << "a text like an option";
     EXPECT_EQ(RunThere({L"import", Path("fehlt.txt"), L"--to", L"Texte"}), 1);
     EXPECT_EQ(WholeDirectory(), before);
     for (const wchar_t* command :

@@ -55,8 +55,10 @@ Export::Export(std::span<const Node* const> nodes, std::wstring directory) {
     for (const Node* node : nodes)
         Note(*node);
     FilePort& files = ThePlatform().files;
-    if (!files.IsDirectory(directory) && !files.MakeDirectory(directory))
+    if (!files.IsDirectory(directory) && !files.MakeDirectory(directory)) {
         Failed(FileErrorOf(files.LastError(), directory).Description());
+        items_.clear();
+    }
     levels_.push_back({std::move(directory), L"", {}});
 }
 

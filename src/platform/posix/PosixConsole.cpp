@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <filesystem>
 
 #include "platform/Text.h"
 
@@ -37,4 +38,10 @@ std::optional<std::wstring> PosixConsole::ReadLine() {
         line += static_cast<char>(c);
     if (line.ends_with('\r')) line.pop_back();
     return TextFromUtf8(line);
+}
+
+std::wstring PosixConsole::FullPath(const std::wstring& named) {
+    std::error_code error;
+    const auto full = std::filesystem::absolute(Utf8FromText(named), error);
+    return error ? named : TextFromUtf8(full.string());
 }

@@ -9,4 +9,5 @@ class PosixConsole : public ConsolePort {
     void WriteError(const std::wstring& text) override;
     bool IsWatched() override;
     std::optional<std::wstring> ReadLine() override;
+    std::wstring FullPath(const std::wstring& named) override;
 };

@@ -294,7 +294,9 @@ bool PosixFiles::CopyBytes(const std::wstring& from, const std::wstring& to) {
 }
 
 bool PosixFiles::MakeDirectory(const std::wstring& path) {
-    return Noted(mkdir(SystemName(path).c_str(), 0777) == 0);
+    if (Noted(mkdir(SystemName(path).c_str(), 0777) == 0)) return true;
+    if (lastError_ == kErrorFileNotFound) lastError_ = kErrorPathNotFound;
+    return false;
 }
 
 std::wstring PosixFiles::Identity(const std::wstring& path) {

@@ -70,3 +70,12 @@ std::optional<std::wstring> Win32Console::ReadLine() {
         line.pop_back();
     return line;
 }
+
+std::wstring Win32Console::FullPath(const std::wstring& named) {
+    const DWORD size = GetFullPathNameW(named.c_str(), 0, nullptr, nullptr);
+    std::wstring full(size, L'\0');
+    const DWORD length = GetFullPathNameW(named.c_str(), size, full.data(), nullptr);
+    if (length == 0 || length >= size) return named;
+    full.resize(length);
+    return full;
+}
