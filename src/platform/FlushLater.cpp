@@ -17,6 +17,10 @@ void FlushLater(const std::wstring& path) {
     Noted().push_back(path);
 }
 
+bool AnyToFlush() {
+    return !Noted().empty();
+}
+
 bool FlushNext() {
     FilePort& files = ThePlatform().files;
     std::deque<std::wstring>& noted = Noted();

@@ -11,3 +11,5 @@ void FlushLater(const std::wstring& path);
 // Brings one of the noted files onto the disk for good. False when there is none left, or only such as others
 // hold at the moment: these are tried again by the next calls.
 bool FlushNext();
+// True when noted files are left.
+bool AnyToFlush();

@@ -6,6 +6,7 @@
 #include "engine/clipboard/CFormat.h"
 #include "engine/clipboard/ClipFileLayout.h"
 #include "engine/profiles/CProfiles.h"
+#include "engine/profiles/ClipFileNames.h"
 #include "engine/profiles/ProfileStore.h"
 #include "engine/profiles/RefusedClips.h"
 #include "engine/profiles/StructureLock.h"
@@ -23,21 +24,10 @@ namespace {
 
 constexpr const wchar_t* kFolder = L"Wiedergefunden";
 
-// The number in the name of a clip data file, written as the program writes it; 0 for any other name.
+// The number in a file's name, 0 for none and for one that no load would trust.
 std::int32_t NumberInName(const std::wstring& name) {
-    const std::wstring upper = UpperCase(name);
-    if (!upper.starts_with(L"C") || !upper.ends_with(L".NXC")) return 0;
-    const std::int32_t number = ParseInt32(upper.substr(1, upper.size() - 5)).value_or(0);
-    return number > 0 && IsTrustedClipNumber(number) && upper == L"C" + NumberText(number) + L".NXC" ? number
-                                                                                                     : 0;
-}
-
-// A copy takes its name when it is complete; until then it bears this one.
-bool IsHalfCopy(const std::wstring& name) {
-    const std::size_t mark = name.rfind(L".~");
-    if (mark == std::wstring::npos || !ParseInt32(name.substr(mark + 2))) return false;
-    const std::wstring target = name.substr(0, mark);
-    return NumberInName(target) != 0 || UpperCase(target).starts_with(L"NXCLIP");
+    const std::int32_t number = ClipNumberInName(name);
+    return IsTrustedClipNumber(number) ? number : 0;
 }
 
 enum class Content { Records, Beginning, Unknown };
@@ -112,7 +102,7 @@ void RemoveHalfCopies(const std::wstring& directory) {
     FilePort& files = ThePlatform().files;
     for (const wchar_t* const pattern : {L"C*.nxc.~*", L"nxclip*.~*"}) {
         for (const std::wstring& name : files.List(JoinDirectory(directory, pattern)))
-            if (IsHalfCopy(name)) files.Remove(JoinDirectory(directory, name));
+            if (IsHalfCopyName(name)) files.Remove(JoinDirectory(directory, name));
     }
 }
 

@@ -182,6 +182,8 @@ void KeepTreesInConflict(CTreeViewEx& tree) {
 
 bool FinishNextSave() {
     if (FlushNext()) return true;
+    // While others hold a clip's file, the tree that names it keeps its journal.
+    if (AnyToFlush()) return false;
     for (CProfile* entry : Profiles().NewEnum()) {
         if (!std::exchange(entry->Unfinished, false)) continue;
         // What cannot be finished now is finished by the next save or the next load.

@@ -446,11 +446,11 @@ void frmMain::Close() {
     }
 }
 
-// The system ends the process when this returns: nobody answers a box any more.
+// The system ends the process when this returns, and perhaps before: nobody answers a box any more.
 void frmMain::EndSession() {
-    // The system ends the process when this returns, and perhaps before.
     if (loaded_) StoreEverything();
-    if (!Is(Busy::Drag) && TakesMouseFromAControl(window_)) {
+    // What the load asks must not be answered by the end of its window.
+    if (!loaded_ || (!Is(Busy::Drag) && TakesMouseFromAControl(window_))) {
         closesAtRest_ = true;
         return;
     }

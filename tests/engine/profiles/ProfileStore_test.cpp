@@ -4,6 +4,7 @@
 
 #include "engine/clipboard/ClipboardTest.h"
 #include "engine/profiles/ProfileWorldTest.h"
+#include "platform/FlushLater.h"
 
 namespace {
 
@@ -186,6 +187,21 @@ TEST_F(ProfileStoreTest, SaveProfile_WithoutASubtreeLeavesItInTheTree) {
     EXPECT_TRUE(SaveProfile(tree, Get(L"P"), std::array{&Get(L"U")}))
         << "a node of another profile changes nothing";
     EXPECT_EQ(DiskOutline(), MemoryOutline());
+}
+
+// With the journal gone, a loss of the current would leave a tree that names a clip without its data.
+TEST_F(ProfileStoreTest, FinishSaves_KeepsTheJournalWhileAClipCannotBeFlushed) {
+    Fill();
+    const std::wstring clip = ClipFileOf(&Get(L"c1")), journal = L"C:\\P\\nxclip.jnl";
+    FlushLater(clip);
+    fake.files.LockByOther(clip);
+    AddFolder(Get(L"P"), L"neu");
+    SaveAllProfiles(tree);
+    FinishSaves();
+    EXPECT_TRUE(fake.files.Has(journal));
+    fake.files.UnlockByOther(clip);
+    FinishSaves();
+    EXPECT_FALSE(fake.files.Has(journal));
 }
 
 }  // namespace
