@@ -85,6 +85,42 @@ TEST_F(Files, FilesDroppedOnAFolder_BecomeClips) {
               DWORD{DROPEFFECT_NONE});
 }
 
+// And a search in the many that came leaves the list as it was.
+TEST_F(Files, ManyFilesDropped_AreCountedAndCanBeStopped) {
+    StartWithProfile();
+    MakeFolder(L"Ordner");
+    const std::vector<std::wstring> paths(4000, Make(L"Text.txt", std::string(50'000, 'x')));
+    WaitFor("the drop", [&] {
+        return DragFiles(paths, nxclip_.Tree().PlaceOf(L"Profil\\Ordner")) == DWORD{DROPEFFECT_COPY};
+    });
+    const Window dialog = nxclip_.WaitForDialog(L"Aufnehmen");
+    EXPECT_TRUE(dialog.TextOf(lblProgress).ends_with(L" von 4000"));
+    dialog.Press(cb_cancel);
+    Driver::WaitUntilGone(dialog);
+    nxclip_.WaitForStatus(L"Abgebrochen. ");
+    nxclip_.Tree().Select(L"Profil\\Ordner");
+    const ListControl list = nxclip_.List();
+    WaitFor("the list", [&] { return list.Count() > 50; });
+    const int count = list.Count();
+    EXPECT_LT(count, 4000);
+    EXPECT_TRUE(fs::exists(ClipFileAt(count)));
+    EXPECT_FALSE(fs::exists(ClipFileAt(count + 1)));
+
+    BringToFront(nxclip_.Main());
+    ChooseRow(0);
+    PressKeys({VK_END});
+    WaitFor("the last row", [&] { return ChosenRow() == count - 1; });
+    const auto firstSeen = [&] { return list.window().Send(LVM_GETTOPINDEX, 0, 0); };
+    const auto scrolled = firstSeen();
+    ASSERT_GT(scrolled, 0);
+    PressKeys({VK_CONTROL, VK_SHIFT, 'F'});
+    Type(L"nirgends");
+    WaitFor("no hits", [&] { return list.Count() == 0; });
+    PressKeys({VK_ESCAPE});
+    WaitFor("the rows as before", [&] { return list.Count() == count && ChosenRow() == count - 1; });
+    EXPECT_EQ(firstSeen(), scrolled);
+}
+
 TEST_F(Files, Export_WritesTheProfileEvenIntoItsOwnDirectory) {
     StartWithProfile();
     for (const char* text : {"eins", "zwei"})
@@ -111,7 +147,8 @@ TEST_F(Files, Commands_ReadWhatTheProgramHasOpenAndChangeItOnlyAfterwards) {
     const std::wstring file = Make(L"Übung.txt",
                                    "Stra\xC3\x9F"
                                    "e");
-    const std::wstring import = L"import \"" + file + L"\" --to Profil -d Profil";
+    Make(L"Rest.bin", std::string(2, '\0'));
+    const std::wstring import = L"import \"" + file + L"\" Rest.bin --to Profil -d Profil";
     SnapOf({{CF_TEXT, std::string("gr\xFCn\0", 5)}});
     const auto refused = RunFiles(import);
     EXPECT_EQ(refused.second, 2u);
@@ -123,7 +160,7 @@ TEST_F(Files, Commands_ReadWhatTheProgramHasOpenAndChangeItOnlyAfterwards) {
     SnapOf({{Private(), "noch einer"}});  // who reads is in nobody's way
 
     nxclip_.Quit();
-    EXPECT_EQ(RunFiles(import), std::pair(std::string("Profil\\Übung\n"), DWORD{0}));
+    EXPECT_EQ(RunFiles(import), std::pair(std::string("Profil\\Übung\nProfil\\Rest\n"), DWORD{0}));
     EXPECT_NE(RunFiles(L"list Profil --json").first.find("\"Profil\\\\Übung\""), std::string::npos);
     EXPECT_EQ(CodeOf(L"search STRASSE -d Profil"), 0u);
     EXPECT_EQ(CodeOf(L"search nirgends -d Profil"), 1u);
