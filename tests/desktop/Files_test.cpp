@@ -90,11 +90,10 @@ TEST_F(Files, ManyFilesDropped_AreCountedAndCanBeStopped) {
     StartWithProfile();
     MakeFolder(L"Ordner");
     const std::vector<std::wstring> paths(4000, Make(L"Text.txt", std::string(50'000, 'x')));
-    WaitFor("the drop", [&] {
-        return DragFiles(paths, nxclip_.Tree().PlaceOf(L"Profil\\Ordner")) == DWORD{DROPEFFECT_COPY};
-    });
+    EXPECT_EQ(DragFiles(paths, nxclip_.Tree().PlaceOf(L"Profil\\Ordner")), DWORD{DROPEFFECT_COPY});
     const Window dialog = nxclip_.WaitForDialog(L"Aufnehmen");
     EXPECT_TRUE(dialog.TextOf(lblProgress).ends_with(L" von 4000"));
+    WaitFor("more than the list shows", [&] { return std::stoi(dialog.TextOf(lblProgress)) > 100; });
     dialog.Press(cb_cancel);
     Driver::WaitUntilGone(dialog);
     nxclip_.WaitForStatus(L"Abgebrochen. ");
