@@ -208,6 +208,7 @@ TEST_F(ProfileAttachmentTest, Start_OffersClipsWithoutANodeOnceAndClearsHalfOnes
 }
 
 TEST_F(ProfileAttachmentTest, Start_RemovesNoFileThatMayHoldAClip) {
+    leavesWhole = false;
     const std::string record = RecordOf("ein Text");
     const std::string nameTooLong = std::string(record).replace(4, 2, "\x7F\x7F");
     const std::string damaged[] = {std::string(record).replace(10, 4, "\xFF\xFF\xFF\xFF"), nameTooLong,
