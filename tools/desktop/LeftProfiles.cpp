@@ -21,8 +21,9 @@ class OnThisMachine {
     Platform* const before_;
 };
 
+// The first save of a new profile begins with its journal alone: nothing stood there yet.
 bool HoldsProfile(const fs::path& directory) {
-    return fs::exists(directory / L"nxclip.nxp") || fs::exists(directory / L"nxclip.jnl");
+    return fs::exists(directory / L"nxclip.nxp");
 }
 
 void LookAt(const fs::path& directory, LeftProfiles& left) {

@@ -100,16 +100,30 @@ std::vector<std::uint8_t> BytesOf(const fs::path& path) {
 
 using ProfileList = std::map<std::wstring, std::wstring>;  // names and directories
 
-// As the store has it, without what stands between.
-ProfileList StoredList() {
+// The program writes what lies beside it with a path in capitals.
+std::wstring AsListed(const fs::path& directory) {
+    return LowerCase(directory.wstring());
+}
+
+bool IsHalf(const ProfileList::value_type& entry) {
+    return entry.first.empty() || entry.second.empty();
+}
+
+// As the store has it; the program may be writing there.
+ProfileList StoredListNow() {
     ProfileList list;
     const std::wstring count = ReadSetting(L"Profiles", L"Count").value_or(L"");
     for (int i = 1; i <= std::stoi(L"0" + count); ++i) {
         const std::wstring name = ReadSetting(L"Profiles", L"Name" + std::to_wstring(i)).value_or(L"");
-        const std::wstring directory = ReadSetting(L"Profiles", L"File" + std::to_wstring(i)).value_or(L"");
-        if (name.empty() || directory.empty()) Lost("an entry of the list has no name or no directory");
-        list[name] = directory;
+        list[name] = AsListed(ReadSetting(L"Profiles", L"File" + std::to_wstring(i)).value_or(L""));
     }
+    return list;
+}
+
+// Once nobody writes there.
+ProfileList StoredList() {
+    ProfileList list = StoredListNow();
+    if (std::erase_if(list, IsHalf) > 0) Lost("an entry of the list has no name or no directory");
     return list;
 }
 
@@ -147,7 +161,7 @@ class World {
         const fs::path directory = nxclip_.Directory() / name;
         fs::create_directories(directory);
         wantedList_ = list_;
-        wantedList_[name] = directory.wstring();
+        wantedList_[name] = AsListed(directory);
         nxclip_.Command(mnuFileNew);
         const Window dialog = nxclip_.WaitForDialog(L"Neue Profil");
         dialog.SetText(tbName, name);
@@ -203,7 +217,7 @@ class World {
         }
         if (Random(3) == 0) {
             WaitFor("the tree to follow the list", [&] { return TopNames() == NamesOf(wantedList_); });
-            nxclip_.Main().Send(WM_NULL);  // answered when the command is done
+            WaitFor("the list in the store", [&] { return StoredListNow() == wantedList_; });
             list_ = wantedList_;
         }
         return change;
@@ -211,7 +225,7 @@ class World {
     // By the first start's dialog; what lies in the directory already is imported then.
     bool AttachOffice() {
         wantedList_ = list_;
-        wantedList_[L"Office"] = OfficeDirectory().wstring();
+        wantedList_[L"Office"] = AsListed(OfficeDirectory());
         const bool there = fs::exists(OfficeDirectory() / L"nxclip.nxp");
         nxclip_.Command(m_quickstart);
         const Window dialog = nxclip_.WaitForDialog(L"Norvale - Der Manger für die Zwischenablage");
