@@ -172,9 +172,11 @@ class World {
     void MakeTemplate() {
         const fs::path templates = nxclip_.Directory() / L"Templates";
         fs::create_directories(templates);
-        // The program's own may be there.
-        fs::remove(templates / L"Office.nxp");
-        fs::copy_file(nxclip_.Directory() / L"Zweites" / L"nxclip.nxp", templates / L"Office.nxp");
+        // Until the new profile is saved for the first time it bears the template's name.
+        TreeData data = DecodeTreeData(BytesOf(nxclip_.Directory() / L"Zweites" / L"nxclip.nxp"));
+        data.Nodes.at(1).Text = L"Office";
+        const std::vector<std::uint8_t> bytes = EncodeTreeData(data);
+        WriteWholeFile(templates / L"Office.nxp", {bytes.begin(), bytes.end()});
         fs::create_directories(OfficeDirectory());
     }
     fs::path OfficeDirectory() const { return nxclip_.Directory() / L"Daten" / L"Office"; }
