@@ -387,6 +387,11 @@ TEST_F(ProfileAttachmentTest, Start_OffersToMakeADamagedProfileAnew) {
     EXPECT_EQ(MemoryOutline(), L"P(S(c1 T(c2)) c3) Q(U(c4))");
     EXPECT_EQ(fake.files.Bytes(L"C:\\P\\nxclip.nxp"), whole);
 
+    // Whole, but its first node would stand below another one.
+    Write(L"C:\\P", {{L"P&0&C:\\P&0&", L"P", 1}});
+    Start();
+    EXPECT_FALSE(fake.user.questions.empty());
+
     // A file that only cannot be read now is left alone.
     fake.files.LockByOther(L"C:\\P\\nxclip.nxp");
     Start();
