@@ -239,10 +239,9 @@ bool ClipOperations::AskToDelete(ChosenNodes nodes) {
 }
 
 bool ClipOperations::DeleteOfOneProfile(ChosenNodes nodes) {
-    std::vector<Node*> lost(nodes.begin(), nodes.end());
-    const auto kept = std::stable_partition(lost.begin(), lost.end(), GoesForGood);
-    const std::vector<Node*> moving(kept, lost.end());
-    lost.erase(kept, lost.end());
+    std::vector<Node*> lost, moving;
+    std::partition_copy(nodes.begin(), nodes.end(), std::back_inserter(lost), std::back_inserter(moving),
+                        GoesForGood);
     // The folder for what is deleted may be among the lost: what comes after it goes to a new one.
     const bool removed = !lost.empty() && Remove(lost);
     const bool gone = (!moving.empty() && MoveToDeleted(moving, true)) || removed;
