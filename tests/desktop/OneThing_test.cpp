@@ -210,8 +210,12 @@ TEST_F(OneThing, FailureOfACapture_TakesNeitherTheKeyboardNorTheNextCopy) {
                                        nullptr, nullptr, nullptr);
     BringToFront(Window(other));
     const std::wstring tree = (nxclip_.ProfileDirectory() / L"nxclip.nxp").wstring();
-    const HANDLE held = CreateFileW(tree.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-    ASSERT_NE(held, INVALID_HANDLE_VALUE);
+    HANDLE held = INVALID_HANDLE_VALUE;
+    // Until the program's last save is on the disk it has the file open now and then.
+    WaitFor("the tree's file", [&] {
+        held = CreateFileW(tree.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+        return held != INVALID_HANDLE_VALUE;
+    });
     OtherProgramCopies("eins");
     const Notice notice = nxclip_.WaitForNotice();
     CloseHandle(held);
