@@ -15,6 +15,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <functional>
 #include <optional>
@@ -210,6 +211,38 @@ class Measured {
         }
         return now;
     }
+    // A file for each clip of the large profile: one record of a kilobyte of text.
+    void WriteClips(int clips) const {
+        std::string record("\x0d\0\0\0\x07\0Unicode\0\x04\0\0", 17);
+        for (const char letter : NewText(kKilobyte / 2))
+            record += {letter, '\0'};
+        const auto size = static_cast<std::uint32_t>(record.size() - 17);
+        std::memcpy(record.data() + 13, &size, sizeof size);
+        for (int i = 1; i <= clips; ++i)
+            WriteWholeFile(nxclip_.ProfileDirectory() / (L"C" + std::to_wstring(i) + L".nxc"), record);
+    }
+    // The longest time from a letter typed into the field to the window that shows what it means, while the
+    // contents are read that the letters before it ask for; every clip fits.
+    double LongestKeyOfSearch() const {
+        constexpr DWORD kBetweenKeys = 60;
+        const Window field = nxclip_.Main().Control(tbFilter);
+        double longest = 0;
+        for (const wchar_t letter : std::wstring_view(L"zeile, wie sie in einem text")) {
+            longest = std::max(longest, MillisecondsOf([&] {
+                                   field.Send(WM_CHAR, static_cast<WPARAM>(letter), 0);
+                                   nxclip_.Main().Send(WM_NULL);
+                                   RedrawWindow(nxclip_.Main().Handle(), nullptr, nullptr,
+                                                RDW_UPDATENOW | RDW_ALLCHILDREN);
+                               }));
+            Sleep(kBetweenKeys);
+        }
+        return longest;
+    }
+    double MemoryWhenSearched(const std::wstring& words) const {
+        nxclip_.Main().SetText(tbFilter, words);
+        ProcessorTimeWhenIdle();
+        return Memory();
+    }
     double PutBack() {
         return MillisecondsOf([&] { nxclip_.PutOnClipboard(); });
     }
@@ -394,6 +427,22 @@ std::string NewLongLine() {
     return std::to_string(++number) + std::string(kMegabyte, 'x') + '\0';
 }
 
+void MeasureSearch(int clips) {
+    const std::string many = ", " + std::to_string(clips) + " clips";
+    const std::string key = "longest key while contents are searched" + many;
+    const std::string memory = "memory added by the search" + many;
+    if (isFloor || (!IsWanted(key) && !IsWanted(memory + ", no hit, all of them hits"))) return;
+    Measured measured(clips);
+    measured.WriteClips(clips);
+    measured.Begin();
+    const double before = measured.Memory();
+    Row(memory + ", no hit", measured.MemoryWhenSearched(L"nirgends") - before, "MiB");
+    Row(memory + ", all of them hits", measured.MemoryWhenSearched(L"zeile") - before, "MiB");
+    measured.MemoryWhenSearched(L"");
+    Row(key, measured.LongestKeyOfSearch(), "ms");
+    measured.End();
+}
+
 void MeasureLarge(int clips) {
     const std::string many = ", " + std::to_string(clips) + " clips";
     Measured measured(clips);
@@ -429,7 +478,9 @@ int wmain(int argc, wchar_t** argv) {
         if (argc > 2) wantedRows = Utf8(argv[2]);
         const NextViewer viewer;
         MeasureEmpty();
-        MeasureLarge(argc > 1 ? _wtoi(argv[1]) : 10'000);
+        const int clips = argc > 1 ? _wtoi(argv[1]) : 10'000;
+        MeasureLarge(clips);
+        MeasureSearch(clips);
         return 0;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s\n", error.what());

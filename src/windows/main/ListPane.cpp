@@ -89,7 +89,7 @@ void ListPane::ShowContent(const ListContent& content) {
     SendMessageW(window_, WM_SETREDRAW, TRUE, 0);
 }
 
-void ListPane::ContentGrew() {
+void ListPane::ContentGrew(int firstChanged) {
     const auto count = static_cast<int>(content_->entries.size());
     const int before = ListView_GetItemCount(window_);
     if (before == 0) {
@@ -97,11 +97,18 @@ void ListPane::ContentGrew() {
         ShowContent(*content_);
         return;
     }
-    ListView_SetItemCountEx(window_, count, LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
-    // The first rows decide how wide the columns are, and may have got their texts just now.
-    if (before < kMeasuredRows) FillColumns();
+    if (count != before) ListView_SetItemCountEx(window_, count, LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
     const int top = TopRow();
-    ListView_RedrawItems(window_, top, std::min(count - 1, top + ListView_GetCountPerPage(window_)));
+    const int first = std::max(top, firstChanged);
+    const int last = std::min(count - 1, top + ListView_GetCountPerPage(window_));
+    if (first <= last) ListView_RedrawItems(window_, first, last);
+}
+
+void ListPane::ContentIsWhole() {
+    const auto rows = static_cast<int>(content_->entries.size());
+    if (std::min(rows, kMeasuredRows) == measuredRows_) return;
+    const QuietScope quiet(window_);
+    FillColumns();
 }
 
 int ListPane::TopRow() const {
@@ -132,7 +139,10 @@ LRESULT ListPane::OnCustomDraw(NMLVCUSTOMDRAW& draw) const {
 }
 
 void ListPane::FillColumns() {
+    // Of a list that is empty for a moment the widths stay.
+    if (content_->entries.empty() && headings_ == content_->columns) return;
     KeepColumnWidths();
+    measuredRows_ = std::min(static_cast<int>(content_->entries.size()), kMeasuredRows);
     std::vector<int> widths = WidthsAsKept();
     if (widths.empty()) widths = FittingWidths();
     if (headings_ != content_->columns)
@@ -216,7 +226,7 @@ void ListPane::KeepColumnWidths() {
 
 std::vector<int> ListPane::FittingWidths() const {
     constexpr int kLeast = 40;
-    const int rows = std::min(static_cast<int>(content_->entries.size()), kMeasuredRows);
+    const int rows = measuredRows_;
     const int margin = Scaled(16, dpi_);
     const int picture = SystemMetricForDpi(SM_CXSMICON, dpi_) + Scaled(4, dpi_);
     std::vector<ColumnWish> wishes;

@@ -29,8 +29,11 @@ class ListPane {
     // Shows `content`, which must stay as it is until the next call. The columns are as wide as what they
     // show and the window want, or as the user made them for the same headings.
     void ShowContent(const ListContent& content);
-    // The shown content has more rows at its end than before, or says more in those that it has.
-    void ContentGrew();
+    // The shown content has more rows at its end than before, or says more in those that it has, from
+    // `firstChanged` on. The columns are as wide as the first rows wanted until it is whole: they would move
+    // with each row, and to measure takes longer than to show.
+    void ContentGrew(int firstChanged);
+    void ContentIsWhole();
     // The first row that is seen, to be seen there again.
     int TopRow() const;
     void ScrollTo(int topRow);
@@ -78,6 +81,7 @@ class ListPane {
     const ListContent* content_ = nullptr;
     std::vector<std::wstring> headings_;  // those that the control shows
     std::vector<int> fitted_;             // their widths, as they were set last
+    int measuredRows_ = 0;                // those that decided about them
     std::map<std::vector<std::wstring>, std::vector<int>> widths_;
     ListTips tips_;
     UniqueImageList large_;  // loaded when they are first shown

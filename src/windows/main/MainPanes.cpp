@@ -161,9 +161,9 @@ void MainPanes::ShowContent(ListContent content, const std::wstring& containerTi
     preview.Show(content_);
 }
 
-void MainPanes::GrowContent(const std::vector<ListEntry>& more) {
+void MainPanes::GrowContent(const std::vector<ListEntry>& more, int firstChanged) {
     content_.entries.insert(content_.entries.end(), more.begin(), more.end());
-    lvListView.ContentGrew();
+    lvListView.ContentGrew(firstChanged);
 }
 
 void MainPanes::ShowTitle(const std::wstring& title) {

@@ -59,8 +59,9 @@ class MainPanes {
     // Shows what belongs to the open node; `containerTitle` stands above an empty list without a title.
     void ShowContent(ListContent content, const std::wstring& containerTitle);
     const ListContent& Content() const { return content_; }
-    // More rows at the end of the list; the chosen one stays chosen, and nothing scrolls.
-    void GrowContent(const std::vector<ListEntry>& more);
+    // More rows at the end of the list, or more in those that it has, from `firstChanged` on; the chosen one
+    // stays chosen, and nothing scrolls.
+    void GrowContent(const std::vector<ListEntry>& more, int firstChanged);
     void ShowTitle(const std::wstring& title);
     // False for another control's drawing.
     bool DrawTitle(const DRAWITEMSTRUCT& item) const;

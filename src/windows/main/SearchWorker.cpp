@@ -11,7 +11,10 @@
 namespace {
 
 constexpr ULONGLONG kLongestCall = 4000;  // milliseconds
-constexpr ULONGLONG kBetweenNews = 40;    // of the status bar's numbers
+// Between news, in milliseconds: the first ones come soon, then less often, since the list takes some time
+// for each growth, however small.
+constexpr ULONGLONG kFirstBetweenNews = 20;
+constexpr ULONGLONG kMostBetweenNews = 160;
 
 // Leaves others all their rights to a file while it is read, and waits for nobody.
 class QuietFiles : public Win32Files {
@@ -48,7 +51,8 @@ struct SearchWorker::Job : SearchSink {
     SRWLOCK lock = SRWLOCK_INIT;  // of what follows
     News news;
     bool told = false;
-    ULONGLONG toldAt = 0;
+    ULONGLONG tellsAt = GetTickCount64() + kFirstBetweenNews;
+    ULONGLONG betweenNews = kFirstBetweenNews;
 
     bool GoesOn(std::size_t next) override {
         clip = next;
@@ -56,13 +60,13 @@ struct SearchWorker::Job : SearchSink {
         if (stopped) return false;
         const LockScope locked(lock);
         news.read = next;
-        if (lastAnswer - toldAt >= kBetweenNews) Tell();
+        TellWhenDue();
         return true;
     }
     void Found(std::size_t found, ContentHit hit) override {
         const LockScope locked(lock);
         news.hits.emplace_back(found, std::move(hit));
-        if (lastAnswer - toldAt >= kBetweenNews) Tell();
+        TellWhenDue();
     }
     void Unreadable(std::size_t) override {
         const LockScope locked(lock);
@@ -74,10 +78,15 @@ struct SearchWorker::Job : SearchSink {
         news.finished = true;
         Tell();
     }
+    void TellWhenDue() {
+        if (lastAnswer < tellsAt) return;
+        betweenNews = std::min(2 * betweenNews, kMostBetweenNews);
+        tellsAt = lastAnswer + betweenNews;
+        Tell();
+    }
     // Once until it is taken.
     void Tell() {
         if (std::exchange(told, true) || stopped) return;
-        toldAt = GetTickCount64();
         PostMessageW(window, message, 0, 0);
     }
 };

@@ -121,6 +121,7 @@ void frmMain::ContentsAreRead() {
         ReadContents();
     } else {
         if (hits_.Order() != ListOrder()) ShowInOrder();
+        panes_.lvListView.ContentIsWhole();
         panes_.ShowStatus(hits_.Status());
     }
 }
@@ -140,15 +141,20 @@ void frmMain::TakeSearchNews() {
     if (!hits_.IsActive()) return;
     std::vector<ListEntry> more;
     const bool any = !news.hits.empty();
-    for (auto& [clip, hit] : news.hits)
-        if (hits_.Add(clip, std::move(hit))) more.push_back(hits_.LastEntry());
+    int firstChanged = static_cast<int>(panes_.Content().entries.size());
+    for (auto& [clip, hit] : news.hits) {
+        if (hits_.Add(clip, std::move(hit)))
+            more.push_back(hits_.LastEntry());
+        else
+            firstChanged = 0;  // a row says how large its clip is
+    }
     hits_.SetRead(news.read);
     hits_.SetUnreadable(news.unreadable);
     if (hits_.IsOutdated()) {
         UpdateListview();
         return;
     }
-    if (any) panes_.GrowContent(more);
+    if (any) panes_.GrowContent(more, firstChanged);
     panes_.ShowStatus(hits_.Status());
     if (news.finished) ContentsAreRead();
 }
