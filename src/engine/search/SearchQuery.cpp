@@ -118,6 +118,16 @@ bool SearchQuery::NeedsFile() const {
     });
 }
 
+bool SearchQuery::Narrows(const SearchQuery& other) const {
+    const auto narrows = [](const SearchWord& shorter, const SearchWord& longer) {
+        return shorter.place == longer.place && shorter.exact == longer.exact &&
+               longer.text.starts_with(shorter.text);
+    };
+    return problem.empty() && other.problem.empty() && types == other.types && days == other.days &&
+           words.size() >= other.words.size() &&
+           std::equal(other.words.begin(), other.words.end(), words.begin(), narrows);
+}
+
 SearchQuery ParseSearchQuery(std::wstring_view text) {
     SearchQuery query;
     for (;;) {

@@ -26,19 +26,28 @@ std::int64_t MomentOf(const std::wstring& text) {
     return moment;
 }
 
+bool HasAll(WordSet words, WordSet of) {
+    return (of & ~words) == 0;
+}
+
 }  // namespace
 
 void HitList::Search(Node* below, const std::wstring& text) {
     SearchQuery query = ParseSearchQuery(text);
+    if (!query.Narrows(query_)) ForgetMisfits();
     active_ = true;
     everywhere_ = below == nullptr;
     below_.Follow(below);
     query_ = std::move(query);
     likeness_ = Likeness::Marks;
     hits_.clear();
-    read_.clear();
-    silent_.clear();
     LookAgain();
+}
+
+void HitList::ForgetMisfits() {
+    misfits_.clear();
+    silent_.clear();
+    unreadable_ = unreadableBefore_ = 0;
 }
 
 void HitList::End() {
@@ -52,9 +61,9 @@ void HitList::End() {
     planned_ = {};
     namedRows_ = {};
     hits_ = {};
-    read_ = {};
+    misfits_ = {};
     silent_ = {};
-    contents_ = readNow_ = unreadable_ = 0;
+    contents_ = readNow_ = unreadable_ = unreadableBefore_ = 0;
 }
 
 void HitList::LookAgain() {
@@ -64,7 +73,8 @@ void HitList::LookAgain() {
     shown_.clear();
     planned_.clear();
     namedRows_.clear();
-    readNow_ = unreadable_ = 0;
+    readNow_ = 0;
+    unreadableBefore_ = unreadable_;
     SearchedTree searched;
     // Nothing lies below a node that is gone.
     if (everywhere_ || below_.Get() != nullptr)
@@ -73,7 +83,7 @@ void HitList::LookAgain() {
     const std::vector<ClipTarget> clips = std::exchange(plan.clips, {});
     for (FoundByName& one : searched.found)
         AddRowByName(plan, one);
-    std::sort(read_.begin(), read_.end());
+    std::ranges::sort(misfits_, {}, &Misfit::file);
     for (std::size_t i = 0; i < clips.size(); ++i)
         PlanOrAddRow(plan, clips[i], *searched.clips[i]);
     contents_ = plan.clips.size();
@@ -94,7 +104,8 @@ void HitList::AddRowByName(const SearchPlan& plan, FoundByName& found) {
     row.line = std::move(found.hit.line);
     if (found.clip.number != 0) {
         row.file = KeyOf(plan, found.clip);
-        if (const auto read = hits_.find(row.file); read != hits_.end()) row.size = read->second.fileSize;
+        if (const auto read = hits_.find(row.file); read != hits_.end())
+            row.size = read->second.content.fileSize;
     }
     rows_.push_back(std::move(row));
     ShowLast();
@@ -103,12 +114,13 @@ void HitList::AddRowByName(const SearchPlan& plan, FoundByName& found) {
 // A clip whose contents are known already is a row or none; of the others the plan is made.
 void HitList::PlanOrAddRow(SearchPlan& plan, const ClipTarget& clip, const Node& node) {
     const FileKey key = KeyOf(plan, clip);
-    if (const auto hit = hits_.find(key); hit != hits_.end()) {
-        rows_.push_back({node.Index(), key, true, {}, hit->second.fileSize});
+    const auto hit = hits_.find(key);
+    if (hit != hits_.end() && HasAll(clip.found, hit->second.spared)) {
+        rows_.push_back({node.Index(), key, true, {}, hit->second.content.fileSize});
         ShowLast();
         return;
     }
-    if (std::binary_search(read_.begin(), read_.end(), key) || IsSilent(plan, clip)) return;
+    if (IsMisfit(key, clip.found) || IsSilent(plan, clip)) return;
     plan.clips.push_back(clip);
     planned_.push_back(node.Index());
 }
@@ -124,6 +136,11 @@ void HitList::PlanSizes(SearchPlan& plan, const std::vector<FoundByName>& found)
     }
 }
 
+bool HitList::IsMisfit(FileKey file, WordSet spared) const {
+    const auto same = std::ranges::equal_range(misfits_, file, {}, &Misfit::file);
+    return std::ranges::any_of(same, [=](const Misfit& one) { return HasAll(one.spared, spared); });
+}
+
 bool HitList::IsSilent(const SearchPlan& plan, const ClipTarget& clip) const {
     return std::find(silent_.begin(), silent_.end(), plan.directories[clip.directory]) != silent_.end();
 }
@@ -132,7 +149,7 @@ bool HitList::Add(std::size_t clip, ContentHit hit) {
     if (clip >= plan_->clips.size()) return false;
     const FileKey key = KeyOf(*plan_, plan_->clips[clip]);
     const std::int64_t size = hit.fileSize;
-    hits_.insert_or_assign(key, std::move(hit));
+    hits_.insert_or_assign(key, Hit{std::move(hit), plan_->clips[clip].found});
     // Another node may stand there since.
     if (ClipNumberOf(nodes_.Item(planned_[clip])) != plan_->clips[clip].number) {
         outdated_ = true;
@@ -150,7 +167,8 @@ bool HitList::Add(std::size_t clip, ContentHit hit) {
 void HitList::SetRead(std::size_t clips) {
     for (; readNow_ < std::min(clips, plan_->clips.size()); ++readNow_) {
         const FileKey key = KeyOf(*plan_, plan_->clips[readNow_]);
-        if (readNow_ < contents_ && !hits_.contains(key)) read_.push_back(key);
+        if (readNow_ < contents_ && !hits_.contains(key))
+            misfits_.push_back({key, plan_->clips[readNow_].found, likeness_});
     }
 }
 
@@ -165,7 +183,8 @@ bool HitList::GoesOn() {
         rows_.empty() && likeness_ == Likeness::Marks && NodeSearch::MayBeTriedByLetters(query_);
     if (!tryLetters) return false;
     likeness_ = Likeness::Letters;
-    read_.clear();
+    std::erase_if(misfits_, [](const Misfit& one) { return one.how == Likeness::Marks; });
+    unreadable_ = 0;
     LookAgain();
     return true;
 }
@@ -286,5 +305,5 @@ const ContentHit* HitList::ContentOf(int row) const {
 const ContentHit* HitList::ContentIn(const Row& row) const {
     if (!row.byContent) return nullptr;
     const auto hit = hits_.find(row.file);
-    return hit != hits_.end() ? &hit->second : nullptr;
+    return hit != hits_.end() ? &hit->second.content : nullptr;
 }

@@ -18,13 +18,14 @@
 // plan and takes the hits.
 //
 // The tree is the truth: after each change of it LookAgain makes the rows anew, and what was read of a clip's
-// file is remembered by that file, which never changes.
+// file is remembered by that file, which never changes, for as long as names ask no more of it.
 class HitList {
  public:
     // The nodes and the clock must outlive the list.
     HitList(NodeCollection& nodes, ClockPort& clock) : nodes_(nodes), clock_(clock) {}
 
-    // Looks for what the user typed below a node; null is everywhere.
+    // Looks for what the user typed below a node; null is everywhere. As he types on, the files that did not
+    // fit what he had typed before are not read again.
     void Search(Node* below, const std::wstring& text);
     void End();
     bool IsActive() const { return active_; }
@@ -44,7 +45,7 @@ class HitList {
     bool Add(std::size_t clip, ContentHit hit);
     // So many clips of the plan have been looked into.
     void SetRead(std::size_t clips);
-    void SetUnreadable(std::size_t clips) { unreadable_ = clips; }
+    void SetUnreadable(std::size_t clips) { unreadable_ = unreadableBefore_ + clips; }
     // A directory of the plan does not answer: its clips are left out from now on. Rows and plan are others
     // then.
     void LeaveOut(std::size_t directory);
@@ -84,16 +85,28 @@ class HitList {
         HitLine line;  // of a hit by name
         std::int64_t size = -1;
     };
+    // Of a file that was looked into, the words that it was spared: name and info held them.
+    struct Misfit {
+        FileKey file = 0;
+        WordSet spared = 0;
+        Likeness how = Likeness::Marks;  // what does not fit without regard to marks does not fit with it
+    };
+    struct Hit {
+        ContentHit content;
+        WordSet spared = 0;
+    };
 
     const Row* RowAt(int row) const;
     std::wstring TextOf(const Row& row, int column) const;
     const HitLine& LineIn(const Row& row) const;
     const ContentHit* ContentIn(const Row& row) const;
     void ShowLast() { shown_.push_back(rows_.size() - 1); }
+    void ForgetMisfits();
     FileKey KeyOf(const SearchPlan& plan, const ClipTarget& clip);
     void AddRowByName(const SearchPlan& plan, FoundByName& found);
     void PlanOrAddRow(SearchPlan& plan, const ClipTarget& clip, const Node& node);
     void PlanSizes(SearchPlan& plan, const std::vector<FoundByName>& found);
+    bool IsMisfit(FileKey file, WordSet spared) const;
     bool IsSilent(const SearchPlan& plan, const ClipTarget& clip) const;
     std::wstring ScopeTitle() const;
 
@@ -116,9 +129,10 @@ class HitList {
     std::vector<std::size_t> namedRows_;  // the rows of those
     std::size_t readNow_ = 0;             // of the plan
     std::size_t unreadable_ = 0;
+    std::size_t unreadableBefore_ = 0;  // under the plans before this one
 
     std::map<std::wstring, std::uint32_t> directories_;
-    std::map<FileKey, ContentHit> hits_;
-    std::vector<FileKey> read_;  // those without a hit
+    std::map<FileKey, Hit> hits_;
+    std::vector<Misfit> misfits_;
     std::vector<std::wstring> silent_;
 };

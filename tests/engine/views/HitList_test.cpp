@@ -88,6 +88,44 @@ TEST_F(HitListTest, LookAgain_KeepsWhatWasReadAndFollowsTheTree) {
     EXPECT_EQ(Rows(), L"");
 }
 
+TEST_F(HitListTest, WhatDidNotFit_IsReadAgainOnlyWhenItMay) {
+    Node& first = Clip(L"eins", "der Hut");
+    Clip(L"zwei", "die Hand");
+    Clip(L"drei", "Hutmacher");
+    list.Search(nullptr, L"hu");
+    Read();
+    for (const wchar_t* text : {L"hut", L"hutm", L"hutm c"}) {
+        list.Search(nullptr, text);
+        Read();
+    }
+    EXPECT_EQ(Rows(), L"drei=Hutmacher ");
+    EXPECT_EQ(reads, 3u + 2u + 2u + 1u);
+    list.Search(nullptr, L"hut rot");
+    Read();
+    EXPECT_EQ(Rows(), L"");
+    first.SetText(L"rot");
+    list.LookAgain();
+    Read();
+    EXPECT_EQ(Rows(), L"rot=der Hut ") << "its name asks less of its file";
+    first.SetText(L"blau");
+    list.LookAgain();
+    Read();
+    EXPECT_EQ(Rows(), L"");
+    for (const wchar_t* text : {L"ha", L"and", L"name:and", L"hand typ:bild"})
+        list.Search(nullptr, text);
+    list.Search(nullptr, L"hand");
+    Read();
+    EXPECT_EQ(Rows(), L"zwei=die Hand ");
+    reads = 0;
+    for (const wchar_t* text : {L"nirgend", L"nirgends"}) {
+        list.Search(nullptr, text);
+        Read();
+        EXPECT_TRUE(list.GoesOn());
+        Read();
+    }
+    EXPECT_EQ(reads, 2 * 3u) << "of the first word, with its marks and without";
+}
+
 TEST_F(HitListTest, GoesOn_TriesOtherMarksWhenNothingFits) {
     Clip(L"eins",
          "die Stra\xDF"
