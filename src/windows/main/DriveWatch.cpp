@@ -3,6 +3,7 @@
 #include <dbt.h>
 
 #include <set>
+#include <utility>
 
 #include "engine/profiles/CProfiles.h"
 #include "engine/profiles/ProfileAttachment.h"
@@ -31,10 +32,13 @@ void DriveWatch::WatchHeldProfiles(HWND window) {
         const FileHandle lock = entry->Lock.File();
         if (lock == FileHandle::None) continue;
         held.insert(lock);
-        if (!watched_.contains(lock) && IsOnRemovableDrive(entry->Directory))
-            watched_[lock].Reset(NotificationOf(window, lock));
+        // The number of a lock that was given up may be that of another one now.
+        Looked& looked = looked_[lock];
+        if (std::exchange(looked.directory, entry->Directory) == entry->Directory) continue;
+        const bool goes = IsOnRemovableDrive(entry->Directory);
+        looked.notification.Reset(goes ? NotificationOf(window, lock) : nullptr);
     }
-    std::erase_if(watched_, [&](const auto& watched) { return !held.contains(watched.first); });
+    std::erase_if(looked_, [&](const auto& looked) { return !held.contains(looked.first); });
 }
 
 void DriveWatch::DeviceChanged(WPARAM event, LPARAM data) {
@@ -43,5 +47,5 @@ void DriveWatch::DeviceChanged(WPARAM event, LPARAM data) {
     if (device->dbch_devicetype != DBT_DEVTYP_HANDLE) return;
     const FileHandle lock = EngineFile(device->dbch_handle);
     LetProfileGo(lock);
-    watched_.erase(lock);
+    looked_.erase(lock);
 }

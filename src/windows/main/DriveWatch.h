@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <map>
+#include <string>
 
 #include "platform/Handles.h"
 #include "platform/win32/SystemHandles.h"
@@ -20,5 +21,10 @@ class DriveWatch {
  private:
     using UniqueNotification = UniqueHandle<ClosedByCall<HDEVNOTIFY, &UnregisterDeviceNotification>>;
 
-    std::map<FileHandle, UniqueNotification> watched_;  // by the lock that is held
+    // What kind of drive it is takes a question to the system each time.
+    struct Looked {
+        std::wstring directory;
+        UniqueNotification notification;  // empty unless the drive is removable
+    };
+    std::map<FileHandle, Looked> looked_;  // by the lock that is held
 };
