@@ -91,8 +91,11 @@ void RunMessageLoop(frmMain& form) {
     MSG message;
     // A loop of the system's own below which the window went may have taken the message that ends this one.
     while (form.Stands()) {
-        if (!PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE)) Guarded([&] { form.OnIdle(); });
-        if (GetMessageW(&message, nullptr, 0, 0) <= 0) break;
+        if (!PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+            Guarded([&] { form.OnIdle(); });
+            if (GetMessageW(&message, nullptr, 0, 0) <= 0) break;
+        }
+        if (message.message == WM_QUIT) break;
         if (TranslateModelessMessage(message) || form.TranslateKey(message)) continue;
         TranslateMessage(&message);
         DispatchMessageW(&message);

@@ -332,9 +332,9 @@ bool frmMain::TranslateKey(MSG& message) {
         return true;
     }
     // Elsewhere the key makes the chosen folder the container.
-    const bool controlAlone = GetKeyState(VK_CONTROL) < 0 && GetKeyState(VK_SHIFT) >= 0;
-    if (message.message == WM_KEYDOWN && message.wParam == 'A' && controlAlone &&
-        message.hwnd == panes_.lvListView.Window()) {
+    if (message.message == WM_KEYDOWN && message.wParam == 'A' &&
+        message.hwnd == panes_.lvListView.Window() && GetKeyState(VK_CONTROL) < 0 &&
+        GetKeyState(VK_SHIFT) >= 0) {
         OnCommand(m_mark_all);
         return true;
     }
