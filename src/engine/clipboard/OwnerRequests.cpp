@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <optional>
 #include <string_view>
 
 #include "engine/clipboard/FormatNames.h"
@@ -59,7 +60,7 @@ class Requests {
  public:
     Answer Ask(CFormat& format) {
         const FileTime began = ThePlatform().clock.Now();
-        hadHisTime_ = hadHisTime_ || together_ >= kMostTogether || !OwnerTakesMessages();
+        hadHisTime_ = hadHisTime_ || together_ >= kMostTogether || !OwnerTakesMessages(began);
         if (hadHisTime_) return Answer::Unasked;
         format.Delivered = ThePlatform().clipboard.Data(format.FormatId);
         const milliseconds took = Since(began);
@@ -70,10 +71,15 @@ class Requests {
     }
 
  private:
-    // A request to one that does not would hold the clipboard for half a minute, or for ever.
-    static bool OwnerTakesMessages() {
+    // A request to one that does not would hold the clipboard for half a minute, or for ever. Each of these
+    // questions is a way to his program and back; who has answered a moment ago takes messages still.
+    bool OwnerTakesMessages(FileTime now) {
+        if (answered_ && now >= *answered_ && Since(*answered_) < kMoment) return true;
         for (int probes = 0; probes < kMostProbes; ++probes) {
-            if (OwnerAnswers()) return true;
+            if (OwnerAnswers()) {
+                answered_ = ThePlatform().clock.Now();
+                return true;
+            }
             // Who took long with the last format counts as hung until he looks for his next message.
             if (ThePlatform().windows.Hangs(ThePlatform().clipboard.Owner()))
                 ThePlatform().clock.Pause(kMoment);
@@ -86,6 +92,7 @@ class Requests {
         return milliseconds(now > began ? (now - began) / kPerMillisecond : 0);
     }
 
+    std::optional<FileTime> answered_;  // when he took a message last
     milliseconds together_{0};
     bool hadHisTime_ = false;
 };

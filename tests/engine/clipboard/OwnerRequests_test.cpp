@@ -76,4 +76,14 @@ TEST_F(OwnerRequestsTest, RequestData_AsksOnceMoreForWhatCameTooLate) {
     EXPECT_EQ(asked, (Numbers{one, two, three, one, two}));
 }
 
+TEST_F(OwnerRequestsTest, RequestData_LeavesAloneWhoHangsSinceTheFormatBefore) {
+    Offer last = Taking(one, kBridge);
+    last.make = [this, gives = last.make](FakeClipboard& clipboard) {
+        fake.windows.hung = fake.clipboard.otherProgram;
+        return gives(clipboard);
+    };
+    EXPECT_EQ(Owed({last, Taking(two, kNever)}), 1u);
+    EXPECT_EQ(asked, (Numbers{one}));
+}
+
 }  // namespace
