@@ -63,7 +63,8 @@ void Win32User::Status(const std::wstring& text) {
 }
 
 PointerShape Win32User::ShowPointer(PointerShape shape) {
-    SetCursor(LoadCursorW(nullptr, shape == PointerShape::Hourglass ? IDC_WAIT : IDC_ARROW));
+    if (shape != pointer_)
+        SetCursor(LoadCursorW(nullptr, shape == PointerShape::Hourglass ? IDC_WAIT : IDC_ARROW));
     return std::exchange(pointer_, shape);
 }
 

@@ -189,6 +189,11 @@ void MainPanes::ShowStatus(const std::wstring& text) {
     // text is drawn.
     constexpr ULONGLONG kLongWork = 100;  // milliseconds
     status_ = text;
+    if (status_ == drawnStatus_) {
+        statusWaits_.reset();
+        statusTimer_.Stop();
+        return;
+    }
     const ULONGLONG now = GetTickCount64();
     if (!statusWaits_) {
         statusWaits_ = now;
