@@ -80,6 +80,7 @@ void ListPane::ShowContent(const ListContent& content) {
     const auto count = static_cast<int>(content.entries.size());
     const bool wasEmpty = ListView_GetItemCount(window_) == 0;
     if (wasEmpty && count == 0 && headings_ == content.columns) return;
+    if (!wasEmpty && count > 0 && headings_ == content.columns && IsAtOrigin()) return ShowOtherRows();
     const QuietScope quiet(window_);
     SendMessageW(window_, WM_SETREDRAW, FALSE, 0);
     // The control loses selection and scroll position with its rows.
@@ -87,6 +88,29 @@ void ListPane::ShowContent(const ListContent& content) {
     FillColumns();
     if (count > 0) ListView_SetItemCountEx(window_, count, 0);
     SendMessageW(window_, WM_SETREDRAW, TRUE, 0);
+}
+
+bool ListPane::IsAtOrigin() const {
+    return GetScrollPos(window_, SB_HORZ) == 0 && GetScrollPos(window_, SB_VERT) == 0;
+}
+
+// Where columns and header stay as they are, a header takes longer to draw than the rows.
+void ListPane::ShowOtherRows() {
+    const auto count = static_cast<int>(content_->entries.size());
+    if (ChosenCount() > 0) ListView_SetItemState(window_, -1, 0, LVIS_SELECTED);
+    const int focused = ListView_GetNextItem(window_, -1, LVNI_FOCUSED);
+    if (focused >= 0) ListView_SetItemState(window_, focused, 0, LVIS_FOCUSED);
+    SendMessageW(window_, LVM_SETSELECTIONMARK, 0, -1);
+    FillColumns();
+    if (ListView_GetItemCount(window_) != count) ListView_SetItemCountEx(window_, count, 0);
+    RECT rows;
+    GetClientRect(window_, &rows);
+    if (const HWND header = ListView_GetHeader(window_); header != nullptr && IsWindowVisible(header)) {
+        RECT place;
+        GetWindowRect(header, &place);
+        rows.top += place.bottom - place.top;
+    }
+    InvalidateRect(window_, &rows, TRUE);
 }
 
 void ListPane::ContentGrew(int firstChanged) {

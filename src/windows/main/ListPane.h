@@ -68,6 +68,8 @@ class ListPane {
     void OnGetDisplayInfo(NMLVDISPINFOW& info) const;
 
  private:
+    bool IsAtOrigin() const;
+    void ShowOtherRows();
     void LoadLargePictures();
     void FillColumns();
     void KeepColumnWidths();

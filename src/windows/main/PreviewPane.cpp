@@ -280,7 +280,8 @@ void PreviewPane::Fill() {
     decoding_.Stop();
     picture_.ShowWaiting(false);
     {
-        const QuietScope quiet(text_.Window());
+        std::optional<QuietScope> quiet;
+        if (!fillIsDue_) quiet.emplace(text_.Window());
         HeldMessages reading;
         const bool shows = format != nullptr && ShowIn(tab);
         std::wstring why = format != nullptr && !shows ? FailureOf(tab, *format) : L"";
