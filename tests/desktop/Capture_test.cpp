@@ -1,3 +1,4 @@
+#include "desktop/HostProcess.h"
 #include "desktop/Input.h"
 #include "desktop/NextViewer.h"
 #include "desktop/ProgramTest.h"
@@ -65,6 +66,47 @@ TEST_F(Capture, Automatic_StaysResponsiveInABurstAndTakesTheNewestOnce) {
     EXPECT_EQ(ofTheNewest, 1);
     EXPECT_LE(clips, kChanges);
     EXPECT_TRUE(nxclip_.Quiet());
+}
+
+// What is drawn twice, or for nobody, is dozens of questions to the window server each time.
+TEST_F(Capture, Automatic_CostsFewQuestionsToTheSystem) {
+    constexpr int kUntilTheTreeScrolls = 10, kCounted = 5;
+    constexpr std::uint64_t kMostShown = 520, kMostAsIcon = 225;  // for each
+    WriteSetting(L"Settings", L"ShowInTray", L"0");
+    StartWithProfile();
+    nxclip_.SetAutoDetect(true);
+    SetWindowPos(nxclip_.Main().Handle(), nullptr, 0, 0, 900, 300, SWP_NOMOVE | SWP_NOZORDER);
+    int number = 0;
+    const std::filesystem::path tree = nxclip_.ProfileDirectory() / L"nxclip.nxp";
+    const std::filesystem::path journal = nxclip_.ProfileDirectory() / L"nxclip.jnl";
+    // Looks at files alone: a look at the window would count.
+    const auto capture = [&](int times) {
+        for (; times > 0; --times) {
+            const auto before = std::filesystem::file_size(tree);
+            PutFormats({{CF_TEXT, "Text " + std::to_string(++number) + '\0'}});
+            WaitFor("the saved clip", [&] { return std::filesystem::file_size(tree) > before; });
+            WaitFor("what follows when it is idle", [&] { return !std::filesystem::exists(journal); });
+        }
+    };
+    const auto questions = [&] {
+        const auto figures = FiguresOnHost(nxclip_.Directory().wstring());
+        return figures ? figures->systemWrites : 0;
+    };
+    capture(kUntilTheTreeScrolls);
+    const std::uint64_t atFirst = questions();
+    if (atFirst == 0) GTEST_SKIP() << "nobody counts them here";
+    capture(kCounted);
+    const std::uint64_t shown = questions();
+    EXPECT_LT(shown - atFirst, kCounted * kMostShown);
+    ShowWindow(nxclip_.Main().Handle(), SW_MINIMIZE);
+    capture(1);
+    const std::uint64_t icon = questions();
+    capture(kCounted);
+    EXPECT_LT(questions() - icon, kCounted * kMostAsIcon);
+    ShowWindow(nxclip_.Main().Handle(), SW_RESTORE);
+    WaitFor("the newest text",
+            [&] { return nxclip_.Main().TextOf(tbPreviewText) == L"Text " + std::to_wstring(number); });
+    EXPECT_EQ(nxclip_.Tree().Selected(), nxclip_.Tree().Lines().back().item);
 }
 
 }  // namespace

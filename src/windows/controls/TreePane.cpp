@@ -397,8 +397,18 @@ void TreePane::MakeItemsDownTo(Node& node) {
         if ((*next)->viewItem == 0) ShowChildren((*next)->Parent());
 }
 
+// To a node whose row is there the control goes by moving what is seen, which draws least. Where rows are to
+// be made or opened first, all is drawn at the end.
+bool TreePane::IsRow(const Node& node) const {
+    if (node.viewItem == 0) return false;
+    for (const Node* above = node.Parent(); above != nullptr; above = above->Parent())
+        if (!above->Expanded()) return false;
+    return true;
+}
+
 void TreePane::SelectItemOf(Node* node) {
-    const QuietScope quiet(window_);
+    std::optional<QuietScope> quiet;
+    if (node != nullptr && !IsRow(*node)) quiet.emplace(window_);
     if (node != nullptr) MakeItemsDownTo(*node);
     const SetWhile mirror(mirroring_);
     TreeView_SelectItem(window_, node != nullptr ? ItemOf(*node) : nullptr);
@@ -423,11 +433,12 @@ void TreePane::NodeAdded(Node& node) {
         return;
     }
     if (ShowsChildren(parent)) {
-        const QuietScope quiet(window_);
-        if (HasChildItems(parent))
+        if (HasChildItems(parent)) {
             MakeItem(node, PlaceOf(node));
-        else
+        } else {
+            const QuietScope quiet(window_);
             ShowChildren(parent);
+        }
     }
     if (parent != nullptr) TellChildCount(*parent);
 }
@@ -528,7 +539,8 @@ void TreePane::EndBulkChange() {
 }
 
 void TreePane::EnsureVisible(Node& node) {
-    const QuietScope quiet(window_);
+    std::optional<QuietScope> quiet;
+    if (!IsRow(node)) quiet.emplace(window_);
     MakeItemsDownTo(node);
     TreeView_EnsureVisible(window_, ItemOf(node));
 }

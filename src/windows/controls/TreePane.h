@@ -103,6 +103,7 @@ class TreePane : public NodeView {
     void MakeItem(Node& node, HTREEITEM after);
     void MakeItemsBelow(Node* parent);
     void ShowChildren(Node* parent);
+    bool IsRow(const Node& node) const;
     void MakeItemsDownTo(Node& node);
     void SelectItemOf(Node* node);
     void TellChildCount(const Node& node);
