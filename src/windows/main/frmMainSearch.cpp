@@ -5,6 +5,7 @@
 
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/modTreeEx.h"
+#include "platform/SetWhile.h"
 #include "platform/Text.h"
 #include "windows/main/frmMain.h"
 
@@ -80,9 +81,10 @@ void frmMain::EndSearch() {
 // The rows as they are now; the chosen one stays chosen as long as it is a hit.
 void frmMain::ShowHits() {
     Node* const chosen = listNode_.Get();
-    filling_ = true;
-    panes_.ShowContent(hits_.Content(), container_.Title());
-    filling_ = false;
+    {
+        const SetWhile filling(filling_);
+        panes_.ShowContent(hits_.Content(), container_.Title());
+    }
     const std::vector<ListEntry>& entries = panes_.Content().entries;
     int row = -1;
     for (std::size_t i = 0; chosen != nullptr && row < 0 && i < entries.size(); ++i)
