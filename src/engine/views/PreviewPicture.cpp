@@ -38,19 +38,20 @@ std::optional<PreviewPicture> PreviewPicture::Of(PreviewBytes dib) {
 
 bool PreviewPicture::Need(std::int32_t first, std::int32_t count) {
     if (Rows(first, count) != nullptr) return true;
-    const auto [begin, end] = RangeOf(first, count);
-    const std::size_t keptBegin = std::clamp(Held().begin, begin, end);
-    const std::size_t keptEnd = std::clamp(Held().end, keptBegin, end);
-    PreviewBytes rows(end - begin);
-    if (rows.size < end - begin) return false;
-    const auto fill = [&, begin = begin](std::size_t from, std::size_t to) {
-        return from == to || data_.ReadInto({&rows.bytes[from - begin], to - from}, from);
+    const Range wanted = RangeOf(first, count);
+    const std::size_t keptBegin = std::clamp(Held().begin, wanted.begin, wanted.end);
+    const std::size_t keptEnd = std::clamp(Held().end, keptBegin, wanted.end);
+    PreviewBytes rows(wanted.end - wanted.begin);
+    if (rows.size < wanted.end - wanted.begin) return false;
+    const auto fill = [&](std::size_t from, std::size_t to) {
+        return from == to || data_.ReadInto({&rows.bytes[from - wanted.begin], to - from}, from);
     };
-    if (!fill(begin, keptBegin) || !fill(keptEnd, end)) return false;
+    if (!fill(wanted.begin, keptBegin) || !fill(keptEnd, wanted.end)) return false;
     if (keptBegin < keptEnd)
-        std::copy_n(&held_.bytes[keptBegin - heldFrom_], keptEnd - keptBegin, &rows.bytes[keptBegin - begin]);
+        std::copy_n(&held_.bytes[keptBegin - heldFrom_], keptEnd - keptBegin,
+                    &rows.bytes[keptBegin - wanted.begin]);
     held_ = std::move(rows);
-    heldFrom_ = begin;
+    heldFrom_ = wanted.begin;
     return true;
 }
 
