@@ -61,7 +61,10 @@ void Driver::Launch(const std::wstring& arguments) {
 }
 
 void Driver::WaitForMain() {
-    main_ = WaitFor("the main window", [&] {
+    // The first program of a session brings the system's own ones up with it, which a busy machine takes its
+    // time for.
+    constexpr std::chrono::seconds kStart(60);
+    const auto find = [&] {
         for (Window window : TopLevelWindows(process_->Id())) {
             if (window.ClassName() != kDialogClass && window.FindControl(tvTreeView) &&
                 window.Text() == kMainTitle) {
@@ -69,7 +72,8 @@ void Driver::WaitForMain() {
             }
         }
         return Window();
-    });
+    };
+    main_ = WaitFor("the main window", find, kStart);
 }
 
 void Driver::Start(const std::wstring& arguments) {
