@@ -1,9 +1,12 @@
 #include "engine/views/StoredWindow.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cwchar>
+#include <iterator>
 #include <string>
+#include <vector>
 
 #include "engine/views/MainLayout.h"
 #include "platform/Platform.h"
@@ -15,21 +18,58 @@ constexpr const wchar_t* kSection = L"Settings";
 // No monitor is that far away; a number beyond it is damage.
 constexpr double kFarthestTwips = 1e6;
 
-bool IsStored(const wchar_t* key) {
-    return !ThePlatform().settings.Read(kSection, key, L"").empty();
+// The values that make the window's place together, in the order in which they stand in the change.
+enum PlaceValue : std::size_t { Left, Top, Width, Height, State };
+constexpr std::array kPlaceKeys{L"MainLeft", L"MainTop", L"MainWidth", L"MainHeight", L"MainState"};
+// A place whose values are being written, whole in one value: that alone is written in one piece. While it is
+// there it is the place, so that a window of one width and another height never comes back.
+constexpr const wchar_t* kChangeKey = L"MainChange";
+
+std::wstring Stored(const wchar_t* key) {
+    return ThePlatform().settings.Read(kSection, key, L"");
 }
 
-double StoredNumber(const wchar_t* key, double absent) {
-    const std::wstring text = ThePlatform().settings.Read(kSection, key, L"");
+std::vector<std::wstring> PartsOf(const std::wstring& text) {
+    std::vector<std::wstring> parts;
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = std::min(text.find(L',', begin), text.size());
+        parts.push_back(text.substr(begin, end - begin));
+        begin = end + 1;
+    }
+    return parts;
+}
+
+std::wstring TextOf(const std::vector<std::wstring>& parts) {
+    std::wstring text;
+    for (const std::wstring& part : parts)
+        text += (text.empty() ? L"" : L",") + part;
+    return text;
+}
+
+std::vector<std::wstring> StoredPlaceTexts() {
+    std::vector<std::wstring> texts = PartsOf(Stored(kChangeKey));
+    if (texts.size() == kPlaceKeys.size()) return texts;
+    texts.assign(kPlaceKeys.size(), {});
+    std::transform(kPlaceKeys.begin(), kPlaceKeys.end(), texts.begin(), &Stored);
+    return texts;
+}
+
+double NumberOf(const std::wstring& text, double absent) {
     wchar_t* end = nullptr;
     const double number = std::wcstod(text.c_str(), &end);
     return end != text.c_str() && std::abs(number) < kFarthestTwips ? number : absent;
 }
 
-void StoreNumber(const wchar_t* key, double number) {
-    SettingsPort& settings = ThePlatform().settings;
-    const std::wstring text = NumberText(std::llround(number));
-    if (settings.Read(kSection, key, L"") != text) settings.Write(kSection, key, text);
+double StoredNumber(const wchar_t* key, double absent) {
+    return NumberOf(Stored(key), absent);
+}
+
+bool StoreText(const wchar_t* key, const std::wstring& text) {
+    return Stored(key) == text || ThePlatform().settings.Write(kSection, key, text);
+}
+
+bool StoreNumber(const wchar_t* key, double number) {
+    return StoreText(key, NumberText(std::llround(number)));
 }
 
 bool StoredFlag(const wchar_t* key, bool absent) {
@@ -39,19 +79,20 @@ bool StoredFlag(const wchar_t* key, bool absent) {
 }  // namespace
 
 MainState ReadMainState() {
-    const double number = StoredNumber(L"MainState", 0);
+    const double number = NumberOf(StoredPlaceTexts()[State], 0);
     if (number == 1) return MainState::Minimised;
     if (number == 2) return MainState::Maximised;
     return MainState::Normal;
 }
 
 StoredPlace ReadMainPlace() {
+    const std::vector<std::wstring> texts = StoredPlaceTexts();
     StoredPlace place;
-    place.known = IsStored(L"MainWidth") || IsStored(L"MainHeight");
-    place.left = StoredNumber(L"MainLeft", place.left);
-    place.top = StoredNumber(L"MainTop", place.top);
-    place.width = std::max(StoredNumber(L"MainWidth", place.width), kMinimumWidthTwips);
-    place.height = std::max(StoredNumber(L"MainHeight", place.height), kMinimumHeightTwips);
+    place.known = !texts[Width].empty() || !texts[Height].empty();
+    place.left = NumberOf(texts[Left], place.left);
+    place.top = NumberOf(texts[Top], place.top);
+    place.width = std::max(NumberOf(texts[Width], place.width), kMinimumWidthTwips);
+    place.height = std::max(NumberOf(texts[Height], place.height), kMinimumHeightTwips);
     return place;
 }
 
@@ -60,11 +101,15 @@ double ReadSplitter(double absent) {
 }
 
 void StoreMainWindow(MainState state, const StoredPlace& place) {
-    StoreNumber(L"MainLeft", place.left);
-    StoreNumber(L"MainTop", place.top);
-    StoreNumber(L"MainWidth", place.width);
-    StoreNumber(L"MainHeight", place.height);
-    StoreNumber(L"MainState", static_cast<int>(state));
+    std::vector<std::wstring> texts;
+    for (const double number : {place.left, place.top, place.width, place.height, static_cast<double>(state)})
+        texts.push_back(NumberText(std::llround(number)));
+    if (StoredPlaceTexts() != texts && !StoreText(kChangeKey, TextOf(texts))) return;
+    if (Stored(kChangeKey).empty()) return;
+    bool whole = true;
+    for (std::size_t i = 0; i < kPlaceKeys.size(); ++i)
+        whole = StoreText(kPlaceKeys[i], texts[i]) && whole;
+    if (whole) ThePlatform().settings.DeleteValue(kSection, kChangeKey);
 }
 
 void StoreSplitterPlace(double left) {
@@ -98,21 +143,18 @@ void StoreView(const StoredView& view) {
 
 std::vector<int> ReadColumnWidths(const std::wstring& firstHeading) {
     constexpr int kWidestTwips = 100'000;
-    const std::wstring text = ThePlatform().settings.Read(kSection, L"Columns" + firstHeading, L"");
     std::vector<int> widths;
-    for (std::size_t begin = 0; begin < text.size();) {
-        const std::size_t end = std::min(text.find(L',', begin), text.size());
-        const int width = ParseInt32(text.substr(begin, end - begin)).value_or(-1);
+    for (const std::wstring& part : PartsOf(Stored((L"Columns" + firstHeading).c_str()))) {
+        const int width = ParseInt32(part).value_or(-1);
         if (width < 0 || width > kWidestTwips) return {};
         widths.push_back(width);
-        begin = end + 1;
     }
     return widths;
 }
 
 void StoreColumnWidths(const std::wstring& firstHeading, const std::vector<int>& widths) {
-    std::wstring text;
-    for (const int width : widths)
-        text += (text.empty() ? L"" : L",") + NumberText(width);
-    ThePlatform().settings.Write(kSection, L"Columns" + firstHeading, text);
+    std::vector<std::wstring> parts;
+    std::transform(widths.begin(), widths.end(), std::back_inserter(parts),
+                   [](int width) { return NumberText(width); });
+    ThePlatform().settings.Write(kSection, L"Columns" + firstHeading, TextOf(parts));
 }

@@ -41,5 +41,6 @@ void StoreView(const StoredView& view);
 std::vector<int> ReadColumnWidths(const std::wstring& firstHeading);
 void StoreColumnWidths(const std::wstring& firstHeading, const std::vector<int>& widths);
 
+// All of it, or nothing: whatever fails, and wherever the process ends, the old place or the new one is read.
 void StoreMainWindow(MainState state, const StoredPlace& place);
 void StoreSplitterPlace(double left);
