@@ -187,7 +187,7 @@ void ClipOperations::CarryContainerOver(const Node& source, Node& copy) {
     TreeWalk walk(&source);
     for (; walk.Current() != original; walk.Step())
         twin.Step();
-    container_.SetActiveContainer(twin.Current());
+    container_.MoveTo(twin.Current());
 }
 
 bool ClipOperations::Delete(Node* node) {

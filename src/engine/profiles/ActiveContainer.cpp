@@ -1,6 +1,6 @@
 #include "engine/profiles/ActiveContainer.h"
 
-#include <optional>
+#include <utility>
 
 #include "engine/profiles/CProfiles.h"
 #include "engine/profiles/NodePictures.h"
@@ -19,18 +19,12 @@ constexpr const wchar_t* kKey = L"ActiveContainer";
 // there may be missing at the next start. "12,3,C:\Daten|Briefe\Post"; no directory has a "|".
 constexpr const wchar_t* kPlaceKey = L"ActiveContainerPlace";
 
-struct StoredPlace {
-    std::wstring directory;
-    std::int32_t steps = 0;
-    std::optional<std::wstring> path;  // none in what an older version stored
-};
-
-std::wstring PlaceText(std::int32_t position, const StoredPlace& place) {
+std::wstring PlaceText(std::int32_t position, const ContainerPlace& place) {
     return NumberText(position) + L"," + NumberText(place.steps) + L"," + place.directory +
            (place.path ? L"|" + *place.path : std::wstring());
 }
 
-StoredPlace PlaceOf(const Node& node) {
+ContainerPlace PlaceOf(const Node& node) {
     const Node& profile = *GetTopNode(&node);
     const NodePlace place = PlaceBelow(profile, node);
     return {GetProfileDirectory(&profile), place.steps, place.path};
@@ -41,7 +35,7 @@ std::int32_t StoredPosition() {
 }
 
 // None when it was stored for another position: by another version of this program.
-std::optional<StoredPlace> StoredPlaceFor(std::int32_t position) {
+std::optional<ContainerPlace> StoredPlaceFor(std::int32_t position) {
     const std::wstring text = ThePlatform().settings.Read(kSection, kPlaceKey, L"");
     const std::size_t first = text.find(L',');
     const std::size_t second = first != std::wstring::npos ? text.find(L',', first + 1) : first;
@@ -49,13 +43,13 @@ std::optional<StoredPlace> StoredPlaceFor(std::int32_t position) {
     const auto steps = ParseInt32(text.substr(first + 1, second - first - 1));
     if (!steps) return std::nullopt;
     const std::size_t bar = text.find(L'|', second);
-    StoredPlace place{text.substr(second + 1, bar - second - 1), *steps, std::nullopt};
+    ContainerPlace place{text.substr(second + 1, bar - second - 1), *steps, std::nullopt};
     if (bar != std::wstring::npos) place.path = text.substr(bar + 1);
     return place;
 }
 
 // Null when the profile is not there, or no longer has such a node.
-Node* NodeAt(const StoredPlace& place) {
+Node* NodeAt(const ContainerPlace& place) {
     const CProfile* const profile = Profiles().GetProfile(place.directory);
     if (profile == nullptr || profile->Node == nullptr) return nullptr;
     if (!place.path) return NodeBehind(*profile->Node, place.steps);
@@ -92,6 +86,12 @@ Node* Neighbour(const Node& node) {
 
 void ActiveContainer::SetActiveContainer(Node* node) {
     if (!MayBeActive(node)) return;
+    awaited_.reset();
+    MoveTo(node);
+}
+
+void ActiveContainer::MoveTo(Node* node) {
+    if (!MayBeActive(node)) return;
     if (Get() != nullptr) ShowKind(*Get());
     node_.Follow(node);
     if (node != nullptr) ShowAsActive(*node);
@@ -109,7 +109,7 @@ void ActiveContainer::TellListener() const {
 void ActiveContainer::LeaveSubtree(const Node& node) {
     if (Get() == nullptr || !tree_.IsSubNode(Get(), &node)) return;
     Node* const heir = node.Parent() != nullptr ? node.Parent() : Neighbour(node);
-    SetActiveContainer(MayBeActive(heir) ? heir : nullptr);
+    MoveTo(MayBeActive(heir) ? heir : nullptr);
     // The list without it is stored at once as well: no start is to look for the container in it.
     if (node.Parent() == nullptr) Store();
 }
@@ -118,18 +118,41 @@ void ActiveContainer::Restore() {
     // The container of before, if any, went with the tree that was loaded anew.
     node_.Follow(nullptr);
     tree_.SetActiveContainer(StoredPosition());
-    const std::optional<StoredPlace> place = StoredPlaceFor(tree_.ActiveContainer());
+    const std::optional<ContainerPlace> place = StoredPlaceFor(tree_.ActiveContainer());
     Node* const last = place ? NodeAt(*place) : tree_.NodeAtPosition(tree_.ActiveContainer());
     const bool found = last != nullptr && MayBeActive(last);
     SetActiveContainer(found ? last : NextProfile(tree_.TreeView()->Root()));
-    if (place && !found && Get() != nullptr) {
-        ThePlatform().user.Inform(
-            L"Die letzte aktive Ablage ist nicht vorhanden.\r\nNeue Clips kommen in das Profil \"" + Title() +
-            L"\".");
+    if (!place || found) return;
+    awaited_ = place;
+    if (!IsAwaited()) awaited_.reset();
+    if (Get() == nullptr) return;
+    ThePlatform().user.Inform(
+        awaited_ ? L"Die letzte aktive Ablage antwortet nicht.\r\nBis sie da ist, kommen neue Clips in das "
+                   L"Profil \"" +
+                       Title() + L"\"."
+                 : L"Die letzte aktive Ablage ist nicht vorhanden.\r\nNeue Clips kommen in das Profil \"" +
+                       Title() + L"\".");
+}
+
+bool ActiveContainer::IsAwaited() const {
+    const CProfile* const profile = awaited_ ? Profiles().GetProfile(awaited_->directory) : nullptr;
+    return profile != nullptr && profile->Waiting.Get() != nullptr;
+}
+
+void ActiveContainer::ProfilesAnswered() {
+    if (!IsAwaited()) {
+        const std::optional<ContainerPlace> place = std::exchange(awaited_, std::nullopt);
+        Node* const last = place ? NodeAt(*place) : nullptr;
+        if (last != nullptr && MayBeActive(last)) {
+            MoveTo(last);
+            ThePlatform().user.Status(L"Neue Clips kommen wieder in \"" + Title() + L"\".");
+        }
     }
+    if (Get() == nullptr) MoveTo(NextProfile(tree_.TreeView()->Root()));
 }
 
 void ActiveContainer::Store() const {
+    if (IsAwaited()) return;
     tree_.SetActiveContainer(tree_.PositionOf(Get()));
     const std::int32_t position = tree_.ActiveContainer();
     Write(kKey, NumberText(position));
@@ -138,7 +161,7 @@ void ActiveContainer::Store() const {
 
 void StoredContainerMoved(const std::wstring& from, const std::wstring& to) {
     const std::int32_t position = StoredPosition();
-    std::optional<StoredPlace> place = StoredPlaceFor(position);
+    std::optional<ContainerPlace> place = StoredPlaceFor(position);
     if (!place || UpperCase(place->directory) != UpperCase(from)) return;
     place->directory = to;
     Write(kPlaceKey, PlaceText(position, *place));

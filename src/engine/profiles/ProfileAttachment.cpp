@@ -147,7 +147,7 @@ Node& TakePlace(CTreeViewEx& tree, CProfile& entry, Node& loaded, ActiveContaine
     nodes.Remove(loaded);
     if (tree.IsSubNode(container.Get(), &old)) {
         const NodePlace place = PlaceBelow(old, *container.Get());
-        container.SetActiveContainer(&NearestToPlace(profile, place));
+        container.MoveTo(&NearestToPlace(profile, place));
         if (PlaceBelow(profile, *container.Get()).path != place.path)
             ThePlatform().user.TellLater(
                 L"Die aktive Ablage ist nicht mehr vorhanden.\r\nNeue Clips kommen in \"" +

@@ -62,7 +62,7 @@ CProfile* WaitingAs(const Node* node) {
     return nullptr;
 }
 
-bool AttachAnswering(CTreeViewEx& tree) {
+bool AttachAnswering(CTreeViewEx& tree, ActiveContainer& container) {
     const BusyScope operation(Busy::TreeOperation);
     bool any = false;
     for (CProfile* entry : Profiles().NewEnum()) {
@@ -86,5 +86,6 @@ bool AttachAnswering(CTreeViewEx& tree) {
         tree.TreeView()->Remove(*entry->Waiting.Get());
     }
     if (any) StoreProfileList();
+    if (Profiles().Count() > 0) container.ProfilesAnswered();
     return any;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/profiles/ActiveContainer.h"
 #include "engine/profiles/CProfile.h"
 #include "engine/tree/CTreeViewEx.h"
 
@@ -19,5 +20,6 @@ bool AnyWaiting();
 CProfile* WaitingAs(const Node* node);
 
 // Attaches those whose directories answer by now, each at its place in the tree. What a start tells and asks
-// is told and asked. True when there was one.
-bool AttachAnswering(CTreeViewEx& tree);
+// is told and asked; the active container of the last run is taken up with its profile. True when there was
+// one.
+bool AttachAnswering(CTreeViewEx& tree, ActiveContainer& container);

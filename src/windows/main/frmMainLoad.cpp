@@ -148,7 +148,7 @@ void frmMain::OnIdle() {
 }
 
 void frmMain::TakeOverFreed() {
-    const bool answered = AttachAnswering(cTV);
+    const bool answered = AttachAnswering(cTV, container_);
     if (!TakeOverFreedProfiles(cTV, container_) && !answered) return;
     UpdateListview();
     captures_.ReturnToRefused();

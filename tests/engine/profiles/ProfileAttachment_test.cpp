@@ -103,11 +103,11 @@ TEST_F(ProfileAttachmentTest, Profile_WhoseDirectoryDoesNotAnswer_WaitsInItsPlac
     EXPECT_TRUE(fake.user.messages.empty());
     EXPECT_EQ(drives.waited, std::chrono::seconds(2)) << "for all of them together";
     EXPECT_EQ(container.Title(), L"Q");
-    EXPECT_FALSE(AttachAnswering(tree));
+    EXPECT_FALSE(AttachAnswering(tree, container));
     EXPECT_FALSE(operations.Delete(nodes.Root()));
 
     drives.silent = {L"E:\\R"};
-    EXPECT_TRUE(AttachAnswering(tree));
+    EXPECT_TRUE(AttachAnswering(tree, container));
     EXPECT_EQ(MemoryOutline(), L"P(S(c1 T(c2)) c3) Q(U(c4)) R (antwortet nicht)");
     EXPECT_EQ(StoredList(), L"P=C:\\P Q=C:\\Q R=E:\\R ");
     fake.user.answers = {true};
@@ -121,9 +121,45 @@ TEST_F(ProfileAttachmentTest, Profile_WhoseDirectoryDoesNotAnswer_WaitsInItsPlac
     Start();
     drives.silent = {};
     EXPECT_NE(actions.ImportProfileDirect(L"E:\\R"), nullptr);
-    AttachAnswering(tree);
+    AttachAnswering(tree, container);
     EXPECT_EQ(MemoryOutline(), L"P(S(c1 T(c2)) c3) Q(U(c4)) R") << "the user was faster";
     EXPECT_EQ(Damage(), std::vector<std::wstring>());
+}
+
+TEST_F(ProfileAttachmentTest, Container_InAProfileThatWaits_IsTakenUpUnlessTheUserHasChosenAnother) {
+    SilentDrives drives;
+    const auto startInSilence = [&] {
+        drives.silent = {L"C:\\P"};
+        Start();
+        EXPECT_EQ(container.Title(), L"Q");
+        EXPECT_EQ(fake.user.messages.size(), 1u) << "captures do not go elsewhere in silence";
+        container.Store();
+        drives.silent = {};
+    };
+    container.SetActiveContainer(&Get(L"T"));
+    container.Store();
+    startInSilence();
+    startInSilence();
+    Start();
+    EXPECT_EQ(container.Title(), L"T") << "the end of a run in which it did not answer forgets nothing";
+    startInSilence();
+    AttachAnswering(tree, container);
+    EXPECT_EQ(container.Get()->FullPath(), L"P\\S\\T");
+    startInSilence();
+    container.SetActiveContainer(&Get(L"U"));
+    AttachAnswering(tree, container);
+    EXPECT_EQ(container.Title(), L"U");
+    container.Store();
+    Start();
+    EXPECT_EQ(container.Title(), L"U");
+
+    drives.silent = {L"C:\\P", L"C:\\Q"};
+    fake.settings.DeleteValue(L"Settings", L"ActiveContainerPlace");
+    Start();
+    EXPECT_EQ(container.Get(), nullptr);
+    drives.silent = {L"C:\\P"};
+    AttachAnswering(tree, container);
+    EXPECT_EQ(container.Title(), L"Q") << "new clips have a place again";
 }
 
 TEST_F(ProfileAttachmentTest, Import_TheSameDirectoryByAnotherSpellingIsAttachedAlready) {
@@ -332,7 +368,7 @@ TEST_F(ProfileAttachmentTest, End_InAQuestionForgetsNoProfileAndIsNoAnswer) {
     Start();
     drives.silent = {};
     fake.user.duringMessage = [] { Profiles().Clear(); };
-    AttachAnswering(tree);
+    AttachAnswering(tree, container);
     EXPECT_EQ(StoredList(), before);
     fake.user.duringMessage = nullptr;
     Start();
