@@ -50,10 +50,7 @@ Node& AddClip(NodeCollection& nodes, Node& container, const NewClipFile& file, c
     ClockPort& clock = ThePlatform().clock;
     const FileTime captured = ThePlatform().files.ChangeTime(file.Path()).value_or(clock.Now());
     const std::wstring tag = MakeClipTag(file.Number(), formatCount, clock.DateText(captured), info);
-    Node* const last = container.LastChild();
-    const bool behind = !IsDeletedFolder(last);
-    Node& node = nodes.Add(behind ? &container : last, behind ? NodeRelation::Child : NodeRelation::Previous,
-                           name, std::wstring(L"Clip"));
+    Node& node = AddInFrontOfDeleted(nodes, container, name, L"Clip");
     try {
         node.SetTag(tag);
     } catch (...) {

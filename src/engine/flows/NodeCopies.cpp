@@ -1,5 +1,6 @@
 #include "engine/flows/NodeCopies.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "engine/profiles/DeletedFolder.h"
@@ -26,6 +27,12 @@ NodeCopies::~NodeCopies() {
 }
 
 bool NodeCopies::Make(Node* target, bool asChild, ChosenNodes sources, bool isMove) {
+    // The folder for what is deleted stays the last one.
+    Node* const last = asChild && target != nullptr ? target->LastChild() : nullptr;
+    if (IsDeletedFolder(last) && std::find(sources.begin(), sources.end(), last) == sources.end()) {
+        target = last;
+        asChild = false;
+    }
     bool whole = true;
     {
         // Ends before the profile is saved: what is sorted stands in order then.

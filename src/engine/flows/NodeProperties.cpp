@@ -3,6 +3,7 @@
 #include "engine/process/StoredLetters.h"
 #include "engine/profiles/ActiveContainer.h"
 #include "engine/profiles/CProfiles.h"
+#include "engine/profiles/DeletedFolder.h"
 #include "engine/profiles/ProfileStore.h"
 #include "engine/profiles/StructureLock.h"
 #include "engine/profiles/modProfile.h"
@@ -87,7 +88,7 @@ Node* NewFolder(CTreeViewEx& tree, Node* container, const std::wstring& name, co
     if (!IsNodeOfKind(container, kProfileKind | kStructureKind) || !ChangeAllowed(container)) return nullptr;
     const std::wstring tag = MakeStructureTag(info);
     if (!Accepted(NameRefusal(name)) || !Accepted(InfoRefusal(info, tag))) return nullptr;
-    Node& folder = tree.TreeView()->Add(container, NodeRelation::Child, name, std::wstring(L"Structure"));
+    Node& folder = AddInFrontOfDeleted(*tree.TreeView(), *container, name, L"Structure");
     folder.SetTag(tag);
     SaveChange(tree, folder);
     return &folder;

@@ -100,6 +100,13 @@ Node& AddDeletedFolder(NodeCollection& nodes, Node& profile) {
     return folder;
 }
 
+Node& AddInFrontOfDeleted(NodeCollection& nodes, Node& container, const std::wstring& text,
+                          const std::wstring& image) {
+    Node* const last = container.LastChild();
+    return IsDeletedFolder(last) ? nodes.Add(last, NodeRelation::Previous, text, image)
+                                 : nodes.Add(&container, NodeRelation::Child, text, image);
+}
+
 bool IsDeleted(const Node* node) {
     while (node != nullptr && !IsDeletedFolder(node->Parent()))
         node = node->Parent();

@@ -18,6 +18,9 @@ bool IsDeletedFolder(const Node* node);
 Node* DeletedFolderOf(const Node& profile);
 // Makes it, at the end of the profile.
 Node& AddDeletedFolder(NodeCollection& nodes, Node& profile);
+// Adds a node as the container's last child but for that folder, which stays the last one.
+Node& AddInFrontOfDeleted(NodeCollection& nodes, Node& container, const std::wstring& text,
+                          const std::wstring& image);
 // True for what lies in such a folder, however deep.
 bool IsDeleted(const Node* node);
 

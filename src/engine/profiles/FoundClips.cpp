@@ -7,6 +7,7 @@
 #include "engine/clipboard/ClipFileLayout.h"
 #include "engine/profiles/CProfiles.h"
 #include "engine/profiles/ClipFileNames.h"
+#include "engine/profiles/DeletedFolder.h"
 #include "engine/profiles/ProfileStore.h"
 #include "engine/profiles/RefusedClips.h"
 #include "engine/profiles/StructureLock.h"
@@ -93,7 +94,7 @@ std::vector<std::int32_t> NumbersOf(const Node* profile) {
 Node& FolderForFound(NodeCollection& nodes, Node& profile) {
     for (Node* child = profile.FirstChild(); child != nullptr; child = child->Next())
         if (IsStructureNode(child) && child->Text() == kFolder) return *child;
-    Node& folder = nodes.Add(&profile, NodeRelation::Child, kFolder, std::wstring(L"Structure"));
+    Node& folder = AddInFrontOfDeleted(nodes, profile, kFolder, L"Structure");
     folder.SetTag(MakeStructureTag(L""));
     return folder;
 }

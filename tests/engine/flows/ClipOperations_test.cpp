@@ -265,7 +265,7 @@ TEST_F(SeveralTest, TakeBackDeletion_PutsBackWhatIsLeftAndWhereItCan) {
     operations.Drop(&Get(L"P"), &Get(L"T"), true, true);
     EXPECT_EQ(InfoOf(Get(L"T")), L"") << "it is no deleted one any more";
     EXPECT_EQ(operations.TakeBackDeletion().size(), 2u);
-    EXPECT_EQ(MemoryOutline(), L"P(c3 Gelöscht T(c2) c1) Q(U(c4) S)");
+    EXPECT_EQ(MemoryOutline(), L"P(T(c2) c3 c1 Gelöscht) Q(U(c4) S)");
 
     operations.Delete(Several());
     fake.user.answers = {true};

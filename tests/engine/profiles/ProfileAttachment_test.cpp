@@ -1,6 +1,7 @@
 #include "engine/profiles/ProfileAttachment.h"
 
 #include "engine/flows/NodeProperties.h"
+#include "engine/profiles/DeletedFolder.h"
 #include "engine/profiles/FoundClips.h"
 #include "engine/profiles/StructureLock.h"
 #include "engine/profiles/WaitingProfiles.h"
@@ -286,9 +287,10 @@ TEST_F(ProfileAttachmentTest, Start_ANoHidesNothingThatCameAfterIt) {
     Start();
     EXPECT_EQ(fake.user.questions.size(), 1u);
 
+    AddDeletedFolder(nodes, Get(L"P"));
     fake.user.answers = {true};
     SearchLostClips(tree, Get(L"P"));
-    EXPECT_EQ(MemoryOutline(), L"P(S(c1 T(c2)) c3 Wiedergefunden(Clip 20 Clip 50)) Q(U(c4))");
+    EXPECT_EQ(MemoryOutline(), L"P(S(c1 T(c2)) c3 Wiedergefunden(Clip 20 Clip 50) Gelöscht) Q(U(c4))");
     SearchLostClips(tree, Get(L"P"));
     EXPECT_EQ(fake.user.LastMessage(), L"Es wurden keine verlorenen Clips gefunden.");
 }
