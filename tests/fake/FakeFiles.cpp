@@ -4,6 +4,7 @@
 #include <cstring>
 #include <limits>
 
+#include "platform/FileIdentity.h"
 #include "platform/NamePattern.h"
 #include "platform/Text.h"
 
@@ -339,7 +340,8 @@ bool FakeFiles::MakeDirectory(const std::wstring& path) {
 std::wstring FakeFiles::Identity(const std::wstring& path) {
     if (Strikes(Operation::Other, kErrorAccessDenied)) return {};
     const std::wstring fullPath = FullPath(path);
-    return IsDirectoryAt(fullPath) || Has(fullPath) ? fullPath : std::wstring();
+    if (!IsDirectoryAt(fullPath) && !Has(fullPath)) return {};
+    return numberOfAll ? FileIdentity(1, *numberOfAll) : fullPath;
 }
 
 void FakeFiles::SetBytes(const std::wstring& path, std::string_view bytes) {

@@ -61,6 +61,8 @@ class FakeFiles : public FilePort {
     // The full paths of all files, in upper case and sorted.
     std::vector<std::wstring> AllFiles() const;
 
+    // The number by which a server knows all its files; none for one that tells them apart.
+    std::optional<std::uint64_t> numberOfAll;
     // The bytes that all files may have together; none for no limit.
     std::optional<std::int64_t> capacity;
 

@@ -4,6 +4,7 @@
 #include <map>
 #include <utility>
 
+#include "engine/tree/modTreeEx.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "platform/RuntimeError.h"
@@ -13,6 +14,10 @@ namespace {
 
 std::wstring UpToZero(const std::wstring& text) {
     return text.substr(0, text.find(L'\0'));
+}
+
+bool SameSpelling(const std::wstring& a, const std::wstring& b) {
+    return UpperCase(WithoutBackslash(a)) == UpperCase(WithoutBackslash(b));
 }
 
 bool Names(const std::vector<StoredProfile>& list, const std::wstring& directory) {
@@ -99,14 +104,18 @@ CProfile* CProfiles::GetProfile(const std::wstring& directory) const {
     return position >= 1 ? &Item(position) : nullptr;
 }
 
+CProfile* CProfiles::ProfileSpelled(const std::wstring& directory) const {
+    const auto found = std::find_if(entries_.begin(), entries_.end(), [&](const auto& entry) {
+        return SameSpelling(entry->Directory, directory);
+    });
+    return found != entries_.end() ? found->get() : nullptr;
+}
+
 CProfile* CProfiles::ProfileInDirectory(const std::wstring& directory) const {
-    const std::wstring wanted = UpperCase(WithoutBackslash(directory));
-    for (const auto& entry : entries_) {
-        if (UpperCase(WithoutBackslash(entry->Directory)) == wanted) return entry.get();
-    }
+    if (CProfile* const spelled = ProfileSpelled(directory)) return spelled;
     const std::wstring identity = ThePlatform().files.Identity(directory);
     for (const auto& entry : entries_) {
-        if (!identity.empty() && entry->Identity == identity) return entry.get();
+        if (LieIn(*entry, directory, identity)) return entry.get();
     }
     return nullptr;
 }
@@ -129,6 +138,16 @@ void CProfiles::OrderAsInTree(const NodeCollection& nodes) {
     };
     std::stable_sort(entries_.begin(), entries_.end(),
                      [&](const auto& a, const auto& b) { return placeOf(a) < placeOf(b); });
+}
+
+bool LieIn(const CProfile& profile, const std::wstring& directory, const std::wstring& identity) {
+    if (SameSpelling(profile.Directory, directory)) return true;
+    if (identity.empty() || profile.Identity != identity) return false;
+    // Where the number is wrong, the lock of the one does not stand in the other. Another program may have
+    // that one, but there is another tree in it.
+    if (!profile.Lock.Held() || !IsKept(directory)) return false;
+    const FileMark tree = FileMark::Of(TreeDataFilePath(directory));
+    return tree.IsKnown() && tree == FileMark::Of(TreeDataFilePath(profile.Directory));
 }
 
 CProfiles& Profiles() {

@@ -38,8 +38,10 @@ class CProfiles {
     int SearchDir(const std::wstring& directory) const;
     // The entry that SearchDir finds, or null.
     CProfile* GetProfile(const std::wstring& directory) const;
+    // The same, with or without "\" at the end.
+    CProfile* ProfileSpelled(const std::wstring& directory) const;
     // The entry whose files lie in this directory, however it is written and whatever drive leads there; or
-    // null.
+    // null. To be asked before the directory is locked.
     CProfile* ProfileInDirectory(const std::wstring& directory) const;
     // The entry with this top node, or null.
     CProfile* ProfileOf(const ::Node* node) const;
@@ -51,6 +53,10 @@ class CProfiles {
     std::vector<std::unique_ptr<CProfile>> entries_;
     std::vector<StoredProfile> lastStored_;  // this program's own, as it last read or wrote them
 };
+
+// Whether a directory, not locked by who asks, holds the files of a profile, however it is written. The
+// number that tells directories apart, `identity`, is not trusted alone: some servers give it twice.
+bool LieIn(const CProfile& profile, const std::wstring& directory, const std::wstring& identity);
 
 // The one list of the process.
 CProfiles& Profiles();

@@ -28,10 +28,6 @@ bool IsGone(const std::wstring& directory) {
     return !files.IsDirectory(directory) && files.IsDirectory(DirectoryAbove(directory));
 }
 
-bool SameSpelling(const std::wstring& a, const std::wstring& b) {
-    return UpperCase(WithoutBackslash(a)) == UpperCase(WithoutBackslash(b));
-}
-
 bool IsProfileImage(const std::vector<std::uint8_t>& image) {
     try {
         bool any = false, isProfile = false;
@@ -124,13 +120,13 @@ Node* BuildFromClips(CTreeViewEx& tree, const std::wstring& name, const std::wst
 Node* RecoverProfile(CTreeViewEx& tree, const std::wstring& directory) {
     if (directory.find(L'&') != std::wstring::npos || !IsBeyondReading(directory)) return nullptr;
     if (Node* const profile = LoadKeptCopy(tree, directory); profile != nullptr) return profile;
-    const CProfile* const waiting = Profiles().ProfileInDirectory(directory);
+    const CProfile* const waiting = Profiles().ProfileSpelled(directory);
     const std::wstring name = waiting != nullptr ? waiting->Name : LastPartOf(WithoutBackslash(directory));
     return BuildFromClips(tree, name, directory);
 }
 
 CProfile& EntryFor(const Node& profile, const std::wstring& directory) {
-    CProfile* const waiting = Profiles().ProfileInDirectory(directory);
+    CProfile* const waiting = Profiles().ProfileSpelled(directory);
     if (waiting == nullptr) return Profiles().Add(profile.Text(), directory, false, nullptr);
     waiting->Name = profile.Text();
     waiting->Directory = directory;
@@ -169,17 +165,12 @@ void TakeOutOfTree(CTreeViewEx& tree, CProfile& entry, ActiveContainer& containe
     ThePlatform().user.TellLater(NotLoaded(entry.Name));
 }
 
-// The same directory under another spelling. The number that tells directories apart is not trusted alone:
-// where it is wrong, the lock of the one does not stand in the other.
+// The same directory under another spelling.
 bool IsListedTwice(const CProfile& entry) {
     const std::wstring identity = ThePlatform().files.Identity(entry.Directory);
     for (const CProfile* first : Profiles().NewEnum()) {
         if (first == &entry) return false;
-        if (SameSpelling(first->Directory, entry.Directory)) return true;
-        const bool locked = first->Lock.Held() || first->Lock.HeldByOther();
-        if (locked && !identity.empty() && first->Identity == identity &&
-            ProfileLock(entry.Directory).HeldByOther())
-            return true;
+        if (LieIn(*first, entry.Directory, identity)) return true;
     }
     return false;
 }

@@ -10,6 +10,7 @@
 #include <filesystem>
 
 #include "platform/FileBytes.h"
+#include "platform/FileIdentity.h"
 #include "platform/NamePattern.h"
 #include "platform/Text.h"
 
@@ -302,6 +303,5 @@ bool PosixFiles::MakeDirectory(const std::wstring& path) {
 std::wstring PosixFiles::Identity(const std::wstring& path) {
     struct stat found;
     if (!Noted(stat(SystemName(path).c_str(), &found) == 0)) return {};
-    return NumberText(static_cast<std::int64_t>(found.st_dev)) + L":" +
-           NumberText(static_cast<std::int64_t>(found.st_ino));
+    return FileIdentity(found.st_dev, found.st_ino);
 }

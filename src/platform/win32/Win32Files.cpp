@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "platform/FileIdentity.h"
 #include "platform/NamePattern.h"
 #include "platform/Text.h"
 #include "platform/win32/SystemHandles.h"
@@ -363,7 +364,5 @@ std::wstring Win32Files::Identity(const std::wstring& path) {
     BY_HANDLE_FILE_INFORMATION found;
     if (!Noted(file.IsSet()) || !Noted(GetFileInformationByHandle(file.Get(), &found))) return {};
     const auto index = static_cast<std::uint64_t>(found.nFileIndexHigh) << 32 | found.nFileIndexLow;
-    // Some servers know no numbers for their files.
-    if (index == 0) return {};
-    return std::to_wstring(found.dwVolumeSerialNumber) + L":" + std::to_wstring(index);
+    return FileIdentity(found.dwVolumeSerialNumber, index);
 }

@@ -80,6 +80,21 @@ TEST_F(ProfileAttachmentTest, LoadListedProfiles_KeepsTheirOrderAndWhatCannotBeL
     EXPECT_EQ(Profiles().Count(), 4);
 }
 
+TEST_F(ProfileAttachmentTest, StartAndImport_TakeNoDirectoryForAnotherBecauseOfANumberThatAllHave) {
+    fake.files.numberOfAll = 7;
+    OtherProgramTakes(L"C:\\Q");
+    Start();
+    EXPECT_EQ(MemoryOutline(), L"P(S(c1 T(c2)) c3) Q(U(c4))") << "though another program has the second one";
+    EXPECT_EQ(StoredList(), L"P=C:\\P Q=C:\\Q ");
+    for (const wchar_t* file : {L"nxclip.nxp", L"C1.nxc", L"C2.nxc", L"C3.nxc"})
+        fake.files.SetBytes(L"E:\\Kopie\\" + std::wstring(file),
+                            *fake.files.Bytes(L"C:\\P\\" + std::wstring(file)));
+    EXPECT_NE(actions.ImportProfileDirect(L"E:\\Kopie"), nullptr) << "though it holds the same tree";
+    EXPECT_EQ(StoredList(), L"P=C:\\P Q=C:\\Q P=E:\\Kopie ");
+    EXPECT_EQ(Profiles().GetProfile(L"C:\\P")->Node, nodes.Root());
+    EXPECT_EQ(actions.ImportProfileDirect(L"C:\\Y\\..\\P"), nullptr) << "attached already";
+}
+
 TEST_F(ProfileAttachmentTest, LoadListedProfiles_FindsAProfileThatWasMoved) {
     List(3, L"Alt", L"C:\\Alt");
     Write(L"D:\\Neu", {{L"P&0&C:\\Alt&0&", L"Alt", 0, L"Profile"}});
