@@ -75,8 +75,9 @@ OpenedProfile::OpenedProfile(const std::wstring& directory, bool forWriting) {
         ProfileLock lock(directory);
         if (lock.HeldByOther()) ThrowOpened();
         FinishSave(TreeDataFilePath(directory));
-        top_ = LoadProfileDirectory(tree_, directory);
-        if (top_ != nullptr) EnterProfile(*top_, directory, std::move(lock));
+        FileMark onDisk;
+        top_ = LoadProfileDirectory(tree_, directory, onDisk);
+        if (top_ != nullptr) EnterProfile(*top_, directory, std::move(lock), onDisk);
     } else if (tree_.LoadDataFromFile(TreeDataFilePath(directory))) {
         top_ = tree_.BuildSubTreeFromData(nullptr);
         tree_.ReleaseData();

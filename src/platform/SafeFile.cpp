@@ -334,12 +334,13 @@ bool RemoveSafeFile(const std::wstring& path) {
 
 FileMark FileMark::Of(const std::wstring& path) {
     try {
-        if (ThePlatform().files.Exists(JournalPathOf(path))) {
-            const Bytes bytes = ReadSafeFile(path);
-            return FileMark(bytes.size(), CheckSum(bytes.data(), bytes.size()));
-        }
+        if (ThePlatform().files.Exists(JournalPathOf(path))) return OfBytes(ReadSafeFile(path));
         return MarkOfFile(path);
     } catch (const RuntimeError&) {
         return {};
     }
+}
+
+FileMark FileMark::OfBytes(const std::vector<std::uint8_t>& bytes) {
+    return FileMark(bytes.size(), CheckSum(bytes.data(), bytes.size()));
 }

@@ -41,6 +41,8 @@ class FileMark {
     FileMark(std::size_t size, std::uint32_t checkSum) : known_(true), size_(size), checkSum_(checkSum) {}
     // Reads the file; nothing is known of one that is not there or cannot be read.
     static FileMark Of(const std::wstring& path);
+    // Of a file that holds these bytes.
+    static FileMark OfBytes(const std::vector<std::uint8_t>& bytes);
 
     bool IsKnown() const { return known_; }
     friend bool operator==(const FileMark&, const FileMark&) = default;

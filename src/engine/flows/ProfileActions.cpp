@@ -127,11 +127,12 @@ Node* ProfileActions::BuildNewprofile(const std::wstring& name, const std::wstri
         Inform(kEditedByOther);
         return nullptr;
     }
+    FileMark onDisk;
     Node* const profile = templateFile.empty() ? BuildEmptyProfile(name, directory)
-                                               : BuildFromTemplate(name, directory, templateFile);
+                                               : BuildFromTemplate(name, directory, templateFile, onDisk);
     if (profile == nullptr) return nullptr;
     RaiseClipCounter(*profile, HighestClipFile(directory));
-    EnterProfile(*profile, directory, std::move(lock));
+    EnterProfile(*profile, directory, std::move(lock), onDisk);
     if (container_.Get() == nullptr) container_.SetActiveContainer(profile);
     // Not left to the next save: until then a crash would leave nothing of it.
     if (SaveProfile(tree_, *profile)) {
@@ -152,7 +153,7 @@ Node* ProfileActions::BuildEmptyProfile(const std::wstring& name, const std::wst
 
 // The name in the template is only a suggestion; its info text and its global release are taken over.
 Node* ProfileActions::BuildFromTemplate(const std::wstring& name, const std::wstring& directory,
-                                        const std::wstring& templateFile) {
+                                        const std::wstring& templateFile, FileMark& onDisk) {
     FilePort& files = ThePlatform().files;
     if (!files.Exists(templateFile)) {
         Tell(L"Vorlage " + templateFile + L" nicht verfügbar !!!");
@@ -160,7 +161,7 @@ Node* ProfileActions::BuildFromTemplate(const std::wstring& name, const std::wst
     }
     const std::wstring treeFile = TreeDataFilePath(directory);
     if (!CopyTemplate(templateFile, treeFile)) return nullptr;
-    Node* const profile = LoadProfileDirectory(tree_, directory);
+    Node* const profile = LoadProfileDirectory(tree_, directory, onDisk);
     if (profile == nullptr) {
         TellNotLoaded(directory);
         RemoveSafeFile(treeFile);

@@ -28,7 +28,7 @@ class ProfileActions {
  private:
     Node* BuildEmptyProfile(const std::wstring& name, const std::wstring& directory);
     Node* BuildFromTemplate(const std::wstring& name, const std::wstring& directory,
-                            const std::wstring& templateFile);
+                            const std::wstring& templateFile, FileMark& onDisk);
     void TakeOut(Node& profile);
 
     CTreeViewEx& tree_;

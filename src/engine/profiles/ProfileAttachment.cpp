@@ -71,17 +71,20 @@ bool KeepWhatIsThere(const std::wstring& directory) {
     return !ThePlatform().files.Exists(TreeDataFilePath(directory)) || KeepTreeFile(directory);
 }
 
-// The last kept copy that holds a profile, after a question. Null when there is none.
-Node* LoadKeptCopy(CTreeViewEx& tree, const std::wstring& directory) {
+// From the last kept copy that holds a profile, after a question. None when there is none, or none that the
+// user wants. Null after a failure, also when a copy cannot be read: it may be the one, and a tree from the
+// clips alone would be poorer.
+std::optional<Node*> LoadKeptCopy(CTreeViewEx& tree, const std::wstring& directory, FileMark& onDisk) {
     const std::vector<std::wstring> names = KeptTreeFiles(directory);
     for (auto name = names.rbegin(); name != names.rend(); ++name) {
         const auto bytes = BytesOf(WithBackslash(directory) + *name);
-        if (!bytes || !IsProfileImage(*bytes)) continue;
+        if (!bytes) return nullptr;
+        if (!IsProfileImage(*bytes)) continue;
         if (!ThePlatform().user.Ask(
                 CannotBeRead(directory) + L"Soll die Kopie " + *name + L" verwendet werden ?",
-                L"Profil beschädigt", false) ||
-            !KeepWhatIsThere(directory))
-            return nullptr;
+                L"Profil beschädigt", false))
+            return std::nullopt;
+        if (!KeepWhatIsThere(directory)) return nullptr;
         try {
             WriteSafeFile(TreeDataFilePath(directory), *bytes);
             FinishSave(TreeDataFilePath(directory));
@@ -89,13 +92,14 @@ Node* LoadKeptCopy(CTreeViewEx& tree, const std::wstring& directory) {
             ThePlatform().user.Tell(error.Description());
             return nullptr;
         }
-        return LoadProfileDirectory(tree, directory);
+        return LoadProfileDirectory(tree, directory, onDisk);
     }
-    return nullptr;
+    return std::nullopt;
 }
 
 // A new tree over the clips that lie in the directory, after a question. Null when there are none.
-Node* BuildFromClips(CTreeViewEx& tree, const std::wstring& name, const std::wstring& directory) {
+Node* BuildFromClips(CTreeViewEx& tree, const std::wstring& name, const std::wstring& directory,
+                     FileMark& onDisk) {
     const std::vector<FoundClip> clips = FindClips(directory, nullptr);
     if (clips.empty()) return nullptr;
     if (!ThePlatform().user.Ask(CannotBeRead(directory) + L"Soll das Profil aus seinen " +
@@ -112,17 +116,16 @@ Node* BuildFromClips(CTreeViewEx& tree, const std::wstring& name, const std::wst
     const bool saved = SaveProfile(tree, profile);
     // Nobody waits here, and the entry that would remember it is not made yet.
     FinishSave(TreeDataFilePath(directory));
-    if (saved) return &profile;
     nodes.Remove(profile);
-    return nullptr;
+    return saved ? LoadProfileDirectory(tree, directory, onDisk) : nullptr;
 }
 
-Node* RecoverProfile(CTreeViewEx& tree, const std::wstring& directory) {
+Node* RecoverProfile(CTreeViewEx& tree, const std::wstring& directory, FileMark& onDisk) {
     if (directory.find(L'&') != std::wstring::npos || !IsBeyondReading(directory)) return nullptr;
-    if (Node* const profile = LoadKeptCopy(tree, directory); profile != nullptr) return profile;
+    if (const auto profile = LoadKeptCopy(tree, directory, onDisk)) return *profile;
     const CProfile* const waiting = Profiles().ProfileSpelled(directory);
     const std::wstring name = waiting != nullptr ? waiting->Name : LastPartOf(WithoutBackslash(directory));
-    return BuildFromClips(tree, name, directory);
+    return BuildFromClips(tree, name, directory, onDisk);
 }
 
 CProfile& EntryFor(const Node& profile, const std::wstring& directory) {
@@ -216,10 +219,10 @@ bool IsListed(const CProfile* entry) {
 }
 
 // Null when the directory holds nothing that could be loaded or rebuilt.
-Node* LoadOrRecover(CTreeViewEx& tree, const std::wstring& directory) {
+Node* LoadOrRecover(CTreeViewEx& tree, const std::wstring& directory, FileMark& onDisk) {
     FinishSave(TreeDataFilePath(directory));
-    Node* const profile = LoadProfileDirectory(tree, directory);
-    return profile != nullptr ? profile : RecoverProfile(tree, directory);
+    Node* const profile = LoadProfileDirectory(tree, directory, onDisk);
+    return profile != nullptr ? profile : RecoverProfile(tree, directory, onDisk);
 }
 
 // Null, and nothing is asked any more, when it was detached or settled while a question stood.
@@ -232,10 +235,11 @@ CProfile* StillInConflict(const std::wstring& directory) {
 bool LoadOthersTree(CTreeViewEx& tree, CProfile& entry, ActiveContainer& container) {
     if (!KeepOwnTree(tree, entry)) return false;
     FinishSave(TreeDataFilePath(entry.Directory));
-    Node* const loaded = LoadProfileDirectory(tree, entry.Directory);
+    FileMark onDisk;
+    Node* const loaded = LoadProfileDirectory(tree, entry.Directory, onDisk);
     if (loaded == nullptr) return false;
     Node& profile = TakePlace(tree, entry, *loaded, container);
-    entry.OnDisk = FileMark::Of(TreeDataFilePath(entry.Directory));
+    entry.OnDisk = onDisk;
     entry.Dirty = false;
     entry.Conflict = ProfileConflict::None;
     StoreProfileList();
@@ -244,8 +248,11 @@ bool LoadOthersTree(CTreeViewEx& tree, CProfile& entry, ActiveContainer& contain
 }
 
 bool WriteOverOthersTree(CTreeViewEx& tree, CProfile& entry) {
+    // What is written there after the copy was made is in none: it is asked about anew.
+    const FileMark kept = FileMark::Of(TreeDataFilePath(entry.Directory));
     if (!KeepTreeFile(entry.Directory)) return false;
-    entry.OnDisk = FileMark();
+    entry.OnDisk = kept;
+    entry.Conflict = ProfileConflict::None;
     return SaveProfile(tree, *entry.Node);
 }
 
@@ -280,10 +287,11 @@ Node* AttachProfileDirectory(CTreeViewEx& tree, const std::wstring& directory) {
     const BusyScope operation(Busy::TreeOperation);
     ProfileLock lock(directory);
     const bool editedByOther = lock.HeldByOther();
-    Node* const profile =
-        editedByOther ? LoadProfileDirectory(tree, directory) : LoadOrRecover(tree, directory);
+    FileMark onDisk;
+    Node* const profile = editedByOther ? LoadProfileDirectory(tree, directory, onDisk)
+                                        : LoadOrRecover(tree, directory, onDisk);
     if (profile == nullptr) return nullptr;
-    EnterProfile(*profile, directory, std::move(lock));
+    EnterProfile(*profile, directory, std::move(lock), onDisk);
     if (editedByOther)
         ThePlatform().user.Inform(kEditedByOther, profile->Text());
     else
@@ -291,11 +299,11 @@ Node* AttachProfileDirectory(CTreeViewEx& tree, const std::wstring& directory) {
     return profile;
 }
 
-void EnterProfile(Node& profile, const std::wstring& directory, ProfileLock lock) {
+void EnterProfile(Node& profile, const std::wstring& directory, ProfileLock lock, const FileMark& onDisk) {
     CProfile& entry = EntryFor(profile, directory);
     entry.Node = &profile;
     entry.Lock = std::move(lock);
-    entry.OnDisk = FileMark::Of(TreeDataFilePath(directory));
+    entry.OnDisk = onDisk;
     entry.Identity = ThePlatform().files.Identity(directory);
 }
 
@@ -327,7 +335,8 @@ bool TakeOverFreedProfiles(CTreeViewEx& tree, ActiveContainer& container) {
         if (entry->Node == nullptr || !entry->Lock.HeldByOther()) continue;
         ProfileLock lock(entry->Directory);
         if (!lock.Held()) continue;
-        const NodeRef loaded(LoadOrRecover(tree, entry->Directory));
+        FileMark onDisk;
+        const NodeRef loaded(LoadOrRecover(tree, entry->Directory, onDisk));
         if (!IsListed(entry)) return any;
         any = true;
         if (loaded.Get() == nullptr) {
@@ -335,7 +344,7 @@ bool TakeOverFreedProfiles(CTreeViewEx& tree, ActiveContainer& container) {
             continue;
         }
         Node& profile = TakePlace(tree, *entry, *loaded.Get(), container);
-        EnterProfile(profile, entry->Directory, std::move(lock));
+        EnterProfile(profile, entry->Directory, std::move(lock), onDisk);
         ThePlatform().user.Status(L"Das Profil \"" + profile.Text() + L"\" kann wieder bearbeitet werden.");
         OfferFoundClips(tree, profile);
     }

@@ -6,6 +6,7 @@
 #include "engine/profiles/ActiveContainer.h"
 #include "engine/profiles/ProfileLock.h"
 #include "engine/tree/CTreeViewEx.h"
+#include "platform/SafeFile.h"
 
 // How directories become attached profiles. What goes wrong is told to the user.
 
@@ -15,8 +16,9 @@
 // file or from its clips. Null when there is no profile in the end; the list is as it was then.
 Node* AttachProfileDirectory(CTreeViewEx& tree, const std::wstring& directory);
 
-// Enters a profile that stands in the tree and whose directory was taken beforehand.
-void EnterProfile(Node& profile, const std::wstring& directory, ProfileLock lock);
+// Enters a profile that stands in the tree and whose directory was taken beforehand. `onDisk` is of its file
+// as it was read for this tree.
+void EnterProfile(Node& profile, const std::wstring& directory, ProfileLock lock, const FileMark& onDisk);
 
 // What the user says of a listed profile whose directory is gone.
 struct MissingProfileAnswer {

@@ -87,9 +87,14 @@ Saved WriteTree(CTreeViewEx& tree, const Node& profile, std::span<Node* const> w
 }  // namespace
 
 Node* LoadProfileDirectory(CTreeViewEx& tree, const std::wstring& directory) {
+    FileMark any;
+    return LoadProfileDirectory(tree, directory, any);
+}
+
+Node* LoadProfileDirectory(CTreeViewEx& tree, const std::wstring& directory, FileMark& onDisk) {
     // A profile's tag cannot hold such a directory.
     if (directory.empty() || directory.find(L'&') != std::wstring::npos) return nullptr;
-    if (!tree.LoadDataFromFile(TreeDataFilePath(directory))) return nullptr;
+    if (!tree.LoadDataFromFile(TreeDataFilePath(directory), onDisk)) return nullptr;
 
     NodeCollection& nodes = *tree.TreeView();
     const BulkChangeScope bulk(nodes);

@@ -15,6 +15,8 @@
 // only the beginning makes a tree is kept first, for the next save replaces it; without a copy it is not
 // loaded.
 Node* LoadProfileDirectory(CTreeViewEx& tree, const std::wstring& directory);
+// The same; `onDisk` is of the file as it was read: what another program writes afterwards is noticed by it.
+Node* LoadProfileDirectory(CTreeViewEx& tree, const std::wstring& directory, FileMark& onDisk);
 
 // Writes one profile's tree data file, but for the subtrees of `without`: what is about to be removed is
 // removed on disk first. The profile counts as unchanged after a full save. False after an error,

@@ -291,12 +291,18 @@ CTreeViewEx::Saved CTreeViewEx::SaveDataToFile(const std::wstring& path, FileMar
 }
 
 bool CTreeViewEx::LoadDataFromFile(const std::wstring& path) {
+    FileMark any;
+    return LoadDataFromFile(path, any);
+}
+
+bool CTreeViewEx::LoadDataFromFile(const std::wstring& path, FileMark& mark) {
     if (mvarTreeView == nullptr || !SafeFileExists(path)) return false;
     const auto error = ErrorIn([&] {
         ReleaseData();
         std::vector<std::uint8_t> image = ReadSafeFile(path);
         // Of a damaged one nothing is taken.
         ReadTreeImage(image, nullptr);
+        mark = FileMark::OfBytes(image);
         SetData(std::move(image));
     });
     UserPort& user = ThePlatform().user;

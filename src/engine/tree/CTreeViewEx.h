@@ -134,6 +134,8 @@ class CTreeViewEx {
     // Reads TreeData from the file. False without a message when there is none; any other failure is told to
     // the user and leaves TreeData empty. The tree itself is not touched.
     bool LoadDataFromFile(const std::wstring& path);
+    // The same; the mark is of what was read.
+    bool LoadDataFromFile(const std::wstring& path, FileMark& mark);
     void ReleaseData();
     const TreeData& Data() const;
     // The Count of TreeData, without making the records.

@@ -334,6 +334,35 @@ TEST(ProfileAttachmentFaults, FoundClips_WhateverFails_AreTakenInWholeOrStayToBe
     EXPECT_GT(LoseCurrentInEveryStep(prepare, take, all, {L"Clip 9"}), 20);
 }
 
+// Another program, which asks no lock, writes the file before the load, or between the load and what follows
+// it.
+TEST_F(ProfileAttachmentTest, Load_WhatAStrangerWritesAfterItIsAConflict) {
+    leavesWhole = false;
+    const auto strangerWrites = [this](bool two) {
+        std::vector<Record> records{{L"P&9&C:\\P&0&", L"P", 0, L"Profile"}, {L"S&", L"fremd", 1}};
+        // A second top node is told by the load.
+        if (two) records.push_back({L"P&0&C:\\X&0&", L"X", 0});
+        Write(L"C:\\P", records);
+    };
+    for (const bool afterwards : {false, true}) {
+        strangerWrites(true);
+        fake.user.duringMessage = [&] {
+            if (afterwards) strangerWrites(false);
+        };
+        Start();
+        fake.user.duringMessage = nullptr;
+        ASSERT_EQ(fake.user.messages.size(), 1u);
+        const auto others = fake.files.Bytes(L"C:\\P\\nxclip.nxp");
+        AddFolder(Get(L"P"), L"neu");
+        EXPECT_TRUE(SaveAllProfiles(tree));
+        EXPECT_EQ(fake.files.Bytes(L"C:\\P\\nxclip.nxp") == others, afterwards);
+        fake.user.questions.clear();
+        SettleConflicts(tree, container);
+        EXPECT_EQ(fake.user.questions.size(), afterwards ? 2u : 0u);
+        FinishSaves();
+    }
+}
+
 TEST_F(ProfileAttachmentTest, TakeOver_CarriesTheContainerOverAndOffersWhatAStartDoes) {
     OtherProgramTakes(L"C:\\P");
     Start();
