@@ -247,6 +247,11 @@ std::wstring JournalPathOf(const std::wstring& path) {
     return (isTreeFile ? path.substr(0, path.size() - kExtension) : path) + L".jnl";
 }
 
+bool MayBeThere(const std::wstring& path) {
+    FilePort& files = ThePlatform().files;
+    return files.Exists(path) || !IsMissing(files.LastError());
+}
+
 bool SafeFileExists(const std::wstring& path) {
     FilePort& files = ThePlatform().files;
     return files.Exists(path) || files.Exists(JournalPathOf(path));
@@ -301,7 +306,11 @@ KeptCopy KeepCopy(const std::wstring& path, const std::wstring& stem) {
     FilePort& files = ThePlatform().files;
     for (int number = 1;; ++number) {
         const std::wstring copy = KeptPath(stem, number);
-        if (files.Copy(path, copy, false)) return {copy, true};
+        if (files.Copy(path, copy, false)) {
+            // What is copied is about to be written over, and that may be on the disk first.
+            files.FlushClosed(copy, WhenHeld::Wait);
+            return {copy, true};
+        }
         const std::uint32_t error = files.LastError();
         if (error == kErrorFileExists && HoldTheSame(path, copy)) return {copy, false};
         if (error != kErrorFileExists || number == kMostKept) throw FileErrorOf(error, copy);
@@ -310,14 +319,14 @@ KeptCopy KeepCopy(const std::wstring& path, const std::wstring& stem) {
 
 std::wstring FreeKeptPath(const std::wstring& stem) {
     for (int number = 1; number <= kMostKept; ++number)
-        if (!ThePlatform().files.Exists(KeptPath(stem, number))) return KeptPath(stem, number);
+        if (!MayBeThere(KeptPath(stem, number))) return KeptPath(stem, number);
     throw FileErrorOf(kErrorFileExists, KeptPath(stem, kMostKept));
 }
 
 std::vector<std::wstring> KeptCopies(const std::wstring& stem) {
     std::vector<std::wstring> copies;
     for (int number = 1; number <= kMostKept; ++number) {
-        if (!ThePlatform().files.Exists(KeptPath(stem, number))) break;
+        if (!MayBeThere(KeptPath(stem, number))) break;
         copies.push_back(KeptPath(stem, number));
     }
     return copies;

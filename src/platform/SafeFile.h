@@ -14,6 +14,10 @@
 // ".jnl", so that no two files of a directory share a journal.
 std::wstring JournalPathOf(const std::wstring& path);
 
+// False only when there is surely no such file: one of which it cannot be told is neither written over nor
+// passed by.
+bool MayBeThere(const std::wstring& path);
+
 // True when there is the file, or the journal of the save that was to make it.
 bool SafeFileExists(const std::wstring& path);
 

@@ -68,7 +68,7 @@ std::wstring CannotBeRead(const std::wstring& directory) {
 
 // What cannot be read is kept all the same before something else takes its place.
 bool KeepWhatIsThere(const std::wstring& directory) {
-    return !ThePlatform().files.Exists(TreeDataFilePath(directory)) || KeepTreeFile(directory);
+    return !MayBeThere(TreeDataFilePath(directory)) || KeepTreeFile(directory);
 }
 
 // From the last kept copy that holds a profile, after a question. None when there is none, or none that the

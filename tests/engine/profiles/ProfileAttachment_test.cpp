@@ -310,6 +310,48 @@ TEST_F(ProfileAttachmentTest, Start_ANoHidesNothingThatCameAfterIt) {
     EXPECT_EQ(fake.user.LastMessage(), L"Es wurden keine verlorenen Clips gefunden.");
 }
 
+// A start with a tree that is torn: it is made anew from a copy, or from the clips. Whatever fails, nothing
+// of it is lost, and the next start can do it again.
+TEST(ProfileAttachmentFaults, Rebuilding_WhateverFails_LosesNothingAndCanBeDoneAgain) {
+    const std::wstring file = L"C:\\P\\nxclip.nxp", copy = L"C:\\P\\nxclip.bak";
+    for (const bool fromCopy : {true, false}) {
+        SCOPED_TRACE(fromCopy ? "from a copy" : "from the clips");
+        const auto prepare = [&](ProfileWorld& world) {
+            world.Fill();
+            StoreProfileList();
+            if (fromCopy) world.fake.files.SetBytes(copy, *world.fake.files.Bytes(file));
+            for (int number = 1; !fromCopy && number <= 3; ++number)
+                world.fake.files.SetBytes(ClipFilePath(L"C:\\P", number),
+                                          ProfileWorld::DataOf(L"Clip " + std::to_wstring(number)));
+            world.fake.files.SetBytes(file, "torn");
+        };
+        const auto start = [](ProfileWorld& world) {
+            Profiles().Clear();
+            // A clip that cannot be read just then is offered as one that was found.
+            world.fake.user.answers = {true, true};
+            LoadListedProfiles(world.tree, world.askForMissing);
+            return world.nodes.Root() != nullptr && world.nodes.Root()->Text() == L"P";
+        };
+        const std::set<std::wstring> all =
+            fromCopy ? std::set<std::wstring>{L"c1", L"c2", L"c3", L"c4"}
+                     : std::set<std::wstring>{L"Clip 1", L"Clip 2", L"Clip 3", L"c4"};
+        const auto check = [&](TriedWorld& world, bool struck) {
+            EXPECT_TRUE(world.done || struck);
+            EXPECT_EQ(ProfileWorld::StoredList(), L"P=C:\\P Q=C:\\Q ");
+            EXPECT_TRUE(start(world));
+            EXPECT_EQ(world.DiskOutline(), world.MemoryOutline());
+            EXPECT_EQ(world.SoundClips(), all);
+            EXPECT_EQ(world.DiskDamage(), std::vector<std::wstring>());
+            const std::vector<std::wstring> kept = KeptTreeFiles(L"C:\\P");
+            EXPECT_TRUE(std::any_of(kept.begin(), kept.end(), [&](const std::wstring& name) {
+                return world.fake.files.Bytes(L"C:\\P\\" + name) == "torn";
+            })) << "what could not be read is kept";
+        };
+        for (const Fault fault : {Fault::OneCall, Fault::Kill, Fault::PowerLoss})
+            EXPECT_GT(StrikeWorld(fault, WriteFailure::DiskFullWithPart, prepare, start, check), 20);
+    }
+}
+
 TEST(ProfileAttachmentFaults, FoundClips_WhateverFails_AreTakenInWholeOrStayToBeFound) {
     const std::wstring file = L"C:\\P\\C9.nxc";
     const auto prepare = [&](ProfileWorld& world) {
