@@ -101,6 +101,35 @@ TEST_F(State, SessionEnd_EndsAnOpenMenuAndTheProcess) {
     EXPECT_EQ(nxclip_.Program().WaitForEnd(), 0u) << "an invisible one would let no other start";
 }
 
+// The system ends the process when the message has been answered, though the mouse still holds the splitter.
+TEST_F(State, SessionEnd_IsAnsweredWhenEverythingIsStored) {
+    StartWithProfile();
+    SetWindowPos(nxclip_.Main().Handle(), nullptr, 120, 80, 640, 480, SWP_NOZORDER);
+    nxclip_.Main().Control(imgSplitter).Send(WM_LBUTTONDOWN, MK_LBUTTON);
+    nxclip_.Main().Send(WM_ENDSESSION, TRUE);
+    nxclip_.Program().Terminate();
+    EXPECT_EQ(ReadSetting(L"Settings", L"MainLeft"), L"1800");
+}
+
+TEST_F(State, SessionEnd_DuringAQuestionOfTheLoadAnswersNothing) {
+    StartWithProfile();
+    nxclip_.Quit();
+    WriteSetting(L"Profiles", L"Count", L"2");
+    WriteSetting(L"Profiles", L"Name2", L"Weg");
+    WriteSetting(L"Profiles", L"File2", (nxclip_.Directory() / L"weg").wstring());
+    nxclip_.Launch();
+    const Window question = nxclip_.WaitForDialog(L"Profil nicht gefunden");
+    // The main window has no title yet.
+    const Window main(GetWindow(question.Handle(), GW_OWNER));
+    EXPECT_NE(main.Send(WM_QUERYENDSESSION), 0);
+    main.Send(WM_ENDSESSION, TRUE);
+    ASSERT_TRUE(IsWindow(question.Handle()));
+    question.Press(cbTakeOut);
+    EXPECT_EQ(nxclip_.Program().WaitForEnd(), 0u);
+    EXPECT_EQ(ReadSetting(L"Profiles", L"Count"), L"1");
+    EXPECT_EQ(ReadSetting(L"Profiles", L"Name1"), L"Profil");
+}
+
 TEST_F(State, View_ComesBackAndTheKeyboardGoesRoundIt) {
     StartWithList();
     nxclip_.Command(mnuListViewPreview);
