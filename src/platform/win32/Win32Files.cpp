@@ -239,13 +239,11 @@ bool Win32Files::FlushClosed(const std::wstring& path, WhenHeld held) {
 }
 
 bool Win32Files::Exists(const std::wstring& path) {
-    const auto [directory, name] = Split(path);
-    if (IsNamePattern(name)) {
+    if (IsNamePattern(Split(path).name)) {
         for (const bool directories : {false, true}) {
-            const auto names = NamesIn(directory, directories);
+            const auto names = NamesLike(path, directories);
             if (!names) return false;
-            const auto matches = [&](const std::wstring& one) { return MatchesNamePattern(one, name); };
-            if (std::any_of(names->begin(), names->end(), matches)) return true;
+            if (!names->empty()) return true;
         }
         return Fail(ERROR_FILE_NOT_FOUND);
     }
@@ -276,14 +274,15 @@ std::optional<FileTime> Win32Files::ChangeTime(const std::wstring& path) {
            data.ftLastWriteTime.dwLowDateTime;
 }
 
-// The sorted names of the files, or of the directories, in a directory; none when it cannot be read.
-std::optional<std::vector<std::wstring>> Win32Files::NamesIn(const std::wstring& directory,
-                                                             bool directories) {
-    std::wstring pattern = directory.empty() ? L".\\" : directory;
-    if (!EndsInSeparator(pattern)) pattern += L'\\';
+// The names of the files, or of the directories, of a directory that match; none when it cannot be read.
+std::optional<std::vector<std::wstring>> Win32Files::NamesLike(const std::wstring& pattern,
+                                                               bool directories) {
+    const SplitPath wanted = Split(pattern);
+    std::wstring directory = wanted.directory.empty() ? L".\\" : wanted.directory;
+    if (!EndsInSeparator(directory)) directory += L'\\';
     std::vector<std::wstring> names;
     WIN32_FIND_DATAW found;
-    const UniqueFind find(FindFirstFileW(SystemPath(pattern + L'*').c_str(), &found));
+    const UniqueFind find(FindFirstFileW(SystemPath(directory + L'*').c_str(), &found));
     if (!Noted(find.IsSet())) {
         // A drive's top directory may hold nothing at all, not even itself.
         if (lastError_ == ERROR_FILE_NOT_FOUND) return names;
@@ -292,21 +291,22 @@ std::optional<std::vector<std::wstring>> Win32Files::NamesIn(const std::wstring&
     do {
         const std::wstring name = found.cFileName;
         const bool isDirectory = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-        if (isDirectory == directories && name != L"." && name != L"..") names.push_back(name);
+        if (isDirectory == directories && name != L"." && name != L".." &&
+            MatchesNamePattern(name, wanted.name))
+            names.push_back(name);
     } while (FindNextFileW(find.Get(), &found));
     if (GetLastError() != ERROR_NO_MORE_FILES) {
         Noted(false);
         return std::nullopt;
     }
-    std::sort(names.begin(), names.end(),
-              [](const std::wstring& a, const std::wstring& b) { return CompareNoCase(a, b) < 0; });
     return names;
 }
 
+// Only what matches is put in order: to compare two names of a large directory costs more than to read them.
 std::vector<std::wstring> Win32Files::List(const std::wstring& pattern) {
-    const auto [directory, name] = Split(pattern);
-    std::vector<std::wstring> names = NamesIn(directory, false).value_or(std::vector<std::wstring>());
-    std::erase_if(names, [&](const std::wstring& one) { return !MatchesNamePattern(one, name); });
+    std::vector<std::wstring> names = NamesLike(pattern, false).value_or(std::vector<std::wstring>());
+    std::sort(names.begin(), names.end(),
+              [](const std::wstring& a, const std::wstring& b) { return CompareNoCase(a, b) < 0; });
     return names;
 }
 

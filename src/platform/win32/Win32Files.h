@@ -38,7 +38,7 @@ class Win32Files : public FilePort {
     bool Fail(std::uint32_t error);
     bool HasRoomFor(FileHandle file, std::int64_t more);
     bool CopyUnderFreeName(const std::wstring& from, const std::wstring& to, std::wstring& copy);
-    std::optional<std::vector<std::wstring>> NamesIn(const std::wstring& directory, bool directories);
+    std::optional<std::vector<std::wstring>> NamesLike(const std::wstring& pattern, bool directories);
 
     Pause pause_;
     std::map<FileHandle, std::wstring> locks_;  // with their names
