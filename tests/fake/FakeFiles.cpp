@@ -372,11 +372,13 @@ void FakeFiles::AddDirectory(const std::wstring& path) {
 
 void FakeFiles::Changing(const std::wstring& fullPath) {
     ++changes_;
+    // A large file is written in many pieces, and copied here but once.
+    if (unflushed_.contains(fullPath)) return;
     const auto entry = entries_.find(fullPath);
     if (entry == entries_.end())
-        unflushed_.try_emplace(fullPath, Unflushed{});
+        unflushed_.emplace(fullPath, Unflushed{});
     else
-        unflushed_.try_emplace(fullPath, Unflushed{entry->second.name, entry->second.content->bytes});
+        unflushed_.emplace(fullPath, Unflushed{entry->second.name, entry->second.content->bytes});
 }
 
 void FakeFiles::Flushed(const std::wstring& fullPath) {
