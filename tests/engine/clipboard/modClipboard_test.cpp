@@ -162,6 +162,13 @@ TEST_F(ClipboardUnitTest, RenderBeforeTheEnd_WaitsForWhatIsHeldOnceATryAndSaysWh
     EXPECT_EQ(fake.failures.Calls(Operation::FilesOpen), opened + 3) << "once a try";
     EXPECT_EQ(fake.clipboard.Content(1), std::string("abc\0", 4));
 
+    // The end waits longer for it than a command does.
+    ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 2));
+    fake.clipboard.OtherProgramHolds(8);
+    RenderBeforeTheEnd();
+    EXPECT_EQ(fake.user.questions.size(), 2u);
+    EXPECT_EQ(fake.clipboard.Content(1), std::string("abc\0", 4));
+
     ASSERT_TRUE(RestoreClip(clipBoard, mainWindow, kClip, 2));
     fake.clipboard.OtherProgramHolds(1000);
     RenderBeforeTheEnd();
