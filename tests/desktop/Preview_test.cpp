@@ -147,6 +147,20 @@ TEST_F(Preview, Png_IsDecodedOrRefused) {
     EXPECT_TRUE(nxclip_.Quiet()) << "nobody asked for it";
 }
 
+TEST_F(Preview, ShortText_HasNoBarsOfALongOneBeforeIt) {
+    StartWithProfile();
+    std::string large = std::string(300, 'x');
+    for (int line = 0; line < 100; ++line)
+        large += "\r\nZeile";
+    SnapOf({{CF_TEXT, large + '\0'}});
+    const Window box = nxclip_.Main().Control(tbPreviewText);
+    const auto bars = [&] { return GetWindowLongW(box.Handle(), GWL_STYLE) & (WS_HSCROLL | WS_VSCROLL); };
+    WaitFor("both bars", [&] { return bars() == (WS_HSCROLL | WS_VSCROLL); });
+    SnapOf({{CF_TEXT, std::string("kurz") + '\0'}});
+    WaitFor("the other text", [&] { return box.Text() == L"kurz"; });
+    EXPECT_EQ(bars(), 0);
+}
+
 TEST_F(Preview, LargePng_IsDecodedBesideTheProgramWhateverHappensToIt) {
     leavesWhole_ = false;
     constexpr std::uint32_t kSide = 4208;  // more than is shown as it is

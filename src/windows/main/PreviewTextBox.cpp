@@ -181,6 +181,7 @@ void PreviewTextBox::FitBars() {
     bool across = text.width > width;
     const bool down = text.height > height - (across ? GetSystemMetrics(SM_CYHSCROLL) : 0);
     across = text.width > width - (down ? GetSystemMetrics(SM_CXVSCROLL) : 0);
-    ShowScrollBar(box, SB_HORZ, across);
+    // A box that becomes wider fits the other bar to the text that it had before.
     ShowScrollBar(box, SB_VERT, down);
+    ShowScrollBar(box, SB_HORZ, across);
 }
