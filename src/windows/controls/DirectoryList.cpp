@@ -5,6 +5,7 @@
 #include "engine/views/ChooserRules.h"
 #include "platform/Platform.h"
 #include "platform/Text.h"
+#include "windows/controls/WindowFont.h"
 
 namespace {
 
@@ -28,7 +29,14 @@ void DirectoryList::Attach(HWND drives, HWND directories, std::function<void()> 
     drives_ = drives;
     directories_ = directories;
     changed_ = std::move(changed);
+    FitLines();
     FillDrives();
+}
+
+void DirectoryList::FitLines() {
+    const LONG height = WindowFont(directories_).Metrics().tmHeight;
+    SendMessageW(directories_, LB_SETITEMHEIGHT, 0, height);
+    InvalidateRect(directories_, nullptr, TRUE);
 }
 
 void DirectoryList::FillDrives() {

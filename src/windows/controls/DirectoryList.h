@@ -15,6 +15,10 @@ class DirectoryList {
     // `changed` is called after each change of the current directory.
     void Attach(HWND drives, HWND directories, std::function<void()> changed);
 
+    // To be called when the list's font has become another one. Whoever draws a list's lines himself says how
+    // high they are; the system takes its own font's height else.
+    void FitLines();
+
     // Where the list stands, a drive's root with "\" at its end.
     const std::wstring& Directory() const { return directory_; }
     const DirectoryContent& Content() const { return content_; }

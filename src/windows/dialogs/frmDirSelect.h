@@ -17,6 +17,7 @@ class frmDirSelect : public Dialog {
 
  private:
     void OnInit() override;
+    void OnResolution() override { directories_.FitLines(); }
     void OnCommand(int control, int code) override;
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
     void OnOk() override;
