@@ -71,7 +71,7 @@ TEST_F(Capture, Automatic_StaysResponsiveInABurstAndTakesTheNewestOnce) {
 // What is drawn twice, or for nobody, is dozens of questions to the window server each time.
 TEST_F(Capture, Automatic_CostsFewQuestionsToTheSystem) {
     constexpr int kUntilTheTreeScrolls = 10, kCounted = 5;
-    constexpr std::uint64_t kMostShown = 700, kMostAsIcon = 280;  // for each
+    constexpr std::uint64_t kMostShown = 560, kMostAsIcon = 240;  // for each
     WriteSetting(L"Settings", L"ShowInTray", L"0");
     StartWithProfile();
     nxclip_.SetAutoDetect(true);
