@@ -137,8 +137,10 @@ void HitList::PlanSizes(SearchPlan& plan, const std::vector<FoundByName>& found)
 }
 
 bool HitList::IsMisfit(FileKey file, WordSet spared) const {
-    const auto same = std::ranges::equal_range(misfits_, file, {}, &Misfit::file);
-    return std::ranges::any_of(same, [=](const Misfit& one) { return HasAll(one.spared, spared); });
+    for (auto one = std::ranges::lower_bound(misfits_, file, {}, &Misfit::file);
+         one != misfits_.end() && one->file == file; ++one)
+        if (HasAll(one->spared, spared)) return true;
+    return false;
 }
 
 bool HitList::IsSilent(const SearchPlan& plan, const ClipTarget& clip) const {
