@@ -178,6 +178,9 @@ class Measured {
         double taken, next, shown;
     };
     Capture TakeText(std::size_t size) {
+        // After a capture the program rests for a moment before it takes the next one.
+        constexpr DWORD kLongestRest = 300;
+        Sleep(kLongestRest);
         const std::string text = NewText(size);
         const std::wstring first = FirstLine(text);
         const int toldBefore = NextViewer::told;
