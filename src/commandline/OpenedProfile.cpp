@@ -7,6 +7,7 @@
 #include "commandline/Arguments.h"
 #include "engine/profiles/CProfiles.h"
 #include "engine/profiles/ProfileAttachment.h"
+#include "engine/profiles/ProfileLock.h"
 #include "engine/profiles/ProfileStore.h"
 #include "engine/profiles/modProfile.h"
 #include "engine/tree/TreeWalk.h"
@@ -72,12 +73,10 @@ OpenedProfile::OpenedProfile(const std::wstring& directory, bool forWriting) {
     ExpectProfile(directory);
     tree_.Bind(&nodes_);
     if (forWriting) {
-        ProfileLock lock(directory);
-        if (lock.HeldByOther()) ThrowOpened();
-        FinishSave(TreeDataFilePath(directory));
-        FileMark onDisk;
-        top_ = LoadProfileDirectory(tree_, directory, onDisk);
-        if (top_ != nullptr) EnterProfile(*top_, directory, std::move(lock), onDisk);
+        ProfileFile file(directory);
+        if (file.HeldByOther()) ThrowOpened();
+        top_ = LoadProfile(tree_, file);
+        if (top_ != nullptr) EnterProfile(*top_, std::move(file));
     } else if (tree_.LoadDataFromFile(TreeDataFilePath(directory))) {
         top_ = tree_.BuildSubTreeFromData(nullptr);
         tree_.ReleaseData();

@@ -3,7 +3,6 @@
 #include <string>
 #include <vector>
 
-#include "engine/profiles/ProfileLock.h"
 #include "engine/tree/CTreeViewEx.h"
 
 // The profile that a command works on.

@@ -73,9 +73,9 @@ void RemoveClips(NodeCollection& nodes, Node& profile) {
 
 // What could not be saved so far is tried once more. True when nothing is left, or when the user gives it up.
 bool MayForgetChanges(CTreeViewEx& tree, Node& profile) {
-    const CProfile& entry = *Profiles().ProfileOf(&profile);
+    CProfile& entry = *Profiles().ProfileOf(&profile);
     if (!entry.Dirty || SaveProfile(tree, profile)) {
-        FinishSave(TreeDataFilePath(entry.Directory));
+        entry.File.Finish();
         return true;
     }
     return ThePlatform().user.Ask(
@@ -122,17 +122,16 @@ Node* ProfileActions::BuildNewprofile(const std::wstring& name, const std::wstri
         Inform(refusal);
         return nullptr;
     }
-    ProfileLock lock(directory);
-    if (lock.HeldByOther()) {
+    ProfileFile file(directory);
+    if (file.HeldByOther()) {
         Inform(kEditedByOther);
         return nullptr;
     }
-    FileMark onDisk;
     Node* const profile = templateFile.empty() ? BuildEmptyProfile(name, directory)
-                                               : BuildFromTemplate(name, directory, templateFile, onDisk);
+                                               : BuildFromTemplate(name, file, templateFile);
     if (profile == nullptr) return nullptr;
     RaiseClipCounter(*profile, HighestClipFile(directory));
-    EnterProfile(*profile, directory, std::move(lock), onDisk);
+    EnterProfile(*profile, std::move(file));
     if (container_.Get() == nullptr) container_.SetActiveContainer(profile);
     // Not left to the next save: until then a crash would leave nothing of it.
     if (SaveProfile(tree_, *profile)) {
@@ -152,19 +151,18 @@ Node* ProfileActions::BuildEmptyProfile(const std::wstring& name, const std::wst
 }
 
 // The name in the template is only a suggestion; its info text and its global release are taken over.
-Node* ProfileActions::BuildFromTemplate(const std::wstring& name, const std::wstring& directory,
-                                        const std::wstring& templateFile, FileMark& onDisk) {
+Node* ProfileActions::BuildFromTemplate(const std::wstring& name, ProfileFile& file,
+                                        const std::wstring& templateFile) {
     FilePort& files = ThePlatform().files;
     if (!files.Exists(templateFile)) {
         Tell(L"Vorlage " + templateFile + L" nicht verfügbar !!!");
         return nullptr;
     }
-    const std::wstring treeFile = TreeDataFilePath(directory);
-    if (!CopyTemplate(templateFile, treeFile)) return nullptr;
-    Node* const profile = LoadProfileDirectory(tree_, directory, onDisk);
+    if (!CopyTemplate(templateFile, file.Path())) return nullptr;
+    Node* const profile = LoadProfile(tree_, file);
     if (profile == nullptr) {
-        TellNotLoaded(directory);
-        RemoveSafeFile(treeFile);
+        TellNotLoaded(file.Directory());
+        RemoveSafeFile(file.Path());
         return nullptr;
     }
     RemoveClips(*tree_.TreeView(), *profile);

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "engine/profiles/ActiveContainer.h"
+#include "engine/profiles/ProfileFile.h"
 #include "engine/tree/CTreeViewEx.h"
 
 // The commands that change which profiles are attached. Deleting one: ClipOperations.h.
@@ -27,8 +28,7 @@ class ProfileActions {
 
  private:
     Node* BuildEmptyProfile(const std::wstring& name, const std::wstring& directory);
-    Node* BuildFromTemplate(const std::wstring& name, const std::wstring& directory,
-                            const std::wstring& templateFile, FileMark& onDisk);
+    Node* BuildFromTemplate(const std::wstring& name, ProfileFile& file, const std::wstring& templateFile);
     void TakeOut(Node& profile);
 
     CTreeViewEx& tree_;

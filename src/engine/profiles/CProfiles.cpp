@@ -4,7 +4,6 @@
 #include <map>
 #include <utility>
 
-#include "engine/tree/modTreeEx.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "platform/RuntimeError.h"
@@ -35,6 +34,7 @@ CProfile& CProfiles::Add(const std::wstring& name, const std::wstring& directory
     entry->Directory = directory;
     entry->Dirty = dirty;
     entry->Node = node;
+    entry->File = ProfileFile::WithoutLock(directory);
     entries_.push_back(std::move(entry));
     return *entries_.back();
 }
@@ -141,13 +141,7 @@ void CProfiles::OrderAsInTree(const NodeCollection& nodes) {
 }
 
 bool LieIn(const CProfile& profile, const std::wstring& directory, const std::wstring& identity) {
-    if (SameSpelling(profile.Directory, directory)) return true;
-    if (identity.empty() || profile.Identity != identity) return false;
-    // Where the number is wrong, the lock of the one does not stand in the other. Another program may have
-    // that one, but there is another tree in it.
-    if (!profile.Lock.Held() || !IsKept(directory)) return false;
-    const FileMark tree = FileMark::Of(TreeDataFilePath(directory));
-    return tree.IsKnown() && tree == FileMark::Of(TreeDataFilePath(profile.Directory));
+    return SameSpelling(profile.Directory, directory) || profile.File.LiesIn(directory, identity);
 }
 
 CProfiles& Profiles() {

@@ -163,7 +163,9 @@ class Repair {
 }  // namespace
 
 std::vector<std::wstring> RepairDirectory(CTreeViewEx& tree, const std::wstring& directory) {
-    if (ThePlatform().files.Exists(TreeDataFilePath(directory)) && !KeepTreeFile(directory)) return {};
+    if (ThePlatform().files.Exists(TreeDataFilePath(directory)) &&
+        !ProfileFile::WithoutLock(directory).KeepCopy())
+        return {};
     Node* const profile = AttachProfileDirectory(tree, directory);
     if (profile == nullptr || !ChangeAllowed(profile)) return {};
     std::vector<std::wstring> done;

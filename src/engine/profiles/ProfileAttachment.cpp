@@ -51,10 +51,9 @@ std::optional<std::vector<std::uint8_t>> BytesOf(const std::wstring& file) {
 
 // There is no tree in the file, today or tomorrow: it is gone or holds something else. A file that only
 // cannot be read now may be whole.
-bool IsBeyondReading(const std::wstring& directory) {
-    const std::wstring file = TreeDataFilePath(directory);
-    if (!SafeFileExists(file)) return ThePlatform().files.IsDirectory(directory);
-    const auto bytes = BytesOf(file);
+bool IsBeyondReading(const ProfileFile& file) {
+    if (!SafeFileExists(file.Path())) return ThePlatform().files.IsDirectory(file.Directory());
+    const auto bytes = BytesOf(file.Path());
     return bytes && !IsProfileImage(*bytes);
 }
 
@@ -62,70 +61,61 @@ std::wstring NotLoaded(const std::wstring& name) {
     return L"Profil \"" + name + L"\" konnte nicht geladen werden";
 }
 
-std::wstring CannotBeRead(const std::wstring& directory) {
-    return L"Die Datei\r\n" + TreeDataFilePath(directory) + L"\r\nkann nicht gelesen werden. ";
+std::wstring CannotBeRead(const ProfileFile& file) {
+    return L"Die Datei\r\n" + file.Path() + L"\r\nkann nicht gelesen werden. ";
 }
 
 // What cannot be read is kept all the same before something else takes its place.
-bool KeepWhatIsThere(const std::wstring& directory) {
-    return !MayBeThere(TreeDataFilePath(directory)) || KeepTreeFile(directory);
+bool KeepWhatIsThere(const ProfileFile& file) {
+    return !MayBeThere(file.Path()) || file.KeepCopy();
 }
 
 // From the last kept copy that holds a profile, after a question. None when there is none, or none that the
 // user wants. Null after a failure, also when a copy cannot be read: it may be the one, and a tree from the
 // clips alone would be poorer.
-std::optional<Node*> LoadKeptCopy(CTreeViewEx& tree, const std::wstring& directory, FileMark& onDisk) {
-    const std::vector<std::wstring> names = KeptTreeFiles(directory);
+std::optional<Node*> LoadKeptCopy(CTreeViewEx& tree, ProfileFile& file) {
+    const std::vector<std::wstring> names = file.KeptCopies();
     for (auto name = names.rbegin(); name != names.rend(); ++name) {
-        const auto bytes = BytesOf(WithBackslash(directory) + *name);
+        const auto bytes = BytesOf(WithBackslash(file.Directory()) + *name);
         if (!bytes) return nullptr;
         if (!IsProfileImage(*bytes)) continue;
-        if (!ThePlatform().user.Ask(
-                CannotBeRead(directory) + L"Soll die Kopie " + *name + L" verwendet werden ?",
-                L"Profil beschädigt", false))
+        if (!ThePlatform().user.Ask(CannotBeRead(file) + L"Soll die Kopie " + *name + L" verwendet werden ?",
+                                    L"Profil beschädigt", false))
             return std::nullopt;
-        if (!KeepWhatIsThere(directory)) return nullptr;
-        try {
-            WriteSafeFile(TreeDataFilePath(directory), *bytes);
-            FinishSave(TreeDataFilePath(directory));
-        } catch (const RuntimeError& error) {
-            ThePlatform().user.Tell(error.Description());
-            return nullptr;
-        }
-        return LoadProfileDirectory(tree, directory, onDisk);
+        return KeepWhatIsThere(file) && file.Restore(*bytes) ? LoadProfile(tree, file) : nullptr;
     }
     return std::nullopt;
 }
 
 // A new tree over the clips that lie in the directory, after a question. Null when there are none.
-Node* BuildFromClips(CTreeViewEx& tree, const std::wstring& name, const std::wstring& directory,
-                     FileMark& onDisk) {
-    const std::vector<FoundClip> clips = FindClips(directory, nullptr);
+Node* BuildFromClips(CTreeViewEx& tree, const std::wstring& name, ProfileFile& file) {
+    const std::vector<FoundClip> clips = FindClips(file.Directory(), nullptr);
     if (clips.empty()) return nullptr;
-    if (!ThePlatform().user.Ask(CannotBeRead(directory) + L"Soll das Profil aus seinen " +
+    if (!ThePlatform().user.Ask(CannotBeRead(file) + L"Soll das Profil aus seinen " +
                                     NumberText(static_cast<int>(clips.size())) +
                                     L" Clipdateien neu aufgebaut werden ?",
                                 L"Profil beschädigt", false) ||
-        !KeepWhatIsThere(directory))
+        !KeepWhatIsThere(file))
         return nullptr;
     NodeCollection& nodes = *tree.TreeView();
     const BulkChangeScope bulk(nodes);
     Node& profile = nodes.Add(nullptr, NodeRelation::Last, name, std::wstring(L"Profile"));
-    profile.SetTag(MakeProfileTag(clips.back().number, directory, false, L""));
+    profile.SetTag(MakeProfileTag(clips.back().number, file.Directory(), false, L""));
     AddFoundClips(nodes, profile, clips);
     const bool saved = SaveProfile(tree, profile);
     // Nobody waits here, and the entry that would remember it is not made yet.
-    FinishSave(TreeDataFilePath(directory));
+    file.Finish();
     nodes.Remove(profile);
-    return saved ? LoadProfileDirectory(tree, directory, onDisk) : nullptr;
+    return saved ? LoadProfile(tree, file) : nullptr;
 }
 
-Node* RecoverProfile(CTreeViewEx& tree, const std::wstring& directory, FileMark& onDisk) {
-    if (directory.find(L'&') != std::wstring::npos || !IsBeyondReading(directory)) return nullptr;
-    if (const auto profile = LoadKeptCopy(tree, directory, onDisk)) return *profile;
+Node* RecoverProfile(CTreeViewEx& tree, ProfileFile& file) {
+    const std::wstring& directory = file.Directory();
+    if (directory.find(L'&') != std::wstring::npos || !IsBeyondReading(file)) return nullptr;
+    if (const auto profile = LoadKeptCopy(tree, file)) return *profile;
     const CProfile* const waiting = Profiles().ProfileSpelled(directory);
     const std::wstring name = waiting != nullptr ? waiting->Name : LastPartOf(WithoutBackslash(directory));
-    return BuildFromClips(tree, name, directory, onDisk);
+    return BuildFromClips(tree, name, file);
 }
 
 CProfile& EntryFor(const Node& profile, const std::wstring& directory) {
@@ -164,7 +154,7 @@ Node& TakePlace(CTreeViewEx& tree, CProfile& entry, Node& loaded, ActiveContaine
 void TakeOutOfTree(CTreeViewEx& tree, CProfile& entry, ActiveContainer& container) {
     container.LeaveSubtree(*entry.Node);
     tree.TreeView()->Remove(*std::exchange(entry.Node, nullptr));
-    entry.Lock = {};
+    entry.File = ProfileFile::WithoutLock(entry.Directory);
     ThePlatform().user.TellLater(NotLoaded(entry.Name));
 }
 
@@ -219,41 +209,33 @@ bool IsListed(const CProfile* entry) {
 }
 
 // Null when the directory holds nothing that could be loaded or rebuilt.
-Node* LoadOrRecover(CTreeViewEx& tree, const std::wstring& directory, FileMark& onDisk) {
-    FinishSave(TreeDataFilePath(directory));
-    Node* const profile = LoadProfileDirectory(tree, directory, onDisk);
-    return profile != nullptr ? profile : RecoverProfile(tree, directory, onDisk);
+Node* LoadOrRecover(CTreeViewEx& tree, ProfileFile& file) {
+    Node* const profile = LoadProfile(tree, file);
+    return profile != nullptr ? profile : RecoverProfile(tree, file);
 }
 
 // Null, and nothing is asked any more, when it was detached or settled while a question stood.
 CProfile* StillInConflict(const std::wstring& directory) {
     CProfile* const entry = Profiles().GetProfile(directory);
     const bool stands = entry != nullptr && entry->Node != nullptr;
-    return stands && entry->Conflict == ProfileConflict::Found ? entry : nullptr;
+    return stands && entry->File.Conflict() == ProfileConflict::Found ? entry : nullptr;
 }
 
 bool LoadOthersTree(CTreeViewEx& tree, CProfile& entry, ActiveContainer& container) {
-    if (!KeepOwnTree(tree, entry)) return false;
-    FinishSave(TreeDataFilePath(entry.Directory));
-    FileMark onDisk;
-    Node* const loaded = LoadProfileDirectory(tree, entry.Directory, onDisk);
+    if (!entry.File.KeepTree(tree, *entry.Node)) return false;
+    ProfileFile others = ProfileFile::WithoutLock(entry.Directory);
+    Node* const loaded = LoadProfile(tree, others);
     if (loaded == nullptr) return false;
     Node& profile = TakePlace(tree, entry, *loaded, container);
-    entry.OnDisk = onDisk;
+    entry.File.GoOnFrom(others);
     entry.Dirty = false;
-    entry.Conflict = ProfileConflict::None;
     StoreProfileList();
     OfferFoundClips(tree, profile);
     return true;
 }
 
 bool WriteOverOthersTree(CTreeViewEx& tree, CProfile& entry) {
-    // What is written there after the copy was made is in none: it is asked about anew.
-    const FileMark kept = FileMark::Of(TreeDataFilePath(entry.Directory));
-    if (!KeepTreeFile(entry.Directory)) return false;
-    entry.OnDisk = kept;
-    entry.Conflict = ProfileConflict::None;
-    return SaveProfile(tree, *entry.Node);
+    return entry.File.GiveUpOthersTree() && SaveProfile(tree, *entry.Node);
 }
 
 // True when the tree was loaded again.
@@ -274,7 +256,7 @@ bool SettleConflict(CTreeViewEx& tree, const std::wstring& directory, ActiveCont
                                  title, true);
     CProfile* const entry = StillInConflict(directory);
     if (entry == nullptr) return false;
-    entry->Conflict = ProfileConflict::PutOff;
+    entry->File.PutConflictOff();
     const BusyScope operation(Busy::TreeOperation);
     if (writes) WriteOverOthersTree(tree, *entry);
     return loads && LoadOthersTree(tree, *entry, container);
@@ -285,13 +267,11 @@ bool SettleConflict(CTreeViewEx& tree, const std::wstring& directory, ActiveCont
 Node* AttachProfileDirectory(CTreeViewEx& tree, const std::wstring& directory) {
     if (directory.empty()) return nullptr;
     const BusyScope operation(Busy::TreeOperation);
-    ProfileLock lock(directory);
-    const bool editedByOther = lock.HeldByOther();
-    FileMark onDisk;
-    Node* const profile = editedByOther ? LoadProfileDirectory(tree, directory, onDisk)
-                                        : LoadOrRecover(tree, directory, onDisk);
+    ProfileFile file(directory);
+    const bool editedByOther = file.HeldByOther();
+    Node* const profile = editedByOther ? LoadProfile(tree, file) : LoadOrRecover(tree, file);
     if (profile == nullptr) return nullptr;
-    EnterProfile(*profile, directory, std::move(lock), onDisk);
+    EnterProfile(*profile, std::move(file));
     if (editedByOther)
         ThePlatform().user.Inform(kEditedByOther, profile->Text());
     else
@@ -299,12 +279,10 @@ Node* AttachProfileDirectory(CTreeViewEx& tree, const std::wstring& directory) {
     return profile;
 }
 
-void EnterProfile(Node& profile, const std::wstring& directory, ProfileLock lock, const FileMark& onDisk) {
-    CProfile& entry = EntryFor(profile, directory);
+void EnterProfile(Node& profile, ProfileFile file) {
+    CProfile& entry = EntryFor(profile, file.Directory());
     entry.Node = &profile;
-    entry.Lock = std::move(lock);
-    entry.OnDisk = onDisk;
-    entry.Identity = ThePlatform().files.Identity(directory);
+    entry.File = std::move(file);
 }
 
 void LoadListedProfiles(CTreeViewEx& tree, const AskForMissingProfile& ask) {
@@ -323,7 +301,7 @@ void LoadListedProfiles(CTreeViewEx& tree, const AskForMissingProfile& ask) {
 bool AnyEditedByOther() {
     const std::vector<CProfile*> entries = Profiles().NewEnum();
     return std::any_of(entries.begin(), entries.end(),
-                       [](const CProfile* entry) { return entry->Lock.HeldByOther(); });
+                       [](const CProfile* entry) { return entry->File.HeldByOther(); });
 }
 
 bool TakeOverFreedProfiles(CTreeViewEx& tree, ActiveContainer& container) {
@@ -332,11 +310,10 @@ bool TakeOverFreedProfiles(CTreeViewEx& tree, ActiveContainer& container) {
     for (CProfile* entry : Profiles().NewEnum()) {
         // While something was asked, everything may have come to its end.
         if (!IsListed(entry)) return any;
-        if (entry->Node == nullptr || !entry->Lock.HeldByOther()) continue;
-        ProfileLock lock(entry->Directory);
-        if (!lock.Held()) continue;
-        FileMark onDisk;
-        const NodeRef loaded(LoadOrRecover(tree, entry->Directory, onDisk));
+        if (entry->Node == nullptr || !entry->File.HeldByOther()) continue;
+        ProfileFile file(entry->Directory);
+        if (file.LockFile() == FileHandle::None) continue;
+        const NodeRef loaded(LoadOrRecover(tree, file));
         if (!IsListed(entry)) return any;
         any = true;
         if (loaded.Get() == nullptr) {
@@ -344,7 +321,7 @@ bool TakeOverFreedProfiles(CTreeViewEx& tree, ActiveContainer& container) {
             continue;
         }
         Node& profile = TakePlace(tree, *entry, *loaded.Get(), container);
-        EnterProfile(profile, entry->Directory, std::move(lock), onDisk);
+        EnterProfile(profile, std::move(file));
         ThePlatform().user.Status(L"Das Profil \"" + profile.Text() + L"\" kann wieder bearbeitet werden.");
         OfferFoundClips(tree, profile);
     }
@@ -355,7 +332,7 @@ bool TakeOverFreedProfiles(CTreeViewEx& tree, ActiveContainer& container) {
 bool SettleConflicts(CTreeViewEx& tree, ActiveContainer& container) {
     std::vector<std::wstring> directories;
     for (const CProfile* entry : Profiles().NewEnum())
-        if (entry->Conflict == ProfileConflict::Found) directories.push_back(entry->Directory);
+        if (entry->File.Conflict() == ProfileConflict::Found) directories.push_back(entry->Directory);
     bool anyLoaded = false;
     for (const std::wstring& directory : directories)
         anyLoaded = SettleConflict(tree, directory, container) || anyLoaded;
@@ -364,9 +341,9 @@ bool SettleConflicts(CTreeViewEx& tree, ActiveContainer& container) {
 
 void LetProfileGo(FileHandle lock) {
     for (CProfile* entry : Profiles().NewEnum()) {
-        if (lock == FileHandle::None || entry->Lock.File() != lock) continue;
+        if (lock == FileHandle::None || entry->File.LockFile() != lock) continue;
         FinishSaves();
-        entry->Lock.LetGo();
+        entry->File.LetGo();
         ThePlatform().user.Status(L"Das Profil \"" + entry->Name +
                                   L"\" ist freigegeben: Sein Laufwerk soll entfernt werden.");
     }

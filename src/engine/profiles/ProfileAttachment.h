@@ -4,9 +4,8 @@
 #include <string>
 
 #include "engine/profiles/ActiveContainer.h"
-#include "engine/profiles/ProfileLock.h"
+#include "engine/profiles/ProfileFile.h"
 #include "engine/tree/CTreeViewEx.h"
-#include "platform/SafeFile.h"
 
 // How directories become attached profiles. What goes wrong is told to the user.
 
@@ -16,9 +15,8 @@
 // file or from its clips. Null when there is no profile in the end; the list is as it was then.
 Node* AttachProfileDirectory(CTreeViewEx& tree, const std::wstring& directory);
 
-// Enters a profile that stands in the tree and whose directory was taken beforehand. `onDisk` is of its file
-// as it was read for this tree.
-void EnterProfile(Node& profile, const std::wstring& directory, ProfileLock lock, const FileMark& onDisk);
+// Enters a profile that stands in the tree, with its file that was taken beforehand and read for this tree.
+void EnterProfile(Node& profile, ProfileFile file);
 
 // What the user says of a listed profile whose directory is gone.
 struct MissingProfileAnswer {

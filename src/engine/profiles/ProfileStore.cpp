@@ -1,7 +1,6 @@
 #include "engine/profiles/ProfileStore.h"
 
 #include <algorithm>
-#include <utility>
 #include <vector>
 
 #include "engine/profiles/CProfiles.h"
@@ -11,11 +10,8 @@
 #include "engine/tree/TreeWalk.h"
 #include "engine/tree/modTreeEx.h"
 #include "platform/FlushLater.h"
-#include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "platform/RuntimeError.h"
-#include "platform/SafeFile.h"
-#include "platform/Text.h"
 
 namespace {
 
@@ -55,46 +51,26 @@ void ShowKinds(Node& profile) {
         if (IsShownAsActive(*walk.Current())) ShowKind(*walk.Current());
 }
 
-std::wstring KeptStem(const std::wstring& directory) {
-    return WithBackslash(directory) + L"nxclip";
-}
-
 using Saved = CTreeViewEx::Saved;
 
-// The user is asked once for each change that is found.
-void NoteConflict(CProfile& entry, bool found) {
-    using enum ProfileConflict;
-    if (!found) entry.Conflict = None;
-    if (found && entry.Conflict == None) entry.Conflict = Found;
-    if (found)
+Saved SaveEntry(CTreeViewEx& tree, CProfile& entry, std::span<Node* const> without) {
+    const Saved saved = entry.File.Write(tree, *entry.Node, without);
+    // After a failure file and tree may differ: the next save of all makes up for it.
+    entry.Dirty = saved != Saved::Whole;
+    if (saved == Saved::ChangedByOther)
         ThePlatform().user.Status(
             L"Das Profil \"" + entry.Name +
             L"\" ist nicht gespeichert: Ein anderes Programm hat seine Datei geändert.");
-}
-
-Saved WriteTree(CTreeViewEx& tree, const Node& profile, std::span<Node* const> without,
-                const std::wstring& file, FileMark& mark) {
-    const bool built = tree.BuildTreeData(&profile, without);
-    const Saved saved = built ? tree.SaveDataToFile(file, mark) : Saved::Failed;
-    tree.ReleaseData();
-    if (!built) {
-        ThePlatform().user.Tell(L"BuildTreeData: Profiledaten konnten nicht ermittelt werden.");
-        ThePlatform().user.Tell(L"Speichern des Profils ist fehlgeschlagen !!!");
-    }
     return saved;
 }
 
 }  // namespace
 
-Node* LoadProfileDirectory(CTreeViewEx& tree, const std::wstring& directory) {
-    FileMark any;
-    return LoadProfileDirectory(tree, directory, any);
-}
-
-Node* LoadProfileDirectory(CTreeViewEx& tree, const std::wstring& directory, FileMark& onDisk) {
+Node* LoadProfile(CTreeViewEx& tree, ProfileFile& file) {
+    const std::wstring& directory = file.Directory();
     // A profile's tag cannot hold such a directory.
     if (directory.empty() || directory.find(L'&') != std::wstring::npos) return nullptr;
-    if (!tree.LoadDataFromFile(TreeDataFilePath(directory), onDisk)) return nullptr;
+    if (!file.Read(tree)) return nullptr;
 
     NodeCollection& nodes = *tree.TreeView();
     const BulkChangeScope bulk(nodes);
@@ -106,7 +82,7 @@ Node* LoadProfileDirectory(CTreeViewEx& tree, const std::wstring& directory, Fil
     std::vector<Node*> roots = RootNodesFrom(nodes, before + 1);
     const bool damaged = !complete || roots.size() > 1;
     // Only a part of the file is in the tree then, and that part is what the next save writes over it.
-    if (!IsProfileNode(profile) || (damaged && !KeepTreeFile(directory))) {
+    if (!IsProfileNode(profile) || (damaged && !file.KeepCopy())) {
         nodes.RemoveAll(roots);
         return nullptr;
     }
@@ -121,36 +97,13 @@ Node* LoadProfileDirectory(CTreeViewEx& tree, const std::wstring& directory, Fil
     return profile;
 }
 
-bool KeepTreeFile(const std::wstring& directory) {
-    return Succeeds([&] { KeepCopy(TreeDataFilePath(directory), KeptStem(directory)); });
-}
-
-std::vector<std::wstring> KeptTreeFiles(const std::wstring& directory) {
-    std::vector<std::wstring> names = KeptCopies(KeptStem(directory));
-    for (std::wstring& name : names)
-        name = LastPartOf(name);
-    return names;
-}
-
-CTreeViewEx::Saved TrySaveProfile(CTreeViewEx& tree, Node& profile, std::span<Node* const> without) {
-    UserPort& user = ThePlatform().user;
+Saved TrySaveProfile(CTreeViewEx& tree, Node& profile, std::span<Node* const> without) {
     if (IsEditedByOther(&profile)) {
-        user.Inform(kEditedByOther);
+        ThePlatform().user.Inform(kEditedByOther);
         return Saved::Failed;
     }
-    CProfile* const entry = Profiles().ProfileOf(&profile);
-    const std::wstring file = TreeDataFilePath(GetProfileDirectory(&profile));
-    FileMark mark = entry != nullptr ? entry->OnDisk : FileMark();
-    const Saved saved = WriteTree(tree, profile, without, file, mark);
-    if (entry != nullptr) {
-        // After a failure file and tree may differ: the next save of all makes up for it.
-        entry->Dirty = saved != Saved::Whole;
-        entry->Unfinished |= saved != Saved::ChangedByOther;
-        // A failed save may have made the file longer.
-        entry->OnDisk = mark.IsKnown() ? mark : FileMark::Of(file);
-        NoteConflict(*entry, saved == Saved::ChangedByOther);
-    }
-    return saved;
+    if (CProfile* const entry = Profiles().ProfileOf(&profile)) return SaveEntry(tree, *entry, without);
+    return ProfileFile::WithoutLock(GetProfileDirectory(&profile)).Write(tree, profile, without);
 }
 
 bool SaveProfile(CTreeViewEx& tree, Node& profile, std::span<Node* const> without) {
@@ -163,26 +116,16 @@ bool SaveAllProfiles(CTreeViewEx& tree) {
     bool allSaved = true;
     for (CProfile* entry : Profiles().NewEnum()) {
         if (!entry->Dirty || entry->Node == nullptr || SaveProfile(tree, *entry->Node)) continue;
-        if (entry->Conflict == ProfileConflict::None) allSaved = false;
+        if (entry->File.Conflict() == ProfileConflict::None) allSaved = false;
     }
     if (!allSaved) ThePlatform().user.Tell(L"Speichern des Profiles ist fehlgeschlagen !!!");
     return allSaved;
 }
 
-bool KeepOwnTree(CTreeViewEx& tree, const CProfile& entry) {
-    bool kept = false;
-    const bool named = Succeeds([&] {
-        const std::wstring copy = FreeKeptPath(KeptStem(entry.Directory));
-        kept = tree.BuildTreeData(entry.Node) && tree.SaveDataToFile(copy);
-        FinishSave(copy);
-    });
-    tree.ReleaseData();
-    return named && kept;
-}
-
 void KeepTreesInConflict(CTreeViewEx& tree) {
     for (const CProfile* entry : Profiles().NewEnum())
-        if (entry->Conflict != ProfileConflict::None && entry->Node != nullptr) KeepOwnTree(tree, *entry);
+        if (entry->File.Conflict() != ProfileConflict::None && entry->Node != nullptr)
+            entry->File.KeepTree(tree, *entry->Node);
 }
 
 bool FinishNextSave() {
@@ -190,9 +133,9 @@ bool FinishNextSave() {
     // While others hold a clip's file, the tree that names it keeps its journal.
     if (AnyToFlush()) return false;
     for (CProfile* entry : Profiles().NewEnum()) {
-        if (!std::exchange(entry->Unfinished, false)) continue;
+        if (!entry->File.IsUnfinished()) continue;
         // What cannot be finished now is finished by the next save or the next load.
-        FinishSave(TreeDataFilePath(entry->Directory));
+        entry->File.Finish();
         return true;
     }
     return false;

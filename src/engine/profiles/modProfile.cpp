@@ -164,7 +164,7 @@ void SetDirtyProfile(const std::wstring& directory) {
 
 bool IsEditedByOther(const Node* node) {
     const CProfile* const profile = Profiles().ProfileOf(GetTopNode(node));
-    return profile != nullptr && profile->Lock.HeldByOther();
+    return profile != nullptr && profile->File.HeldByOther();
 }
 
 NodeAttributes AttributesOf(const Node* node) {

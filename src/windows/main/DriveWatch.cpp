@@ -29,7 +29,7 @@ HDEVNOTIFY NotificationOf(HWND window, FileHandle lock) {
 void DriveWatch::WatchHeldProfiles(HWND window) {
     std::set<FileHandle> held;
     for (const CProfile* entry : Profiles().NewEnum()) {
-        const FileHandle lock = entry->Lock.File();
+        const FileHandle lock = entry->File.LockFile();
         if (lock == FileHandle::None) continue;
         held.insert(lock);
         // The number of a lock that was given up may be that of another one now.

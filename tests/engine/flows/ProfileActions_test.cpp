@@ -156,6 +156,21 @@ TEST_F(ProfileActionsTest, UnlinkProfile_TouchesNoFile) {
     EXPECT_EQ(container.Title(), L"Q");
 }
 
+// A journal that is being written, or whose save is under way, is the other program's.
+TEST_F(ProfileActionsTest, UnlinkProfile_OfOneThatAnotherProgramSaves_LeavesItItsJournal) {
+    Fill();
+    ProfileFile& file = Profiles().ProfileOf(&Get(L"P"))->File;
+    file = {};
+    fake.files.SetBytes(L"C:\\P\\nxclip.lck", "");
+    fake.files.LockByOther(L"C:\\P\\nxclip.lck");
+    file = ProfileFile(L"C:\\P");
+    ASSERT_TRUE(file.HeldByOther());
+    fake.files.SetBytes(L"C:\\P\\nxclip.jnl", "half a journal");
+    fake.user.answers = {true};
+    EXPECT_TRUE(actions.UnlinkProfile(&Get(L"P")));
+    EXPECT_TRUE(fake.files.Has(L"C:\\P\\nxclip.jnl"));
+}
+
 TEST_F(ProfileActionsTest, UnlinkProfile_OfAProfileInsideAProfileTouchesNeither) {
     Fill();
     Node& inner = nodes.Add(&Get(L"S"), NodeRelation::Child, L"innen", std::wstring(L"Profile"));

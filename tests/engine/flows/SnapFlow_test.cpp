@@ -342,7 +342,8 @@ TEST_F(SnapTest, Snap_WithAnyOperationFailingLosesNothingThatWasThere) {
     CTreeViewEx reloaded;
     NodeCollection reloadedNodes;
     reloaded.Bind(&reloadedNodes);
-    ASSERT_NE(LoadProfileDirectory(reloaded, L"C:\\CLIPS\\"), nullptr);
+    ProfileFile file = ProfileFile::WithoutLock(L"C:\\CLIPS\\");
+    ASSERT_NE(LoadProfile(reloaded, file), nullptr);
     EXPECT_EQ(reloadedNodes.Count(), nodes.Count());
 }
 

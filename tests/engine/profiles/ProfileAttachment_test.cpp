@@ -342,7 +342,7 @@ TEST(ProfileAttachmentFaults, Rebuilding_WhateverFails_LosesNothingAndCanBeDoneA
             EXPECT_EQ(world.DiskOutline(), world.MemoryOutline());
             EXPECT_EQ(world.SoundClips(), all);
             EXPECT_EQ(world.DiskDamage(), std::vector<std::wstring>());
-            const std::vector<std::wstring> kept = KeptTreeFiles(L"C:\\P");
+            const std::vector<std::wstring> kept = ProfileFile::WithoutLock(L"C:\\P").KeptCopies();
             EXPECT_TRUE(std::any_of(kept.begin(), kept.end(), [&](const std::wstring& name) {
                 return world.fake.files.Bytes(L"C:\\P\\" + name) == "torn";
             })) << "what could not be read is kept";
@@ -527,7 +527,7 @@ TEST_F(ProfileAttachmentTest, LetProfileGo_LeavesItReadableUntilItsDriveIsThereA
     SaveProfile(tree, Get(L"P"));
     AddFolder(Get(L"P"), L"neu");
     SaveAllProfiles(tree);
-    LetProfileGo(Profiles().ProfileOf(&Get(L"P"))->Lock.File());
+    LetProfileGo(Profiles().ProfileOf(&Get(L"P"))->File.LockFile());
     EXPECT_GT(fake.failures.Calls(Operation::FilesFlush), flushes + 1) << "the save, and its end";
     EXPECT_TRUE(ProfileLock(L"C:\\P").Held()) << "nothing stands in the way";
     EXPECT_FALSE(SaveProfile(tree, Get(L"P")));

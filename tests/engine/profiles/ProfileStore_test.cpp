@@ -71,7 +71,8 @@ TEST_F(ProfileStoreTest, LoadProfileDirectory_AHalfReadFileIsKeptAside) {
     ASSERT_NE(LoadProfileDirectory(tree, L"C:\\A"), nullptr);
     EXPECT_EQ(fake.files.Bytes(L"C:\\A\\nxclip2.bak"), *original + "tail");
     EXPECT_EQ(fake.files.Bytes(BackUp(L"C:\\A")), original);
-    EXPECT_EQ(KeptTreeFiles(L"C:\\A"), (std::vector<std::wstring>{L"nxclip.bak", L"nxclip2.bak"}));
+    EXPECT_EQ(ProfileFile::WithoutLock(L"C:\\A").KeptCopies(),
+              (std::vector<std::wstring>{L"nxclip.bak", L"nxclip2.bak"}));
     fake.files.SetBytes(L"C:\\A\\nxclip.nxp", *original + "no room");
     fake.failures.FailAlways(Operation::FilesCopy);
     const int count = nodes.Count();

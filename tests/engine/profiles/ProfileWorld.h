@@ -29,6 +29,12 @@
 #include "platform/SafeFile.h"
 #include "platform/Text.h"
 
+// The profile of a directory that is not taken.
+inline Node* LoadProfileDirectory(CTreeViewEx& tree, const std::wstring& directory) {
+    ProfileFile file = ProfileFile::WithoutLock(directory);
+    return LoadProfile(tree, file);
+}
+
 // A machine with a tree of profiles, in memory and on its disk, and all that works on them. A clip's data
 // file says which clip it belongs to, so that a lost or confused one is noticed.
 class ProfileWorld {
@@ -206,10 +212,8 @@ class ProfileWorld {
     static void LoadFromDisk(NodeCollection& loaded) {
         CTreeViewEx other;
         other.Bind(&loaded);
-        for (const CProfile* entry : Profiles().NewEnum()) {
-            FinishSave(TreeDataFilePath(entry->Directory));
+        for (const CProfile* entry : Profiles().NewEnum())
             LoadProfileDirectory(other, entry->Directory);
-        }
     }
     static int CountRoots(const NodeCollection& in) {
         int count = 0;

@@ -60,12 +60,12 @@ TEST_F(MainCommandsTest, IsAllowed_FollowsTheChosenNodeAndTheLock) {
 }
 
 TEST_F(MainCommandsTest, IsAllowed_ChangesNothingInAProfileThatAnotherProgramHas) {
-    ProfileLock& lock = Profiles().ProfileOf(&Get(L"P"))->Lock;
-    lock = {};
+    ProfileFile& file = Profiles().ProfileOf(&Get(L"P"))->File;
+    file = {};
     fake.files.SetBytes(L"C:\\P\\nxclip.lck", "");
     fake.files.LockByOther(L"C:\\P\\nxclip.lck");
-    lock = ProfileLock(L"C:\\P");
-    ASSERT_TRUE(lock.HeldByOther());
+    file = ProfileFile(L"C:\\P");
+    ASSERT_TRUE(file.HeldByOther());
     EXPECT_EQ(AllowedFor(&Get(L"c1")), (Commands{NewProfile, ImportProfile, QuickStart, ToClipboard}));
     EXPECT_FALSE(IsPermitted(Row(Properties), &Get(L"c1")));
     EXPECT_EQ(fake.user.LastMessage(), kEditedByOther);
