@@ -34,7 +34,8 @@ bool HasAll(WordSet words, WordSet of) {
 
 void HitList::Search(Node* below, const std::wstring& text) {
     SearchQuery query = ParseSearchQuery(text);
-    if (!query.Narrows(query_)) ForgetMisfits();
+    // What could not be read was perhaps held for a moment.
+    if (unreadable_ > 0 || !query.Narrows(query_)) ForgetMisfits();
     active_ = true;
     everywhere_ = below == nullptr;
     below_.Follow(below);
@@ -120,6 +121,7 @@ void HitList::PlanOrAddRow(SearchPlan& plan, const ClipTarget& clip, const Node&
         ShowLast();
         return;
     }
+    if (hit != hits_.end()) hits_.erase(hit);  // its name spares it less than before
     if (IsMisfit(key, clip.found) || IsSilent(plan, clip)) return;
     plan.clips.push_back(clip);
     planned_.push_back(node.Index());

@@ -91,7 +91,7 @@ TEST_F(HitListTest, LookAgain_KeepsWhatWasReadAndFollowsTheTree) {
 TEST_F(HitListTest, WhatDidNotFit_IsReadAgainOnlyWhenItMay) {
     Node& first = Clip(L"eins", "der Hut");
     Clip(L"zwei", "die Hand");
-    Clip(L"drei", "Hutmacher");
+    Node& third = Clip(L"drei", "Hutmacher");
     list.Search(nullptr, L"hu");
     Read();
     for (const wchar_t* text : {L"hut", L"hutm", L"hutm c"}) {
@@ -111,11 +111,23 @@ TEST_F(HitListTest, WhatDidNotFit_IsReadAgainOnlyWhenItMay) {
     list.LookAgain();
     Read();
     EXPECT_EQ(Rows(), L"");
+    third.SetText(L"rot");
+    list.Search(nullptr, L"macher rot");
+    Read();
+    EXPECT_EQ(Rows(), L"rot=Hutmacher ");
+    third.SetText(L"drei");
+    list.LookAgain();
+    Read();
+    list.LookAgain();
+    EXPECT_TRUE(list.Plan()->clips.empty()) << "it has been looked into";
     for (const wchar_t* text : {L"ha", L"and", L"name:and", L"hand typ:bild"})
         list.Search(nullptr, text);
     list.Search(nullptr, L"hand");
     Read();
     EXPECT_EQ(Rows(), L"zwei=die Hand ");
+    list.SetUnreadable(1);
+    list.Search(nullptr, L"handtuch");
+    EXPECT_EQ(list.Plan()->clips.size(), 3u) << "it may be readable now";
     reads = 0;
     for (const wchar_t* text : {L"nirgend", L"nirgends"}) {
         list.Search(nullptr, text);
