@@ -93,7 +93,7 @@ void RunMessageLoop(frmMain& form) {
     while (form.Stands()) {
         if (!PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
             Guarded([&] { form.OnIdle(); });
-            if (GetMessageW(&message, nullptr, 0, 0) <= 0) break;
+            if (!form.Stands() || GetMessageW(&message, nullptr, 0, 0) <= 0) break;
         }
         if (message.message == WM_QUIT) break;
         if (TranslateModelessMessage(message) || form.TranslateKey(message)) continue;
