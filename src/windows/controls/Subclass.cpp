@@ -18,6 +18,10 @@ void Subclass::Detach() {
     if (window != nullptr) SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(before_));
 }
 
+LRESULT Subclass::PassOn(UINT message, WPARAM wParam, LPARAM lParam) const {
+    return CallWindowProcW(before_, window_, message, wParam, lParam);
+}
+
 LRESULT CALLBACK Subclass::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     auto* const self = reinterpret_cast<Subclass*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     const WNDPROC before = self->before_;

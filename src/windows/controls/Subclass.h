@@ -20,6 +20,8 @@ class Subclass {
 
     void Attach(HWND window, Handler handler);
     void Detach();
+    // What the window's own procedure makes of a message; for a handler that has to do something behind it.
+    LRESULT PassOn(UINT message, WPARAM wParam, LPARAM lParam) const;
 
  private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

@@ -90,6 +90,11 @@ std::optional<LRESULT> ReadingBox::OnMessage(UINT message, WPARAM wParam, LPARAM
         case WM_CAPTURECHANGED:
             held_.reset();
             break;
+        case WM_CONTEXTMENU: {
+            // Its own menu is for the text that it shows now, and holds back what the window's menus do.
+            const BusyScope menu(Busy::Menu);
+            return messages_.PassOn(message, wParam, lParam);
+        }
         case WM_KEYDOWN:
             if (!IsHeld(VK_CONTROL) || IsHeld(VK_MENU)) break;
             if (wParam == VK_END) ReadAll();
