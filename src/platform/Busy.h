@@ -10,8 +10,9 @@ enum class Busy {
     TreeOperation,  // nodes are copied, moved, deleted, made, renamed or imported, with the questions about
                     // it
     Capture,        // a clip is being made of what the clipboard holds
+    End,            // the window is to go, and waits for a control to let go of the mouse
 };
-inline constexpr int kBusyCount = static_cast<int>(Busy::Capture) + 1;
+inline constexpr int kBusyCount = static_cast<int>(Busy::End) + 1;
 
 // While it lives, the program is busy with this. Scopes of one kind nest.
 class BusyScope {

@@ -125,6 +125,24 @@ TEST_F(OneThing, Menu_HoldsTheCaptureBackAndItsCommandHitsItsNode) {
     EXPECT_EQ(ReadClipFile(ClipFileAt(2)).front().bytes, "unter dem Menü");
 }
 
+TEST_F(OneThing, MenuOfThePreview_IsForTheTextThatItShows) {
+    StartWithProfile();
+    SnapOf({{CF_TEXT, std::string("gezeigt") + '\0'}});
+    nxclip_.SetAutoDetect(true);
+    const auto shown = [&] { return nxclip_.Main().TextOf(tbPreviewText); };
+    WaitFor("the preview", [&] { return shown() == L"gezeigt"; });
+    BringToFront(nxclip_.Main());
+    const RECT box = nxclip_.Main().Control(tbPreviewText).Rectangle();
+    RightClick({(box.left + box.right) / 2, (box.top + box.bottom) / 2});
+    nxclip_.WaitForPopUpMenu();
+    PutFormats({{CF_TEXT, std::string("darunter") + '\0'}});
+    nxclip_.Main().Send(WM_NULL);
+    EXPECT_EQ(Count(), 2u);
+    EXPECT_EQ(shown(), L"gezeigt");
+    PressKeys({VK_ESCAPE});
+    WaitFor("the preview", [&] { return shown() == L"darunter"; });
+}
+
 TEST_F(OneThing, Rename_HoldsTheCaptureBackUntilTheNameIsWhole) {
     StartCapturing();
     nxclip_.Quit();
@@ -189,6 +207,15 @@ TEST_F(OneThing, End_EndsTheMenuTheDragAndTheRenameFirst) {
         ExpectEnd([&] {
             BringToFront(nxclip_.Main());
             Drag(nxclip_.Tree().PlaceOf(path), nxclip_.Tree().PlaceOf(path), end);
+        });
+        ExpectEnd([&] {
+            BringToFront(nxclip_.Main());
+            MoveMouse(nxclip_.Tree().PlaceOf(path));
+            const HWND main = nxclip_.Main().Handle();
+            RightMouseButton(true);
+            end();
+            PostMessageW(main, WM_CLOSE, 0, 0);  // once more, if it is still there
+            RightMouseButton(false);
         });
         ExpectEnd([&] {
             nxclip_.Tree().Select(path);

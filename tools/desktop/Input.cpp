@@ -95,6 +95,10 @@ void MouseButton(bool down) {
     SendAll({MouseInput(down ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_LEFTUP)});
 }
 
+void RightMouseButton(bool down) {
+    SendAll({MouseInput(down ? MOUSEEVENTF_RIGHTDOWN : MOUSEEVENTF_RIGHTUP)});
+}
+
 void Click(POINT place) {
     MoveMouse(place);
     SendAll({MouseInput(MOUSEEVENTF_LEFTDOWN), MouseInput(MOUSEEVENTF_LEFTUP)});

@@ -32,6 +32,7 @@ class HeldKey {
 void MoveMouse(POINT to);
 // The left one, where the pointer is.
 void MouseButton(bool down);
+void RightMouseButton(bool down);
 void Click(POINT place);
 void RightClick(POINT place);
 void DoubleClick(POINT place);

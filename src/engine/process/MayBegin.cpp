@@ -13,17 +13,17 @@ struct Row {
 };
 
 constexpr std::array<Row, kWhoCount> kRows{{
-    //                       dialog   menu    drag     rename  operation capture
-    {Who::AutomaticCapture, {Missed, Later, Later, Later, Later, Later}},
-    {Who::CaptureCommand, {Refused, Now, Refused, EndsIt, Refused, Refused}},
-    {Who::ClipCommand, {Refused, Now, Refused, EndsIt, Refused, Refused}},
-    {Who::TreeCommand, {Refused, Now, Refused, EndsIt, Refused, Refused}},
-    {Who::BoxToldLater, {Now, Later, Later, Later, Later, Later}},
-    {Who::PutOffAction, {Later, Later, Later, Later, Later, Later}},
-    {Who::Closing, {Refused, EndsIt, EndsIt, EndsIt, Later, Later}},
-    {Who::SessionEnd, {Now, EndsIt, EndsIt, EndsIt, Now, EndsIt}},
-    {Who::SecondStart, {Now, Now, Now, Now, Now, Now}},
-    {Who::HotKey, {Now, Now, Now, Now, Now, Now}},
+    //                       dialog   menu    drag     rename  operation capture  end
+    {Who::AutomaticCapture, {Missed, Later, Later, Later, Later, Later, Later}},
+    {Who::CaptureCommand, {Refused, Now, Refused, EndsIt, Refused, Refused, Refused}},
+    {Who::ClipCommand, {Refused, Now, Refused, EndsIt, Refused, Refused, Refused}},
+    {Who::TreeCommand, {Refused, Now, Refused, EndsIt, Refused, Refused, Refused}},
+    {Who::BoxToldLater, {Now, Later, Later, Later, Later, Later, Later}},
+    {Who::PutOffAction, {Later, Later, Later, Later, Later, Later, Later}},
+    {Who::Closing, {Refused, EndsIt, EndsIt, EndsIt, Later, Later, Later}},
+    {Who::SessionEnd, {Now, EndsIt, EndsIt, EndsIt, Now, EndsIt, Later}},
+    {Who::SecondStart, {Now, Now, Now, Now, Now, Now, Now}},
+    {Who::HotKey, {Now, Now, Now, Now, Now, Now, Now}},
 }};
 
 constexpr bool InOrder() {

@@ -39,12 +39,15 @@ bool IsShownInside(HWND window, HWND child) {
     return child == window;
 }
 
-// A control that follows the mouse does so in a loop of its own, which may still take a message after this
-// and goes on with the control afterwards. False when none does.
-bool TakesMouseFromAControl(HWND window) {
-    const HWND holder = GetCapture();
-    if (holder == nullptr || !IsChild(window, holder)) return false;
+// A control follows the mouse, or shows a menu of its own, in a loop which may still take a message after
+// this and goes on with the control afterwards. False when none does.
+bool EndsLoopOfAControl(HWND window) {
+    GUITHREADINFO thread{};
+    thread.cbSize = sizeof thread;
+    GetGUIThreadInfo(GetCurrentThreadId(), &thread);
+    if (!IsChild(window, thread.hwndCapture) && !IsChild(window, thread.hwndMenuOwner)) return false;
     ReleaseCapture();
+    EndMenu();
     return true;
 }
 
@@ -430,11 +433,15 @@ void frmMain::EndWhatIsOpen() {
     panes_.lvListView.EndEdit();
 }
 
+bool frmMain::WaitsForAControl() {
+    if (!Is(Busy::Drag) && EndsLoopOfAControl(window_)) end_.emplace(Busy::End);
+    return end_.has_value();
+}
+
 // The code below an open dialog goes on with the window when the dialog closes.
 void frmMain::Close() {
-    if (!Is(Busy::Drag) && TakesMouseFromAControl(window_)) {
-        closesAtRest_ = true;
-    } else if (Begins(Who::Closing)) {
+    if (WaitsForAControl()) return;
+    if (Begins(Who::Closing)) {
         // Whatever fails here, the window closes.
         Succeeds([] { RenderBeforeTheEnd(); });
         DestroyWindow(window_);
@@ -450,10 +457,8 @@ void frmMain::Close() {
 void frmMain::EndSession() {
     if (loaded_) StoreEverything();
     // What the load asks must not be answered by the end of its window.
-    if (!loaded_ || (!Is(Busy::Drag) && TakesMouseFromAControl(window_))) {
-        closesAtRest_ = true;
-        return;
-    }
+    if (!loaded_) end_.emplace(Busy::End);
+    if (WaitsForAControl()) return;
     if (MayBegin(Who::SessionEnd) == Answer::EndsIt) {
         HeldMessages untold;
         EndWhatIsOpen();

@@ -120,6 +120,8 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     void EndSession();
     // True when `who` may begin now: what has to end first has ended.
     bool Begins(Who who);
+    // True while the window that is to go waits for a control.
+    bool WaitsForAControl();
     // Ends the menu, the drag and the rename that are under way. The system's loops of the first two come
     // back when this has returned.
     void EndWhatIsOpen();
@@ -324,7 +326,7 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     Once readsFormatSets_{*this, [this] { ReadFormatSets(); }};
     Once importing_{*this, [this] { ImportDropped(); }};
     Once closing_{*this, [this] { Close(); }};
-    bool closesAtRest_ = false;  // as soon as no control's own loop is left
+    std::optional<BusyScope> end_;  // until no control's own loop is left
     Once keepsNewest_{*this, [this] { KeepNewest(); }};
     Once removesOldDeleted_{*this, [this] { RemoveOldDeleted(); }};
     frmNotice notice_{[this] { telling_.PutOff(); }};

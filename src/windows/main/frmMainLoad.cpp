@@ -128,7 +128,10 @@ void frmMain::ReadFormatSets() {
 }
 
 void frmMain::OnIdle() {
-    if (std::exchange(closesAtRest_, false)) return Close();
+    if (end_) {
+        end_.reset();
+        return Close();
+    }
     // Not before the first picture: it takes longer than to make the window.
     drag_.Accept();
     if (!std::exchange(fieldHasTip_, true)) panes_.tbFilter.ShowTip(Options().ShowTooltips);

@@ -12,11 +12,11 @@ TEST(MayBeginTest, Table_SaysWhoMayBeginWhileWhatIsUnderWay) {
         const char* answers;  // Now, Ends it, Later, Missed, Refused by their letters
     };
     constexpr Row kRows[] = {
-        //                       DMDROC: dialog, menu, drag, rename, operation on the tree, capture
-        {Who::AutomaticCapture, "MLLLLL"}, {Who::CaptureCommand, "RNRERR"}, {Who::ClipCommand, "RNRERR"},
-        {Who::TreeCommand, "RNRERR"},      {Who::BoxToldLater, "NLLLLL"},   {Who::PutOffAction, "LLLLLL"},
-        {Who::Closing, "REEELL"},          {Who::SessionEnd, "NEEENE"},     {Who::SecondStart, "NNNNNN"},
-        {Who::HotKey, "NNNNNN"},
+        //                       DMDROCE: dialog, menu, drag, rename, operation on the tree, capture, end
+        {Who::AutomaticCapture, "MLLLLLL"}, {Who::CaptureCommand, "RNRERRR"}, {Who::ClipCommand, "RNRERRR"},
+        {Who::TreeCommand, "RNRERRR"},      {Who::BoxToldLater, "NLLLLLL"},   {Who::PutOffAction, "LLLLLLL"},
+        {Who::Closing, "REEELLL"},          {Who::SessionEnd, "NEEENEL"},     {Who::SecondStart, "NNNNNNN"},
+        {Who::HotKey, "NNNNNNN"},
     };
     constexpr std::string_view kByForce = "NELMR";
     const auto answer = [&](Who who) { return kByForce[static_cast<std::size_t>(MayBegin(who))]; };
