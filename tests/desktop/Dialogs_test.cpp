@@ -142,6 +142,11 @@ TEST_F(Dialogs, NewProfile_FromATemplateInANewDirectory) {
     Press(VK_DOWN);
     PressAlt('N');
     const Window name = InFront(L"Neues Verzeichnis");
+    // What reaches the dialogs below it must not take them away from under it.
+    for (const Window below : {profile, directories}) {
+        below.Close();
+        below.Press(cb_cancel);
+    }
     Type(L"Vorlagenprofil");
     Confirm(name);
     BringToFront(directories);

@@ -172,6 +172,11 @@ void Dialog::GiveUp() {
         DestroyWindow(window_);
 }
 
+// Another dialog or a box is open over this one, and the code that opened it goes on with this one.
+bool Dialog::IsCovered() const {
+    return !IsWindowEnabled(GetAncestor(window_, GA_ROOT));
+}
+
 INT_PTR Dialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     const HWND window = window_;
     LRESULT result = 0;
@@ -189,7 +194,7 @@ INT_PTR Dialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             // The dialog manager would give the focus to a control, and the window would be activated.
             return !LeavesTheKeyboard();
         case WM_COMMAND:
-            OnCommand(LOWORD(wParam), HIWORD(wParam));
+            if (HIWORD(wParam) != BN_CLICKED || !IsCovered()) OnCommand(LOWORD(wParam), HIWORD(wParam));
             return TRUE;
         case WM_NOTIFY:
             SetWindowLongPtrW(window, DWLP_MSGRESULT, OnNotify(*reinterpret_cast<NMHDR*>(lParam)));
@@ -215,7 +220,7 @@ INT_PTR Dialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             OnHelp();
             return TRUE;
         case WM_CLOSE:
-            OnCancel();
+            if (!IsCovered()) OnCancel();
             return TRUE;
         case WM_NCDESTROY:
             std::erase(ModelessWindows(), window);

@@ -77,6 +77,7 @@ class Dialog {
     void RunUntilClosed();
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void GiveUp();
+    bool IsCovered() const;
     INT_PTR Handle(UINT message, WPARAM wParam, LPARAM lParam);
 
     HWND window_ = nullptr;
