@@ -10,7 +10,7 @@ enum class Busy {
     TreeOperation,  // nodes are copied, moved, deleted, made, renamed or imported, with the questions about
                     // it
     Capture,        // a clip is being made of what the clipboard holds
-    End,            // the window is to go, and waits for a control to let go of the mouse
+    End,            // the window is to go as soon as nothing of it is left below on the stack
 };
 inline constexpr int kBusyCount = static_cast<int>(Busy::End) + 1;
 

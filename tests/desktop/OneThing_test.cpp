@@ -201,6 +201,15 @@ TEST_F(OneThing, End_EndsTheMenuTheDragAndTheRenameFirst) {
             end();
         });
         ExpectEnd([&] {
+            OpenContextMenu(path);
+            const HWND main = nxclip_.Main().Handle();
+            const auto tree = reinterpret_cast<WPARAM>(nxclip_.Tree().window().Handle());
+            end();
+            // Menus that come up while it is to go.
+            for (int i = 0; i < 5; ++i)
+                PostMessageW(main, WM_CONTEXTMENU, tree, -1);
+        });
+        ExpectEnd([&] {
             BringToFront(nxclip_.Main());
             Drag(nxclip_.Tree().PlaceOf(path), nxclip_.Tree().PlaceOf(L"Profil"), end);
         });

@@ -21,7 +21,7 @@ constexpr std::array<Row, kWhoCount> kRows{{
     {Who::BoxToldLater, {Now, Later, Later, Later, Later, Later, Later}},
     {Who::PutOffAction, {Later, Later, Later, Later, Later, Later, Later}},
     {Who::Closing, {Refused, EndsIt, EndsIt, EndsIt, Later, Later, Later}},
-    {Who::SessionEnd, {Now, EndsIt, EndsIt, EndsIt, Now, EndsIt, Later}},
+    {Who::SessionEnd, {Now, EndsIt, EndsIt, EndsIt, Now, EndsIt, Now}},
     {Who::SecondStart, {Now, Now, Now, Now, Now, Now, Now}},
     {Who::HotKey, {Now, Now, Now, Now, Now, Now, Now}},
 }};

@@ -197,6 +197,10 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             // The menu's command is posted and must come first. A timer waits until nothing posted is left.
             quiet_.Start();
             return 0;
+        case WM_ENTERIDLE:
+            // A menu that was still coming up when everything was to end.
+            if (end_ && wParam == MSGF_MENU) EndMenu();
+            return 0;
         case kSearchNews:
             TakeSearchNews();
             return 0;
@@ -434,7 +438,7 @@ void frmMain::EndWhatIsOpen() {
 }
 
 bool frmMain::WaitsForAControl() {
-    if (!Is(Busy::Drag) && EndsLoopOfAControl(window_)) end_.emplace(Busy::End);
+    if (!end_ && !Is(Busy::Drag) && EndsLoopOfAControl(window_)) end_.emplace(Busy::End);
     return end_.has_value();
 }
 
@@ -449,7 +453,7 @@ void frmMain::Close() {
         Restore();
     } else if (!panes_.tvTreeView.IsEditing()) {
         // What is under way ends as soon as this has returned. A name that was refused stays in its edit.
-        closing_.PutOff();
+        end_.emplace(Busy::End);
     }
 }
 
@@ -457,8 +461,11 @@ void frmMain::Close() {
 void frmMain::EndSession() {
     if (loaded_) StoreEverything();
     // What the load asks must not be answered by the end of its window.
-    if (!loaded_) end_.emplace(Busy::End);
-    if (WaitsForAControl()) return;
+    if (!loaded_) {
+        end_.emplace(Busy::End);
+        return;
+    }
+    if (!Is(Busy::Dialog) && WaitsForAControl()) return;
     if (MayBegin(Who::SessionEnd) == Answer::EndsIt) {
         HeldMessages untold;
         EndWhatIsOpen();

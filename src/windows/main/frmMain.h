@@ -120,7 +120,7 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     void EndSession();
     // True when `who` may begin now: what has to end first has ended.
     bool Begins(Who who);
-    // True while the window that is to go waits for a control.
+    // True when the window must not go now: a control below on the stack would go on with itself.
     bool WaitsForAControl();
     // Ends the menu, the drag and the rename that are under way. The system's loops of the first two come
     // back when this has returned.
@@ -325,8 +325,7 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     Once previewing_{*this, [this] { PreviewChosenRow(); }};
     Once readsFormatSets_{*this, [this] { ReadFormatSets(); }};
     Once importing_{*this, [this] { ImportDropped(); }};
-    Once closing_{*this, [this] { Close(); }};
-    std::optional<BusyScope> end_;  // until no control's own loop is left
+    std::optional<BusyScope> end_;  // the window goes at rest
     Once keepsNewest_{*this, [this] { KeepNewest(); }};
     Once removesOldDeleted_{*this, [this] { RemoveOldDeleted(); }};
     frmNotice notice_{[this] { telling_.PutOff(); }};

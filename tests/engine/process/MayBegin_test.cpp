@@ -15,7 +15,7 @@ TEST(MayBeginTest, Table_SaysWhoMayBeginWhileWhatIsUnderWay) {
         //                       DMDROCE: dialog, menu, drag, rename, operation on the tree, capture, end
         {Who::AutomaticCapture, "MLLLLLL"}, {Who::CaptureCommand, "RNRERRR"}, {Who::ClipCommand, "RNRERRR"},
         {Who::TreeCommand, "RNRERRR"},      {Who::BoxToldLater, "NLLLLLL"},   {Who::PutOffAction, "LLLLLLL"},
-        {Who::Closing, "REEELLL"},          {Who::SessionEnd, "NEEENEL"},     {Who::SecondStart, "NNNNNNN"},
+        {Who::Closing, "REEELLL"},          {Who::SessionEnd, "NEEENEN"},     {Who::SecondStart, "NNNNNNN"},
         {Who::HotKey, "NNNNNNN"},
     };
     constexpr std::string_view kByForce = "NELMR";
