@@ -1,12 +1,13 @@
-// Does to NXClip whatever comes into its head: monkey STEPS [SEED], or monkey MINUTESm [SEED].
+// Does to NXClip whatever comes into its head: monkey STEPS [SEED] [peers|ends], or MINUTESm for STEPS. With
+// "peers" there are programs that share the clipboard and behave badly; with "ends" mostly what has the mouse
+// or a menu goes on while the program is ended.
 //
 // Commands, keys, menus, clicks, drags, names edited in place, dialogs answered at random, a second start,
-// the hot key, windows closed and sessions ended, another program that copies in between, and programs that
-// share the clipboard and behave badly, which join and leave. The program must answer within two seconds
-// after every step, and whatever time such a program can take of it; live until it is ended, then leave
-// nothing behind and return 0; tell of each copy that it does not take; and show the tree that lies on the
-// disk, which a new start shows again. A failure prints the way that led there; the same seed goes the same
-// way.
+// the hot key, windows closed and sessions ended, and another program that copies in between. The program
+// must answer within two seconds after every step, and whatever time such a program can take of it; live
+// until it is ended, then leave nothing behind and return 0; tell of each copy that it does not take; and
+// show the tree that lies on the disk, which a new start shows again. A failure prints the way that led
+// there; the same seed goes the same way.
 
 #include <windows.h>
 
@@ -69,8 +70,8 @@ class Monkey {
  public:
     ULONGLONG LongestAnswer() const { return longestAnswer_; }
 
-    // Peers are programs that share the clipboard and behave badly.
-    Monkey(unsigned seed, bool withPeers) : random_(seed), withPeers_(withPeers) {
+    Monkey(unsigned seed, std::wstring_view mood)
+        : random_(seed), withPeers_(mood == L"peers"), endsOften_(mood == L"ends") {
         // What is deleted is kept on some ways, and the container never grows far on some.
         WriteSetting(L"Settings", L"KeepDeleted", seed % 3 != 0 ? L"1" : L"0");
         WriteSetting(L"Settings", L"MostClips", seed % 2 != 0 ? L"5" : L"0");
@@ -116,6 +117,7 @@ class Monkey {
     void Step() {
         const Window dialog = TopDialog();
         LetPeersGo();
+        if (endsOften_ && !dialog) return HoldSomethingOrEnd();
         switch (Random(dialog ? 16 : 20)) {
             case 0:
                 return Copy();
@@ -139,6 +141,24 @@ class Monkey {
                 return dialog ? UsePeer() : CopyInSight();
             default:
                 return dialog ? AnswerSomehow(dialog) : Random(3) == 0 ? DragSomething() : Command();
+        }
+    }
+
+    void HoldSomethingOrEnd() {
+        switch (Random(8)) {
+            case 0:
+                return Copy();
+            case 1:
+                return PressAKey();
+            case 2:
+            case 3:
+                return ClickSomewhere();
+            case 4:
+                return End();
+            case 5:
+                return UseList();
+            default:
+                return DragSomething();
         }
     }
 
@@ -300,7 +320,7 @@ class Monkey {
         const auto place = [&] {
             return POINT{tree.left + 40, tree.top + 8 + 16 * Random(std::min<std::size_t>(lines.size(), 12))};
         };
-        const bool ends = Random(6) == 0;
+        const bool ends = Random(endsOften_ ? 2 : 6) == 0;
         Note(ends ? "drag in the tree, and meanwhile" : "drag in the tree");
         Drag(place(), place(), [&] {
             if (ends) End();
@@ -333,12 +353,24 @@ class Monkey {
                                 &answer);
         else
             nxclip_.Main().Close();
-        // A window that is not modal keeps nobody from closing.
-        WaitFor("the end or what is in its way", [&] {
-            return !nxclip_.Running() || (!session && nxclip_.Main().Exists() && !nxclip_.Main().Enabled());
+        MustCome([&] {
+            // A window that is not modal keeps nobody from closing.
+            WaitFor("the end or what is in its way", [&] {
+                return !nxclip_.Running() ||
+                       (!session && nxclip_.Main().Exists() && !nxclip_.Main().Enabled());
+            });
         });
         wantsToClose_ = nxclip_.Running();
         if (!wantsToClose_) StartAgain();
+    }
+    // What has gone meanwhile is no failure of a step, but this is.
+    template <typename Wait>
+    static void MustCome(const Wait& wait) {
+        try {
+            wait();
+        } catch (const DriverError& error) {
+            throw std::runtime_error(error.what());
+        }
     }
     void AnswerSomehow(Window dialog) {
         std::vector<Window> buttons, edits;
@@ -393,7 +425,7 @@ class Monkey {
     void StartAgain() {
         if (const DWORD code = nxclip_.Program().WaitForEnd())
             throw std::runtime_error("exit code " + std::to_string(code));
-        nxclip_.Start();
+        MustCome([&] { nxclip_.Start(); });
     }
 
     // Every menu, dialog and question is closed, so that the tree can be read.
@@ -456,6 +488,7 @@ class Monkey {
         int until;  // the step
     };
     bool withPeers_;
+    bool endsOften_;
     std::list<Companion> peers_;
     ULONGLONG peersAt_ = 0;  // when there was one last
     ULONGLONG longestAnswer_ = 0;
@@ -475,7 +508,7 @@ int wmain(int count, wchar_t** arguments) {
     std::printf("%ls with the seed %u\n", (minutes ? length : length + L" steps").c_str(), seed);
     std::fflush(stdout);
     try {
-        Monkey monkey(seed, count > 3 && arguments[3] == std::wstring_view(L"peers"));
+        Monkey monkey(seed, count > 3 ? arguments[3] : L"");
         monkey.Run(minutes ? INT_MAX : std::stoi(length), end);
         std::printf("the longest answer took %llu ms\n", monkey.LongestAnswer());
     } catch (const std::exception& error) {
