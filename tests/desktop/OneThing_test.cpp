@@ -233,11 +233,32 @@ TEST_F(OneThing, End_EndsTheMenuTheDragAndTheRenameFirst) {
             WaitFor("the name", [&] { return edit.Text() == newName; });
             end();
         });
-        path = L"Profil\\" + newName;
+        // In the list it ends too, with the keyboard in it and without; what was typed is kept.
+        const auto endsInList = [&](const std::wstring& typed, bool minimised) {
+            ExpectEnd([&] {
+                nxclip_.Tree().Select(L"Profil");
+                BringToFront(nxclip_.Main());
+                WaitFor("the row", [&] { return nxclip_.List().Count() == 1; });
+                Click(nxclip_.List().PlaceOf(0));
+                WaitFor("the list", [&] { return Focus() == nxclip_.List().window(); });
+                if (minimised) ShowWindow(nxclip_.Main().Handle(), SW_MINIMIZE);
+                nxclip_.Command(m_edit_rename);
+                const Window list = nxclip_.List().window();
+                const Window edit = WaitFor("the name to edit", [&] {
+                    return Window(reinterpret_cast<HWND>(list.Send(LVM_GETEDITCONTROL)));
+                });
+                Type(typed);
+                WaitFor("the name", [&] { return minimised || edit.Text() == typed; });
+                end();
+            });
+        };
+        endsInList(newName + L"!", false);
+        endsInList({}, true);
+        path = L"Profil\\" + newName + L"!";
     };
     endsAll(L"eins", close);
     endsAll(L"zwei", endSession);
-    nxclip_.WaitForTree(L"Profil [Camera] open\n  zwei [Clip]\n");
+    nxclip_.WaitForTree(L"Profil [Camera] open\n  zwei! [Clip]\n");
 }
 
 TEST_F(OneThing, FailureOfACapture_TakesNeitherTheKeyboardNorTheNextCopy) {

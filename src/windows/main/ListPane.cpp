@@ -312,7 +312,10 @@ void ListPane::EditLabel(int row) {
 }
 
 void ListPane::EndEdit() {
-    if (LabelEdit() != nullptr) SetFocus(window_);
+    if (LabelEdit() == nullptr) return;
+    SetFocus(window_);
+    // One that never had the keyboard, as in a window that was minimised, does not end by losing it.
+    if (LabelEdit() != nullptr) SendMessageW(window_, LVM_CANCELEDITLABEL, 0, 0);
 }
 
 POINT ListPane::MenuPoint() const {

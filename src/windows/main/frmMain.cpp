@@ -434,7 +434,7 @@ void frmMain::EndWhatIsOpen() {
     if (Is(Busy::Drag)) drag_.Cancel();
     panes_.preview.EndHold();
     panes_.tvTreeView.EndEdit();
-    panes_.lvListView.EndEdit();
+    EndListEditNow();
 }
 
 bool frmMain::WaitsForAControl() {
@@ -451,7 +451,7 @@ void frmMain::Close() {
         DestroyWindow(window_);
     } else if (MayBegin(Who::Closing) == Answer::Refused) {
         Restore();
-    } else if (!panes_.tvTreeView.IsEditing()) {
+    } else if (!panes_.tvTreeView.IsEditing() && panes_.lvListView.LabelEdit() == nullptr) {
         // What is under way ends as soon as this has returned. A name that was refused stays in its edit.
         end_.emplace(Busy::End);
     }

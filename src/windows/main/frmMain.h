@@ -210,6 +210,9 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     bool BeginListEdit(int row);
     void ShowInListEdit(const std::wstring& text) const;
     void EndListEdit(bool confirmed);
+    // Renames by the edit that has ended, if one has.
+    void TakeListName();
+    void EndListEditNow();
     void RenameEdited(const std::wstring& text);
     // What the hot key does: the window comes back, and with it, if the user wants that, the newest clip of
     // the active container under the cursor.
@@ -302,6 +305,7 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     bool filling_ = false;
     NodeRef editedNode_;  // whose name is edited in the list
     std::optional<BusyScope> listEdit_;
+    std::optional<std::wstring> listName_;  // was typed and is still to be taken over
 
     HitList hits_{nodes_, ThePlatform().clock};
     SearchWorker searchWorker_;

@@ -136,10 +136,22 @@ void frmMain::ShowInListEdit(const std::wstring& text) const {
 
 // The new name may open boxes and fill the list anew: not in the middle of the control's notification.
 void frmMain::EndListEdit(bool confirmed) {
+    if (!confirmed) return listEdit_.reset();
+    listName_ = WindowText(panes_.lvListView.LabelEdit());
+    Later(std::chrono::milliseconds(0), [this] { TakeListName(); });
+}
+
+void frmMain::TakeListName() {
+    if (!listName_) return;
     listEdit_.reset();
-    if (!confirmed) return;
-    Later(std::chrono::milliseconds(0),
-          [this, text = WindowText(panes_.lvListView.LabelEdit())] { RenameEdited(text); });
+    RenameEdited(*std::exchange(listName_, std::nullopt));
+}
+
+void frmMain::EndListEditNow() {
+    panes_.lvListView.EndEdit();
+    TakeListName();
+    // The control does not always say that an edit has ended because its row went.
+    if (panes_.lvListView.LabelEdit() == nullptr) listEdit_.reset();
 }
 
 void frmMain::RenameEdited(const std::wstring& text) {
