@@ -17,6 +17,11 @@ foreach(trial copies kill measure monkey)
   target_link_options(${trial} PRIVATE -municode)
 endforeach()
 target_link_libraries(measure PRIVATE psapi)
+# The program's own tree in a program that counts.
+add_executable(steps ${DRIVER}/steps.cpp
+  $<FILTER:$<TARGET_OBJECTS:NXClip>,INCLUDE,windows/controls/.*\\.obj$>)
+target_link_libraries(steps PRIVATE nxclip_engine)
+target_link_options(steps PRIVATE -municode)
 # What the program is measured against.
 add_executable(floor WIN32 ${DRIVER}/floor.cpp)
 target_link_libraries(floor PRIVATE nxclip_flags comctl32 gdi32 user32)

@@ -83,7 +83,7 @@ void NodeCollection::RemoveAll(std::span<Node* const> nodes) {
     if (selected_ != nullptr && selected_->going_) Select(SurvivorFor(selected_));
     Forget([](const Node& node) { return node.going_; });
     std::erase_if(unsorted_, [](const Node* parent) { return parent != nullptr && parent->going_; });
-    std::for_each(going.rbegin(), going.rend(), [this](Node* node) {
+    std::for_each(going.begin(), going.end(), [this](Node* node) {
         if (view_ != nullptr) view_->NodeRemoving(*node);
         Unlink(*node);
     });

@@ -27,7 +27,7 @@ class NodeView {
     // parent is its last one only after ChildrenReordered.
     virtual void NodeAdded(Node& node) = 0;
     // The node and everything below it are about to go; one call for the whole subtree. None of them is
-    // selected any more. Of several siblings that go together the last one comes first.
+    // selected any more. Of several that go together each comes in the order that was asked for.
     virtual void NodeRemoving(Node& node) = 0;
     virtual void NodeTextChanged(Node& node) = 0;
     virtual void NodeImageChanged(Node& node) = 0;

@@ -312,15 +312,14 @@ void TreePane::FillItem(TVITEMW& item) const {
     if (item.mask & TVIF_CHILDREN) item.cChildren = node.Children() > 0 ? 1 : 0;
 }
 
-bool TreePane::HasChildItems(const Node* parent) const {
-    return (parent != nullptr ? TreeView_GetChild(window_, ItemOf(*parent)) : TreeView_GetRoot(window_)) !=
-           nullptr;
+HTREEITEM TreePane::FirstItemBelow(const Node* parent) const {
+    return parent != nullptr ? TreeView_GetChild(window_, ItemOf(*parent)) : TreeView_GetRoot(window_);
 }
 
 bool TreePane::ShowsChildren(const Node* parent) const {
     if (parent == nullptr) return true;
     if (parent->viewItem == 0) return false;
-    return OpensByItself(*parent) || HasChildItems(parent);
+    return OpensByItself(*parent) || FirstItemBelow(parent) != nullptr;
 }
 
 Node* TreePane::FirstOf(const Node* parent) const {
@@ -362,7 +361,7 @@ void TreePane::MakeItemsBelow(Node* parent) {
     std::vector<Node*> opened{parent};
     for (std::size_t next = 0; next < opened.size(); ++next) {
         const Node* const above = opened[next];
-        const bool allMissing = !HasChildItems(above);
+        const bool allMissing = FirstItemBelow(above) == nullptr;
         const auto make = [&](Node& child, HTREEITEM after) {
             if (child.viewItem != 0) return;
             MakeItem(child, after);
@@ -433,7 +432,7 @@ void TreePane::NodeAdded(Node& node) {
         return;
     }
     if (ShowsChildren(parent)) {
-        if (HasChildItems(parent)) {
+        if (FirstItemBelow(parent) != nullptr) {
             MakeItem(node, PlaceOf(node));
         } else {
             const QuietScope quiet(window_);
@@ -504,9 +503,9 @@ void TreePane::ChildrenReordered(Node* parent) {
     if (bulkDepth_ == 0) redrawn.emplace(window_);
     SelectItemOf(nullptr);
     if (parent != nullptr) TreeView_Expand(window_, ItemOf(*parent), TVE_COLLAPSE);
-    // Removes from the first on: to take an item out, the control walks along the siblings before it.
-    for (Node* child = FirstOf(parent); child != nullptr; child = child->Next())
-        if (child->viewItem != 0) TreeView_DeleteItem(window_, ItemOf(*child));
+    // Always the one that is the first now: to take an item out, the control walks along those before it.
+    for (HTREEITEM first = FirstItemBelow(parent); first != nullptr; first = FirstItemBelow(parent))
+        if (!TreeView_DeleteItem(window_, first)) break;
     ShowChildren(parent);
     if (nodes_.Selected() != nullptr) SelectItemOf(nodes_.Selected());
 }

@@ -95,7 +95,8 @@ class TreePane : public NodeView {
 
     // True when the children of `parent` (null: the root level) have items of their own, or are to have them.
     bool ShowsChildren(const Node* parent) const;
-    bool HasChildItems(const Node* parent) const;
+    // Null when none of the children has an item.
+    HTREEITEM FirstItemBelow(const Node* parent) const;
     Node* FirstOf(const Node* parent) const;
     Node* LastOf(const Node* parent) const;
     // Behind which item the node's own belongs: that of the nearest elder sibling that has one.

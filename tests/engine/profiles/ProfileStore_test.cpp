@@ -113,6 +113,7 @@ class ConflictTest : public ProfileWorldTest {
     // own.
     void SetUp() override {
         Fill();
+        own = *fake.files.Bytes(kFile);
         Write(L"C:\\P", {{L"P&9&C:\\P&0&", L"P", 0}, {L"S&", L"fremd", 1}});
         others = *fake.files.Bytes(kFile);
         container.SetActiveContainer(&Get(L"S"));
@@ -129,6 +130,7 @@ class ConflictTest : public ProfileWorldTest {
         return Outline(loaded);
     }
     const std::wstring kFile = L"C:\\P\\nxclip.nxp";
+    std::string own;
     std::string others;
 };
 
@@ -146,6 +148,15 @@ TEST_F(ConflictTest, Save_OfAFileThatAnotherProgramChanged_WritesNothingAndBlame
 
     KeepTreesInConflict(tree);
     EXPECT_EQ(OutlineOf(L"nxclip.bak"), L"P(S(c1 T(c2)) c3 neu)") << "the end keeps both";
+
+    fake.files.SetBytes(kFile, own);
+    EXPECT_TRUE(SaveAllProfiles(tree));
+    EXPECT_EQ(DiskOutline(), MemoryOutline()) << "the other program has taken its change back";
+    fake.files.SetBytes(kFile, others);
+    AddFolder(Get(L"P"), L"mehr");
+    EXPECT_TRUE(SaveAllProfiles(tree));
+    SettleConflicts(tree, container);
+    EXPECT_EQ(fake.user.questions.size(), 4u) << "the next change is asked about anew";
 }
 
 TEST_F(ConflictTest, Settle_ByWritingOverIt_KeepsTheOtherTree) {

@@ -75,7 +75,7 @@ TEST(NodeCollectionTest, RemoveAll_TakesNestedOnesAndSelectsWhatStays) {
                                      &Named(nodes, L"d"), &Named(nodes, L"R"), &Named(nodes, L"c")};
     nodes.RemoveAll(gone);
     EXPECT_EQ(screen.TakeTold(),
-              (Told{L"selected a", L"removing R", L"removing d", L"removing c", L"removing b"}));
+              (Told{L"selected a", L"removing b", L"removing c", L"removing d", L"removing R"}));
     EXPECT_EQ(Outline(nodes), L"P(a) Q");
     EXPECT_TRUE(IsConsistent(nodes));
 
