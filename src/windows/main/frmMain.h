@@ -138,6 +138,7 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     void JoinViewerChain();
     void HideTestMenu();
     void StorePlaces();
+    void WorkWhenIdle();
     void StorePlacesSoon();
     void StoreEverything();
     void ReadFormatSets();

@@ -128,10 +128,14 @@ void frmMain::ReadFormatSets() {
 }
 
 void frmMain::OnIdle() {
-    if (end_) {
-        end_.reset();
-        return Close();
-    }
+    if (!end_) WorkWhenIdle();
+    // It may have come while that was done, a drag among it.
+    if (!end_) return;
+    end_.reset();
+    Close();
+}
+
+void frmMain::WorkWhenIdle() {
     // Not before the first picture: it takes longer than to make the window.
     drag_.Accept();
     if (!std::exchange(fieldHasTip_, true)) panes_.tbFilter.ShowTip(Options().ShowTooltips);
