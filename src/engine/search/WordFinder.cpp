@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <numeric>
+#include <vector>
 
 namespace {
 
@@ -13,51 +15,73 @@ bool NoneOf(const std::uint16_t* group) {
     return all == 0;
 }
 
+// The commoner a letter is in what Europeans write, the more it costs to stop at each; what is missing is
+// rare.
+std::size_t Commonness(char16_t letter) {
+    constexpr std::u16string_view kFromTheRarest = u"qxyjvpzwkfbmgocluhdatsrin e";
+    return kFromTheRarest.find(letter) + 1;
+}
+
+// Written so that the compiler makes a few instructions for many units of it.
+template <std::size_t count>
+bool AnyIs(const char16_t* wanted, const char16_t* units, std::size_t size) {
+    std::uint16_t any = 0;
+    for (std::size_t i = 0; i < size; ++i)
+        for (std::size_t one = 0; one < count; ++one)
+            any = static_cast<std::uint16_t>(any | (units[i] == wanted[one] ? 0xFFFF : 0));
+    return any != 0;
+}
+
 }  // namespace
 
 WordFinder::WordFinder(std::u16string_view word, const Folding& folding)
     : folding_(folding), folded_(folding.Fold(word)) {
-    if (folded_.empty()) return;
-    first_ = FormsOf(folded_.front());
-    last_ = FormsOf(folded_.back());
+    comparesAll_ = !folded_.empty() && !SetProbes();
 }
 
-WordFinder::Forms WordFinder::FormsOf(char16_t letter) {
-    const std::u16string sources =
-        folding_.IsByUnits() ? folding_.SourcesOf(letter) : std::u16string(1, letter);
-    Forms forms;
-    forms.fill(sources.empty() ? letter : sources[0]);
-    std::copy_n(sources.begin(), std::min(sources.size(), kMostForms), forms.begin());
-    tooManyForms_ = tooManyForms_ || sources.size() > kMostForms;
-    forms_ = std::max(forms_, std::min(sources.size(), kMostForms));
-    return forms;
+bool WordFinder::SetProbes() {
+    std::vector<std::size_t> places(folded_.size());
+    std::iota(places.begin(), places.end(), std::size_t{0});
+    std::stable_sort(places.begin(), places.end(), [this](std::size_t left, std::size_t right) {
+        return Commonness(folded_[left]) < Commonness(folded_[right]);
+    });
+    return SetProbe(rare_, places.front()) && SetProbe(second_, places[places.size() > 1 ? 1 : 0]);
 }
 
-// Written so that the compiler makes a few instructions for many units of it.
-template <std::size_t forms>
-bool WordFinder::AnyBegins(const char16_t* block, Begins& begins) const {
-    const char16_t* const ends = block + folded_.size() - 1;
-    std::uint16_t any = 0;
+// False when more units stand for the letter than can be looked for at once.
+bool WordFinder::SetProbe(Probe& probe, std::size_t place) {
+    const char16_t letter = folded_[place];
+    std::u16string sources = folding_.IsByUnits() ? folding_.SourcesOf(letter) : std::u16string();
+    if (sources.empty()) sources = letter;
+    if (sources.size() > kMostForms) return false;
+    probe.place = place;
+    probe.count = sources.size();
+    probe.forms.fill(sources[0]);
+    std::copy(sources.begin(), sources.end(), probe.forms.begin());
+    return true;
+}
+
+bool WordFinder::StandsIn(const Probe& probe, const char16_t* block) {
+    block += probe.place;
+    switch (probe.count) {
+        case 1:
+            return AnyIs<1>(probe.forms.data(), block, kBlock);
+        case 2:
+            return AnyIs<2>(probe.forms.data(), block, kBlock);
+        default:
+            return AnyIs<kMostForms>(probe.forms.data(), block, kBlock);
+    }
+}
+
+void WordFinder::KeepPlaces(const Probe& probe, const char16_t* block, Places& places) {
+    block += probe.place;
+    const auto forms = probe.forms;
     for (std::size_t i = 0; i < kBlock; ++i) {
-        std::uint16_t beginsHere = 0;
-        std::uint16_t endsHere = 0;
-        for (std::size_t form = 0; form < forms; ++form) {
-            beginsHere = static_cast<std::uint16_t>(beginsHere | (block[i] == first_[form] ? 0xFFFF : 0));
-            endsHere = static_cast<std::uint16_t>(endsHere | (ends[i] == last_[form] ? 0xFFFF : 0));
-        }
-        begins[i] = static_cast<std::uint16_t>(beginsHere & endsHere);
-        any = static_cast<std::uint16_t>(any | begins[i]);
+        std::uint16_t stands = 0;
+        for (const char16_t form : forms)
+            stands = static_cast<std::uint16_t>(stands | (block[i] == form ? 0xFFFF : 0));
+        places[i] = static_cast<std::uint16_t>(places[i] & stands);
     }
-    return any != 0;
-}
-
-bool WordFinder::MayBegin(const char16_t* block, Begins& begins) const {
-    if (tooManyForms_) {
-        begins.fill(1);
-        return true;
-    }
-    if (forms_ == 1) return AnyBegins<1>(block, begins);
-    return forms_ == 2 ? AnyBegins<2>(block, begins) : AnyBegins<kMostForms>(block, begins);
 }
 
 bool WordFinder::IsAt(const char16_t* place) const {
@@ -66,19 +90,30 @@ bool WordFinder::IsAt(const char16_t* place) const {
                       [this](char16_t wanted, char16_t unit) { return wanted == folding_.Of(unit); });
 }
 
+std::size_t WordFinder::FindInBlock(const char16_t* block) const {
+    Places places;
+    places.fill(0xFFFF);
+    if (!comparesAll_) {
+        if (!StandsIn(rare_, block)) return kNowhere;
+        KeepPlaces(rare_, block, places);
+        KeepPlaces(second_, block, places);
+    }
+    for (std::size_t i = 0; i < kBlock; ++i) {
+        if (i % kGroup == 0 && NoneOf(&places[i]))
+            i += kGroup - 1;
+        else if (places[i] != 0 && IsAt(block + i))
+            return i;
+    }
+    return kNowhere;
+}
+
 std::size_t WordFinder::FindIn(std::u16string_view text) const {
     if (folded_.empty() || text.size() < folded_.size()) return kNowhere;
     const std::size_t places = text.size() - folded_.size() + 1;
     std::size_t place = 0;
-    for (Begins begins; places - place >= kBlock; place += kBlock) {
-        if (!MayBegin(text.data() + place, begins)) continue;
-        for (std::size_t i = 0; i < kBlock; ++i) {
-            if (i % kGroup == 0 && NoneOf(&begins[i]))
-                i += kGroup - 1;
-            else if (begins[i] != 0 && IsAt(text.data() + place + i))
-                return place + i;
-        }
-    }
+    for (; places - place >= kBlock; place += kBlock)
+        if (const std::size_t inBlock = FindInBlock(text.data() + place); inBlock != kNowhere)
+            return place + inBlock;
     for (; place < places; ++place)
         if (IsAt(text.data() + place)) return place;
     return kNowhere;

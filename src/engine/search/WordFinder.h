@@ -8,8 +8,8 @@
 
 #include "engine/search/Folding.h"
 
-// Finds one word in texts of any length: blocks of a text are looked over for two of the word's letters at
-// once, and only where both stand is the word compared.
+// Finds one word in texts of any length: blocks of a text are looked over for the rarest of the word's
+// letters, those that have it for the second rarest as well, and only where both stand is the word compared.
 class WordFinder {
  public:
     // The folding must outlive the finder. A word that folds to nothing is found nowhere.
@@ -24,22 +24,26 @@ class WordFinder {
     const Folding& By() const { return folding_; }
 
  private:
-    // The units that stand for one letter of the word; a letter that has fewer repeats one.
     static constexpr std::size_t kMostForms = 4;
-    using Forms = std::array<char16_t, kMostForms>;
-    Forms FormsOf(char16_t letter);
+    // A letter of the word that a text is looked over for.
+    struct Probe {
+        std::size_t place = 0;                     // in the word
+        std::size_t count = 1;                     // how many units stand for the letter
+        std::array<char16_t, kMostForms> forms{};  // those units; one of them again where there are fewer
+    };
+    bool SetProbes();
+    bool SetProbe(Probe& probe, std::size_t place);
     bool IsAt(const char16_t* place) const;
-    // The places of a block where the word may begin are those that are not 0.
+    // The places of a block where a probe stands are those that are not 0.
     static constexpr std::size_t kBlock = 64;
-    using Begins = std::array<std::uint16_t, kBlock>;
-    bool MayBegin(const char16_t* block, Begins& begins) const;
-    template <std::size_t forms>
-    bool AnyBegins(const char16_t* block, Begins& begins) const;
+    using Places = std::array<std::uint16_t, kBlock>;
+    static bool StandsIn(const Probe& probe, const char16_t* block);
+    static void KeepPlaces(const Probe& probe, const char16_t* block, Places& places);
+    std::size_t FindInBlock(const char16_t* block) const;
 
     const Folding& folding_;
     std::u16string folded_;
-    Forms first_{};
-    Forms last_{};
-    std::size_t forms_ = 1;      // how many of them differ
-    bool tooManyForms_ = false;  // to be looked for at once
+    Probe rare_;
+    Probe second_;
+    bool comparesAll_ = false;  // too many units stand for a letter to look for all of them at once
 };
