@@ -281,11 +281,12 @@ bool TreePane::IsEditing() const {
 void TreePane::EndEdit() {
     if (IsEditing()) TreeView_EndEditLabelNow(window_, FALSE);
     if (editing_) TellWaiting();
+    ForgetEndedEdit();
 }
 
 // The control does not always say that an edit has ended because its node went.
 void TreePane::ForgetEndedEdit() {
-    if (!IsRenameWaiting() && !IsEditing()) editing_.reset();
+    if (editing_ && !IsRenameWaiting() && !IsEditing()) editing_.reset();
 }
 
 void TreePane::ShowDropTarget(Node* node, bool before) {
@@ -451,7 +452,7 @@ void TreePane::NodeRemoving(Node& node) {
         // The items below it went with it.
         std::erase_if(grown_, [](const Node* parent) { return parent != nullptr && parent->viewItem == 0; });
     }
-    if (editing_) ForgetEndedEdit();
+    ForgetEndedEdit();
     if (node.Parent() != nullptr) TellChildCount(*node.Parent());
 }
 
@@ -521,6 +522,7 @@ void TreePane::AllRemoved() {
     grown_.clear();
     waiting_.clear();
     TreeView_DeleteAllItems(window_);
+    ForgetEndedEdit();
 }
 
 void TreePane::BeginBulkChange() {

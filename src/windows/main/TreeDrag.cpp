@@ -161,7 +161,9 @@ void TreeDrag::Stop() {
 
 // The payload names the first of several: what goes with it is known here alone.
 void TreeDrag::Run(ChosenNodes nodes) {
-    if (nodes.empty()) return;
+    // The button may have been let go of meanwhile, which the system's own loop would not learn any more. It
+    // hears of one that goes up from here on: this is the state as of the last message, not as of now.
+    if (nodes.empty() || GetKeyState(VK_LBUTTON) >= 0) return;
     Accept();
     const ComOwned<DraggedNodeData> data(new DraggedNodeData({OwnTree(), nodes.front()->Index()}, nodes));
     const ComOwned<NodeDropSource> source(new NodeDropSource(cancelled_));

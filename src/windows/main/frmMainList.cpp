@@ -207,8 +207,6 @@ void frmMain::ChooseRowsOf(::ChosenNodes nodes) {
 void frmMain::DragFromList() {
     const std::vector<Node*> nodes = ChosenNodes();
     if (panes_.Content().nodes == nullptr || !KeyboardIsInList() || nodes.empty()) return;
-    // The button may have been let go of meanwhile.
-    if (GetAsyncKeyState(GetSystemMetrics(SM_SWAPBUTTON) ? VK_RBUTTON : VK_LBUTTON) >= 0) return;
     if (MayBegin(Who::TreeCommand) != Answer::Now) return;
     for (const Node* const node : nodes)
         if (!ActionAllowed(TreeAction::DragAndDrop, node)) return;
