@@ -3,11 +3,11 @@
 // or a menu goes on while the program is ended.
 //
 // Commands, keys, menus, clicks, drags, names edited in place, dialogs answered at random, a second start,
-// the hot key, windows closed and sessions ended, and another program that copies in between. The program
-// must answer within two seconds after every step, and whatever time such a program can take of it; live
-// until it is ended, then leave nothing behind and return 0; tell of each copy that it does not take; and
-// show the tree that lies on the disk, which a new start shows again. A failure prints the way that led
-// there; the same seed goes the same way.
+// the hot key, windows closed and sessions ended, other fonts and themes, and another program that copies in
+// between. The program must answer within two seconds after every step, and whatever time such a program can
+// take of it; live until it is ended, then leave nothing behind and return 0; tell of each copy that it does
+// not take; and show the tree that lies on the disk, which a new start shows again. A failure prints the way
+// that led there; the same seed goes the same way.
 
 #include <windows.h>
 
@@ -58,6 +58,7 @@ constexpr int kCommands[] = {
 constexpr WORD kKeys[] = {VK_RETURN, VK_ESCAPE, VK_TAB,    VK_SPACE, VK_UP,  VK_DOWN,
                           VK_LEFT,   VK_RIGHT,  VK_DELETE, VK_HOME,  VK_END, VK_F2,
                           VK_F3,     VK_F5,     VK_F6,     VK_APPS,  VK_F10, VK_BACK};
+constexpr UINT kLooks[] = {WM_SETTINGCHANGE, WM_SYSCOLORCHANGE, WM_THEMECHANGED};
 constexpr WORD kChoosing[] = {VK_DOWN, VK_UP, VK_END};
 constexpr const wchar_t* kTexts[] = {L"",     L" ",  L"Affe",        L"Grüße & mehr",
                                      L"C:\\", L"-1", L"99999999999", L"x\\y:z"};
@@ -241,7 +242,7 @@ class Monkey {
     }
     // To the icon, or back by one of the ways.
     void GoOrComeBack() {
-        switch (Random(4)) {
+        switch (Random(5)) {
             case 0:
                 Note("minimise");
                 return nxclip_.Main().Post(WM_SYSCOMMAND, SC_MINIMIZE);
@@ -251,10 +252,20 @@ class Monkey {
             case 2:
                 Note("the task bar's button");
                 return nxclip_.Main().Post(WM_SYSCOMMAND, SC_RESTORE);
+            case 3:
+                return LookDifferent();
             default:
                 Note("hot key");
                 return PressKeys({VK_CONTROL, VK_MENU, 'L'});
         }
+    }
+    // What the system tells every window when the user chooses other fonts, colours or another theme.
+    void LookDifferent() {
+        const UINT message = OneOf(kLooks);
+        Note("message " + std::to_string(message));
+        for (const Window window : TopLevelWindows(nxclip_.Program().Id()))
+            SendNotifyMessageW(window.Handle(), message,
+                               message == WM_SETTINGCHANGE ? SPI_SETNONCLIENTMETRICS : 0, 0);
     }
     // A row is chosen and used, opened or renamed, or several go, or all are put in another order.
     void UseList() {
