@@ -159,12 +159,7 @@ TEST_F(ProfileActionsTest, UnlinkProfile_TouchesNoFile) {
 // A journal that is being written, or whose save is under way, is the other program's.
 TEST_F(ProfileActionsTest, UnlinkProfile_OfOneThatAnotherProgramSaves_LeavesItItsJournal) {
     Fill();
-    ProfileFile& file = Profiles().ProfileOf(&Get(L"P"))->File;
-    file = {};
-    fake.files.SetBytes(L"C:\\P\\nxclip.lck", "");
-    fake.files.LockByOther(L"C:\\P\\nxclip.lck");
-    file = ProfileFile(L"C:\\P");
-    ASSERT_TRUE(file.HeldByOther());
+    GiveToOther(Get(L"P"));
     fake.files.SetBytes(L"C:\\P\\nxclip.jnl", "half a journal");
     fake.user.answers = {true};
     EXPECT_TRUE(actions.UnlinkProfile(&Get(L"P")));

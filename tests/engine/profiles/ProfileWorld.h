@@ -117,6 +117,16 @@ class ProfileWorld {
         fake.files.SetBytes(TreeDataFilePath(directory), std::string(image.begin(), image.end()));
     }
 
+    // As if another program had taken the attached profile first.
+    void GiveToOther(const Node& profile) {
+        CProfile& entry = *Profiles().ProfileOf(&profile);
+        entry.File = {};
+        const std::wstring lock = entry.Directory + L"\\nxclip.lck";
+        fake.files.SetBytes(lock, "");
+        fake.files.LockByOther(lock);
+        entry.File = ProfileFile(entry.Directory);
+    }
+
     Node& Get(const std::wstring& name) { return Named(nodes, name); }
     // A clip data file of two records.
     static std::string DataOf(const std::wstring& name) {

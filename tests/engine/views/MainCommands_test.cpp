@@ -60,12 +60,7 @@ TEST_F(MainCommandsTest, IsAllowed_FollowsTheChosenNodeAndTheLock) {
 }
 
 TEST_F(MainCommandsTest, IsAllowed_ChangesNothingInAProfileThatAnotherProgramHas) {
-    ProfileFile& file = Profiles().ProfileOf(&Get(L"P"))->File;
-    file = {};
-    fake.files.SetBytes(L"C:\\P\\nxclip.lck", "");
-    fake.files.LockByOther(L"C:\\P\\nxclip.lck");
-    file = ProfileFile(L"C:\\P");
-    ASSERT_TRUE(file.HeldByOther());
+    GiveToOther(Get(L"P"));
     EXPECT_EQ(AllowedFor(&Get(L"c1")), (Commands{NewProfile, ImportProfile, QuickStart, ToClipboard}));
     EXPECT_FALSE(IsPermitted(Row(Properties), &Get(L"c1")));
     EXPECT_EQ(fake.user.LastMessage(), kEditedByOther);
