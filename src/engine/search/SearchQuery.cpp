@@ -118,6 +118,13 @@ bool SearchQuery::NeedsFile() const {
     });
 }
 
+bool SearchQuery::IsOfPlainWords() const {
+    return problem.empty() && !NeedsFile() && std::none_of(words.begin(), words.end(), [](const auto& word) {
+               return std::any_of(word.text.begin(), word.text.end(),
+                                  [](char16_t unit) { return unit <= u' '; });
+           });
+}
+
 bool SearchQuery::Narrows(const SearchQuery& other) const {
     const auto narrows = [](const SearchWord& shorter, const SearchWord& longer) {
         return shorter.place == longer.place && shorter.exact == longer.exact &&

@@ -49,6 +49,8 @@ struct SearchQuery {
     bool IsEmpty() const { return words.empty() && types.empty() && !days && problem.empty(); }
     // Only a clip's file can tell: by its name alone nothing fits.
     bool NeedsFile() const;
+    // Words without blanks, which any text may hold: whatever shows them all fits.
+    bool IsOfPlainWords() const;
     // Whatever does not fit the other one does not fit this one either: it has more or longer words.
     bool Narrows(const SearchQuery& other) const;
     friend bool operator==(const SearchQuery&, const SearchQuery&) = default;

@@ -7,6 +7,7 @@
 namespace {
 
 constexpr std::size_t kMostBeforeHit = 40;
+constexpr wchar_t kCut = 0x2026;
 // A letter may have some marks of its own behind it.
 constexpr std::size_t kUnitsPerLetter = 4;
 
@@ -101,13 +102,27 @@ HitLine LineAround(std::u16string_view text, TextPlace hit) {
 
     HitLine line;
     std::wstring front = AsOneLine(text.substr(begin, hit.begin - begin));
-    if (cutInFront) front = L"\x2026" + front;
+    if (cutInFront) front = kCut + front;
     const std::wstring marked = AsOneLine(text.substr(hit.begin, hit.size));
     std::wstring behind = AsOneLine(text.substr(hit.End(), end - hit.End()));
     // The blank in front of a word went with those in front of the line.
     if (hit.End() < end && text[hit.End()] <= u' ') behind.insert(behind.begin(), L' ');
     line.begin = front.size();
     line.size = marked.size();
-    line.text = front + marked + behind + (cutBehind ? L"\x2026" : L"");
+    line.text = front + marked + behind;
+    if (cutBehind) line.text += kCut;
     return line;
+}
+
+bool ShowsAll(HitLine& line, WordSearch& words, WordSet wanted) {
+    const std::u16string front = Utf16FromText(line.text.substr(0, line.begin));
+    std::u16string text = front + Utf16FromText(line.text.substr(line.begin));
+    // What says that the line is cut is none of the text.
+    std::replace(text.begin(), text.end(), char16_t{kCut}, u' ');
+    const std::u16string_view marked = std::u16string_view(text).substr(front.size());
+    TextPlace place;
+    if (words.FindIn(marked, wanted, &place) == 0 || place.begin != 0) return false;
+    if (words.FindIn(text, wanted) != wanted) return false;
+    line.size = TextFromUtf16(marked.substr(0, place.size)).size();
+    return true;
 }

@@ -65,3 +65,7 @@ struct HitLine {
 // The most that stands behind a hit in its line, in units.
 inline constexpr std::size_t kMostBehindHit = 80;
 HitLine LineAround(std::u16string_view text, TextPlace hit);
+// Whether the line alone shows that its text holds the `wanted` words, one of them where the mark is, which
+// is as long as that one then. False says nothing. The words, and those that the line was made for, hold no
+// blanks.
+bool ShowsAll(HitLine& line, WordSearch& words, WordSet wanted);

@@ -30,19 +30,46 @@ bool HasAll(WordSet words, WordSet of) {
     return (of & ~words) == 0;
 }
 
+// Enough to fill every window; to check thousands would hold up the keys.
+constexpr int kMostChecks = 1000;
+
 }  // namespace
 
 void HitList::Search(Node* below, const std::wstring& text) {
     SearchQuery query = ParseSearchQuery(text);
+    const bool narrows = query.Narrows(query_);
     // What could not be read was perhaps held for a moment.
-    if (unreadable_ > 0 || !query.Narrows(query_)) ForgetMisfits();
+    if (unreadable_ > 0 || !narrows) ForgetMisfits();
     active_ = true;
     everywhere_ = below == nullptr;
     below_.Follow(below);
     query_ = std::move(query);
     likeness_ = Likeness::Marks;
-    hits_.clear();
+    if (narrows && query_.IsOfPlainWords())
+        AgeHits();
+    else
+        hits_.clear();
     LookAgain();
+    narrower_.reset();
+    std::erase_if(hits_, [](const auto& hit) { return hit.second.ofOlderQuery; });
+}
+
+void HitList::AgeHits() {
+    for (auto& [file, hit] : hits_)
+        hit.ofOlderQuery = true;
+    narrower_.emplace(query_, likeness_);
+    checksLeft_ = kMostChecks;
+}
+
+// A line that does not show it says nothing: the file is read again.
+bool HitList::StillFits(Hit& hit, WordSet spared) {
+    if (!hit.ofOlderQuery) return HasAll(spared, hit.spared);
+    if (checksLeft_ == 0) return false;
+    --checksLeft_;
+    if (!ShowsAll(hit.content.line, *narrower_, narrower_->Anywhere() & ~spared)) return false;
+    hit.spared = spared;
+    hit.ofOlderQuery = false;
+    return true;
 }
 
 void HitList::ForgetMisfits() {
@@ -116,7 +143,7 @@ void HitList::AddRowByName(const SearchPlan& plan, FoundByName& found) {
 void HitList::PlanOrAddRow(SearchPlan& plan, const ClipTarget& clip, const Node& node) {
     const FileKey key = KeyOf(plan, clip);
     const auto hit = hits_.find(key);
-    if (hit != hits_.end() && HasAll(clip.found, hit->second.spared)) {
+    if (hit != hits_.end() && StillFits(hit->second, clip.found)) {
         rows_.push_back({node.Index(), key, true, {}, hit->second.content.fileSize});
         ShowLast();
         return;

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -25,7 +26,8 @@ class HitList {
     HitList(NodeCollection& nodes, ClockPort& clock) : nodes_(nodes), clock_(clock) {}
 
     // Looks for what the user typed below a node; null is everywhere. As he types on, the files that did not
-    // fit what he had typed before are not read again.
+    // fit what he had typed before are not read again, and the first of those that did stay rows when the
+    // lines around their hits show the rest as well.
     void Search(Node* below, const std::wstring& text);
     void End();
     bool IsActive() const { return active_; }
@@ -94,6 +96,7 @@ class HitList {
     struct Hit {
         ContentHit content;
         WordSet spared = 0;
+        bool ofOlderQuery = false;  // of one that is narrowed
     };
 
     const Row* RowAt(int row) const;
@@ -102,6 +105,8 @@ class HitList {
     const ContentHit* ContentIn(const Row& row) const;
     void ShowLast() { shown_.push_back(rows_.size() - 1); }
     void ForgetMisfits();
+    void AgeHits();
+    bool StillFits(Hit& hit, WordSet spared);
     FileKey KeyOf(const SearchPlan& plan, const ClipTarget& clip);
     void AddRowByName(const SearchPlan& plan, FoundByName& found);
     void PlanOrAddRow(SearchPlan& plan, const ClipTarget& clip, const Node& node);
@@ -133,6 +138,8 @@ class HitList {
 
     std::map<std::wstring, std::uint32_t> directories_;
     std::map<FileKey, Hit> hits_;
+    std::optional<WordSearch> narrower_;  // checks hits of an older query, while there are any
+    int checksLeft_ = 0;
     std::vector<Misfit> misfits_;
     std::vector<std::wstring> silent_;
 };

@@ -14,6 +14,7 @@ namespace {
 
 // Enough to fill the window; to measure thousands would take longer than to show them.
 constexpr int kMeasuredRows = 40;
+constexpr ULONGLONG kBetweenGrowths = 500;  // milliseconds
 
 DWORD StyleOf(ListMode mode) {
     switch (mode) {
@@ -121,14 +122,23 @@ void ListPane::ContentGrew(int firstChanged) {
         ShowContent(*content_);
         return;
     }
-    if (count != before) ListView_SetItemCountEx(window_, count, LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
     const int top = TopRow();
+    const int bottom = top + ListView_GetCountPerPage(window_);
+    if (before <= bottom || GetTickCount64() - grewAt_ >= kBetweenGrowths) Grow();
     const int first = std::max(top, firstChanged);
-    const int last = std::min(count - 1, top + ListView_GetCountPerPage(window_));
+    const int last = std::min(count - 1, bottom);
     if (first <= last) ListView_RedrawItems(window_, first, last);
 }
 
+void ListPane::Grow() {
+    const auto count = static_cast<int>(content_->entries.size());
+    if (ListView_GetItemCount(window_) == count) return;
+    ListView_SetItemCountEx(window_, count, LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
+    grewAt_ = GetTickCount64();
+}
+
 void ListPane::ContentIsWhole() {
+    Grow();
     const auto rows = static_cast<int>(content_->entries.size());
     if (std::min(rows, kMeasuredRows) == measuredRows_) return;
     const QuietScope quiet(window_);

@@ -31,7 +31,8 @@ class ListPane {
     void ShowContent(const ListContent& content);
     // The shown content has more rows at its end than before, or says more in those that it has, from
     // `firstChanged` on. The columns are as wide as the first rows wanted until it is whole: they would move
-    // with each row, and to measure takes longer than to show.
+    // with each row, and to measure takes longer than to show. The control learns of rows that are not to be
+    // seen yet only now and then, since it draws its scroll bars for each growth, and when all are there.
     void ContentGrew(int firstChanged);
     void ContentIsWhole();
     // The first row that is seen, to be seen there again.
@@ -70,6 +71,7 @@ class ListPane {
  private:
     bool IsAtOrigin() const;
     void ShowOtherRows();
+    void Grow();
     void LoadLargePictures();
     void FillColumns();
     void KeepColumnWidths();
@@ -84,6 +86,7 @@ class ListPane {
     std::vector<std::wstring> headings_;  // those that the control shows
     std::vector<int> fitted_;             // their widths, as they were set last
     int measuredRows_ = 0;                // those that decided about them
+    ULONGLONG grewAt_ = 0;                // milliseconds of the system's clock
     std::map<std::vector<std::wstring>, std::vector<int>> widths_;
     ListTips tips_;
     UniqueImageList large_;  // loaded when they are first shown

@@ -99,7 +99,7 @@ TEST_F(HitListTest, WhatDidNotFit_IsReadAgainOnlyWhenItMay) {
         Read();
     }
     EXPECT_EQ(Rows(), L"drei=Hutmacher ");
-    EXPECT_EQ(reads, 3u + 2u + 2u + 1u);
+    EXPECT_EQ(reads, 3u + 0u + 1u + 0u);
     list.Search(nullptr, L"hut rot");
     Read();
     EXPECT_EQ(Rows(), L"");
@@ -136,6 +136,31 @@ TEST_F(HitListTest, WhatDidNotFit_IsReadAgainOnlyWhenItMay) {
         Read();
     }
     EXPECT_EQ(reads, 2 * 3u) << "of the first word, with its marks and without";
+}
+
+TEST_F(HitListTest, Search_TypedOn_RowsStayWhoseLinesShowIt) {
+    Clip(L"eins", "der Hut");
+    Clip(L"zwei", "Hut\nrot");
+    Clip(L"drei", "Hut\nblau");
+    Clip(L"vier", "Hund, Hut rot");
+    Clip(L"f\u00fcnf", std::string(60, '-') + "Hut");
+    list.Search(nullptr, L"hu");
+    Read();
+    reads = 0;
+    list.Search(nullptr, L"hut");
+    ASSERT_EQ(list.Content().entries.size(), 4u);
+    EXPECT_EQ(list.LineOf(0)->size, 3u);
+    Read();
+    EXPECT_EQ(reads, 1u) << "the mark of one of them is elsewhere";
+    EXPECT_EQ(list.ContentOf(4)->begin, 6u);
+    list.Search(nullptr, L"hut ro");
+    EXPECT_EQ(Rows(), L"vier=Hund, Hut rot ");
+    Read();
+    EXPECT_EQ(Rows(), L"vier=Hund, Hut rot zwei=Hut ");
+    list.Search(nullptr, L"hu");
+    Read();
+    list.Search(nullptr, L"hu \u2026");
+    EXPECT_EQ(Rows(), L"") << "what says that a line is cut is none of the text";
 }
 
 TEST_F(HitListTest, GoesOn_TriesOtherMarksWhenNothingFits) {
