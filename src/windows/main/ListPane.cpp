@@ -78,6 +78,7 @@ void ListPane::SetStyle(DWORD mask, DWORD style) {
 
 void ListPane::ShowContent(const ListContent& content) {
     content_ = &content;
+    grewAt_ = GetTickCount64();
     const auto count = static_cast<int>(content.entries.size());
     const bool wasEmpty = ListView_GetItemCount(window_) == 0;
     if (wasEmpty && count == 0 && headings_ == content.columns) return;
@@ -310,6 +311,7 @@ void ListPane::ChooseRows(const std::vector<int>& rows) {
 }
 
 void ListPane::ChooseAll() {
+    if (content_ != nullptr) Grow();
     ListView_SetItemState(window_, -1, LVIS_SELECTED, LVIS_SELECTED);
 }
 

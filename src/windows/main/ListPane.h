@@ -86,7 +86,7 @@ class ListPane {
     std::vector<std::wstring> headings_;  // those that the control shows
     std::vector<int> fitted_;             // their widths, as they were set last
     int measuredRows_ = 0;                // those that decided about them
-    ULONGLONG grewAt_ = 0;                // milliseconds of the system's clock
+    ULONGLONG grewAt_ = 0;                // when the control learned of rows, in the system's milliseconds
     std::map<std::vector<std::wstring>, std::vector<int>> widths_;
     ListTips tips_;
     UniqueImageList large_;  // loaded when they are first shown
