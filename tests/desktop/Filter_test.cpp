@@ -65,6 +65,17 @@ TEST_F(Filter, Typing_ShowsHitsThatAreWorkedWithAsInAFolder) {
     EXPECT_EQ(nxclip_.Main().TextOf(tbFilter), L"");
 }
 
+// A letter is seen before anything is searched for: a key that is as quick must not meet the list as it was.
+TEST_F(Filter, Escape_EndsASearchThatHasNotBegun) {
+    StartWithTexts();
+    PressKeys({VK_CONTROL, VK_SHIFT, 'F'});
+    const Window field = nxclip_.Main().Control(tbFilter);
+    field.Post(WM_CHAR, L'x');
+    field.Post(WM_KEYDOWN, VK_ESCAPE);
+    WaitFor("an empty field", [&] { return nxclip_.Main().TextOf(tbFilter).empty(); });
+    EXPECT_EQ(nxclip_.List().Count(), 3);
+}
+
 TEST_F(Filter, Captures_AndDeletionsAreShownInTheHits) {
     StartWithTexts();
     Search(L"schrauben");

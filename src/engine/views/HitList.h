@@ -31,6 +31,8 @@ class HitList {
     void Search(Node* below, const std::wstring& text);
     void End();
     bool IsActive() const { return active_; }
+    // Whether these are the hits for what the user typed.
+    bool IsOf(const std::wstring& text) const { return active_ && query_ == ParseSearchQuery(text); }
     // The node below which is searched; null when that is everywhere, or when it is gone.
     Node* Below() const { return below_.Get(); }
     const SearchQuery& Query() const { return query_; }

@@ -252,6 +252,8 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     void ShowSearchHint();
     void BeginSearch();
     void FilterChanged();
+    void SearchBehindTheKeys();
+    void SearchForTyped();
     void SearchFor(Node* below);
     // For the end of the search: the list as it was.
     void RememberList();
@@ -327,6 +329,7 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     double storedSplitter_ = 0;
     Once placesRested_{*this, [this] { StorePlaces(); }};
     Once lookForFreed_{*this, [this] { TakeOverFreed(); }};
+    Once searching_{*this, [this] { SearchBehindTheKeys(); }};
     Once previewing_{*this, [this] { PreviewChosenRow(); }};
     Once readsFormatSets_{*this, [this] { ReadFormatSets(); }};
     Once importing_{*this, [this] { ImportDropped(); }};

@@ -13,6 +13,8 @@ namespace {
 
 // How often it is looked at whether a drive still answers.
 constexpr std::chrono::milliseconds kBetweenLooksAtDrive{1000};
+// A timer comes behind every key and every picture.
+constexpr std::chrono::milliseconds kBehindTheKeys{10};
 
 }  // namespace
 
@@ -40,11 +42,26 @@ void frmMain::BeginSearch() {
     panes_.tbFilter.Begin(L"");
 }
 
+// The key is seen before what it finds.
 void frmMain::FilterChanged() {
+    UpdateWindow(panes_.tbFilter.Window());
     if (Trim(panes_.tbFilter.Text()).empty())
         EndSearch();
     else
-        SearchFor(searchesEverywhere_ ? nullptr : SearchScope());
+        searching_.PutOff();
+}
+
+// Keys that have come meanwhile are shown first, and searched for together.
+void frmMain::SearchBehindTheKeys() {
+    if (HIWORD(GetQueueStatus(QS_KEY)) != 0)
+        searching_.PutOff(kBehindTheKeys);
+    else
+        SearchForTyped();
+}
+
+void frmMain::SearchForTyped() {
+    const std::wstring text = panes_.tbFilter.Text();
+    if (!Trim(text).empty() && !hits_.IsOf(text)) SearchFor(searchesEverywhere_ ? nullptr : SearchScope());
 }
 
 void frmMain::SearchFor(Node* below) {
@@ -216,6 +233,8 @@ bool frmMain::TranslateSearchKey(const MSG& message) {
     if (message.message != WM_KEYDOWN) return false;
     const bool inField = message.hwnd == panes_.tbFilter.Window();
     const bool inTree = message.hwnd == panes_.tvTreeView.Window();
+    const bool uses = message.wParam == VK_ESCAPE || message.wParam == VK_DOWN || message.wParam == VK_RETURN;
+    if (inField && uses) SearchForTyped();
     if (message.wParam == VK_ESCAPE && (inField || (hits_.IsActive() && !inTree))) {
         if (hits_.IsActive())
             EndSearch();
@@ -223,7 +242,7 @@ bool frmMain::TranslateSearchKey(const MSG& message) {
             SetFocus(panes_.lvListView.Window());
         return true;
     }
-    if (!inField || (message.wParam != VK_DOWN && message.wParam != VK_RETURN)) return false;
+    if (!inField || !uses) return false;
     SetFocus(panes_.lvListView.Window());
     if (panes_.lvListView.FocusedRow() < 0 && !panes_.Content().entries.empty())
         panes_.lvListView.ChooseRow(0);
