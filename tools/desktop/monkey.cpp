@@ -63,6 +63,8 @@ constexpr WORD kChoosing[] = {VK_DOWN, VK_UP, VK_END};
 constexpr const wchar_t* kTexts[] = {L"",     L" ",  L"Affe",        L"Grüße & mehr",
                                      L"C:\\", L"-1", L"99999999999", L"x\\y:z"};
 
+constexpr const wchar_t* kSearched[] = {L"text", L"Text 1", L"typ:bild", L"name:c", L"\"a", L"ä", L" "};
+
 constexpr const wchar_t* kPeers[] = {L"viewer",         L"viewer blind", L"viewer mute",   L"viewer boxing",
                                      L"viewer reading", L"owner",        L"owner slow",    L"owner hung",
                                      L"owner empty",    L"owner dying",  L"owner changing"};
@@ -123,7 +125,7 @@ class Monkey {
             case 0:
                 return Copy();
             case 1:
-                return PressAKey();
+                return Random(4) == 0 ? SearchForSomething() : PressAKey();
             case 2:
                 return ClickSomewhere();
             case 3:
@@ -311,6 +313,13 @@ class Monkey {
         const WORD key = OneOf(kKeys);
         Note("key " + std::to_string(key));
         PressKeys({key});
+    }
+    void SearchForSomething() {
+        const std::wstring text = OneOf(kSearched);
+        Note("search for \"" + Utf8(text) + '"');
+        PressKeys({VK_CONTROL, VK_SHIFT, 'F'});
+        Type(text);
+        PressKeys({OneOf(kKeys)});
     }
     void ClickSomewhere() {
         const RECT place = nxclip_.Main().Rectangle();
