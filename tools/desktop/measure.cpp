@@ -226,20 +226,28 @@ class Measured {
     }
     // The longest time from a letter typed into the field to the window that shows what it means, while the
     // contents are read that the letters before it ask for; every clip fits.
-    double LongestKeyOfSearch() const {
-        constexpr DWORD kBetweenKeys = 60;
+    struct Typing {
+        double longestKey = 0;      // until it is seen in its field
+        double longestSilence = 0;  // between two answers of the program
+    };
+    // In milliseconds.
+    Typing TypeWhileContentsAreSearched() const {
+        constexpr double kBetweenKeys = 60;
         const Window field = nxclip_.Main().Control(tbFilter);
-        double longest = 0;
+        Typing typing;
         for (const wchar_t letter : std::wstring_view(L"zeile, wie sie in einem text")) {
-            longest = std::max(longest, MillisecondsOf([&] {
-                                   field.Send(WM_CHAR, static_cast<WPARAM>(letter), 0);
-                                   nxclip_.Main().Send(WM_NULL);
-                                   RedrawWindow(nxclip_.Main().Handle(), nullptr, nullptr,
-                                                RDW_UPDATENOW | RDW_ALLCHILDREN);
-                               }));
-            Sleep(kBetweenKeys);
+            typing.longestKey = std::max(typing.longestKey, MillisecondsOf([&] {
+                                             field.Send(WM_CHAR, static_cast<WPARAM>(letter), 0);
+                                             RedrawWindow(field.Handle(), nullptr, nullptr, RDW_UPDATENOW);
+                                         }));
+            const auto typed = Clock::now();
+            while (MillisecondsSince(typed) < kBetweenKeys) {
+                typing.longestSilence =
+                    std::max(typing.longestSilence, MillisecondsOf([&] { nxclip_.Main().Send(WM_NULL); }));
+                Sleep(1);
+            }
         }
-        return longest;
+        return typing;
     }
     // Programs before there was one are measured too.
     bool HasSearchField() const { return static_cast<bool>(nxclip_.Main().FindControl(tbFilter)); }
@@ -435,10 +443,12 @@ std::string NewLongLine() {
 void MeasureSearch(int clips) {
     const std::string many = ", " + std::to_string(clips) + " clips";
     const std::string key = "longest key while contents are searched" + many;
+    const std::string silence = "longest silence while contents are searched" + many;
     const std::string memory = "memory added by the search" + many;
     // Under Wine a new file takes as long as its directory is large: 100,000 would be half an hour.
     constexpr int kMostFiles = 20'000;
-    if (isFloor || clips > kMostFiles || (!IsWanted(key) && !IsWanted(memory + ", no hit, all of them hits")))
+    if (isFloor || clips > kMostFiles ||
+        (!IsWanted(key + silence) && !IsWanted(memory + ", no hit, all of them hits")))
         return;
     Measured measured(clips);
     measured.WriteClips(clips);
@@ -448,7 +458,9 @@ void MeasureSearch(int clips) {
     Row(memory + ", no hit", measured.MemoryWhenSearched(L"nirgends") - before, "MiB");
     Row(memory + ", all of them hits", measured.MemoryWhenSearched(L"zeile") - before, "MiB");
     measured.MemoryWhenSearched(L"");
-    Row(key, measured.LongestKeyOfSearch(), "ms");
+    const Measured::Typing typing = measured.TypeWhileContentsAreSearched();
+    Row(key, typing.longestKey, "ms");
+    Row(silence, typing.longestSilence, "ms");
     measured.End();
 }
 
