@@ -437,8 +437,15 @@ void frmMain::EndWhatIsOpen() {
     EndListEditNow();
 }
 
+// What another program sends, as the system does when the session ends, comes while the loop waits for the
+// next message; behind one alone does it come to rest.
+void frmMain::EndAtRest() {
+    end_.emplace(Busy::End);
+    if (InSendMessage()) PostMessageW(window_, WM_NULL, 0, 0);
+}
+
 bool frmMain::WaitsForAControl() {
-    if (!end_ && !Is(Busy::Drag) && EndsLoopOfAControl(window_)) end_.emplace(Busy::End);
+    if (!end_ && !Is(Busy::Drag) && EndsLoopOfAControl(window_)) EndAtRest();
     return end_.has_value();
 }
 
@@ -453,7 +460,7 @@ void frmMain::Close() {
         Restore();
     } else if (!panes_.tvTreeView.IsEditing() && panes_.lvListView.LabelEdit() == nullptr) {
         // What is under way ends as soon as this has returned. A name that was refused stays in its edit.
-        end_.emplace(Busy::End);
+        EndAtRest();
     }
 }
 
@@ -461,10 +468,7 @@ void frmMain::Close() {
 void frmMain::EndSession() {
     if (loaded_) StoreEverything();
     // What the load asks must not be answered by the end of its window.
-    if (!loaded_) {
-        end_.emplace(Busy::End);
-        return;
-    }
+    if (!loaded_) return EndAtRest();
     if (!Is(Busy::Dialog) && WaitsForAControl()) return;
     if (MayBegin(Who::SessionEnd) == Answer::EndsIt) {
         HeldMessages untold;

@@ -120,6 +120,8 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     void EndSession();
     // True when `who` may begin now: what has to end first has ended.
     bool Begins(Who who);
+    // Closes the window as soon as nothing is under way.
+    void EndAtRest();
     // True when the window must not go now: a control below on the stack would go on with itself.
     bool WaitsForAControl();
     // Ends the menu, the drag and the rename that are under way. The system's loops of the first two come
