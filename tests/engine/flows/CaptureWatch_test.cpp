@@ -171,6 +171,17 @@ TEST_F(CaptureWatchTest, UpdateClipBoard_OffersACopyUnderADialogAndDoesNotTakeIt
 // Each copy's own notice comes before it is taken or after.
 TEST_F(CaptureWatchTest, CopyTold_SaysHowManyWentBy) {
     Options().AutoSnap = true;
+    const auto wordWhenQuiet = [&] {
+        for (int i = 0; i < 6; ++i)
+            window.BecomeIdle(fake.clock);
+        return fake.user.LastStatus();
+    };
+    for (const char* const text : {"first", "by a command", "last"}) {
+        CopyText(text);
+        flow.CopyTold();
+        text == "by a command"s ? flow.Snap() : flow.UpdateClipBoard();
+    }
+    EXPECT_EQ(wordWhenQuiet().find(L"vorüber"), std::wstring::npos);
     const auto wordOf = [&](int copies, bool toldAfterwards) {
         fake.clock.Advance(1s);
         for (int i = 0; i < copies; ++i) {
@@ -180,9 +191,7 @@ TEST_F(CaptureWatchTest, CopyTold_SaysHowManyWentBy) {
         }
         for (int i = 0; toldAfterwards && i < copies; ++i)
             flow.CopyTold();
-        for (int i = 0; i < 6; ++i)
-            window.BecomeIdle(fake.clock);
-        return fake.user.LastStatus();
+        return wordWhenQuiet();
     };
     for (const bool afterwards : {false, true}) {
         EXPECT_EQ(wordOf(1, afterwards).find(L"vorüber"), std::wstring::npos);
