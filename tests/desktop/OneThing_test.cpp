@@ -261,6 +261,34 @@ TEST_F(OneThing, End_EndsTheMenuTheDragAndTheRenameFirst) {
     nxclip_.WaitForTree(L"Profil [Camera] open\n  zwei! [Clip]\n");
 }
 
+// F10 shows no window, yet it is a menu, that of the box itself. Another program can press a button
+// meanwhile.
+TEST_F(OneThing, MenuWithoutAWindow_EndsWithWhatItBelongsTo) {
+    StartCapturing();
+    const auto openMenu = [&](Window window) {
+        BringToFront(window);
+        PressKeys({VK_F10});
+        WaitFor("the menu", [&] {
+            GUITHREADINFO thread{};
+            thread.cbSize = sizeof thread;
+            return GetGUIThreadInfo(GetWindowThreadProcessId(window.Handle(), nullptr), &thread) &&
+                   (thread.flags & GUI_INMENUMODE) != 0;
+        });
+    };
+    nxclip_.Tree().Select(L"Profil\\Clip");
+    nxclip_.Command(m_edit_delete);
+    const Notice question = nxclip_.WaitForNotice();
+    openMenu(question.window);
+    Driver::Answer(question, IDNO);
+    WaitFor("the main window", [&] { return nxclip_.Main().Enabled(); });
+    nxclip_.Command(mnuViewOptions);
+    const Window options = nxclip_.WaitForDialog(L"Optionen");
+    openMenu(options);
+    options.Press(cb_cancel);
+    WaitFor("the main window", [&] { return nxclip_.Main().Enabled(); });
+    ExpectEnd([&] { nxclip_.Main().Close(); });
+}
+
 TEST_F(OneThing, FailureOfACapture_TakesNeitherTheKeyboardNorTheNextCopy) {
     StartCapturing();
     const HWND other = CreateWindowExW(0, L"STATIC", L"anderes", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr,

@@ -40,3 +40,13 @@ HWND ModalWindowOver(HWND window) {
 void MarkAsModeless(HWND dialog) {
     SetPropW(dialog, kModelessMark, reinterpret_cast<HANDLE>(1));
 }
+
+void EndMenuLoop() {
+    EndMenu();
+    // Wine's function knows a menu by the window that it has opened; its loop also goes by this message.
+    GUITHREADINFO thread{};
+    thread.cbSize = sizeof thread;
+    if (!GetGUIThreadInfo(GetCurrentThreadId(), &thread) || (thread.flags & GUI_INMENUMODE) == 0) return;
+    const HWND owner = thread.hwndMenuOwner != nullptr ? thread.hwndMenuOwner : thread.hwndCapture;
+    if (owner != nullptr) PostMessageW(owner, WM_CANCELMODE, 0, 0);
+}

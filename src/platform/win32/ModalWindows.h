@@ -9,3 +9,7 @@ HWND ModalWindowOver(HWND window);
 
 // Marks a dialog as one that keeps the user from nothing.
 void MarkAsModeless(HWND dialog);
+
+// Ends the menu that a window of this thread has open, also one that shows its bar or its system menu alone.
+// Without one it does nothing. The menu's loop comes back when this has returned.
+void EndMenuLoop();

@@ -199,6 +199,10 @@ INT_PTR Dialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_NOTIFY:
             SetWindowLongPtrW(window, DWLP_MSGRESULT, OnNotify(*reinterpret_cast<NMHDR*>(lParam)));
             return TRUE;
+        case WM_ENABLE:
+            // A box over this one that ended below its own menu would stay, unseen, until that ends.
+            if (wParam) EndMenuLoop();
+            return FALSE;
         case WM_SYSCOLORCHANGE:
         case WM_SETTINGCHANGE:
             ForwardToChildren(window, message, wParam, lParam);
@@ -262,6 +266,7 @@ void Dialog::OnHelp() {
 }
 
 void Dialog::Close(bool confirmed) {
+    EndMenuLoop();
     if (kind_ == Kind::Modal) {
         EndDialog(window_, confirmed ? IDOK : IDCANCEL);
         return;

@@ -47,7 +47,7 @@ bool EndsLoopOfAControl(HWND window) {
     GetGUIThreadInfo(GetCurrentThreadId(), &thread);
     if (!IsChild(window, thread.hwndCapture) && !IsChild(window, thread.hwndMenuOwner)) return false;
     ReleaseCapture();
-    EndMenu();
+    EndMenuLoop();
     return true;
 }
 
@@ -146,7 +146,10 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_ENABLE:
             // Every modal window disables this one, and still stands when it enables it again.
             ShowCaptureState();
-            if (wParam) quiet_.Start();
+            if (!wParam) return 0;
+            // One that ended below its own menu would stay, unseen, until that ends.
+            EndMenuLoop();
+            quiet_.Start();
             return 0;
         case WM_ACTIVATE:
             if (LOWORD(wParam) == WA_INACTIVE) lastFocus_ = FocusedPane();
@@ -199,7 +202,7 @@ LRESULT frmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_ENTERIDLE:
             // A menu that was still coming up when everything was to end.
-            if (end_ && wParam == MSGF_MENU) EndMenu();
+            if (end_ && wParam == MSGF_MENU) EndMenuLoop();
             return 0;
         case kSearchNews:
             TakeSearchNews();
@@ -428,7 +431,7 @@ bool frmMain::Begins(Who who) {
 }
 
 void frmMain::EndWhatIsOpen() {
-    EndMenu();
+    EndMenuLoop();
     // The command that was to come is the one that asks for this.
     if (menuLoops_ == 0) menu_.reset();
     if (Is(Busy::Drag)) drag_.Cancel();
