@@ -449,13 +449,16 @@ class Monkey {
         MustCome([&] { nxclip_.Start(); });
     }
 
-    // Every menu, dialog and question is closed, so that the tree can be read.
+    // Every menu, dialog and question is closed, and no name is edited: one that is refused would keep the
+    // window from closing.
     void ComeToRest() {
         peers_.clear();
         for (int tries = 0; tries < 100; ++tries) {
             PressKeys({VK_ESCAPE});
             MustAnswer();
             const Window dialog = TopDialog();
+            nxclip_.Tree().window().Send(TVM_ENDEDITLABELNOW, TRUE);
+            nxclip_.List().window().Send(LVM_CANCELEDITLABEL);
             if (!dialog && nxclip_.Main().Enabled()) return;
             if (dialog) dialog.Close();
             Pause();
