@@ -5,7 +5,7 @@
 enum class Busy {
     Dialog,         // a modal dialog or a message box is open
     Menu,           // a menu is open, or the command that was chosen in it is still to come
-    Drag,           // a node is being dragged, or the mouse held in a text of the preview
+    Drag,           // a node is being dragged, or the mouse held on one or in a text of the preview
     Rename,         // a name is being edited in place
     TreeOperation,  // nodes are copied, moved, deleted, made, renamed or imported, with the questions about
                     // it

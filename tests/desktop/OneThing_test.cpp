@@ -261,6 +261,27 @@ TEST_F(OneThing, End_EndsTheMenuTheDragAndTheRenameFirst) {
     nxclip_.WaitForTree(L"Profil [Camera] open\n  zwei! [Clip]\n");
 }
 
+// The control goes on with the row under the mouse when the button goes up or the mouse moves.
+TEST_F(OneThing, ButtonHeldOnARow_KeepsTheRowInTheTree) {
+    WriteSetting(L"Settings", L"MostClips", L"1");
+    StartCapturing();
+    BringToFront(nxclip_.Main());
+    const POINT row = nxclip_.Tree().PlaceOf(L"Profil\\Clip");
+    MoveMouse(row);
+    MouseButton(true);
+    OtherProgramCopies("unter der Taste");
+    // Nothing may come of it, however long the button is held.
+    for (const ULONGLONG held = GetTickCount64(); GetTickCount64() - held < 1000; Sleep(50))
+        ASSERT_FALSE(std::filesystem::exists(ClipFileAt(2)));
+    for (int i = 1; i < 20; ++i)
+        MoveMouse({row.x, row.y + 2 * i});
+    MoveMouse(row);
+    MouseButton(false);
+    WaitFor("the new clip instead of the old one", [&] {
+        return !std::filesystem::exists(ClipFileAt(1)) && std::filesystem::exists(ClipFileAt(2));
+    });
+}
+
 // F10 shows no window, yet it is a menu, that of the box itself. Another program can press a button
 // meanwhile.
 TEST_F(OneThing, MenuWithoutAWindow_EndsWithWhatItBelongsTo) {

@@ -83,7 +83,13 @@ bool TreePane::Create(HWND parent, int control) {
 
 void TreePane::Attach(HWND control) {
     window_ = control;
-    ownMessage_.Attach(window_, [this](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+    ownMessage_.Attach(window_, [this](UINT message, WPARAM wParam, LPARAM lParam) -> std::optional<LRESULT> {
+        if (message == WM_LBUTTONDOWN || message == WM_RBUTTONDOWN) {
+            held_.emplace(Busy::Drag);
+            const LRESULT result = ownMessage_.PassOn(message, wParam, lParam);
+            held_.reset();
+            return result;
+        }
         if (message != kTellWaitingMessage) return std::nullopt;
         TellWaitingWhenFree();
         return 0;
@@ -136,6 +142,10 @@ LRESULT TreePane::OnNotify(NMHDR& header) {
             return FALSE;
         case TVN_BEGINDRAGW:
             TellLater(Deed::Drag, NodeOf(change.itemNew.lParam));
+            return 0;
+        case NM_RCLICK:
+            // The button is up; the context menu comes by a message that is sent from here.
+            held_.reset();
             return 0;
         case NM_RETURN:
         case NM_DBLCLK:

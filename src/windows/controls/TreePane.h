@@ -47,6 +47,8 @@ class TreePane : public NodeView {
     // Starts renaming a node in place. The program is busy with it until the name has been told or given up.
     void EditLabel(Node& node);
     bool IsEditing() const;
+    // The mouse holds a row.
+    bool IsHeld() const { return held_.has_value(); }
     // Ends it now: the listener is told the name that was typed. One that it refuses stays in the edit.
     void EndEdit();
     // Shows the place where something dragged would go: on a node, in front of it, or nowhere (null).
@@ -131,6 +133,8 @@ class TreePane : public NodeView {
     std::vector<Node*> grown_;      // parents with items, null for the root level, below which nodes were
                                     // added during a bulk change
     std::vector<Waiting> waiting_;  // in the order in which it was done
+    // While the control follows the mouse in a loop of its own: it goes on with the row that was there then.
+    std::optional<BusyScope> held_;
     std::optional<BusyScope> editing_;
     Timer tellAgain_{[this] { TellWaitingWhenFree(); }};
     bool mirroring_ = false;  // the control changes because the collection did: what it tells is an echo

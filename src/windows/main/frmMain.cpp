@@ -318,10 +318,7 @@ LRESULT frmMain::OnNotify(NMHDR& header) {
         lastFocus_ = header.hwndFrom;
         RefreshCommands();
     }
-    if (header.hwndFrom == panes_.tvTreeView.Window()) {
-        if (header.code == NM_RCLICK) return 0;  // the context menu comes by its own message
-        return panes_.tvTreeView.OnNotify(header);
-    }
+    if (header.hwndFrom == panes_.tvTreeView.Window()) return panes_.tvTreeView.OnNotify(header);
     if (header.hwndFrom == panes_.lvListView.Window()) return OnListNotify(header);
     if (panes_.preview.IsTab(header.hwndFrom) && header.code == TCN_SELCHANGE) panes_.preview.TabChanged();
     if (header.code == TTN_GETDISPINFOW)
@@ -448,7 +445,8 @@ void frmMain::EndAtRest() {
 }
 
 bool frmMain::WaitsForAControl() {
-    if (!end_ && !Is(Busy::Drag) && EndsLoopOfAControl(window_)) EndAtRest();
+    const bool drags = Is(Busy::Drag) && !panes_.tvTreeView.IsHeld();
+    if (!end_ && !drags && EndsLoopOfAControl(window_)) EndAtRest();
     return end_.has_value();
 }
 
