@@ -269,6 +269,13 @@ TEST_F(OneThing, ButtonHeldOnARow_KeepsTheRowInTheTree) {
     const POINT row = nxclip_.Tree().PlaceOf(L"Profil\\Clip");
     MoveMouse(row);
     MouseButton(true);
+    WaitFor("the row to be held", [&] {
+        const HWND tree = nxclip_.Tree().window().Handle();
+        GUITHREADINFO thread{};
+        thread.cbSize = sizeof thread;
+        return GetGUIThreadInfo(GetWindowThreadProcessId(tree, nullptr), &thread) &&
+               thread.hwndCapture == tree;
+    });
     OtherProgramCopies("unter der Taste");
     // Nothing may come of it, however long the button is held.
     for (const ULONGLONG held = GetTickCount64(); GetTickCount64() - held < 1000; Sleep(50))
