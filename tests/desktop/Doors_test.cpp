@@ -52,9 +52,7 @@ class Doors : public ProgramTest {
         nxclip_.PutOnClipboard();
         EXPECT_EQ(ReadFormatNow(Private()), bytes);
         EXPECT_EQ(GetOpenClipboardWindow(), nullptr);
-        GUITHREADINFO info{sizeof info, 0, {}, {}, {}, {}, {}, {}, {}};
-        GetGUIThreadInfo(GetWindowThreadProcessId(nxclip_.Main().Handle(), nullptr), &info);
-        EXPECT_EQ(info.hwndCapture, nullptr);
+        EXPECT_EQ(nxclip_.Main().Thread().hwndCapture, nullptr);
     }
     // The door throws at what `gesture` leads to, the user learns of it, and the program goes on.
     void Throw(const std::string& door, const std::function<void()>& gesture) {

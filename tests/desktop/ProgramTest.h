@@ -52,13 +52,10 @@ class ProgramTest : public testing::Test {
 
     // The program's control that has the keyboard.
     Window Focus() const {
-        GUITHREADINFO info{};
-        info.cbSize = sizeof info;
         // A thread remembers its focus while another program has the keyboard.
         const DWORD thread = GetWindowThreadProcessId(nxclip_.Main().Handle(), nullptr);
         if (GetWindowThreadProcessId(GetForegroundWindow(), nullptr) != thread) return Window();
-        GetGUIThreadInfo(thread, &info);
-        return Window(info.hwndFocus);
+        return Window(nxclip_.Main().Thread().hwndFocus);
     }
     // The main window is in front, and what brought it there has come to its end: until then the focus moves.
     void WaitForFront() const {

@@ -54,12 +54,7 @@ class Readers : public ProgramTest {
         dialog.Close();
         Driver::WaitUntilGone(dialog);
     }
-    HWND Focus() const {
-        GUITHREADINFO info{};
-        info.cbSize = sizeof info;
-        GetGUIThreadInfo(GetWindowThreadProcessId(nxclip_.Main().Handle(), nullptr), &info);
-        return info.hwndFocus;
-    }
+    HWND Focus() const { return nxclip_.Main().Thread().hwndFocus; }
 };
 
 TEST_F(Readers, EveryControl_HasName) {

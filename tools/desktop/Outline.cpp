@@ -70,9 +70,7 @@ void Append(std::string& outline, Window window, int depth) {
 // Who has the keyboard and the mouse of the window's thread, and whether it is in a loop of its own: a held
 // mouse or a menu can keep a program from what it was told to do.
 void AppendThread(std::string& outline, Window window) {
-    GUITHREADINFO thread{};
-    thread.cbSize = sizeof thread;
-    if (!GetGUIThreadInfo(GetWindowThreadProcessId(window.Handle(), nullptr), &thread)) return;
+    const GUITHREADINFO thread = window.Thread();
     const auto name = [](HWND one) { return one != nullptr ? Utf8(Window(one).ClassName()) : "nobody"; };
     outline += "    keyboard: " + name(thread.hwndFocus) + ", mouse: " + name(thread.hwndCapture);
     if (thread.flags & GUI_INMOVESIZE) outline += ", is moved";

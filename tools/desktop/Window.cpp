@@ -26,6 +26,14 @@ DWORD Window::ProcessId() const {
     return id;
 }
 
+GUITHREADINFO Window::Thread() const {
+    GUITHREADINFO thread{};
+    thread.cbSize = sizeof thread;
+    const DWORD number = GetWindowThreadProcessId(handle_, nullptr);
+    // Number 0 would ask for the thread in front.
+    return number != 0 && GetGUIThreadInfo(number, &thread) ? thread : GUITHREADINFO{};
+}
+
 std::wstring Window::ClassName() const {
     wchar_t name[128] = L"";
     GetClassNameW(handle_, name, static_cast<int>(std::size(name)));

@@ -26,6 +26,9 @@ class Window {
     bool HasStyle(LONG_PTR style) const { return (GetWindowLongPtrW(handle_, GWL_STYLE) & style) == style; }
     int Number() const { return GetDlgCtrlID(handle_); }
     DWORD ProcessId() const;
+    // What its thread is at: who has the keyboard and the mouse, whether a menu is open. All empty when the
+    // thread cannot be asked.
+    GUITHREADINFO Thread() const;
     std::wstring ClassName() const;
     std::wstring Text() const;
     // In pixels of the screen.

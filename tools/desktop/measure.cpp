@@ -224,8 +224,8 @@ class Measured {
         for (int i = 1; i <= clips; ++i)
             WriteWholeFile(nxclip_.ProfileDirectory() / (L"C" + std::to_wstring(i) + L".nxc"), record);
     }
-    // The longest time from a letter typed into the field to the window that shows what it means, while the
-    // contents are read that the letters before it ask for; every clip fits.
+    // The longest times while letters are typed into the field and the contents are read that the letters
+    // before them ask for; every clip fits.
     struct Typing {
         double longestKey = 0;      // until it is seen in its field
         double longestSilence = 0;  // between two answers of the program

@@ -110,12 +110,17 @@ class Monkey {
     }
 
     void StepAndAsk() {
+        Try([&] { Step(); });
+        MustAnswer();
+    }
+    // What an action is about may go at any time, by what was done before.
+    template <typename Action>
+    void Try(const Action& action) {
         try {
-            Step();
+            action();
         } catch (const DriverError&) {
             Note("what it was about has gone meanwhile");
         }
-        MustAnswer();
     }
     void Step() {
         const Window dialog = TopDialog();
@@ -460,7 +465,7 @@ class Monkey {
             nxclip_.Tree().window().Send(TVM_ENDEDITLABELNOW, TRUE);
             nxclip_.List().window().Send(LVM_CANCELEDITLABEL);
             if (!dialog && nxclip_.Main().Enabled()) return;
-            if (dialog) dialog.Close();
+            if (dialog) Try([&] { dialog.Close(); });
             Pause();
         }
         throw std::runtime_error("a dialog does not close");
