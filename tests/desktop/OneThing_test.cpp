@@ -44,6 +44,17 @@ class OneThing : public ProgramTest {
         nxclip_.Start();
         nxclip_.Tree().ExpandAll();
     }
+    // The mouse is down on the clip's row from here on, at the point that is returned.
+    POINT HoldARow() {
+        const POINT row = nxclip_.Tree().PlaceOf(L"Profil\\Clip");
+        MoveMouse(row);
+        MouseButton(true);
+        WaitFor("the row to be held", [&] {
+            const Window tree = nxclip_.Tree().window();
+            return tree.Thread().hwndCapture == tree.Handle();
+        });
+        return row;
+    }
     // A context menu's entry by its access key.
     Window OpenContextMenu(std::wstring_view path) {
         BringToFront(nxclip_.Main());
@@ -266,16 +277,7 @@ TEST_F(OneThing, ButtonHeldOnARow_KeepsTheRowInTheTree) {
     WriteSetting(L"Settings", L"MostClips", L"1");
     StartCapturing();
     BringToFront(nxclip_.Main());
-    const POINT row = nxclip_.Tree().PlaceOf(L"Profil\\Clip");
-    MoveMouse(row);
-    MouseButton(true);
-    WaitFor("the row to be held", [&] {
-        const HWND tree = nxclip_.Tree().window().Handle();
-        GUITHREADINFO thread{};
-        thread.cbSize = sizeof thread;
-        return GetGUIThreadInfo(GetWindowThreadProcessId(tree, nullptr), &thread) &&
-               thread.hwndCapture == tree;
-    });
+    const POINT row = HoldARow();
     OtherProgramCopies("unter der Taste");
     // Nothing may come of it, however long the button is held.
     for (const ULONGLONG held = GetTickCount64(); GetTickCount64() - held < 1000; Sleep(50))
@@ -289,6 +291,37 @@ TEST_F(OneThing, ButtonHeldOnARow_KeepsTheRowInTheTree) {
     });
 }
 
+// The mouse that leaves an edit takes hold of a row at the same time.
+TEST_F(OneThing, RefusedName_IsToldWhenTheMouseIsFreeAndKeepsNoSessionFromEnding) {
+    StartCapturing();
+    nxclip_.Tree().Select(L"Profil");
+    const auto leaveABlankName = [&] {
+        BringToFront(nxclip_.Main());
+        Click(nxclip_.List().PlaceOf(0));
+        WaitFor("the list", [&] { return Focus() == nxclip_.List().window(); });
+        nxclip_.Command(m_edit_rename);
+        const Window list = nxclip_.List().window();
+        const Window edit = WaitFor("the name to edit", [&] {
+            return Window(reinterpret_cast<HWND>(list.Send(LVM_GETEDITCONTROL)));
+        });
+        Type(L" ");
+        WaitFor("a name of nothing", [&] { return edit.Text() == L" "; });
+        HoldARow();
+    };
+    leaveABlankName();
+    EXPECT_TRUE(nxclip_.Quiet()) << "a box below the mouse";
+    MouseButton(false);
+    Driver::Answer(nxclip_.WaitForNotice(), IDOK);
+    nxclip_.Tree().Select(L"Profil");
+
+    ExpectEnd([&] {
+        leaveABlankName();
+        SendMessageTimeoutW(nxclip_.Main().Handle(), WM_ENDSESSION, TRUE, 0, SMTO_NORMAL, 5000, nullptr);
+        nxclip_.Program().WaitForEnd();
+        MouseButton(false);
+    });
+}
+
 // F10 shows no window, yet it is a menu, that of the box itself. Another program can press a button
 // meanwhile.
 TEST_F(OneThing, MenuWithoutAWindow_EndsWithWhatItBelongsTo) {
@@ -296,12 +329,7 @@ TEST_F(OneThing, MenuWithoutAWindow_EndsWithWhatItBelongsTo) {
     const auto openMenu = [&](Window window) {
         BringToFront(window);
         PressKeys({VK_F10});
-        WaitFor("the menu", [&] {
-            GUITHREADINFO thread{};
-            thread.cbSize = sizeof thread;
-            return GetGUIThreadInfo(GetWindowThreadProcessId(window.Handle(), nullptr), &thread) &&
-                   (thread.flags & GUI_INMENUMODE) != 0;
-        });
+        WaitFor("the menu", [&] { return (window.Thread().flags & GUI_INMENUMODE) != 0; });
     };
     nxclip_.Tree().Select(L"Profil\\Clip");
     nxclip_.Command(m_edit_delete);

@@ -18,6 +18,7 @@ constexpr std::array<Row, kWhoCount> kRows{{
     {Who::CaptureCommand, {Refused, Now, Refused, EndsIt, Refused, Refused, Refused}},
     {Who::ClipCommand, {Refused, Now, Refused, EndsIt, Refused, Refused, Refused}},
     {Who::TreeCommand, {Refused, Now, Refused, EndsIt, Refused, Refused, Refused}},
+    {Who::TypedName, {Later, Later, Later, Now, Later, Later, Later}},
     {Who::BoxToldLater, {Now, Later, Later, Later, Later, Later, Later}},
     {Who::PutOffAction, {Later, Later, Later, Later, Later, Later, Later}},
     {Who::Closing, {Refused, EndsIt, EndsIt, EndsIt, Later, Later, Later}},

@@ -8,6 +8,7 @@ enum class Who {
     CaptureCommand,    // the user wants a clip of what the clipboard holds
     ClipCommand,       // the user wants a clip on the clipboard
     TreeCommand,       // the user wants something of the tree, or of a window that shows it
+    TypedName,         // an edit has ended, and a node is to be called what was typed
     BoxToldLater,      // a text that nobody asked for
     PutOffAction,      // what was to be done later is due
     Closing,           // the user closes the window

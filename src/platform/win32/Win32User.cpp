@@ -29,6 +29,7 @@ unsigned IconStyle(MessageIcon icon) {
 }  // namespace
 
 int Win32User::ShowBox(const std::wstring& text, const std::wstring& title, unsigned style) {
+    if (hasLeft_) return IDNO;
     const BusyScope open(Busy::Dialog);
     const HWND owner = ModalWindowOver(SystemWindow(mainWindow_));
     // Without an owner the box would not keep the user from the program's other windows.

@@ -26,6 +26,9 @@ class Win32User : public UserPort {
     void SetStatusLine(std::function<void(const std::wstring& text)> show) { showStatus_ = std::move(show); }
     // Tells the texts that come later. Empty to keep them until there is somebody.
     void SetTeller(std::function<void(const std::wstring& text)> tellLater);
+    // From here on nobody answers: nothing is told, and every question gets its No.
+    void Leave() { hasLeft_ = true; }
+    bool HasLeft() const { return hasLeft_; }
     // The pointer to show wherever a window has none of its own.
     PointerShape Pointer() const { return pointer_; }
 
@@ -33,6 +36,7 @@ class Win32User : public UserPort {
     int ShowBox(const std::wstring& text, const std::wstring& title, unsigned style);
 
     std::wstring title_;
+    bool hasLeft_ = false;
     WindowHandle mainWindow_ = WindowHandle::None;
     std::function<void(const std::wstring& text)> showStatus_;
     PointerShape pointer_ = PointerShape::Normal;

@@ -210,9 +210,13 @@ void TreePane::TellLater(Deed deed, Node& node, std::wstring text) {
 // Not inside the loop of a dialog that has opened since: it would go on there with what the user did before.
 // A name waits; a drag and a click are over by then.
 void TreePane::TellWaitingWhenFree() {
-    if (MayBegin(Who::TreeCommand) <= Answer::EndsIt) return TellWaiting();
-    std::erase_if(waiting_, [](const Waiting& each) { return each.deed != Deed::Rename; });
+    if (MayBegin(Who::TypedName) == Answer::Now) return TellWaiting();
+    KeepOnlyNames();
     if (!waiting_.empty()) tellAgain_.Start(kTellAgainAfter);
+}
+
+void TreePane::KeepOnlyNames() {
+    std::erase_if(waiting_, [](const Waiting& each) { return each.deed != Deed::Rename; });
 }
 
 void TreePane::TellWaiting() {
@@ -290,7 +294,11 @@ bool TreePane::IsEditing() const {
 
 void TreePane::EndEdit() {
     if (IsEditing()) TreeView_EndEditLabelNow(window_, FALSE);
-    if (editing_) TellWaiting();
+    if (editing_) {
+        // Who wants the edit to end comes before a drag that has not begun.
+        KeepOnlyNames();
+        TellWaiting();
+    }
     ForgetEndedEdit();
 }
 

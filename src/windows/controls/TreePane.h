@@ -121,6 +121,7 @@ class TreePane : public NodeView {
     void TellLater(Deed deed, Node& node, std::wstring text = {});
     void TellWaiting();
     void TellWaitingWhenFree();
+    void KeepOnlyNames();
     void ForgetEndedEdit();
     bool IsRenameWaiting() const;
     void Rename(Node& node, const std::wstring& text);

@@ -16,7 +16,6 @@
 #include "engine/views/MainLayout.h"
 #include "platform/Busy.h"
 #include "platform/Guard.h"
-#include "platform/HeldMessages.h"
 #include "platform/Platform.h"
 #include "platform/RuntimeError.h"
 #include "platform/win32/ModalWindows.h"
@@ -467,15 +466,14 @@ void frmMain::Close() {
 
 // The system ends the process when this returns, and perhaps before: nobody answers a box any more.
 void frmMain::EndSession() {
-    if (loaded_) StoreEverything();
     // What the load asks must not be answered by the end of its window.
     if (!loaded_) return EndAtRest();
+    user_.Leave();
+    StoreEverything();
     if (!Is(Busy::Dialog) && WaitsForAControl()) return;
     if (MayBegin(Who::SessionEnd) == Answer::EndsIt) {
-        HeldMessages untold;
         EndWhatIsOpen();
         if (Is(Busy::Capture)) captures_.Abandon();
-        untold.Take();
     }
     DestroyWindow(window_);
 }

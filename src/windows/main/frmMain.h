@@ -329,6 +329,7 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     Timer quiet_{[this] { WhenQuiet(); }};
     LaterActions later_;
     double storedSplitter_ = 0;
+    Once takesListName_{*this, [this] { TakeListName(); }, Who::TypedName};
     Once placesRested_{*this, [this] { StorePlaces(); }};
     Once lookForFreed_{*this, [this] { TakeOverFreed(); }};
     Once searching_{*this, [this] { SearchBehindTheKeys(); }};

@@ -119,7 +119,8 @@ void frmMain::ShowNewestClip() {
 
 bool frmMain::BeginListEdit(int row) {
     Node* const node = NodeOfListRow(row);
-    if (node == nullptr || !MayEditLabel(*node)) return false;
+    // A name that waits is that of the node edited before.
+    if (node == nullptr || listName_ || !MayEditLabel(*node)) return false;
     editedNode_.Follow(node);
     listEdit_.emplace(Busy::Rename);
     ShowInListEdit(node->Text());
@@ -138,7 +139,7 @@ void frmMain::ShowInListEdit(const std::wstring& text) const {
 void frmMain::EndListEdit(bool confirmed) {
     if (!confirmed) return listEdit_.reset();
     listName_ = WindowText(panes_.lvListView.LabelEdit());
-    Later(std::chrono::milliseconds(0), [this] { TakeListName(); });
+    takesListName_.PutOff();
 }
 
 void frmMain::TakeListName() {

@@ -132,7 +132,7 @@ void frmMain::OnIdle() {
     // It may have come while that was done, a drag among it.
     if (!end_) return;
     end_.reset();
-    Close();
+    user_.HasLeft() ? EndSession() : Close();
 }
 
 void frmMain::WorkWhenIdle() {

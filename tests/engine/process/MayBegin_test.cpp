@@ -14,9 +14,9 @@ TEST(MayBeginTest, Table_SaysWhoMayBeginWhileWhatIsUnderWay) {
     constexpr Row kRows[] = {
         //                       DMDROCE: dialog, menu, drag, rename, operation on the tree, capture, end
         {Who::AutomaticCapture, "MLLLLLL"}, {Who::CaptureCommand, "RNRERRR"}, {Who::ClipCommand, "RNRERRR"},
-        {Who::TreeCommand, "RNRERRR"},      {Who::BoxToldLater, "NLLLLLL"},   {Who::PutOffAction, "LLLLLLL"},
-        {Who::Closing, "REEELLL"},          {Who::SessionEnd, "NEEENEN"},     {Who::SecondStart, "NNNNNNN"},
-        {Who::HotKey, "NNNNNNN"},
+        {Who::TreeCommand, "RNRERRR"},      {Who::TypedName, "LLLNLLL"},      {Who::BoxToldLater, "NLLLLLL"},
+        {Who::PutOffAction, "LLLLLLL"},     {Who::Closing, "REEELLL"},        {Who::SessionEnd, "NEEENEN"},
+        {Who::SecondStart, "NNNNNNN"},      {Who::HotKey, "NNNNNNN"},
     };
     constexpr std::string_view kByForce = "NELMR";
     const auto answer = [&](Who who) { return kByForce[static_cast<std::size_t>(MayBegin(who))]; };
