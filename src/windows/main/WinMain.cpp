@@ -99,6 +99,8 @@ void RunMessageLoop(frmMain& form) {
         if (TranslateModelessMessage(message) || form.TranslateKey(message)) continue;
         TranslateMessage(&message);
         DispatchMessageW(&message);
+        // A stream of messages must not keep the window from its end.
+        Guarded([&] { form.OnRest(); });
     }
 }
 

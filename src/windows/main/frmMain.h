@@ -60,6 +60,8 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     void FirstStartAction();
     // For the moments without a message to handle and without an open dialog.
     void OnIdle();
+    // For the moments in which nothing of the window is below on the stack: an end that waits begins.
+    void OnRest();
     // Gives a message that the loop fetched to the window's keys; true when it was used.
     bool TranslateKey(MSG& message);
 

@@ -130,6 +130,10 @@ void frmMain::ReadFormatSets() {
 void frmMain::OnIdle() {
     if (!end_) WorkWhenIdle();
     // It may have come while that was done, a drag among it.
+    OnRest();
+}
+
+void frmMain::OnRest() {
     if (!end_) return;
     end_.reset();
     user_.HasLeft() ? EndSession() : Close();
