@@ -320,6 +320,57 @@ TEST_F(OneThing, RefusedName_IsToldWhenTheMouseIsFreeAndKeepsNoSessionFromEnding
         nxclip_.Program().WaitForEnd();
         MouseButton(false);
     });
+    // Below the box the name is still in hand.
+    for (const bool again : {false, true})
+        ExpectEnd([&] {
+            nxclip_.Tree().Select(L"Profil");
+            EditName();
+            Type(L" ");
+            PressKeys({VK_RETURN});
+            Notice told = nxclip_.WaitForNotice();
+            if (again) {
+                Driver::Answer(told, IDOK);
+                nxclip_.Command(mnuViewRefresh);
+                told = nxclip_.WaitForNotice();
+            }
+            nxclip_.Main().Send(WM_ENDSESSION, TRUE);
+        });
+}
+
+// An edit that has not the keyboard may go by itself, and the control says nothing then.
+TEST_F(OneThing, EditThatIsGone_HoldsNeitherCapturesNorTheEnd) {
+    StartCapturing();
+    const auto loseEdit = [&](bool inList) {
+        nxclip_.Tree().Select(inList ? L"Profil" : L"Profil\\Clip");
+        BringToFront(nxclip_.Main());
+        const Window pane = inList ? nxclip_.List().window() : nxclip_.Tree().window();
+        if (inList) {
+            WaitFor("the row", [&] { return nxclip_.List().Count() > 0; });
+            Click(nxclip_.List().PlaceOf(0));
+            WaitFor("the list", [&] { return Focus() == pane; });
+        }
+        ShowWindow(nxclip_.Main().Handle(), SW_MINIMIZE);
+        nxclip_.Command(m_edit_rename);
+        const Window edit = WaitFor("the name to edit", [&] {
+            return Window(
+                reinterpret_cast<HWND>(pane.Send(inList ? LVM_GETEDITCONTROL : TVM_GETEDITCONTROL)));
+        });
+        edit.Close();
+        WaitFor("no edit", [&] { return !edit.Exists(); });
+    };
+    int clips = 1;
+    for (const bool inList : {false, true})
+        for (const bool captures : {false, true})
+            ExpectEnd([&] {
+                SCOPED_TRACE(inList);
+                loseEdit(inList);
+                if (captures) {
+                    nxclip_.SetAutoDetect(true);
+                    OtherProgramCopies("ohne Feld " + std::to_string(++clips));
+                    WaitFor("the clip", [&] { return std::filesystem::exists(ClipFileAt(clips)); });
+                }
+                nxclip_.Main().Close();
+            });
 }
 
 // F10 shows no window, yet it is a menu, that of the box itself. Another program can press a button

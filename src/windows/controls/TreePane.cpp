@@ -289,7 +289,8 @@ bool TreePane::IsRenameWaiting() const {
 }
 
 bool TreePane::IsEditing() const {
-    return TreeView_GetEditControl(window_) != nullptr;
+    // The control may name one that has gone by itself.
+    return IsWindow(TreeView_GetEditControl(window_)) != FALSE;
 }
 
 void TreePane::EndEdit() {
@@ -302,7 +303,6 @@ void TreePane::EndEdit() {
     ForgetEndedEdit();
 }
 
-// The control does not always say that an edit has ended because its node went.
 void TreePane::ForgetEndedEdit() {
     if (editing_ && !IsRenameWaiting() && !IsEditing()) editing_.reset();
 }

@@ -51,6 +51,8 @@ class TreePane : public NodeView {
     bool IsHeld() const { return held_.has_value(); }
     // Ends it now: the listener is told the name that was typed. One that it refuses stays in the edit.
     void EndEdit();
+    // The control does not always say that an edit has ended, because its node or its window went.
+    void ForgetEndedEdit();
     // Shows the place where something dragged would go: on a node, in front of it, or nowhere (null).
     void ShowDropTarget(Node* node, bool before);
 
@@ -122,7 +124,6 @@ class TreePane : public NodeView {
     void TellWaiting();
     void TellWaitingWhenFree();
     void KeepOnlyNames();
-    void ForgetEndedEdit();
     bool IsRenameWaiting() const;
     void Rename(Node& node, const std::wstring& text);
 

@@ -286,7 +286,9 @@ int ListPane::FocusedRow() const {
 
 std::vector<int> ListPane::ChosenRows() const {
     std::vector<int> rows;
-    for (int row = -1; (row = ListView_GetNextItem(window_, row, LVNI_SELECTED)) >= 0;)
+    // A window that has gone answers 0 without end.
+    int last = -1;
+    for (int row; (row = ListView_GetNextItem(window_, last, LVNI_SELECTED)) > last; last = row)
         rows.push_back(row);
     return rows;
 }
@@ -321,6 +323,12 @@ void ListPane::EditLabel(int row) {
     SetStyle(LVS_EDITLABELS, LVS_EDITLABELS);
     SendMessageW(window_, LVM_EDITLABELW, static_cast<WPARAM>(row), 0);
     SetStyle(LVS_EDITLABELS, 0);
+}
+
+// The control may name one that has gone by itself.
+HWND ListPane::LabelEdit() const {
+    const HWND edit = ListView_GetEditControl(window_);
+    return IsWindow(edit) ? edit : nullptr;
 }
 
 void ListPane::EndEdit() {

@@ -55,7 +55,7 @@ class ListPane {
     // Opens the name of a row for editing; what the control tells its parent of it says whether it may be.
     void EditLabel(int row);
     // While a name is being edited, its edit; null else.
-    HWND LabelEdit() const { return ListView_GetEditControl(window_); }
+    HWND LabelEdit() const;
     // Ends that, and what was typed counts.
     void EndEdit();
     // Where the keyboard's context menu belongs: below the chosen row, in screen pixels.

@@ -421,6 +421,8 @@ bool frmMain::Begins(Who who) {
     Answer answer = MayBegin(who);
     if (answer == Answer::EndsIt) {
         EndWhatIsOpen();
+        // The window may have gone below a box that told of a refused name.
+        if (!loaded_) return false;
         answer = MayBegin(who);
     }
     return answer == Answer::Now;

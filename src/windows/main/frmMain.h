@@ -218,6 +218,7 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     // Renames by the edit that has ended, if one has.
     void TakeListName();
     void EndListEditNow();
+    void ForgetEndedEdits();
     void RenameEdited(const std::wstring& text);
     // What the hot key does: the window comes back, and with it, if the user wants that, the newest clip of
     // the active container under the cursor.

@@ -151,8 +151,13 @@ void frmMain::TakeListName() {
 void frmMain::EndListEditNow() {
     panes_.lvListView.EndEdit();
     TakeListName();
-    // The control does not always say that an edit has ended because its row went.
-    if (panes_.lvListView.LabelEdit() == nullptr) listEdit_.reset();
+    ForgetEndedEdits();
+}
+
+// The controls do not always say that an edit has ended, because its row or its window went.
+void frmMain::ForgetEndedEdits() {
+    panes_.tvTreeView.ForgetEndedEdit();
+    if (listEdit_ && !listName_ && panes_.lvListView.LabelEdit() == nullptr) listEdit_.reset();
 }
 
 void frmMain::RenameEdited(const std::wstring& text) {

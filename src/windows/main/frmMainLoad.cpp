@@ -140,6 +140,7 @@ void frmMain::OnRest() {
 }
 
 void frmMain::WorkWhenIdle() {
+    ForgetEndedEdits();
     // Not before the first picture: it takes longer than to make the window.
     drag_.Accept();
     if (!std::exchange(fieldHasTip_, true)) panes_.tbFilter.ShowTip(Options().ShowTooltips);
