@@ -91,16 +91,14 @@ void RunMessageLoop(frmMain& form) {
     MSG message;
     // A loop of the system's own below which the window went may have taken the message that ends this one.
     while (form.Stands()) {
-        if (!PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-            Guarded([&] { form.OnIdle(); });
-            if (!form.Stands() || GetMessageW(&message, nullptr, 0, 0) <= 0) break;
-        }
+        const bool arrived = PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE;
+        // A stream of messages must not keep the window from its end.
+        Guarded([&] { arrived ? form.OnRest() : form.OnIdle(); });
+        if (!form.Stands() || (!arrived && GetMessageW(&message, nullptr, 0, 0) <= 0)) break;
         if (message.message == WM_QUIT) break;
         if (TranslateModelessMessage(message) || form.TranslateKey(message)) continue;
         TranslateMessage(&message);
         DispatchMessageW(&message);
-        // A stream of messages must not keep the window from its end.
-        Guarded([&] { form.OnRest(); });
     }
 }
 
