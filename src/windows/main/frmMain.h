@@ -269,6 +269,7 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     // After a change of the tree.
     void UpdateHits();
     void ReadContents();
+    void StartReading();
     void ContentsAreRead();
     void TakeSearchNews();
     void LookAtDrive();
@@ -323,7 +324,6 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     int topRowBefore_ = 0;
     bool searchesEverywhere_ = false;
     bool keepsSearch_ = false;   // what is selected in the tree is not the user's choice
-    bool looksAtDrive_ = false;  // a look at whether it answers is due
 
     MainState firstState_ = MainState::Normal;
     bool loaded_ = false;
@@ -336,6 +336,8 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     Once placesRested_{*this, [this] { StorePlaces(); }};
     Once lookForFreed_{*this, [this] { TakeOverFreed(); }};
     Once searching_{*this, [this] { SearchBehindTheKeys(); }};
+    Once reading_{*this, [this] { StartReading(); }};
+    Once looksAtDrive_{*this, [this] { LookAtDrive(); }};
     Once previewing_{*this, [this] { PreviewChosenRow(); }};
     Once readsFormatSets_{*this, [this] { ReadFormatSets(); }};
     Once importing_{*this, [this] { ImportDropped(); }};

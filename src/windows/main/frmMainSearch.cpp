@@ -125,13 +125,17 @@ void frmMain::UpdateHits() {
     ReadContents();
 }
 
+// What fits by its name is seen first: files that are opened meanwhile would hold up its drawing.
 void frmMain::ReadContents() {
-    if (hits_.Plan()->clips.empty() || !searchWorker_.Start(hits_.Plan())) {
+    reading_.PutOff(kBehindTheKeys);
+}
+
+void frmMain::StartReading() {
+    if (!hits_.IsActive()) return;
+    if (hits_.Plan()->clips.empty() || !searchWorker_.Start(hits_.Plan()))
         ContentsAreRead();
-        return;
-    }
-    if (std::exchange(looksAtDrive_, true)) return;
-    Later(kBetweenLooksAtDrive, [this] { LookAtDrive(); });
+    else
+        looksAtDrive_.PutOff(kBetweenLooksAtDrive);
 }
 
 void frmMain::ContentsAreRead() {
@@ -179,7 +183,6 @@ void frmMain::TakeSearchNews() {
 }
 
 void frmMain::LookAtDrive() {
-    looksAtDrive_ = false;
     if (!searchWorker_.IsAtWork()) return;
     std::size_t directory = 0;
     if (searchWorker_.IsStuck(directory)) {
@@ -188,8 +191,7 @@ void frmMain::LookAtDrive() {
         ShowHits();
         ReadContents();
     } else {
-        looksAtDrive_ = true;
-        Later(kBetweenLooksAtDrive, [this] { LookAtDrive(); });
+        looksAtDrive_.PutOff(kBetweenLooksAtDrive);
     }
 }
 
