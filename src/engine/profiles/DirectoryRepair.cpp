@@ -135,7 +135,6 @@ class Repair {
         } while (ThePlatform().files.Exists(own));
         made_.push_back(own);
         WriteNewFile(own, bytes);
-        seen_.insert(tag.clipNumber);
         clip.SetTag(MakeClipTag(tag.clipNumber, count, tag.timeCaptured, tag.info));
         Done(clip, L"hat jetzt die Datei " + LastPartOf(own) + L" mit " + NumberText(count) + L" von " +
                        NumberText(tag.formatCount) + L" Formaten.");

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "engine/clipboard/ClipboardTest.h"
 #include "engine/flows/Import.h"
 #include "engine/profiles/ProfileWorldTest.h"
 
@@ -62,6 +63,13 @@ TEST_F(ExportTest, Names_AreThoseThatWindowsTakesEachOnce) {
 
 TEST_F(ExportTest, StopAndFailures_LeaveWhatWasWrittenAndAPageThatSaysIt) {
     Fill();
+    // One byte is the least that there can be of a format.
+    fake.files.SetBytes(L"C:\\P\\C3.nxc",
+                        RecordBytes(1, "Text", "x") + RecordBytes(0xC0A5, "Rich Text Format", ""));
+    Export letter(std::vector<const Node*>{&Get(L"c3")}, L"C:\\P");
+    RunWhole(letter);
+    EXPECT_EQ(fake.files.Bytes(L"C:\\P\\c3.txt"), "x");
+    EXPECT_EQ(letter.Files(), 1u);
     // What is exported may go meanwhile.
     Export files(std::vector<const Node*>{&Get(L"P")}, L"C:\\Out");
     for (int i = 0; i < 3; ++i)

@@ -33,6 +33,11 @@ TEST_F(PreviewTextTest, Next_TearsNoLineEndWhereverThePiecesEnd) {
         EXPECT_EQ(ReadAll(size), L"ab\r\nc\r\nd\r\n\r\n\r\n\r\ne\r\n") << size;
     Store("x");
     EXPECT_EQ(ReadAll(kFirstPreviewBytes), L"x");
+    // A piece ends behind the last line that it holds whole, be that an empty one.
+    for (const auto& [text, first] : {std::pair("\nabc", L"\r\n"), std::pair("a\r\nb\nc", L"a\r\nb\r\n")}) {
+        Store(text);
+        EXPECT_EQ(PreviewTextReader(kFile, format).Next(std::string(text).size() - 1), first);
+    }
 }
 
 TEST_F(PreviewTextTest, Next_TearsNoLetterOfUnicodeEither) {
