@@ -323,7 +323,7 @@ class frmMain : public MainWindowHost, private TreePane::Listener {
     int rowBefore_ = -1;
     int topRowBefore_ = 0;
     bool searchesEverywhere_ = false;
-    bool keepsSearch_ = false;   // what is selected in the tree is not the user's choice
+    bool keepsSearch_ = false;  // what is selected in the tree is not the user's choice
 
     MainState firstState_ = MainState::Normal;
     bool loaded_ = false;
