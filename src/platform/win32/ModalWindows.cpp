@@ -25,6 +25,14 @@ BOOL CALLBACK LookAt(HWND window, LPARAM parameter) noexcept {
     return search.found == nullptr;
 }
 
+// Who has the mouse, the keyboard and a menu in this thread; nobody when that cannot be told.
+GUITHREADINFO OwnThread() {
+    GUITHREADINFO thread{};
+    thread.cbSize = sizeof thread;
+    GetGUIThreadInfo(GetCurrentThreadId(), &thread);
+    return thread;
+}
+
 }  // namespace
 
 HWND ModalWindowOver(HWND window) {
@@ -44,9 +52,16 @@ void MarkAsModeless(HWND dialog) {
 void EndMenuLoop() {
     EndMenu();
     // Wine's function knows a menu by the window that it has opened; its loop also goes by this message.
-    GUITHREADINFO thread{};
-    thread.cbSize = sizeof thread;
-    if (!GetGUIThreadInfo(GetCurrentThreadId(), &thread) || (thread.flags & GUI_INMENUMODE) == 0) return;
+    const GUITHREADINFO thread = OwnThread();
+    if ((thread.flags & GUI_INMENUMODE) == 0) return;
     const HWND owner = thread.hwndMenuOwner != nullptr ? thread.hwndMenuOwner : thread.hwndCapture;
     if (owner != nullptr) PostMessageW(owner, WM_CANCELMODE, 0, 0);
+}
+
+bool EndLoopOfAControl(HWND window) {
+    const GUITHREADINFO thread = OwnThread();
+    if (!IsChild(window, thread.hwndCapture) && !IsChild(window, thread.hwndMenuOwner)) return false;
+    ReleaseCapture();
+    EndMenuLoop();
+    return true;
 }

@@ -13,3 +13,7 @@ void MarkAsModeless(HWND dialog);
 // Ends the menu that a window of this thread has open, also one that shows its bar or its system menu alone.
 // Without one it does nothing. The menu's loop comes back when this has returned.
 void EndMenuLoop();
+
+// Ends the loop in which a control of `window` follows the mouse or shows a menu of its own. The loop may
+// still take a message after this, and the control goes on afterwards. False when none does.
+bool EndLoopOfAControl(HWND window);

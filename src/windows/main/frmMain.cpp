@@ -38,18 +38,6 @@ bool IsShownInside(HWND window, HWND child) {
     return child == window;
 }
 
-// A control follows the mouse, or shows a menu of its own, in a loop which may still take a message after
-// this and goes on with the control afterwards. False when none does.
-bool EndsLoopOfAControl(HWND window) {
-    GUITHREADINFO thread{};
-    thread.cbSize = sizeof thread;
-    GetGUIThreadInfo(GetCurrentThreadId(), &thread);
-    if (!IsChild(window, thread.hwndCapture) && !IsChild(window, thread.hwndMenuOwner)) return false;
-    ReleaseCapture();
-    EndMenuLoop();
-    return true;
-}
-
 }  // namespace
 
 frmMain::frmMain(Win32User& user) : user_(user) {
@@ -447,7 +435,7 @@ void frmMain::EndAtRest() {
 
 bool frmMain::WaitsForAControl() {
     const bool drags = Is(Busy::Drag) && !panes_.tvTreeView.IsHeld();
-    if (!end_ && !drags && EndsLoopOfAControl(window_)) EndAtRest();
+    if (!end_ && !drags && EndLoopOfAControl(window_)) EndAtRest();
     return end_.has_value();
 }
 
