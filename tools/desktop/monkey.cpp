@@ -72,8 +72,6 @@ constexpr const wchar_t* kPeers[] = {L"viewer",         L"viewer blind", L"viewe
 class Monkey {
  public:
     ULONGLONG LongestAnswer() const { return longestAnswer_; }
-    // How often the first close was kept by a dialog that had gone before it could be seen.
-    int ClosedOnceMore() const { return closedOnceMore_; }
 
     Monkey(unsigned seed, std::wstring_view mood)
         : random_(seed), withPeers_(mood == L"peers"), endsOften_(mood == L"ends") {
@@ -380,22 +378,12 @@ class Monkey {
                                 &answer);
         else
             nxclip_.Main().Close();
-        // A window that is not modal keeps nobody from closing.
-        const auto endsOrIsKept = [&] {
-            return !nxclip_.Running() || (!session && nxclip_.Main().Exists() && !nxclip_.Main().Enabled());
-        };
         MustCome([&] {
-            try {
-                WaitFor("the end or what is in its way", endsOrIsKept);
-            } catch (const DriverError&) {
-                if (session) throw;
-                // Keys come behind messages: those of a step before this one may have answered the dialog
-                // that kept the window. Nothing keeps it now.
-                Note("the window is closed once more");
-                ++closedOnceMore_;
-                nxclip_.Main().Close();
-                WaitFor("the end that was asked for twice", endsOrIsKept);
-            }
+            // A window that is not modal keeps nobody from closing.
+            WaitFor("the end or what is in its way", [&] {
+                return !nxclip_.Running() ||
+                       (!session && nxclip_.Main().Exists() && !nxclip_.Main().Enabled());
+            });
         });
         wantsToClose_ = nxclip_.Running();
         if (!wantsToClose_) StartAgain();
@@ -533,7 +521,6 @@ class Monkey {
     std::list<Companion> peers_;
     ULONGLONG peersAt_ = 0;  // when there was one last
     ULONGLONG longestAnswer_ = 0;
-    int closedOnceMore_ = 0;
     bool wantsToClose_ = false;  // once what was in its way has gone
     int copies_ = 0;
     int steps_ = 0;
@@ -553,7 +540,6 @@ int wmain(int count, wchar_t** arguments) {
         Monkey monkey(seed, count > 3 ? arguments[3] : L"");
         monkey.Run(minutes ? INT_MAX : std::stoi(length), end);
         std::printf("the longest answer took %llu ms\n", monkey.LongestAnswer());
-        if (monkey.ClosedOnceMore() > 0) std::printf("closed once more %d times\n", monkey.ClosedOnceMore());
     } catch (const std::exception& error) {
         std::printf("%s\n", error.what());
         return 1;
