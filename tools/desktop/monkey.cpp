@@ -17,6 +17,7 @@
 #include <cstdio>
 #include <deque>
 #include <list>
+#include <optional>
 #include <random>
 #include <stdexcept>
 #include <string>
@@ -25,8 +26,10 @@
 
 #include "desktop/ClipboardData.h"
 #include "desktop/Driver.h"
+#include "desktop/HostProcess.h"
 #include "desktop/Input.h"
 #include "desktop/Peers.h"
+#include "desktop/ProgramEvents.h"
 #include "desktop/Settings.h"
 #include "desktop/Utf8.h"
 #include "desktop/WholeFile.h"
@@ -38,6 +41,7 @@ using Clock = std::chrono::steady_clock;
 
 constexpr UINT kLongestAnswer = 2000;  // milliseconds
 constexpr ULONGLONG kHangs = 60000;    // after so long nobody would believe in an answer any more
+constexpr UINT kOneAsking = 100;       // milliseconds
 // What other programs can take of the program's time: those that hang are asked whether they still do, and
 // a slow owner has ten seconds and one format more.
 constexpr UINT kPeersAnswer = 14000;
@@ -78,7 +82,7 @@ class Monkey {
         // What is deleted is kept on some ways, and the container never grows far on some.
         WriteSetting(L"Settings", L"KeepDeleted", seed % 3 != 0 ? L"1" : L"0");
         WriteSetting(L"Settings", L"MostClips", seed % 2 != 0 ? L"5" : L"0");
-        nxclip_.Start();
+        Start();
         nxclip_.MakeProfile(L"Profil");
     }
 
@@ -110,6 +114,7 @@ class Monkey {
     }
 
     void StepAndAsk() {
+        LookAtMenus();
         Try([&] { Step(); });
         MustAnswer();
     }
@@ -372,6 +377,10 @@ class Monkey {
         const bool session = Random(2) == 0;
         Note(session ? "the session ends" : "the window is closed");
         nxclip_.Program().MayEnd();
+        // A dialog that keeps the window from closing may be answered before anybody looks: keys come behind
+        // what was posted.
+        const bool wasInTheWay = !nxclip_.Main().Enabled();
+        const int dialogs = events_->Dialogs();
         DWORD_PTR answer = 0;
         if (session)
             SendMessageTimeoutW(nxclip_.Main().Handle(), WM_ENDSESSION, TRUE, 0, SMTO_NORMAL, kLongestAnswer,
@@ -382,7 +391,8 @@ class Monkey {
             // A window that is not modal keeps nobody from closing.
             WaitFor("the end or what is in its way", [&] {
                 return !nxclip_.Running() ||
-                       (!session && nxclip_.Main().Exists() && !nxclip_.Main().Enabled());
+                       (!session && nxclip_.Main().Exists() &&
+                        (wasInTheWay || !nxclip_.Main().Enabled() || events_->Dialogs() != dialogs));
             });
         });
         wantsToClose_ = nxclip_.Running();
@@ -428,19 +438,23 @@ class Monkey {
     }
 
     void MustAnswer() {
-        const ULONGLONG asked = GetTickCount64();
         ULONGLONG took = 0;
+        std::optional<double> before;
         // What this program owns on the clipboard may be asked for meanwhile.
         for (DWORD_PTR answer = 0; nxclip_.Running(); Pause()) {
+            const ULONGLONG asked = GetTickCount64();
             const LRESULT answers =
-                SendMessageTimeoutW(nxclip_.Main().Handle(), WM_NULL, 0, 0, SMTO_NORMAL, 100, &answer);
-            took = GetTickCount64() - asked;
+                SendMessageTimeoutW(nxclip_.Main().Handle(), WM_NULL, 0, 0, SMTO_NORMAL, kOneAsking, &answer);
+            // While the whole machine stands still, nobody can answer.
+            took += std::min<ULONGLONG>(GetTickCount64() - asked, 2 * kOneAsking);
             if (answers != 0) break;
-            if (took > kHangs) throw std::runtime_error("no answer at all");
+            if (!before) before = ProcessorTime();
+            if (took > kHangs)
+                throw std::runtime_error("no answer at all, and of the processor it had " +
+                                         std::to_string(ProcessorTime() - *before) + " ms meanwhile");
         }
         if (!nxclip_.Running()) {
-            // With so many keys and clicks at menus the program's own "Beenden" is met sooner or later.
-            if (!std::exchange(wantsToClose_, false) && !endsOften_)
+            if (!MayHaveEnded())
                 throw std::runtime_error("the program has ended, code " +
                                          std::to_string(nxclip_.Program().WaitForEnd()));
             return StartAgain();
@@ -448,10 +462,34 @@ class Monkey {
         if (took > Patience()) throw std::runtime_error("no answer for " + std::to_string(took) + " ms");
         longestAnswer_ = std::max(longestAnswer_, took);
     }
+    double ProcessorTime() const {
+        const auto figures = FiguresOnHost(nxclip_.Directory().wstring());
+        return figures ? figures->processorTime : 0;
+    }
+    // A dialog was in the way of an end before, or a key or click has met "Beenden" in an open menu.
+    bool MayHaveEnded() {
+        return std::exchange(wantsToClose_, false) || endsOften_ || events_->Menus() != menusBefore_ ||
+               menuStoodOpen_;
+    }
     void StartAgain() {
         if (const DWORD code = nxclip_.Program().WaitForEnd())
             throw std::runtime_error("exit code " + std::to_string(code));
-        MustCome([&] { nxclip_.Start(); });
+        MustCome([&] { Start(); });
+    }
+    void Start() {
+        nxclip_.Start();
+        events_.emplace(nxclip_.Main());
+        menus_ = menusBefore_ = 0;
+        menuStandsOpen_ = menuStoodOpen_ = false;
+    }
+    // What was chosen in a menu may be done in the step behind it.
+    void LookAtMenus() {
+        const auto windows = TopLevelWindows(nxclip_.Program().Id());
+        menuStoodOpen_ = std::exchange(
+            menuStandsOpen_, std::any_of(windows.begin(), windows.end(),
+                                         [](Window window) { return window.ClassName() == L"#32768"; }));
+        menuStoodOpen_ = menuStoodOpen_ || menuStandsOpen_;
+        menusBefore_ = std::exchange(menus_, events_->Menus());
     }
 
     // Every menu, dialog and question is closed, and no name is edited: one that is refused would keep the
@@ -508,6 +546,7 @@ class Monkey {
     const UINT kFormat = FormatNumber(L"NXClip Monkey");
     std::mt19937 random_;
     Driver nxclip_;
+    std::optional<ProgramEvents> events_;
     std::deque<std::string> way_;
     struct Companion {
         Companion(const wchar_t* kind, int lastStep)
@@ -522,6 +561,9 @@ class Monkey {
     ULONGLONG peersAt_ = 0;  // when there was one last
     ULONGLONG longestAnswer_ = 0;
     bool wantsToClose_ = false;  // once what was in its way has gone
+    // At the beginning of this step, and of the one before it.
+    int menus_ = 0, menusBefore_ = 0;
+    bool menuStandsOpen_ = false, menuStoodOpen_ = false;
     int copies_ = 0;
     int steps_ = 0;
 };
