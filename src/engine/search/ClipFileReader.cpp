@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "engine/clipboard/ClipFileLayout.h"
+#include "engine/search/TextDecoder.h"
 #include "platform/ByteBuffer.h"
 
 namespace {
@@ -15,6 +16,11 @@ constexpr std::size_t kHeaderRead = 512;
 // A long text is read in pieces that stay in the processor's cache.
 constexpr std::size_t kPiece = 128 << 10;
 constexpr std::size_t kFixedHeader = kRecordIdSize + kRecordNameLengthSize;
+constexpr std::size_t kUnit = sizeof(char16_t);
+
+std::size_t PieceOf(std::int64_t rest) {
+    return static_cast<std::size_t>(std::min<std::int64_t>(rest, static_cast<std::int64_t>(kPiece)));
+}
 
 }  // namespace
 
@@ -40,10 +46,9 @@ void ClipFileReader::Close() {
     partSize_ = 0;
 }
 
-std::size_t ClipFileReader::ReadAt(std::int64_t offset, std::vector<char>& buffer, std::size_t count) {
+std::size_t ClipFileReader::ReadAt(std::int64_t offset, void* to, std::size_t count) {
     if (offset != position_ && !files_.Seek(file_, offset)) return 0;
-    buffer.resize(std::max(buffer.size(), count));
-    const std::size_t read = files_.Read(file_, buffer.data(), static_cast<std::uint32_t>(count)).value_or(0);
+    const std::size_t read = files_.Read(file_, to, static_cast<std::uint32_t>(count)).value_or(0);
     position_ = offset + static_cast<std::int64_t>(read);
     return read;
 }
@@ -52,7 +57,9 @@ std::string_view ClipFileReader::BytesAt(std::int64_t offset, std::size_t count)
     const std::int64_t end = offset + std::min<std::int64_t>(static_cast<std::int64_t>(count),
                                                              std::max<std::int64_t>(size_ - offset, 0));
     if (offset < partBegin_ || end > partBegin_ + static_cast<std::int64_t>(partSize_)) {
-        partSize_ = ReadAt(offset, part_, std::max(count, kHeaderRead));
+        const std::size_t most = std::max(count, kHeaderRead);
+        part_.resize(std::max(part_.size(), most));
+        partSize_ = ReadAt(offset, part_.data(), most);
         partBegin_ = offset;
     }
     const auto begin = static_cast<std::size_t>(offset - partBegin_);
@@ -93,30 +100,66 @@ std::optional<ClipFileReader::Record> ClipFileReader::NextRecord(std::int64_t& o
 }
 
 bool ClipFileReader::ReadText(const Record& record, std::size_t overlap, const Taker& taker) {
+    const std::int64_t end = record.offset + record.size;
+    if (record.offset >= partBegin_ && end <= partBegin_ + static_cast<std::int64_t>(partSize_))
+        return ReadShortText(record, taker);
+    // One that has no whole unit has no text.
+    if (record.content.form == TextForm::Utf16 && record.size > 1)
+        return ReadLongUtf16(record, overlap, taker);
+    return ReadLongText(record, overlap, taker);
+}
+
+// What was read with the headers.
+bool ClipFileReader::ReadShortText(const Record& record, const Taker& taker) {
     const auto text = VisibleText::Of(record.content.form);
     window_.clear();
+    text->Take(BytesAt(record.offset, static_cast<std::size_t>(record.size)), window_);
+    text->End(window_);
+    taker({window_, 0, true});
+    return true;
+}
+
+bool ClipFileReader::ReadLongText(const Record& record, std::size_t overlap, const Taker& taker) {
+    const auto text = VisibleText::Of(record.content.form);
+    window_.clear();
+    piece_.resize(kPiece);
     std::size_t begin = 0;
     std::int64_t offset = record.offset;
     const std::int64_t end = record.offset + record.size;
-    const bool isRead = offset >= partBegin_ && end <= partBegin_ + static_cast<std::int64_t>(partSize_);
     for (;;) {
-        std::string_view bytes;
-        if (isRead) {
-            bytes = BytesAt(offset, static_cast<std::size_t>(record.size));
-        } else if (offset < end) {
-            const auto count = static_cast<std::size_t>(
-                std::min<std::int64_t>(end - offset, static_cast<std::int64_t>(kPiece)));
-            const std::size_t read = ReadAt(offset, piece_, count);
+        if (offset < end) {
+            const std::size_t read = ReadAt(offset, piece_.data(), PieceOf(end - offset));
             if (read == 0) return false;
-            bytes = std::string_view(piece_.data(), read);
+            text->Take({piece_.data(), read}, window_);
+            offset += static_cast<std::int64_t>(read);
         }
-        offset += static_cast<std::int64_t>(bytes.size());
-        text->Take(bytes, window_);
         const bool last = offset >= end || text->Ended();
         if (last) text->End(window_);
         if (!taker({window_, begin, last}) || last) return true;
         const std::size_t gone = window_.size() - std::min(overlap, window_.size());
         window_.erase(0, gone);
         begin += gone;
+    }
+}
+
+// Up to its first zero. It lies in the file as it lies in memory: to copy it once more would take as long as
+// to search it.
+bool ClipFileReader::ReadLongUtf16(const Record& record, std::size_t overlap, const Taker& taker) {
+    units_.resize(std::max(units_.size(), overlap + kPiece / kUnit));
+    std::size_t kept = 0;
+    std::size_t begin = 0;
+    std::int64_t offset = record.offset;
+    const std::int64_t end = record.offset + record.size - record.size % std::int64_t{kUnit};
+    for (;;) {
+        const std::size_t read = ReadAt(offset, &units_[kept], PieceOf(end - offset)) / kUnit;
+        if (read == 0) return false;
+        offset += static_cast<std::int64_t>(read * kUnit);
+        const std::size_t size = FirstZero({units_.data(), kept + read}, kept);
+        const bool last = offset >= end || size < kept + read;
+        if (!taker({{units_.data(), size}, begin, last}) || last) return true;
+        const std::size_t gone = size - std::min(overlap, size);
+        kept = size - gone;
+        begin += gone;
+        std::copy_n(units_.data() + gone, kept, units_.data());
     }
 }

@@ -51,8 +51,12 @@ class ClipFileReader {
  private:
     // The bytes from a place on, as many as asked for or as there are.
     std::string_view BytesAt(std::int64_t offset, std::size_t count);
-    std::size_t ReadAt(std::int64_t offset, std::vector<char>& buffer, std::size_t count);
+    // At most `count` bytes; none when that fails.
+    std::size_t ReadAt(std::int64_t offset, void* to, std::size_t count);
     std::optional<Record> NextRecord(std::int64_t& offset);
+    bool ReadShortText(const Record& record, const Taker& taker);
+    bool ReadLongText(const Record& record, std::size_t overlap, const Taker& taker);
+    bool ReadLongUtf16(const Record& record, std::size_t overlap, const Taker& taker);
 
     FilePort& files_;
     FileHandle file_ = FileHandle::None;
@@ -61,7 +65,8 @@ class ClipFileReader {
     std::vector<char> part_;     // what was read last of the headers
     std::int64_t partBegin_ = 0;
     std::size_t partSize_ = 0;
-    std::vector<char> piece_;  // of a long text
     std::vector<Record> records_;
     std::u16string window_;
+    std::vector<char> piece_;      // of a long text
+    std::vector<char16_t> units_;  // the same of one that needs no decoding, behind what overlaps
 };

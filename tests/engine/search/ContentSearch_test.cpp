@@ -127,8 +127,8 @@ TEST_F(ContentSearchTest, Run_FindsWhatAPlainSearchFindsInFiveKinds) {
     plan.directories = {L"C:\\P"};
     for (std::size_t i = 0; i < kClips; ++i) {
         std::wstring text;
-        // Now and then the words stand behind what one read holds.
-        if (i % 2500 == 7) text.append(100'000, L'.');
+        // Now and then the words stand where a read ends: one of bytes, or of units of two.
+        if (i % 333 == 7) text.append((i % 2 == 0 ? 65'500 : 131'040) + random() % 60, L'.');
         for (std::size_t words = random() % 6; words > 0; --words)
             text += L" " + vocabulary[random() % vocabulary.size()];
         const auto number = static_cast<std::int32_t>(i + 1);
@@ -191,6 +191,19 @@ TEST_F(ContentSearchTest, Search_NarrowsByFilesAndAge) {
     EXPECT_EQ(Hits(L"datei:bericht"), L"alt(C:\\[Bericht].txt) ");
     EXPECT_EQ(Hits(L"seit:3 bericht"), L"neu([Bericht]) ");
     EXPECT_EQ(Hits(L"seit:3"), L"neu ");
+}
+
+TEST_F(ContentSearchTest, Run_ReadsALongTextUpToItsFirstZero) {
+    const std::wstring much(200'000, L'.');
+    Clip(L"a", {Unicode(much + L" wort" + L'\0' + much)});
+    Clip(L"b", {Unicode(much + L'\0' + much + L" wort")});
+    Clip(L"c", {Unicode(much + L" wor" + L'\0' + L't')});
+    const SearchedTree searched =
+        SearchTree(nullptr, nodes, ParseSearchQuery(L"wort"), Likeness::Marks, fake.clock.now);
+    Kept found;
+    ContentSearch(fake.files, searched.plan).Run(found);
+    ASSERT_EQ(found.hits.size(), 1u);
+    EXPECT_EQ(found.hits.at(0).begin, much.size() + 1);
 }
 
 TEST_F(ContentSearchTest, Run_PassesByWhatItCannotReadAndEndsWhenTold) {
