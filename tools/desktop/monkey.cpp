@@ -92,7 +92,6 @@ class Monkey {
                 StepAndAsk();
                 ++steps_;
             }
-            ComeToRest();
             Compare();
         } catch (const std::exception&) {
             std::printf("the way there, after %d steps:\n", steps_);
@@ -372,13 +371,15 @@ class Monkey {
         Note("a second start");
         nxclip_.StartSecond()->WaitForEnd();
     }
-    // A dialog keeps the window from being closed; everything else ends with it.
     void End() {
         const bool session = Random(2) == 0;
         Note(session ? "the session ends" : "the window is closed");
+        if (Ends(session)) StartAgain();
+    }
+    // A dialog keeps the window from being closed; everything else ends with it.
+    bool Ends(bool session) {
         nxclip_.Program().MayEnd();
-        // A dialog that keeps the window from closing may be answered before anybody looks: keys come behind
-        // what was posted.
+        // A dialog may be answered before anybody looks: keys come behind what was posted.
         const bool wasInTheWay = !nxclip_.Main().Enabled();
         const int dialogs = events_->Dialogs();
         DWORD_PTR answer = 0;
@@ -396,7 +397,7 @@ class Monkey {
             });
         });
         wantsToClose_ = nxclip_.Running();
-        if (!wantsToClose_) StartAgain();
+        return !wantsToClose_;
     }
     // What has gone meanwhile is no failure of a step, but this is.
     template <typename Wait>
@@ -530,11 +531,19 @@ class Monkey {
             outline += std::wstring(static_cast<std::size_t>(line.depth), L' ') + line.text + L'\n';
         return outline;
     }
+    // A name that waited for the last dialog to close may be refused behind it, and the box that says so is
+    // in the way once more.
+    std::wstring TreeAtTheEnd() {
+        for (int tries = 0; tries < 10; ++tries) {
+            ComeToRest();
+            if (const std::wstring shown = TreeOnScreen(); Ends(false)) return shown;
+        }
+        throw std::runtime_error("always something is in the way of the end");
+    }
     void Compare() {
-        const std::wstring shown = TreeOnScreen();
-        if (const DWORD code = nxclip_.Quit()) throw std::runtime_error("exit code " + std::to_string(code));
+        const std::wstring shown = TreeAtTheEnd();
         MustBeThis(shown, TreeOnDisk(), "on the disk");
-        nxclip_.Start();
+        StartAgain();
         MustBeThis(shown, TreeOnScreen(), "after a new start");
     }
     static void MustBeThis(const std::wstring& shown, const std::wstring& other, const char* where) {
