@@ -183,6 +183,10 @@ inline DWORD DragFiles(const std::vector<std::wstring>& paths, POINT to,
                        std::chrono::milliseconds patience = kBound) {
     const ComOwned<DraggedFiles> files(new DraggedFiles(paths));
     const ComOwned<FileSource> source(new FileSource);
+    // The system asks a window whether it takes anything when the pointer comes into it, and not again while
+    // it stays there; a program that has just begun may register it a moment later.
+    WaitFor("a window that takes drops",
+            [&] { return GetPropW(WindowFromPoint(to), L"OleDropTargetInterface") != nullptr; });
     // The button goes down over a window that takes nothing itself.
     const HWND from =
         CreateWindowExW(WS_EX_TOPMOST | WS_EX_NOACTIVATE, L"STATIC", L"Quelle",
