@@ -60,11 +60,11 @@ bool DrawHitLine(HWND list, const NMLVCUSTOMDRAW& draw, const HitList& hits) {
     const HDC dc = draw.nmcd.hdc;
     const int saved = SaveDC(dc);
     const bool selected = ListView_GetItemState(list, row, LVIS_SELECTED) != 0;
-    const bool focused = GetFocus() == list;
+    const bool focused = selected && GetFocus() == list;
     const int back = !selected ? COLOR_WINDOW : focused ? COLOR_HIGHLIGHT : COLOR_BTNFACE;
     FillRect(dc, &cell, GetSysColorBrush(back));
     SetBkMode(dc, TRANSPARENT);
-    SetTextColor(dc, GetSysColor(selected && focused ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT));
+    SetTextColor(dc, GetSysColor(focused ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT));
     SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(list, WM_GETFONT, 0, 0)));
     int left = cell.left + Scaled(4, DpiOfWindow(list));
     const std::wstring_view text = line->text;

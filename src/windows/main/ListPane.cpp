@@ -15,6 +15,8 @@ namespace {
 // Enough to fill the window; to measure thousands would take longer than to show them.
 constexpr int kMeasuredRows = 40;
 constexpr ULONGLONG kBetweenGrowths = 500;  // milliseconds
+// Posted to the list by itself.
+constexpr UINT kTellCount = WM_APP;
 
 DWORD StyleOf(ListMode mode) {
     switch (mode) {
@@ -44,10 +46,31 @@ bool ListPane::Create(HWND parent, int control) {
                               GetModuleHandleW(nullptr), nullptr);
     if (window_ == nullptr) return false;
     ListView_SetExtendedListViewStyle(window_, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP);
-    tips_.Attach(window_, [this](int row, int column) {
+    tips_.SetList(window_, [this](int row, int column) {
         return content_ != nullptr ? ListTip(*content_, row, column) : std::wstring();
     });
+    messages_.Attach(window_, [this](UINT message, WPARAM wParam, LPARAM lParam) {
+        return OnMessage(message, wParam, lParam);
+    });
     return true;
+}
+
+std::optional<LRESULT> ListPane::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == kTellCount) {
+        TellCount();
+        return 0;
+    }
+    // What is left to be drawn is asked for again.
+    if (message == WM_PAINT && DrawHeader()) return 0;
+    return tips_.OnMessage(message, wParam, lParam);
+}
+
+// True when there was anything to draw.
+bool ListPane::DrawHeader() const {
+    const HWND header = ListView_GetHeader(window_);
+    if (header == nullptr || !GetUpdateRect(header, nullptr, FALSE)) return false;
+    UpdateWindow(header);
+    return !GetUpdateRect(header, nullptr, FALSE);
 }
 
 void ListPane::SetDpi(UINT dpi, HIMAGELIST smallPictures) {
@@ -96,15 +119,14 @@ bool ListPane::IsAtOrigin() const {
     return GetScrollPos(window_, SB_HORZ) == 0 && GetScrollPos(window_, SB_VERT) == 0;
 }
 
-// Where columns and header stay as they are, a header takes longer to draw than the rows.
+// Columns and header stay as they are: a header takes longer to draw than the rows.
 void ListPane::ShowOtherRows() {
-    const auto count = static_cast<int>(content_->entries.size());
     if (ChosenCount() > 0) ListView_SetItemState(window_, -1, 0, LVIS_SELECTED);
     const int focused = ListView_GetNextItem(window_, -1, LVNI_FOCUSED);
     if (focused >= 0) ListView_SetItemState(window_, focused, 0, LVIS_FOCUSED);
     SendMessageW(window_, LVM_SETSELECTIONMARK, 0, -1);
     FillColumns();
-    if (ListView_GetItemCount(window_) != count) ListView_SetItemCountEx(window_, count, 0);
+    TellCountLater();
     RECT rows;
     GetClientRect(window_, &rows);
     if (const HWND header = ListView_GetHeader(window_); header != nullptr && IsWindowVisible(header)) {
@@ -125,21 +147,26 @@ void ListPane::ContentGrew(int firstChanged) {
     }
     const int top = TopRow();
     const int bottom = top + ListView_GetCountPerPage(window_);
-    if (before <= bottom || GetTickCount64() - grewAt_ >= kBetweenGrowths) Grow();
+    if (before <= bottom || GetTickCount64() - grewAt_ >= kBetweenGrowths) TellCount();
     const int first = std::max(top, firstChanged);
     const int last = std::min(count - 1, bottom);
     if (first <= last) ListView_RedrawItems(window_, first, last);
 }
 
-void ListPane::Grow() {
-    const auto count = static_cast<int>(content_->entries.size());
+void ListPane::TellCount() {
+    const auto count = content_ != nullptr ? static_cast<int>(content_->entries.size()) : 0;
     if (ListView_GetItemCount(window_) == count) return;
     ListView_SetItemCountEx(window_, count, LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
     grewAt_ = GetTickCount64();
 }
 
+// The control draws its scroll bars for another number of rows, and that takes longer than the rows.
+void ListPane::TellCountLater() {
+    if (!PostMessageW(window_, kTellCount, 0, 0)) TellCount();
+}
+
 void ListPane::ContentIsWhole() {
-    Grow();
+    TellCount();
     const auto rows = static_cast<int>(content_->entries.size());
     if (std::min(rows, kMeasuredRows) == measuredRows_) return;
     const QuietScope quiet(window_);
@@ -151,6 +178,7 @@ int ListPane::TopRow() const {
 }
 
 void ListPane::ScrollTo(int topRow) {
+    TellCount();
     const int count = ListView_GetItemCount(window_);
     if (topRow < 0 || topRow >= count) return;
     ListView_EnsureVisible(window_, count - 1, FALSE);
@@ -303,6 +331,7 @@ void ListPane::ChooseRow(int row) {
 
 void ListPane::ChooseRows(const std::vector<int>& rows) {
     if (rows.empty()) return;
+    TellCount();
     if (ChosenCount() > 0) ListView_SetItemState(window_, -1, 0, LVIS_SELECTED);
     for (const int row : rows)
         ListView_SetItemState(window_, row, LVIS_SELECTED, LVIS_SELECTED);
@@ -313,7 +342,7 @@ void ListPane::ChooseRows(const std::vector<int>& rows) {
 }
 
 void ListPane::ChooseAll() {
-    if (content_ != nullptr) Grow();
+    TellCount();
     ListView_SetItemState(window_, -1, LVIS_SELECTED, LVIS_SELECTED);
 }
 

@@ -5,17 +5,21 @@
 #include <commctrl.h>
 
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "engine/views/ListUpdate.h"
 #include "windows/controls/Pictures.h"
+#include "windows/controls/Subclass.h"
 #include "windows/main/ListTips.h"
 
 // The four ways to show the list.
 enum class ListMode { Large, Small, List, Details };
 
-// The list beside the tree. It only shows a ListContent; its rows are asked for when they are drawn.
+// The list beside the tree. It only shows a ListContent; its rows are asked for when they are drawn. Rows,
+// header and scroll bars are drawn in messages of their own, between which the program answers. Must outlive
+// its window.
 class ListPane {
  public:
     bool Create(HWND parent, int control);
@@ -69,9 +73,12 @@ class ListPane {
     void OnGetDisplayInfo(NMLVDISPINFOW& info) const;
 
  private:
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    bool DrawHeader() const;
     bool IsAtOrigin() const;
     void ShowOtherRows();
-    void Grow();
+    void TellCount();
+    void TellCountLater();
     void LoadLargePictures();
     void FillColumns();
     void KeepColumnWidths();
@@ -89,6 +96,7 @@ class ListPane {
     ULONGLONG grewAt_ = 0;                // when the control learned of rows, in the system's milliseconds
     std::map<std::vector<std::wstring>, std::vector<int>> widths_;
     ListTips tips_;
+    Subclass messages_;
     UniqueImageList large_;  // loaded when they are first shown
     ListMode mode_ = ListMode::Details;
     UINT dpi_ = 96;

@@ -18,12 +18,9 @@ std::pair<int, int> CellAt(HWND list, LPARAM place) {
 
 }  // namespace
 
-void ListTips::Attach(HWND list, Text text) {
+void ListTips::SetList(HWND list, Text text) {
     list_ = list;
     text_ = std::move(text);
-    messages_.Attach(list, [this](UINT message, WPARAM wParam, LPARAM lParam) {
-        return OnMessage(message, wParam, lParam);
-    });
 }
 
 std::optional<LRESULT> ListTips::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -7,19 +7,18 @@
 #include <string>
 #include <utility>
 
-#include "windows/controls/Subclass.h"
-
-// Tells more about the cell of a list on which the mouse rests, unless the user turned tool tips off. Must
-// outlive the list.
+// Tells more about the cell of a list on which the mouse rests, unless the user turned tool tips off.
 class ListTips {
  public:
     // The tip for a cell, counted from 0; empty for no tip.
     using Text = std::function<std::wstring(int row, int column)>;
 
-    void Attach(HWND list, Text text);
+    // In front of all messages.
+    void SetList(HWND list, Text text);
+    // What the list gets; the result is none where the list is to have it too.
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
  private:
-    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
     void OnMouse(UINT message, WPARAM wParam, LPARAM place);
     void MakeTip();
 
@@ -28,5 +27,4 @@ class ListTips {
     Text text_;
     std::pair<int, int> cell_{-1, -1};
     std::wstring shown_;
-    Subclass messages_;
 };
