@@ -17,6 +17,7 @@
 #include "engine/search/ContentSearch.h"
 #include "engine/search/NodeSearch.h"
 #include "engine/tree/TestTree.h"
+#include "engine/views/HitList.h"
 #include "fake/FakePlatform.h"
 #include "platform/ByteBuffer.h"
 #include "platform/Text.h"
@@ -193,5 +194,34 @@ void SearchNames(benchmark::State& state) {
     state.counters["bytes"] = static_cast<double>(bytes);
 }
 BENCHMARK(SearchNames)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
+
+// The next key, when all contents have been read for the keys before: what is in the list then. The second
+// argument says whether all of them were hits, or none.
+void SearchAsTyped(benchmark::State& state) {
+    FakePlatform machine;
+    NodeCollection nodes;
+    GrowProfile(nodes, static_cast<int>(state.range(0)));
+    const std::size_t before = mallinfo2().uordblks;
+    std::size_t bytes = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        HitList list(nodes, machine.clock);
+        list.Search(nullptr, L"nirgend");
+        const std::size_t clips = list.Plan()->clips.size();
+        for (std::size_t clip = 0; state.range(1) != 0 && clip < clips; ++clip)
+            list.Add(clip,
+                     {0, 100, {L"was davor steht, nirgends als hier, und was dahinter kommt", 17, 7}, 1000});
+        list.SetRead(clips);
+        bytes = mallinfo2().uordblks - before;
+        state.ResumeTiming();
+        list.Search(nullptr, L"nirgends");
+        benchmark::DoNotOptimize(list.Content());
+        state.PauseTiming();
+        list.End();
+        state.ResumeTiming();
+    }
+    state.counters["bytes"] = static_cast<double>(bytes);
+}
+BENCHMARK(SearchAsTyped)->ArgsProduct({{10'000, 100'000}, {0, 1}})->Unit(benchmark::kMillisecond);
 
 }  // namespace
